@@ -1,0 +1,44 @@
+# What every target of the project has in common.
+
+add_library(tessaly_options INTERFACE)
+target_compile_options(tessaly_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wnull-dereference
+  $<$<BOOL:${TESSALY_WERROR}>:-Werror>)
+target_compile_definitions(tessaly_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# tessaly_library(name SOURCES … LINK …): a static library; headers are included from the top of the tree.
+function(tessaly_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  qt_add_library(${name} STATIC ${arg_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
+endfunction()
+
+# tessaly_qml_module(name URI … SOURCES … QML … SINGLETONS … RESOURCES … LINK …): a static library that is one QML
+# module. Executables link <name> and <name>plugin.
+function(tessaly_qml_module name)
+  cmake_parse_arguments(arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINK" ${ARGN})
+  set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  qt_add_library(${name} STATIC)
+  qt_add_qml_module(${name}
+    URI ${arg_URI}
+    VERSION 1.0
+    RESOURCE_PREFIX /qt-project.org/imports
+    SOURCES ${arg_SOURCES}
+    QML_FILES ${arg_SINGLETONS} ${arg_QML}
+    RESOURCES ${arg_RESOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
+endfunction()
+
+# tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests.
+function(tessaly_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  qt_add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 120
+    ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software")
+endfunction()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace tessaly {
+Q_NAMESPACE
+
+/// The interface language.
+enum class AppLanguage { Chinese, English };
+Q_ENUM_NS(AppLanguage)
+
+/// The stored form: "zh" or "en".
+[[nodiscard]] inline QString rawValue(AppLanguage language)
+{
+    return language == AppLanguage::English ? QStringLiteral("en") : QStringLiteral("zh");
+}
+
+/// The reverse of rawValue(); anything but "en" is Chinese.
+[[nodiscard]] inline AppLanguage appLanguageFromRawValue(QStringView raw)
+{
+    return raw == QLatin1String("en") ? AppLanguage::English : AppLanguage::Chinese;
+}
+
+/// The language's own name, as shown in the language picker.
+[[nodiscard]] inline QString title(AppLanguage language)
+{
+    return language == AppLanguage::English ? QStringLiteral("English") : QStringLiteral("中文");
+}
+
+} // namespace tessaly

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "model/Instant.h"
+#include "model/Uuid.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace tessaly {
+
+/// A subscribed iCalendar link.
+struct CalendarFeed
+{
+    QUuid id = QUuid::createUuid();
+    QString name = {};
+    QString urlString = {};
+    std::optional<Instant> lastUpdated = {};
+
+    bool operator==(const CalendarFeed &) const = default;
+};
+
+/// The calendar identifier carried by every schedule of a feed: "feed:" and the feed's UUID.
+[[nodiscard]] inline QString feedCalendarIdentifier(const QUuid &feedID)
+{
+    return QStringLiteral("feed:") + uuidText(feedID);
+}
+
+} // namespace tessaly

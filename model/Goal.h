@@ -1,0 +1,55 @@
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace tessaly {
+
+/// A weighted task of a subgoal.
+struct GoalTask
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    double weight = 1.0;
+    bool isComplete = false;
+
+    bool operator==(const GoalTask &) const = default;
+};
+
+struct Subgoal
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    std::optional<QList<GoalTask>> tasks = QList<GoalTask>();
+    bool isComplete = false;
+
+    bool operator==(const Subgoal &) const = default;
+};
+
+/// A main goal.
+struct Goal
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    std::optional<QString> summary = {};
+    std::optional<QString> category = {};
+    std::optional<Instant> targetDate = {};
+    /// Fraction 0 to 1, used only while the goal has no tasks.
+    double progress = 0.0;
+    QString colorName = QStringLiteral("blue");
+    bool isComplete = false;
+    std::optional<QList<Subgoal>> subgoals = QList<Subgoal>();
+
+    /// The progress shown for the goal, 0 to 1 and not rounded: 1 when the goal is complete, else the share of
+    /// completed weight. A completed subgoal completes its tasks; each weight counts at least 0.01.
+    [[nodiscard]] double calculatedProgress() const;
+
+    bool operator==(const Goal &) const = default;
+};
+
+} // namespace tessaly

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "model/CalendarFeed.h"
+#include "model/SavedData.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+
+namespace tessaly {
+
+// JSON of the persisted records (RFC 8259, UTF-8). Keys are the field names; absent optionals are not written; dates
+// are seconds since 2001-01-01 UTC in shortest round-trip text. Unknown keys are ignored, `null` under an optional key
+// means absent, of duplicate keys the last counts. A missing required key, a value of the wrong type, invalid UTF-8, a
+// lone surrogate, or nesting beyond 64 levels makes the whole decode fail.
+
+[[nodiscard]] std::optional<SavedData> decodeSavedData(QByteArrayView json);
+[[nodiscard]] std::optional<DocumentLibraryData> decodeDocumentLibrary(QByteArrayView json);
+[[nodiscard]] std::optional<QList<CalendarFeed>> decodeCalendarFeeds(QByteArrayView json);
+
+/// No bytes when a value has no JSON form (NaN, infinity).
+[[nodiscard]] std::optional<QByteArray> encodeSavedData(const SavedData &data);
+[[nodiscard]] std::optional<QByteArray> encodeDocumentLibrary(const QList<MarkdownCategory> &categories,
+                                                              const QList<MarkdownDocument> &documents);
+[[nodiscard]] std::optional<QByteArray> encodeCalendarFeeds(const QList<CalendarFeed> &feeds);
+
+} // namespace tessaly

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace tessaly {
+
+/// One to-do.
+struct ReminderItem
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    std::optional<Instant> dueDate = {};
+    std::optional<QString> requirement = {};
+    bool isComplete = false;
+    std::optional<Instant> completedAt = {};
+
+    bool operator==(const ReminderItem &) const = default;
+};
+
+} // namespace tessaly

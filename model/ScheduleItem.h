@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace tessaly {
+
+/// A task linked to a schedule.
+struct ScheduleTask
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    bool isComplete = false;
+
+    bool operator==(const ScheduleTask &) const = default;
+};
+
+/// One schedule (calendar event).
+struct ScheduleItem
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    Instant date = {};
+    /// Absent: no explicit end; counts as one hour wherever an end is needed.
+    std::optional<Instant> endDate = {};
+    QString notes = {};
+    /// Single linked task of early versions; kept for migration into `tasks`.
+    std::optional<QString> taskTitle = {};
+    bool isTaskComplete = false;
+    std::optional<QList<ScheduleTask>> tasks = QList<ScheduleTask>();
+    std::optional<QString> tag = {};
+    /// One of "blue", "purple", "green", "orange", "pink".
+    std::optional<QString> colorName = {};
+    /// "#RRGGBB", upper-case.
+    std::optional<QString> customColorHex = {};
+    std::optional<bool> calendarExportRequested = {};
+    std::optional<QString> calendarEventIdentifier = {};
+    std::optional<QString> calendarIdentifier = {};
+    /// "#RRGGBB", upper-case.
+    std::optional<QString> calendarColorHex = {};
+
+    /// The explicit end, or one hour after the start.
+    [[nodiscard]] Instant end() const { return endDate.value_or(date.plus(defaultScheduleSeconds)); }
+
+    bool operator==(const ScheduleItem &) const = default;
+};
+
+} // namespace tessaly

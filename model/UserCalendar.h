@@ -1,0 +1,46 @@
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QLocale>
+#include <QTime>
+#include <QTimeZone>
+
+namespace tessaly {
+
+/// The user's calendar: Gregorian, in one time zone, with one first weekday. The only place where instants become
+/// dates and dates become instants.
+class UserCalendar
+{
+public:
+    UserCalendar(QTimeZone zone, Qt::DayOfWeek firstWeekday, QLocale locale);
+    /// Time zone, first weekday and locale of the system.
+    [[nodiscard]] static UserCalendar system();
+
+    [[nodiscard]] const QTimeZone &zone() const { return m_zone; }
+    [[nodiscard]] Qt::DayOfWeek firstWeekday() const { return m_firstWeekday; }
+    /// The system's locale, for labels that follow it.
+    [[nodiscard]] const QLocale &locale() const { return m_locale; }
+
+    /// The instant as local wall-clock time.
+    [[nodiscard]] QDateTime dateTime(Instant instant) const;
+    [[nodiscard]] QDate day(Instant instant) const;
+    /// Whole minutes since local midnight, 0 to 1439.
+    [[nodiscard]] int minuteOfDay(Instant instant) const;
+    /// The local wall-clock time as an instant. A time that a clock change skips is read with the offset before the
+    /// gap, a repeated one is the first (RFC 5545, 3.3.5).
+    [[nodiscard]] Instant instant(QDate day, QTime time) const;
+    /// The first instant of the day; later than 00:00 where a clock change skips midnight.
+    [[nodiscard]] Instant startOfDay(QDate day) const;
+    /// The first day of the week that contains the day.
+    [[nodiscard]] QDate weekStart(QDate day) const;
+
+private:
+    QTimeZone m_zone;
+    Qt::DayOfWeek m_firstWeekday;
+    QLocale m_locale;
+};
+
+} // namespace tessaly

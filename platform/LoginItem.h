@@ -1,0 +1,18 @@
+#pragma once
+
+#include "model/Result.h"
+
+namespace tessaly {
+
+/// Whether the program starts when the user logs in.
+class LoginItem
+{
+public:
+    virtual ~LoginItem() = default;
+
+    /// What the system really does, read anew at each call.
+    [[nodiscard]] virtual bool isEnabled() const = 0;
+    [[nodiscard]] virtual Result<void> setEnabled(bool isEnabled) = 0;
+};
+
+} // namespace tessaly

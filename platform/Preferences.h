@@ -1,0 +1,47 @@
+#pragma once
+
+#include "model/Result.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace tessaly {
+
+/// A preference is a flag, an integer, a string, a list of strings or a blob.
+using PreferenceValue = std::variant<bool, qint64, QString, QStringList, QByteArray>;
+
+/// The user's preferences database: a key-value store whose every write is durable when the call returns.
+/// Used from the main thread only.
+class Preferences
+{
+public:
+    virtual ~Preferences() = default;
+
+    /// Nothing when the key is absent.
+    [[nodiscard]] virtual std::optional<PreferenceValue> value(const QString &key) const = 0;
+    [[nodiscard]] virtual Result<void> setValue(const QString &key, const PreferenceValue &value) = 0;
+    [[nodiscard]] virtual Result<void> remove(const QString &key) = 0;
+
+    /// Stores `blob` under `key` and what stood there before under `backupKey`, both or neither. The former value is
+    /// not copied. With no former value the backup is left as it is.
+    [[nodiscard]] virtual Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) = 0;
+
+    /// Stores a copy of the value under `from` also under `to`. Does nothing when `from` is absent.
+    [[nodiscard]] virtual Result<void> keepAside(const QString &from, const QString &to) = 0;
+
+    /// The value when it is present and of type T.
+    template <class T>
+    [[nodiscard]] std::optional<T> get(const QString &key) const
+    {
+        std::optional<PreferenceValue> found = value(key);
+        if (found && std::holds_alternative<T>(*found))
+            return std::get<T>(std::move(*found));
+        return std::nullopt;
+    }
+};
+
+} // namespace tessaly

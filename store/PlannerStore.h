@@ -1,0 +1,143 @@
+#pragma once
+
+#include "model/AppLanguage.h"
+#include "model/CalendarFeed.h"
+#include "model/CalendarOption.h"
+#include "model/RowsChange.h"
+#include "model/SavedData.h"
+#include "model/UserCalendar.h"
+#include "platform/Preferences.h"
+#include "store/PlannerPorts.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <memory>
+#include <optional>
+
+namespace tessaly {
+
+/// The one observable object: owns every record and setting, saves each change at once, restores everything at
+/// start. Main thread only. Every assignment to a published property saves itself and raises its signal, once.
+class PlannerStore : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(tessaly::AppLanguage interfaceLanguage READ interfaceLanguage WRITE setInterfaceLanguage NOTIFY
+                   interfaceLanguageChanged)
+    Q_PROPERTY(bool isEnglish READ isEnglish NOTIFY interfaceLanguageChanged)
+    Q_PROPERTY(QString preferredName READ preferredName WRITE setPreferredName NOTIFY preferredNameChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY launchAtLoginChanged)
+    Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
+    Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync NOTIFY automaticCalendarSyncChanged)
+    Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
+    Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
+
+public:
+    /// Loads everything and writes nothing. The ports must outlive the store.
+    explicit PlannerStore(const PlannerPorts &ports, QObject *parent = nullptr);
+    ~PlannerStore() override;
+
+    [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
+    [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
+
+    // Published collections, in stored order. Never keep a copy of a list: it would make the next one-record change
+    // copy every record.
+    [[nodiscard]] const QList<ScheduleItem> &schedules() const { return m_data.schedules; }
+    [[nodiscard]] const QList<ReminderItem> &reminders() const { return m_data.reminders; }
+    [[nodiscard]] const QList<Goal> &goals() const { return m_data.goals; }
+    [[nodiscard]] const QList<MarkdownCategory> &documentCategories() const { return m_library.categories; }
+    [[nodiscard]] const QList<MarkdownDocument> &documents() const { return m_library.documents; }
+    [[nodiscard]] const QList<CalendarFeed> &calendarFeeds() const { return m_calendarFeeds; }
+    [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
+
+    // Settings
+    [[nodiscard]] const std::optional<QString> &calendarSyncMessage() const { return m_calendarSyncMessage; }
+    [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }
+    [[nodiscard]] const QSet<QString> &visibleCalendarIDs() const { return m_visibleCalendarIDs; }
+    [[nodiscard]] bool automaticCalendarSync() const { return m_automaticCalendarSync; }
+    [[nodiscard]] int displayStartHour() const { return m_displayStartHour; }
+    [[nodiscard]] int displayEndHour() const { return m_displayEndHour; }
+    [[nodiscard]] AppLanguage interfaceLanguage() const { return m_interfaceLanguage; }
+    [[nodiscard]] bool isEnglish() const { return m_interfaceLanguage == AppLanguage::English; }
+    [[nodiscard]] const QString &preferredName() const { return m_preferredName; }
+    [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin; }
+
+    void setSelectedCalendarIDs(const QSet<QString> &identifiers);
+    void setVisibleCalendarIDs(const QSet<QString> &identifiers);
+    void setInterfaceLanguage(AppLanguage language);
+    void setPreferredName(const QString &name);
+    /// Sets the start to at most one hour before the end.
+    Q_INVOKABLE void setDisplayStartHour(int hour);
+    /// Sets the end to at least one hour after the start.
+    Q_INVOKABLE void setDisplayEndHour(int hour);
+    /// Registers or unregisters the login item; on failure shows what the system really does and sets the message.
+    Q_INVOKABLE void setLaunchAtLogin(bool isEnabled);
+    Q_INVOKABLE void requestNotificationPermission();
+    /// Empties notes and tasks of every schedule and removes all to-dos and goals; the schedules remain.
+    Q_INVOKABLE void clearPersonalContent();
+
+    /// The member of the pair for the interface language.
+    [[nodiscard]] QString text(const QString &chinese, const QString &english) const;
+    /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
+    [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
+
+    // Schedules
+    /// Appends the schedule and, given a calendar, writes it there once access is granted.
+    void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
+    /// Replaces the schedule with the same id, and changes its calendar event if there is one.
+    void updateSchedule(const ScheduleItem &item);
+    /// Removes the schedule and its calendar event.
+    void deleteSchedule(const ScheduleItem &item);
+
+    // Linked calendars
+    Q_INVOKABLE void addCalendarFeed(const QString &urlString);
+    Q_INVOKABLE void refreshCalendarFeed(const QUuid &feedID);
+    void applyCalendarFeed(QByteArrayView text, const QUuid &feedID);
+    void setCalendarFeedError(const Error &error);
+    Q_INVOKABLE void deleteCalendarFeed(const QUuid &feedID);
+
+    // System calendar
+    /// Asks for access and lists the calendars; refusal and failure are told.
+    Q_INVOKABLE void requestCalendarAccessAndLoad();
+    /// First sync and observation when automatic sync is on.
+    Q_INVOKABLE void startAutomaticCalendarSync();
+
+signals:
+    void schedulesChanged(const tessaly::RowsChange &change);
+    void remindersChanged(const tessaly::RowsChange &change);
+    void goalsChanged(const tessaly::RowsChange &change);
+    void documentCategoriesChanged(const tessaly::RowsChange &change);
+    void documentsChanged(const tessaly::RowsChange &change);
+    void calendarFeedsChanged(const tessaly::RowsChange &change);
+    void availableCalendarsChanged();
+    void calendarSyncMessageChanged();
+    void selectedCalendarIDsChanged();
+    void visibleCalendarIDsChanged();
+    void automaticCalendarSyncChanged();
+    void displayHoursChanged();
+    void interfaceLanguageChanged();
+    void preferredNameChanged();
+    void launchAtLoginChanged();
+
+private:
+    void setCalendarSyncMessage(const QString &message);
+    void store(const QString &key, const PreferenceValue &value);
+    [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
+
+    PlannerPorts m_ports;
+    SavedData m_data;
+    DocumentLibraryData m_library;
+    QList<CalendarFeed> m_calendarFeeds;
+    QList<CalendarOption> m_availableCalendars;
+    std::optional<QString> m_calendarSyncMessage;
+    QSet<QString> m_selectedCalendarIDs;
+    QSet<QString> m_visibleCalendarIDs;
+    QString m_preferredName;
+    AppLanguage m_interfaceLanguage = AppLanguage::Chinese;
+    int m_displayStartHour = 0;
+    int m_displayEndHour = 24;
+    bool m_automaticCalendarSync = true;
+    bool m_launchAtLogin = false;
+};
+
+} // namespace tessaly

@@ -1,0 +1,9 @@
+#include "store/PlannerStore.h"
+
+namespace tessaly {
+
+void PlannerStore::requestCalendarAccessAndLoad() {}
+
+void PlannerStore::startAutomaticCalendarSync() {}
+
+} // namespace tessaly

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/AppLanguage.h"
+#include "store/PlannerStore.h"
+
+#include <QtQml/qqml.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace tessaly {
+
+/// Hands the existing store to QML as the singleton `PlannerStore`.
+struct PlannerStoreQml
+{
+    Q_GADGET
+    QML_FOREIGN(tessaly::PlannerStore)
+    QML_SINGLETON
+    QML_NAMED_ELEMENT(PlannerStore)
+
+public:
+    /// Must be called before an engine first asks for the singleton; the store must outlive every engine.
+    static void setStore(PlannerStore *store) { s_store = store; }
+    static PlannerStore *create(QQmlEngine *, QJSEngine *);
+
+private:
+    static inline PlannerStore *s_store = nullptr;
+};
+
+/// Makes the enumerators of AppLanguage known to QML, as Planner.Chinese and Planner.English.
+namespace PlannerNamespaceQml {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(tessaly)
+QML_NAMED_ELEMENT(Planner)
+} // namespace PlannerNamespaceQml
+
+} // namespace tessaly

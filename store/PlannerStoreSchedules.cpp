@@ -1,0 +1,7 @@
+#include "store/PlannerStore.h"
+
+namespace tessaly {
+
+void PlannerStore::clearPersonalContent() {}
+
+} // namespace tessaly

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+/// The keys of the preferences database; docs/DATA.md describes the values.
+namespace tessaly::keys {
+
+inline const QString storageKey = QStringLiteral("larkspan-data-v1");
+inline const QString backupStorageKey = QStringLiteral("larkspan-data-v1-backup");
+inline const QString documentMetadataKey = QStringLiteral("larkspan-markdown-library-v1");
+inline const QString documentSaveLocationKey = QStringLiteral("larkspan-markdown-save-location-v1");
+inline const QString calendarFeedsKey = QStringLiteral("larkspan-calendar-feeds-v1");
+inline const QString selectedCalendarIDs = QStringLiteral("larkspan-selected-calendar-ids");
+inline const QString visibleCalendarIDs = QStringLiteral("larkspan-visible-calendar-ids");
+inline const QString automaticCalendarSync = QStringLiteral("larkspan-auto-calendar-sync");
+inline const QString displayStartHour = QStringLiteral("larkspan-display-start-hour");
+inline const QString displayEndHour = QStringLiteral("larkspan-display-end-hour");
+inline const QString interfaceLanguage = QStringLiteral("larkspan-interface-language");
+inline const QString preferredName = QStringLiteral("larkspan-preferred-name");
+inline const QString launchAtLogin = QStringLiteral("larkspan-launch-at-login");
+inline const QString appearanceMode = QStringLiteral("appearanceMode");
+inline const QString hasAskedPreferredName = QStringLiteral("hasAskedPreferredName");
+
+} // namespace tessaly::keys
