@@ -14,6 +14,7 @@ enum class ErrorCode {
     StorageCorrupt,
     StorageLocked,
     StorageFull,
+    StorageNewer,
     StorageFailed,
     // Downloads
     DownloadTimedOut,

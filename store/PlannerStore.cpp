@@ -1,85 +1,60 @@
 #include "store/PlannerStore.h"
 
 #include "platform/LoginItem.h"
-#include "platform/NotificationCenter.h"
-#include "platform/Preferences.h"
+#include "store/ErrorText.h"
 #include "store/PreferenceKeys.h"
-
-#include <algorithm>
 
 namespace tessaly {
 
-PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent) : QObject(parent), m_ports(ports)
+namespace {
+
+constexpr std::chrono::seconds saveRetryInterval(5);
+
+} // namespace
+
+PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
+    : QObject(parent), m_ports(ports), m_writer(saveRetryInterval)
+{
+    load();
+    connect(&m_writer, &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);
+    connect(&m_writer, &PreferenceWriter::recovered, this, &PlannerStore::tellSaveRecovered);
+}
+
+PlannerStore::~PlannerStore() = default;
+
+void PlannerStore::load()
 {
     const Preferences &preferences = m_ports.preferences;
+    m_automaticCalendarSync = preferences.get<bool>(keys::automaticCalendarSync).value_or(true);
     m_displayStartHour = static_cast<int>(preferences.get<qint64>(keys::displayStartHour).value_or(0));
     m_displayEndHour = static_cast<int>(preferences.get<qint64>(keys::displayEndHour).value_or(24));
     m_interfaceLanguage =
         appLanguageFromRawValue(preferences.get<QString>(keys::interfaceLanguage).value_or(QString()));
     m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
+    // The stored flag is never read: the system knows better.
     m_launchAtLogin = m_ports.loginItem.isEnabled();
+    m_selectedCalendarIDs = loadIdentifiers(keys::selectedCalendarIDs);
+    m_visibleCalendarIDs = loadIdentifiers(keys::visibleCalendarIDs);
+    loadMainData();
 }
 
-PlannerStore::~PlannerStore() = default;
-
-void PlannerStore::setInterfaceLanguage(AppLanguage language)
+QSet<QString> PlannerStore::loadIdentifiers(const QString &key) const
 {
-    if (m_interfaceLanguage == language)
+    const QStringList identifiers = m_ports.preferences.get<QStringList>(key).value_or(QStringList());
+    return {identifiers.cbegin(), identifiers.cend()};
+}
+
+void PlannerStore::setCalendarSyncMessage(const std::optional<QString> &message)
+{
+    if (m_calendarSyncMessage == message)
         return;
-    m_interfaceLanguage = language;
-    store(keys::interfaceLanguage, rawValue(language));
-    emit interfaceLanguageChanged();
-}
-
-void PlannerStore::setPreferredName(const QString &name)
-{
-    if (m_preferredName == name)
-        return;
-    m_preferredName = name;
-    store(keys::preferredName, name);
-    emit preferredNameChanged();
-}
-
-void PlannerStore::setDisplayStartHour(int hour)
-{
-    m_displayStartHour = std::min(hour, m_displayEndHour - 1);
-    store(keys::displayStartHour, static_cast<qint64>(m_displayStartHour));
-    emit displayHoursChanged();
-}
-
-void PlannerStore::setDisplayEndHour(int hour)
-{
-    m_displayEndHour = std::max(hour, m_displayStartHour + 1);
-    store(keys::displayEndHour, static_cast<qint64>(m_displayEndHour));
-    emit displayHoursChanged();
-}
-
-void PlannerStore::setLaunchAtLogin(bool isEnabled)
-{
-    const Result<void> done = m_ports.loginItem.setEnabled(isEnabled);
-    m_launchAtLogin = done ? isEnabled : m_ports.loginItem.isEnabled();
-    store(keys::launchAtLogin, m_launchAtLogin);
-    if (!done)
-        setCalendarSyncMessage(text(QStringLiteral("无法更新开机启动设置："),
-                                    QStringLiteral("Unable to update launch-at-login: "))
-                               + done.error().detail);
-    emit launchAtLoginChanged();
-}
-
-void PlannerStore::requestNotificationPermission()
-{
-    m_ports.notificationCenter.requestAuthorization();
-}
-
-void PlannerStore::setCalendarSyncMessage(const QString &message)
-{
     m_calendarSyncMessage = message;
     emit calendarSyncMessageChanged();
 }
 
-void PlannerStore::store(const QString &key, const PreferenceValue &value)
+void PlannerStore::tellFailure(const QString &chinese, const QString &english, const Error &error)
 {
-    (void)m_ports.preferences.setValue(key, value);
+    setCalendarSyncMessage(text(chinese, english) + errorText(error, m_interfaceLanguage));
 }
 
 QString PlannerStore::text(const QString &chinese, const QString &english) const

@@ -6,8 +6,10 @@
 #include "model/RowsChange.h"
 #include "model/SavedData.h"
 #include "model/UserCalendar.h"
+#include "platform/EventStore.h"
 #include "platform/Preferences.h"
 #include "store/PlannerPorts.h"
+#include "store/PreferenceWriter.h"
 
 #include <QObject>
 #include <QSet>
@@ -28,13 +30,15 @@ class PlannerStore : public QObject
     Q_PROPERTY(QString preferredName READ preferredName WRITE setPreferredName NOTIFY preferredNameChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY launchAtLoginChanged)
     Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
-    Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync NOTIFY automaticCalendarSyncChanged)
+    Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
+                   automaticCalendarSyncChanged)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
 
 public:
     /// Loads everything and writes nothing. The ports must outlive the store.
     explicit PlannerStore(const PlannerPorts &ports, QObject *parent = nullptr);
+    /// Tries a last time to save what could not be saved.
     ~PlannerStore() override;
 
     [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
@@ -81,13 +85,35 @@ public:
     /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
     [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
 
-    // Schedules
+    /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
+    /// and with each further change.
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_writer.hasUnsaved(); }
+    Q_INVOKABLE void retryUnsavedChanges() { m_writer.retry(); }
+
+    // Records. Each verb that changes a list saves it and emits the list's signal, once. Records are found by their
+    // id; a verb on an id that is not there does nothing.
+
     /// Appends the schedule and, given a calendar, writes it there once access is granted.
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
+
+    /// Appends the to-do and, given a due date, asks for its notification.
+    void addReminder(const ReminderItem &item);
+    /// Replaces the to-do with the same id. Its notification is left as it is.
+    void updateReminder(const ReminderItem &item);
+    /// Removes every to-do with the id. Its notification still fires.
+    void removeReminder(const QUuid &id);
+    /// Asks for a notification at the start of the due minute; without a due date does nothing.
+    void scheduleNotification(const ReminderItem &item);
+
+    void addGoal(const Goal &goal);
+    /// Replaces the goal with the same id.
+    void updateGoal(const Goal &goal);
+    /// Removes every goal with the id.
+    void removeGoal(const QUuid &id);
 
     // Linked calendars
     Q_INVOKABLE void addCalendarFeed(const QString &urlString);
@@ -97,10 +123,14 @@ public:
     Q_INVOKABLE void deleteCalendarFeed(const QUuid &feedID);
 
     // System calendar
+    /// "#RRGGBB", upper-case, each component rounded to the nearest; nothing for a calendar without a colour.
+    [[nodiscard]] static std::optional<QString> colorHex(const EventCalendar &calendar);
     /// Asks for access and lists the calendars; refusal and failure are told.
     Q_INVOKABLE void requestCalendarAccessAndLoad();
-    /// First sync and observation when automatic sync is on.
+    /// Lists the calendars when automatic sync is on and access is granted; refusal is silent.
     Q_INVOKABLE void startAutomaticCalendarSync();
+    /// Switching on starts at once.
+    Q_INVOKABLE void setAutomaticCalendarSync(bool isOn);
 
 signals:
     void schedulesChanged(const tessaly::RowsChange &change);
@@ -120,9 +150,37 @@ signals:
     void launchAtLoginChanged();
 
 private:
-    void setCalendarSyncMessage(const QString &message);
-    void store(const QString &key, const PreferenceValue &value);
+    void load();
+    void loadMainData();
+    [[nodiscard]] QSet<QString> loadIdentifiers(const QString &key) const;
+
+    // What runs after an assignment to a published list: it is saved, then announced. The caller has changed the list
+    // already and says what changed.
+    void schedulesAssigned(const RowsChange &rows);
+    void remindersAssigned(const RowsChange &rows);
+    void goalsAssigned(const RowsChange &rows);
+    void documentCategoriesAssigned(const RowsChange &rows);
+    void documentsAssigned(const RowsChange &rows);
+    void calendarFeedsAssigned(const RowsChange &rows);
+
+    void save();
+    void saveDocumentMetadata();
+    void saveCalendarFeeds();
+    void savePreference(const QString &key, const PreferenceValue &value);
+    void tellSaveFailed(const Error &error);
+    void tellSaveRecovered();
+
+    /// Sets the status line; nothing empties it.
+    void setCalendarSyncMessage(const std::optional<QString> &message);
+    /// Sets the status line to the member of the pair for the interface language and the words of the error.
+    void tellFailure(const QString &chinese, const QString &english, const Error &error);
     [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
+
+    void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
+    void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);
+    void changeCalendarEvent(const ScheduleItem &item);
+    void removeCalendarEvent(const QString &eventIdentifier);
+    void loadCalendars();
 
     PlannerPorts m_ports;
     SavedData m_data;
@@ -130,6 +188,7 @@ private:
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;
     std::optional<QString> m_calendarSyncMessage;
+    std::optional<QString> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;
     QString m_preferredName;
@@ -138,6 +197,7 @@ private:
     int m_displayEndHour = 24;
     bool m_automaticCalendarSync = true;
     bool m_launchAtLogin = false;
+    PreferenceWriter m_writer;
 };
 
 } // namespace tessaly

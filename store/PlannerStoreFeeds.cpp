@@ -2,10 +2,16 @@
 
 namespace tessaly {
 
-void PlannerStore::addCalendarFeed(const QString &) {}
+void PlannerStore::addCalendarFeed(const QString &)
+{
+}
 
-void PlannerStore::refreshCalendarFeed(const QUuid &) {}
+void PlannerStore::refreshCalendarFeed(const QUuid &)
+{
+}
 
-void PlannerStore::deleteCalendarFeed(const QUuid &) {}
+void PlannerStore::deleteCalendarFeed(const QUuid &)
+{
+}
 
 } // namespace tessaly

@@ -1,0 +1,73 @@
+#include "store/ErrorText.h"
+
+namespace tessaly {
+
+namespace {
+
+struct Words
+{
+    const char16_t *chinese;
+    const char16_t *english;
+};
+
+// No default: a new code without words is a compiler warning.
+Words words(ErrorCode code)
+{
+    switch (code) {
+    case ErrorCode::StorageUnwritable:
+        return {u"无法写入数据文件夹", u"The data folder cannot be written"};
+    case ErrorCode::StorageCorrupt:
+        return {u"数据文件已损坏", u"The data file is damaged"};
+    case ErrorCode::StorageLocked:
+        return {u"数据文件正被另一个程序使用", u"The data file is in use by another program"};
+    case ErrorCode::StorageFull:
+        return {u"磁盘空间不足", u"The disk is full"};
+    case ErrorCode::StorageNewer:
+        return {u"数据文件来自更新的版本", u"The data file was written by a newer version"};
+    case ErrorCode::StorageFailed:
+        return {u"数据文件读写失败", u"The data file could not be read or written"};
+    case ErrorCode::DownloadTimedOut:
+        return {u"服务器长时间没有响应", u"The server did not answer in time"};
+    case ErrorCode::DownloadTooLarge:
+        return {u"文件超过 64 MB，无法导入", u"The file is larger than 64 MB"};
+    case ErrorCode::DownloadInsecureRedirect:
+        return {u"链接被转到不安全的地址", u"The link leads on to an insecure address"};
+    case ErrorCode::DownloadTooManyRedirects:
+        return {u"链接的重定向次数过多", u"The link is redirected too many times"};
+    case ErrorCode::DownloadTlsFailed:
+        return {u"无法建立安全连接", u"A secure connection could not be made"};
+    case ErrorCode::DownloadHostNotFound:
+        return {u"找不到服务器", u"The server could not be found"};
+    case ErrorCode::DownloadConnectionFailed:
+        return {u"无法连接到服务器", u"Could not connect to the server"};
+    case ErrorCode::DownloadIncomplete:
+        return {u"下载中途断开", u"The download broke off"};
+    case ErrorCode::DownloadFailed:
+        return {u"下载失败", u"The download failed"};
+    case ErrorCode::TextEncodingInapplicable:
+        return {u"文件不是 UTF-8 编码的文本", u"The file is not text encoded as UTF-8"};
+    case ErrorCode::CalendarAccessFailed:
+        return {u"无法连接系统日历服务", u"The system's calendar service cannot be reached"};
+    case ErrorCode::CalendarWriteFailed:
+        return {u"系统日历未能保存更改", u"The system's calendar did not save the change"};
+    case ErrorCode::LoginItemFailed:
+        return {u"系统未接受开机启动设置", u"The system did not accept the launch-at-login setting"};
+    case ErrorCode::NotificationFailed:
+        return {u"系统未能显示通知", u"The system could not show the notification"};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+QString errorText(const Error &error, AppLanguage language)
+{
+    const Words found = words(error.code);
+    const bool isEnglish = language == AppLanguage::English;
+    QString text = QString::fromUtf16(isEnglish ? found.english : found.chinese);
+    if (!error.detail.isEmpty())
+        text += (isEnglish ? QStringLiteral(" (%1)") : QStringLiteral("（%1）")).arg(error.detail);
+    return text + (isEnglish ? u'.' : u'。');
+}
+
+} // namespace tessaly

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "model/AppLanguage.h"
+#include "model/Result.h"
+
+namespace tessaly {
+
+/// The failure in words of the interface language: one sentence, with the technical detail, if any, in brackets.
+[[nodiscard]] QString errorText(const Error &error, AppLanguage language);
+
+} // namespace tessaly

@@ -1,0 +1,39 @@
+#include "platform/NotificationCenter.h"
+#include "store/PlannerStore.h"
+#include "store/RecordRows.h"
+
+#include "model/Uuid.h"
+
+namespace tessaly {
+
+void PlannerStore::addReminder(const ReminderItem &item)
+{
+    remindersAssigned(appendRecord(m_data.reminders, item));
+    scheduleNotification(item);
+}
+
+void PlannerStore::updateReminder(const ReminderItem &item)
+{
+    if (const auto rows = replaceRecord(m_data.reminders, item))
+        remindersAssigned(*rows);
+}
+
+void PlannerStore::removeReminder(const QUuid &id)
+{
+    if (const auto rows = removeRecords(m_data.reminders, id))
+        remindersAssigned(*rows);
+}
+
+void PlannerStore::scheduleNotification(const ReminderItem &item)
+{
+    if (!item.dueDate)
+        return;
+    const QDateTime due = calendar().dateTime(*item.dueDate);
+    const QTime minute(due.time().hour(), due.time().minute());
+    m_ports.notificationCenter.add({.identifier = uuidText(item.id),
+                                    .title = text(QStringLiteral("提醒事项"), QStringLiteral("Reminder")),
+                                    .body = item.title,
+                                    .minute = QDateTime(due.date(), minute, calendar().zone())});
+}
+
+} // namespace tessaly
