@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tessaly {
+
+/// The files of the user. Paths are absolute.
+class FileSystem
+{
+public:
+    virtual ~FileSystem() = default;
+
+    [[nodiscard]] virtual bool exists(const QString &path) const = 0;
+    /// Nothing when the file cannot be read whole.
+    [[nodiscard]] virtual std::optional<QByteArray> read(const QString &path) const = 0;
+    /// Names of the files in a folder, in order; none when it cannot be listed.
+    [[nodiscard]] virtual QStringList fileNames(const QString &folder) const = 0;
+
+    /// Also makes the folders above it. True when the folder exists afterwards.
+    virtual bool makeFolder(const QString &folder) = 0;
+    /// Replaces the file in one step; the bytes are on the disk when it returns. On failure the former file stands.
+    virtual bool write(const QString &path, const QByteArray &bytes) = 0;
+    /// Never replaces `to`.
+    virtual bool copy(const QString &from, const QString &to) = 0;
+    /// Never replaces `to`; works across devices, where `from` stays until the copy is complete.
+    virtual bool move(const QString &from, const QString &to) = 0;
+    virtual bool remove(const QString &path) = 0;
+};
+
+} // namespace tessaly

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+namespace tessaly {
+
+/// The file system of the machine.
+class LocalFileSystem final : public FileSystem
+{
+public:
+    [[nodiscard]] bool exists(const QString &path) const override;
+    [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
+    [[nodiscard]] QStringList fileNames(const QString &folder) const override;
+    bool makeFolder(const QString &folder) override;
+    bool write(const QString &path, const QByteArray &bytes) override;
+    bool copy(const QString &from, const QString &to) override;
+    bool move(const QString &from, const QString &to) override;
+    bool remove(const QString &path) override;
+};
+
+} // namespace tessaly

@@ -1,0 +1,122 @@
+#include "store/DocumentFolder.h"
+
+#include "model/Uuid.h"
+#include "platform/FileSystem.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+#include <utility>
+
+namespace tessaly {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray digest(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
+}
+
+QString assetsFolder(const QString &path)
+{
+    return path + u"/Assets"_s;
+}
+
+} // namespace
+
+DocumentFolder::DocumentFolder(FileSystem &files, QString path) : m_files(files), m_path(std::move(path))
+{
+}
+
+QString DocumentFolder::documentPath(const QUuid &documentID) const
+{
+    return m_path + u'/' + uuidText(documentID) + u".md"_s;
+}
+
+QString DocumentFolder::text(const QUuid &documentID)
+{
+    const std::optional<QByteArray> bytes = m_files.read(documentPath(documentID));
+    if (!bytes) {
+        m_knownDigests.remove(documentID);
+        return {};
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    QString text = decoder(*bytes);
+    if (decoder.hasError()) {
+        // Text that cannot be shown was not seen by the user: saving must keep it.
+        m_knownDigests.remove(documentID);
+        return {};
+    }
+    m_knownDigests.insert(documentID, digest(*bytes));
+    return text;
+}
+
+bool DocumentFolder::write(const QUuid &documentID, const QString &text)
+{
+    m_files.makeFolder(m_path);
+    const QByteArray bytes = text.toUtf8();
+    keepForeignVersion(documentID, bytes);
+    if (!m_files.write(documentPath(documentID), bytes))
+        return false;
+    m_knownDigests.insert(documentID, digest(bytes));
+    return true;
+}
+
+void DocumentFolder::keepForeignVersion(const QUuid &documentID, const QByteArray &ours)
+{
+    const std::optional<QByteArray> onDisk = m_files.read(documentPath(documentID));
+    if (!onDisk || *onDisk == ours || m_knownDigests.value(documentID) == digest(*onDisk))
+        return;
+    const QString base = m_path + u'/' + uuidText(documentID) + u" (changed elsewhere"_s;
+    QString kept = base + u").md"_s;
+    for (int number = 2; m_files.exists(kept); ++number)
+        kept = base + u' ' + QString::number(number) + u").md"_s;
+    m_files.write(kept, *onDisk);
+}
+
+void DocumentFolder::remove(const QUuid &documentID)
+{
+    m_files.remove(documentPath(documentID));
+    m_knownDigests.remove(documentID);
+}
+
+std::optional<QString> DocumentFolder::importImage(const QUuid &documentID, const QUrl &source)
+{
+    const QString suffix = QFileInfo(source.toLocalFile()).suffix();
+    const QString folder = assetsFolder(m_path);
+    m_files.makeFolder(folder);
+    const QString target = folder + u'/' + uuidText(documentID) + u'-' + uuidText(QUuid::createUuid()) + u'.' +
+                           (suffix.isEmpty() ? u"png"_s : suffix);
+    if (!m_files.copy(source.toLocalFile(), target))
+        return std::nullopt;
+    const QByteArray encoded = QUrl::toPercentEncoding(target, "/");
+    return u"file://"_s + QString::fromLatin1(encoded);
+}
+
+void DocumentFolder::moveTo(const QString &newPath, const QList<MarkdownDocument> &documents)
+{
+    m_files.makeFolder(newPath);
+    const QString oldPath = std::exchange(m_path, newPath);
+    if (QDir::cleanPath(oldPath) == QDir::cleanPath(newPath))
+        return;
+    const auto moveUnlessThere = [this](const QString &from, const QString &to) {
+        if (m_files.exists(from) && !m_files.exists(to))
+            m_files.move(from, to);
+    };
+    for (const MarkdownDocument &document : documents) {
+        const QString name = u'/' + uuidText(document.id) + u".md"_s;
+        moveUnlessThere(oldPath + name, newPath + name);
+    }
+    const QString oldAssets = assetsFolder(oldPath);
+    if (!m_files.exists(oldAssets))
+        return;
+    m_files.makeFolder(assetsFolder(newPath));
+    for (const QString &name : m_files.fileNames(oldAssets))
+        moveUnlessThere(oldAssets + u'/' + name, assetsFolder(newPath) + u'/' + name);
+}
+
+} // namespace tessaly

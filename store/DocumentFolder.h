@@ -1,0 +1,49 @@
+#pragma once
+
+#include "model/MarkdownDocument.h"
+
+#include <QHash>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+namespace tessaly {
+
+class FileSystem;
+
+/// The files of the document library in one folder: "<ID>.md" for each document, and their pictures in "Assets".
+/// Failures of the file system have no effect beyond the step that failed.
+class DocumentFolder
+{
+public:
+    /// `path` is absolute. The folder is made when it is first needed.
+    DocumentFolder(FileSystem &files, QString path);
+
+    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] QString documentPath(const QUuid &documentID) const;
+
+    /// The text of the document; empty when its file is missing or not UTF-8. Remembers it as the version known here.
+    [[nodiscard]] QString text(const QUuid &documentID);
+    /// Writes the text at once and durably. A version that another program has written since the last text() or write()
+    /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number.
+    bool write(const QUuid &documentID, const QString &text);
+    void remove(const QUuid &documentID);
+
+    /// Copies the picture into "Assets" under a new name; the copy's URL, percent-encoded so that it can stand in a
+    /// Markdown link, or nothing when copying failed.
+    [[nodiscard]] std::optional<QString> importImage(const QUuid &documentID, const QUrl &source);
+
+    /// Moves the documents' files and the pictures to another folder. What exists there is never overwritten, what
+    /// cannot be moved stays.
+    void moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
+
+private:
+    void keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
+
+    FileSystem &m_files;
+    QString m_path;
+    QHash<QUuid, QByteArray> m_knownDigests;
+};
+
+} // namespace tessaly

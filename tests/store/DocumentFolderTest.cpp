@@ -1,0 +1,126 @@
+#include "store/DocumentFolder.h"
+#include "model/Uuid.h"
+#include "platform/common/LocalFileSystem.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace tessaly;
+using namespace Qt::StringLiterals;
+
+class DocumentFolderTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_temporary;
+    LocalFileSystem m_files;
+
+    [[nodiscard]] QString newFolder() { return m_temporary.filePath(uuidText(QUuid::createUuid()) + u"/Documents"_s); }
+
+private slots:
+    void textComesBackAsItWasWritten()
+    {
+        DocumentFolder folder(m_files, newFolder());
+        const QUuid id = QUuid::createUuid();
+        QCOMPARE(folder.text(id), QString());
+
+        QVERIFY(folder.write(id, u"# 标题\r\n\tcode 😀"_s));
+        QCOMPARE(folder.text(id), u"# 标题\r\n\tcode 😀"_s);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{uuidText(id) + u".md"_s});
+
+        folder.remove(id);
+        QCOMPARE(folder.text(id), QString());
+    }
+
+    void aVersionFromElsewhereIsKeptBesideOurs_data()
+    {
+        QTest::addColumn<QByteArray>("foreign");
+        QTest::newRow("text") << QByteArray("theirs");
+        QTest::newRow("not UTF-8") << QByteArray("th\xe9irs");
+    }
+
+    void aVersionFromElsewhereIsKeptBesideOurs()
+    {
+        QFETCH(const QByteArray, foreign);
+        DocumentFolder folder(m_files, newFolder());
+        const QUuid id = QUuid::createUuid();
+        QVERIFY(folder.write(id, u"ours"_s));
+        QVERIFY(m_files.write(folder.documentPath(id), foreign));
+
+        QVERIFY(folder.write(id, u"ours, later"_s));
+        QVERIFY(folder.write(id, u"ours, later still"_s));
+
+        QCOMPARE(folder.text(id), u"ours, later still"_s);
+        const QString kept = folder.path() + u'/' + uuidText(id) + u" (changed elsewhere).md"_s;
+        QCOMPARE(m_files.read(kept), foreign);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+    }
+
+    void aWriteThatFailsLeavesTheFormerText()
+    {
+        DocumentFolder folder(m_files, newFolder());
+        const QUuid id = QUuid::createUuid();
+        // A folder where the file should be: no write can succeed.
+        QVERIFY(m_files.makeFolder(folder.documentPath(id)));
+        QVERIFY(!folder.write(id, u"text"_s));
+        QVERIFY(QFileInfo(folder.documentPath(id)).isDir());
+    }
+
+    void imagesGetNamesOfTheirOwnAndAnEncodedLink()
+    {
+        DocumentFolder folder(m_files, m_temporary.filePath(u"a (b) [c] 文/Documents"_s));
+        const QString source = m_temporary.filePath(u"picture.JPG"_s);
+        const QString bare = m_temporary.filePath(u"bare"_s);
+        QVERIFY(m_files.write(source, "jpeg") && m_files.write(bare, "png"));
+        const QUuid id = QUuid::createUuid();
+
+        const std::optional<QString> first = folder.importImage(id, QUrl::fromLocalFile(source));
+        const std::optional<QString> second = folder.importImage(id, QUrl::fromLocalFile(source));
+        const std::optional<QString> third = folder.importImage(id, QUrl::fromLocalFile(bare));
+
+        QVERIFY(first && second && third && *first != *second);
+        QVERIFY(first->startsWith(u"file:///"_s) && first->endsWith(u".JPG"_s) && third->endsWith(u".png"_s));
+        QVERIFY2(!first->contains(u'(') && !first->contains(u'[') && !first->contains(u' ') &&
+                     !first->contains(u"文"_s),
+                 qPrintable(*first));
+        QCOMPARE(m_files.read(QUrl(*first).toLocalFile()), QByteArray("jpeg"));
+        QCOMPARE(folder.importImage(id, QUrl(u"file:///missing.png"_s)), std::nullopt);
+    }
+
+    void movingTakesDocumentsAndPicturesAndOverwritesNothing()
+    {
+        DocumentFolder folder(m_files, newFolder());
+        const QString oldPath = folder.path();
+        const QString newPath = newFolder();
+        const MarkdownDocument moved;
+        const MarkdownDocument there;
+        QVERIFY(folder.write(moved.id, u"moved"_s) && folder.write(there.id, u"old"_s));
+        QVERIFY(m_files.makeFolder(oldPath + u"/Assets"_s) && m_files.write(oldPath + u"/Assets/a.png"_s, "a"));
+        QVERIFY(m_files.makeFolder(newPath) && m_files.write(newPath + u'/' + uuidText(there.id) + u".md"_s, "new"));
+
+        folder.moveTo(newPath, {moved, there, MarkdownDocument()});
+
+        QCOMPARE(folder.text(moved.id), u"moved"_s);
+        QCOMPARE(folder.text(there.id), u"new"_s);
+        QCOMPARE(m_files.read(newPath + u"/Assets/a.png"_s), QByteArray("a"));
+        QCOMPARE(m_files.read(oldPath + u'/' + uuidText(there.id) + u".md"_s), QByteArray("old"));
+        QVERIFY(!m_files.exists(oldPath + u'/' + uuidText(moved.id) + u".md"_s));
+    }
+
+    void aFileMovesToAnotherDevice()
+    {
+        const QTemporaryDir other(u"/dev/shm/tessaly-XXXXXX"_s);
+        if (!other.isValid())
+            QSKIP("there is no second file system to move to");
+        const QString from = m_temporary.filePath(u"cross"_s);
+        QVERIFY(m_files.write(from, "text"));
+        QVERIFY(m_files.move(from, other.filePath(u"cross"_s)));
+        QCOMPARE(m_files.read(other.filePath(u"cross"_s)), QByteArray("text"));
+        QVERIFY(!m_files.exists(from));
+    }
+};
+
+TESSALY_TEST_MAIN(DocumentFolderTest)
+#include "DocumentFolderTest.moc"
