@@ -8,6 +8,8 @@
 #include <QTime>
 #include <QTimeZone>
 
+#include <optional>
+
 namespace tessaly {
 
 /// The user's calendar: Gregorian, in one time zone, with one first weekday. The only place where instants become
@@ -27,7 +29,7 @@ public:
     /// The instant as local wall-clock time.
     [[nodiscard]] QDateTime dateTime(Instant instant) const;
     [[nodiscard]] QDate day(Instant instant) const;
-    /// Whole minutes since local midnight, 0 to 1439.
+    /// Whole minutes since local midnight as the clock shows them, 0 to 1439.
     [[nodiscard]] int minuteOfDay(Instant instant) const;
     /// The local wall-clock time as an instant. A time that a clock change skips is read with the offset before the
     /// gap, a repeated one is the first (RFC 5545, 3.3.5).
@@ -36,8 +38,19 @@ public:
     [[nodiscard]] Instant startOfDay(QDate day) const;
     /// The first day of the week that contains the day.
     [[nodiscard]] QDate weekStart(QDate day) const;
+    /// The first day of the month that contains the day.
+    [[nodiscard]] static QDate monthStart(QDate day);
+
+    /// The same wall-clock time so many days or months later; a day that the month lacks becomes its last day.
+    /// Nothing when the calendar has no such day.
+    [[nodiscard]] std::optional<Instant> addingDays(Instant instant, qint64 days) const;
+    [[nodiscard]] std::optional<Instant> addingMonths(Instant instant, int months) const;
 
 private:
+    [[nodiscard]] std::optional<Instant> moved(Instant instant, QDate day) const;
+    /// Seconds east of UTC.
+    [[nodiscard]] qint64 offsetAt(qint64 unixMilliseconds) const;
+
     QTimeZone m_zone;
     Qt::DayOfWeek m_firstWeekday;
     QLocale m_locale;

@@ -1,0 +1,116 @@
+#include "model/ScheduleRules.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace tessaly {
+
+QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar &calendar)
+{
+    const bool isWeek = scope == CalendarScope::Week;
+    const QDate start = calendar.weekStart(isWeek ? focusDay : UserCalendar::monthStart(focusDay));
+    const int count = isWeek ? 7 : 42;
+    QList<QDate> days;
+    days.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        const QDate day = start.addDays(index);
+        if (day.isValid())
+            days.append(day);
+    }
+    return days;
+}
+
+std::optional<InstantRange> viewport(const QList<QDate> &days, const UserCalendar &calendar)
+{
+    if (days.isEmpty())
+        return std::nullopt;
+    return InstantRange{calendar.startOfDay(days.first()), calendar.startOfDay(days.last().addDays(1))};
+}
+
+bool isDisplayed(const ScheduleItem &schedule, const QSet<QString> &visibleCalendarIDs)
+{
+    return !schedule.calendarIdentifier || visibleCalendarIDs.contains(*schedule.calendarIdentifier);
+}
+
+bool isInViewport(const ScheduleItem &schedule, const InstantRange &range)
+{
+    return schedule.date < range.to && schedule.endDate.value_or(schedule.date) >= range.from;
+}
+
+Instant movedFocus(Instant focus, CalendarScope scope, int by, const UserCalendar &calendar)
+{
+    const std::optional<Instant> moved =
+        scope == CalendarScope::Month ? calendar.addingMonths(focus, by) : calendar.addingDays(focus, 7LL * by);
+    return moved.value_or(focus);
+}
+
+QString monthTitle(QDate day, bool isEnglish)
+{
+    if (isEnglish)
+        return QLocale(QLocale::English, QLocale::UnitedStates).toString(day, u"MMMM yyyy");
+    return QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China).toString(day, u"yyyy年M月");
+}
+
+QString timeRangeText(Instant start, const std::optional<Instant> &end, const UserCalendar &calendar)
+{
+    const auto clockText = [&calendar](Instant instant) {
+        const auto minute = static_cast<char16_t>(calendar.minuteOfDay(instant));
+        const std::array<QChar, 5> text = {QChar(u'0' + minute / 600), QChar(u'0' + minute / 60 % 10), QChar(u':'),
+                                           QChar(u'0' + minute % 60 / 10), QChar(u'0' + minute % 10)};
+        return QString(text.data(), text.size());
+    };
+    return end ? clockText(start) + QStringLiteral(" – ") + clockText(*end) : clockText(start);
+}
+
+FormTimes formMovedTo(QDate day, const FormTimes &form, const UserCalendar &calendar)
+{
+    return formTappedAt(day, calendar.minuteOfDay(form.start), form, calendar);
+}
+
+FormTimes formTappedAt(QDate day, int minuteOfDay, const FormTimes &form, const UserCalendar &calendar)
+{
+    const double duration = std::max(form.end.seconds - form.start.seconds, leastScheduleSeconds);
+    const Instant start = calendar.instant(day, QTime(minuteOfDay / 60, minuteOfDay % 60));
+    return {start, start.plus(duration)};
+}
+
+Instant leastEnd(const FormTimes &form)
+{
+    return std::max(form.end, form.start.plus(leastScheduleSeconds));
+}
+
+QList<CalendarOption> calendarChoices(const QList<CalendarOption> &calendars)
+{
+    QList<CalendarOption> choices;
+    std::ranges::copy_if(calendars, std::back_inserter(choices), [](const CalendarOption &calendar) {
+        return calendar.sourceTitle.contains(QLatin1String("icloud"), Qt::CaseInsensitive);
+    });
+    return choices;
+}
+
+std::optional<QString> targetCalendar(const QList<CalendarOption> &choices, const QString &chosen)
+{
+    const auto found = std::ranges::find(choices, chosen, &CalendarOption::id);
+    if (!chosen.isEmpty() && found != choices.cend())
+        return found->id;
+    return choices.isEmpty() ? std::nullopt : std::optional(choices.first().id);
+}
+
+std::optional<ScheduleItem> newSchedule(const ScheduleForm &form)
+{
+    const QString title = form.title.trimmed();
+    if (title.isEmpty())
+        return std::nullopt;
+    ScheduleItem schedule;
+    schedule.title = title;
+    schedule.date = form.times.start;
+    schedule.endDate = leastEnd(form.times);
+    if (!form.tag.isEmpty())
+        schedule.tag = form.tag;
+    schedule.customColorHex = form.colorHex;
+    schedule.calendarExportRequested = form.isExportRequested;
+    return schedule;
+}
+
+} // namespace tessaly

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "model/ScheduleIndex.h"
+#include "model/ScheduleRules.h"
+#include "model/WeekLayout.h"
+#include "views/schedule/ScheduleRows.h"
+
+namespace tessaly {
+
+/// What the rows of the schedule screen are made from.
+struct ScheduleSource
+{
+    const QList<ScheduleItem> &schedules;
+    const ScheduleIndex &index;
+    const QSet<QString> &visibleCalendarIDs;
+    const UserCalendar &calendar;
+    bool isEnglish = false;
+};
+
+/// How the day headers and cells are marked.
+struct DayMarks
+{
+    QDate today = {};
+    QDate focusDay = {};
+    CalendarScope scope = CalendarScope::Week;
+};
+
+/// For each of the consecutive days, the displayed schedules in view that start on it, sorted by start.
+[[nodiscard]] QList<QList<DayEvent>> eventsByDay(const QList<QDate> &days, const ScheduleSource &source);
+
+[[nodiscard]] QList<DayRow> dayRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
+                                    const DayMarks &marks, bool isEnglish);
+[[nodiscard]] QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
+                                        const ScheduleSource &source, const WeekMeasures &measures, double dayWidth,
+                                        const QUuid &selectedID);
+[[nodiscard]] QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
+                                                const ScheduleSource &source, QDate focusDay);
+/// Every displayed schedule that starts on the day.
+[[nodiscard]] QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source);
+
+/// The row that an arrow key leads to among blocks ordered by day and time: within the day, or the block nearest in
+/// time on the next day that has any. The same row when there is none.
+[[nodiscard]] qsizetype neighbourInDay(const QList<BlockRow> &blocks, qsizetype row, int step);
+[[nodiscard]] qsizetype neighbourDay(const QList<BlockRow> &blocks, qsizetype row, int step);
+
+} // namespace tessaly

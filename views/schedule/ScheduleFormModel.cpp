@@ -1,0 +1,151 @@
+#include "views/schedule/ScheduleFormModel.h"
+
+#include "model/ScheduleColors.h"
+#include "platform/Clock.h"
+#include "store/PlannerStore.h"
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+// The light value of the palette's blue, which is what the colour well stores for its blue swatch.
+const QString firstColor = QStringLiteral("#2C66D8");
+
+Instant instantOf(const QDateTime &dateTime)
+{
+    return Instant::fromUnixSeconds(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000.0);
+}
+
+} // namespace
+
+void ScheduleFormModel::setStore(PlannerStore *store)
+{
+    m_store = store;
+    const Instant now = store->clock().now();
+    m_form.times = {now, now.plus(defaultScheduleSeconds)};
+    m_form.colorHex = firstColor;
+    connect(store, &PlannerStore::availableCalendarsChanged, this, &ScheduleFormModel::calendarsChanged);
+    emit timesChanged();
+    emit colorHexChanged();
+    emit calendarsChanged();
+}
+
+void ScheduleFormModel::setTitle(const QString &title)
+{
+    if (m_form.title == title)
+        return;
+    m_form.title = title;
+    emit titleChanged();
+}
+
+void ScheduleFormModel::setTag(const QString &tag)
+{
+    if (m_form.tag == tag)
+        return;
+    m_form.tag = tag;
+    emit tagChanged();
+}
+
+QDateTime ScheduleFormModel::start() const
+{
+    return m_store ? m_store->calendar().dateTime(m_form.times.start) : QDateTime();
+}
+
+void ScheduleFormModel::setStart(const QDateTime &start)
+{
+    if (start.isValid())
+        setTimes({instantOf(start), m_form.times.end});
+}
+
+QDateTime ScheduleFormModel::end() const
+{
+    return m_store ? m_store->calendar().dateTime(m_form.times.end) : QDateTime();
+}
+
+void ScheduleFormModel::setEnd(const QDateTime &end)
+{
+    if (end.isValid())
+        setTimes({m_form.times.start, instantOf(end)});
+}
+
+void ScheduleFormModel::setTimes(const FormTimes &times)
+{
+    if (m_form.times == times)
+        return;
+    m_form.times = times;
+    emit timesChanged();
+}
+
+void ScheduleFormModel::setColorHex(const QString &hex)
+{
+    const std::optional<RgbColor> color = colorFromHex(hex);
+    if (!color || tessaly::colorHex(*color) == m_form.colorHex)
+        return;
+    m_form.colorHex = tessaly::colorHex(*color);
+    emit colorHexChanged();
+}
+
+void ScheduleFormModel::setExportRequested(bool isRequested)
+{
+    if (m_form.isExportRequested == isRequested)
+        return;
+    m_form.isExportRequested = isRequested;
+    emit isExportRequestedChanged();
+}
+
+QList<CalendarOption> ScheduleFormModel::choices() const
+{
+    return m_store ? calendarChoices(m_store->availableCalendars()) : QList<CalendarOption>();
+}
+
+QStringList ScheduleFormModel::calendarTitles() const
+{
+    QStringList titles;
+    const QList<CalendarOption> offered = choices();
+    for (const CalendarOption &calendar : offered)
+        titles.append(calendar.title + QStringLiteral(" · ") + calendar.sourceTitle);
+    return titles;
+}
+
+int ScheduleFormModel::calendarIndex() const
+{
+    const QList<CalendarOption> offered = choices();
+    const QString target = targetCalendar(offered, m_chosenCalendar).value_or(QString());
+    const auto found = std::ranges::find(offered, target, &CalendarOption::id);
+    return found == offered.cend() ? -1 : static_cast<int>(found - offered.cbegin());
+}
+
+void ScheduleFormModel::setCalendarIndex(int index)
+{
+    const QList<CalendarOption> offered = choices();
+    if (index < 0 || index >= offered.size() || offered.at(index).id == m_chosenCalendar)
+        return;
+    m_chosenCalendar = offered.at(index).id;
+    emit calendarsChanged();
+}
+
+void ScheduleFormModel::moveTo(QDate day)
+{
+    setTimes(formMovedTo(day, m_form.times, m_store->calendar()));
+}
+
+void ScheduleFormModel::moveTo(QDate day, int minuteOfDay)
+{
+    setTimes(formTappedAt(day, minuteOfDay, m_form.times, m_store->calendar()));
+}
+
+bool ScheduleFormModel::add()
+{
+    const std::optional<ScheduleItem> schedule = newSchedule(m_form);
+    if (!schedule)
+        return false;
+    m_store->addSchedule(*schedule,
+                         m_form.isExportRequested ? targetCalendar(choices(), m_chosenCalendar) : std::nullopt);
+    setTitle({});
+    setTag({});
+    return true;
+}
+
+} // namespace tessaly

@@ -1,0 +1,164 @@
+#include "views/schedule/ScheduleNoteModel.h"
+
+#include "store/PlannerStore.h"
+
+namespace tessaly {
+
+namespace {
+
+Instant instantOf(const QDateTime &dateTime)
+{
+    return Instant::fromUnixSeconds(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000.0);
+}
+
+} // namespace
+
+ScheduleNoteModel::ScheduleNoteModel(const PlannerStore &store, const ScheduleItem &item, NoteMode mode,
+                                     QObject *parent)
+    : QObject(parent), m_store(store), m_draft(draftOf(item, mode)),
+      m_tasks({
+          {"title", [](const NoteTaskRow &row) -> QVariant { return row.title; }},
+          {"isComplete", [](const NoteTaskRow &row) -> QVariant { return row.isComplete; }},
+      })
+{
+    connect(&store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleNoteModel::languageChanged);
+    refreshTasks();
+}
+
+QString ScheduleNoteModel::timeText() const
+{
+    const QString start = m_store.dateText(m_draft.item.date, false);
+    return m_draft.item.endDate ? start + QStringLiteral(" – ") + m_store.dateText(*m_draft.item.endDate, false)
+                                : start;
+}
+
+void ScheduleNoteModel::setTitle(const QString &title)
+{
+    if (m_draft.title == title)
+        return;
+    m_draft.title = title;
+    emit fieldsChanged();
+}
+
+void ScheduleNoteModel::setTag(const QString &tag)
+{
+    if (m_draft.tag == tag)
+        return;
+    m_draft.tag = tag;
+    emit fieldsChanged();
+}
+
+void ScheduleNoteModel::setNotes(const QString &notes)
+{
+    if (m_draft.notes == notes)
+        return;
+    m_draft.notes = notes;
+    emit fieldsChanged();
+}
+
+void ScheduleNoteModel::setNewTask(const QString &title)
+{
+    if (m_draft.newTask == title)
+        return;
+    m_draft.newTask = title;
+    emit fieldsChanged();
+}
+
+QDateTime ScheduleNoteModel::start() const
+{
+    return m_store.calendar().dateTime(m_draft.startDate);
+}
+
+void ScheduleNoteModel::setStart(const QDateTime &start)
+{
+    if (!start.isValid() || start == this->start())
+        return;
+    m_draft.startDate = instantOf(start);
+    emit fieldsChanged();
+}
+
+QDateTime ScheduleNoteModel::end() const
+{
+    return m_store.calendar().dateTime(m_draft.endDate);
+}
+
+void ScheduleNoteModel::setEnd(const QDateTime &end)
+{
+    if (!end.isValid() || end == this->end())
+        return;
+    m_draft.endDate = instantOf(end);
+    emit fieldsChanged();
+}
+
+void ScheduleNoteModel::startEditing()
+{
+    m_draft.isEditing = true;
+    emit isEditingChanged();
+}
+
+void ScheduleNoteModel::cancel()
+{
+    cancelEditing(m_draft);
+    refreshTasks();
+    emit fieldsChanged();
+    emit isEditingChanged();
+}
+
+void ScheduleNoteModel::save()
+{
+    const ScheduleItem edited = editedSchedule(m_draft);
+    m_draft.isEditing = false;
+    emit saved(edited);
+}
+
+void ScheduleNoteModel::toggleTask(int row)
+{
+    if (!hasTask(row))
+        return;
+    m_draft.tasks[row].isComplete = !m_draft.tasks.at(row).isComplete;
+    refreshTasks();
+    emit saved(scheduleWithTasks(m_draft));
+}
+
+void ScheduleNoteModel::addTask()
+{
+    tessaly::addTask(m_draft);
+    refreshTasks();
+    emit fieldsChanged();
+}
+
+void ScheduleNoteModel::deleteTask(int row)
+{
+    if (!hasTask(row))
+        return;
+    m_draft.tasks.removeAt(row);
+    refreshTasks();
+}
+
+void ScheduleNoteModel::setTaskTitle(int row, const QString &title)
+{
+    if (!hasTask(row))
+        return;
+    m_draft.tasks[row].title = title;
+    refreshTasks();
+}
+
+void ScheduleNoteModel::setTaskComplete(int row, bool isComplete)
+{
+    if (!hasTask(row))
+        return;
+    m_draft.tasks[row].isComplete = isComplete;
+    refreshTasks();
+}
+
+void ScheduleNoteModel::refreshTasks()
+{
+    QList<NoteTaskRow> rows;
+    rows.reserve(m_draft.tasks.size());
+    for (const ScheduleTask &task : std::as_const(m_draft.tasks))
+        rows.append({task.id, task.title, task.isComplete});
+    m_tasks.setRows(rows);
+    emit tasksChanged();
+}
+
+} // namespace tessaly

@@ -1,0 +1,58 @@
+#include "views/schedule/ScheduleRows.h"
+
+namespace tessaly {
+
+QList<DayModel::Role> dayRoles()
+{
+    return {
+        {"weekday", [](const DayRow &row) -> QVariant { return row.weekday; }},
+        {"number", [](const DayRow &row) -> QVariant { return row.number; }},
+        {"isToday", [](const DayRow &row) -> QVariant { return row.isToday; }},
+        {"isFocused", [](const DayRow &row) -> QVariant { return row.isFocused; }},
+        {"isOutside", [](const DayRow &row) -> QVariant { return row.isOutside; }},
+        {"spokenName", [](const DayRow &row) -> QVariant { return row.spokenName; }},
+    };
+}
+
+QList<BlockModel::Role> blockRoles()
+{
+    return {
+        {"dayIndex", [](const BlockRow &row) -> QVariant { return row.dayIndex; }},
+        {"blockX", [](const BlockRow &row) -> QVariant { return row.x; }},
+        {"blockY", [](const BlockRow &row) -> QVariant { return row.y; }},
+        {"blockWidth", [](const BlockRow &row) -> QVariant { return row.width; }},
+        {"blockHeight", [](const BlockRow &row) -> QVariant { return row.height; }},
+        {"title", [](const BlockRow &row) -> QVariant { return row.title; }},
+        {"startText", [](const BlockRow &row) -> QVariant { return row.startText; }},
+        {"timeRange", [](const BlockRow &row) -> QVariant { return row.timeRange; }},
+        {"tag", [](const BlockRow &row) -> QVariant { return row.tag; }},
+        {"colorKey", [](const BlockRow &row) -> QVariant { return row.colorKey; }},
+        {"isSelected", [](const BlockRow &row) -> QVariant { return row.isSelected; }},
+        {"spokenName", [](const BlockRow &row) -> QVariant { return row.spokenName; }},
+    };
+}
+
+QList<MonthLineModel::Role> monthLineRoles()
+{
+    return {
+        {"cellIndex", [](const MonthLineRow &row) -> QVariant { return row.cellIndex; }},
+        {"slot", [](const MonthLineRow &row) -> QVariant { return row.slot; }},
+        {"title", [](const MonthLineRow &row) -> QVariant { return row.title; }},
+        {"startText", [](const MonthLineRow &row) -> QVariant { return row.startText; }},
+        {"colorKey", [](const MonthLineRow &row) -> QVariant { return row.colorKey; }},
+        {"isOutside", [](const MonthLineRow &row) -> QVariant { return row.isOutside; }},
+        {"spokenName", [](const MonthLineRow &row) -> QVariant { return row.spokenName; }},
+    };
+}
+
+QList<DayListModel::Role> dayListRoles()
+{
+    return {
+        {"title", [](const DayListRow &row) -> QVariant { return row.title; }},
+        {"timeRange", [](const DayListRow &row) -> QVariant { return row.timeRange; }},
+        {"tag", [](const DayListRow &row) -> QVariant { return row.tag; }},
+        {"colorKey", [](const DayListRow &row) -> QVariant { return row.colorKey; }},
+    };
+}
+
+} // namespace tessaly
