@@ -1,0 +1,135 @@
+#include "model/ScheduleColors.h"
+#include "tests/support/TestMain.h"
+
+using namespace tessaly;
+
+class ScheduleColorsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void hexTextIsReadStrictly_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("plain") << "#2C66D8"
+                               << "#2C66D8";
+        QTest::newRow("lower case, without a sign") << "2c66d8"
+                                                    << "#2C66D8";
+        QTest::newRow("signs on both ends") << "##2C66D8#"
+                                            << "#2C66D8";
+        QTest::newRow("a sign inside") << "#2C#6D8"
+                                       << "";
+        QTest::newRow("five digits") << "#2C66D"
+                                     << "";
+        QTest::newRow("seven digits") << "#2C66D80"
+                                      << "";
+        QTest::newRow("a prefix is no digit") << "0x12AB"
+                                              << "";
+        QTest::newRow("a plus is no digit") << "+12345"
+                                            << "";
+        QTest::newRow("full-width digits") << QStringLiteral("１２３４５６") << "";
+        QTest::newRow("empty") << ""
+                               << "";
+    }
+
+    void hexTextIsReadStrictly()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, expected);
+
+        const std::optional<RgbColor> color = colorFromHex(text);
+
+        QCOMPARE(color ? colorHex(*color) : QString(), expected);
+    }
+
+    void componentsAreRoundedToTheNearestStep()
+    {
+        QCOMPARE(colorHex({1, 0, 0}), QStringLiteral("#FF0000"));
+        QCOMPARE(colorHex({0.5, 0.498, 0}), QStringLiteral("#807F00"));
+        QCOMPARE(colorHex({2, -1, 1.0001}), QStringLiteral("#FF00FF"));
+    }
+
+    void anIdentifierAlwaysGetsTheSameColour_data()
+    {
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("expected");
+
+        // Worked out by hand: h = (31 h + scalar) mod 8, in the order blue, orange, green, purple, pink, teal, red,
+        // indigo.
+        QTest::newRow("empty") << ""
+                               << "blue";
+        QTest::newRow("a = 97, 97 mod 8 = 1") << "a"
+                                              << "orange";
+        QTest::newRow("ab: (31 * 1 + 98) mod 8 = 1") << "ab"
+                                                     << "orange";
+        QTest::newRow("work: 7, 0, 2, 1") << "work"
+                                          << "orange";
+        QTest::newRow("one scalar of two units, 0x1F600 mod 8 = 0") << QString::fromUcs4(U"\U0001F600") << "blue";
+        QTest::newRow("0x1F607 mod 8 = 7") << QString::fromUcs4(U"\U0001F607") << "indigo";
+    }
+
+    void anIdentifierAlwaysGetsTheSameColour()
+    {
+        QFETCH(const QString, identifier);
+        QFETCH(const QString, expected);
+
+        QCOMPARE(paletteColor(identifier), expected);
+    }
+
+    void theFirstColourThatIsKnownCounts_data()
+    {
+        QTest::addColumn<QString>("custom");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("calendarHex");
+        QTest::addColumn<QString>("calendar");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("the own colour") << "#010203"
+                                        << "pink"
+                                        << "#040506"
+                                        << "a"
+                                        << "#010203";
+        QTest::newRow("the named colour") << "red"
+                                          << "pink"
+                                          << "#040506"
+                                          << "a"
+                                          << "pink";
+        QTest::newRow("a name outside the five") << ""
+                                                 << "teal"
+                                                 << "#040506"
+                                                 << "a"
+                                                 << "#040506";
+        QTest::newRow("the identifier's colour") << ""
+                                                 << ""
+                                                 << "none"
+                                                 << "a"
+                                                 << "orange";
+        QTest::newRow("blue") << ""
+                              << ""
+                              << ""
+                              << ""
+                              << "blue";
+    }
+
+    void theFirstColourThatIsKnownCounts()
+    {
+        QFETCH(const QString, custom);
+        QFETCH(const QString, name);
+        QFETCH(const QString, calendarHex);
+        QFETCH(const QString, calendar);
+        QFETCH(const QString, expected);
+        const auto given = [](const QString &text) { return text.isEmpty() ? std::nullopt : std::optional(text); };
+        ScheduleItem schedule;
+        schedule.customColorHex = given(custom);
+        schedule.colorName = given(name);
+        schedule.calendarColorHex = given(calendarHex);
+        schedule.calendarIdentifier = given(calendar);
+
+        QCOMPARE(scheduleColor(schedule), expected);
+    }
+};
+
+TESSALY_TEST_MAIN(ScheduleColorsTest)
+#include "ScheduleColorsTest.moc"

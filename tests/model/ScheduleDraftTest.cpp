@@ -1,0 +1,107 @@
+#include "model/ScheduleDraft.h"
+#include "tests/support/TestMain.h"
+
+using namespace tessaly;
+
+namespace {
+
+ScheduleItem lecture()
+{
+    ScheduleItem item;
+    item.title = QStringLiteral("Lecture");
+    item.date = {1000};
+    item.notes = QStringLiteral("old notes");
+    item.tag = QStringLiteral("Course");
+    return item;
+}
+
+} // namespace
+
+class ScheduleDraftTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theSingleTaskOfEarlyVersionsMovesIntoTheList()
+    {
+        ScheduleItem item = lecture();
+        item.tasks = std::nullopt;
+        item.taskTitle = QStringLiteral("Read");
+        item.isTaskComplete = true;
+
+        const ScheduleDraft draft = draftOf(item, NoteMode::Edit);
+        QCOMPARE(draft.tasks.size(), 1);
+        QCOMPARE(draft.tasks.first().title, QStringLiteral("Read"));
+        QVERIFY(draft.tasks.first().isComplete);
+
+        const ScheduleItem saved = editedSchedule(draft);
+        QCOMPARE(saved.tasks, draft.tasks);
+        QVERIFY(!saved.taskTitle);
+        QVERIFY(!saved.isTaskComplete);
+
+        ScheduleDraft cancelled = draft;
+        cancelEditing(cancelled);
+        QVERIFY(cancelled.tasks.isEmpty());
+        QVERIFY(!cancelled.isEditing);
+    }
+
+    void aTaskListHidesTheSingleTask()
+    {
+        ScheduleItem item = lecture();
+        item.taskTitle = QStringLiteral("Read");
+        QVERIFY(draftOf(item, NoteMode::View).tasks.isEmpty());
+    }
+
+    void savingMendsWhatWasTyped()
+    {
+        ScheduleDraft draft = draftOf(lecture(), NoteMode::Edit);
+        QCOMPARE(draft.endDate, Instant{4600});
+        draft.title = QStringLiteral("  ");
+        draft.tag = QString();
+        draft.notes = QStringLiteral("new notes");
+        draft.endDate = {500};
+
+        const ScheduleItem saved = editedSchedule(draft);
+
+        QCOMPARE(saved.id, draft.item.id);
+        QCOMPARE(saved.title, QStringLiteral("Lecture"));
+        QVERIFY(!saved.tag);
+        QCOMPARE(saved.notes, QStringLiteral("new notes"));
+        QCOMPARE(saved.endDate, Instant{1900});
+        draft.title = QStringLiteral(" Seminar ");
+        QCOMPARE(editedSchedule(draft).title, QStringLiteral("Seminar"));
+    }
+
+    void tickedTasksLeaveTheRestOfTheScheduleAlone()
+    {
+        ScheduleDraft draft = draftOf(lecture(), NoteMode::View);
+        draft.newTask = QStringLiteral(" Print ");
+        addTask(draft);
+        draft.newTask = QStringLiteral("  ");
+        addTask(draft);
+        draft.title = QStringLiteral("typed but not saved");
+
+        const ScheduleItem changed = scheduleWithTasks(draft);
+
+        QCOMPARE(changed.tasks->size(), 1);
+        QCOMPARE(changed.tasks->first().title, QStringLiteral("Print"));
+        QCOMPARE(changed.title, QStringLiteral("Lecture"));
+        QVERIFY(!changed.endDate);
+    }
+
+    void cancellingForgetsWhatWasTyped()
+    {
+        const ScheduleItem item = lecture();
+        ScheduleDraft draft = draftOf(item, NoteMode::Edit);
+        draft.title = draft.tag = draft.notes = QStringLiteral("typed");
+        draft.startDate = draft.endDate = {9};
+        draft.tasks.append({.title = QStringLiteral("typed")});
+
+        cancelEditing(draft);
+
+        QCOMPARE(draft, draftOf(item, NoteMode::View));
+    }
+};
+
+TESSALY_TEST_MAIN(ScheduleDraftTest)
+#include "ScheduleDraftTest.moc"
