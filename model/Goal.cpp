@@ -1,7 +1,5 @@
 #include "model/Goal.h"
 
-#include <algorithm>
-
 namespace tessaly {
 
 double Goal::calculatedProgress() const
@@ -14,7 +12,7 @@ double Goal::calculatedProgress() const
     double done = 0;
     for (const Subgoal &subgoal : subgoals.value_or(QList<Subgoal>())) {
         for (const GoalTask &task : subgoal.tasks.value_or(QList<GoalTask>())) {
-            const double weight = std::max(task.weight, 0.01);
+            const double weight = countedWeight(task);
             hasTasks = true;
             total += weight;
             if (task.isComplete || subgoal.isComplete)

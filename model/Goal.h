@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <algorithm>
 #include <optional>
 
 namespace tessaly {
@@ -20,6 +21,12 @@ struct GoalTask
 
     bool operator==(const GoalTask &) const = default;
 };
+
+/// What the task counts in its goal's progress: its weight, at least 0.01.
+[[nodiscard]] inline double countedWeight(const GoalTask &task)
+{
+    return std::max(task.weight, 0.01);
+}
 
 struct Subgoal
 {

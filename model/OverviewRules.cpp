@@ -1,0 +1,38 @@
+#include "model/OverviewRules.h"
+
+#include <algorithm>
+
+namespace tessaly {
+
+RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar, Instant now)
+{
+    // A schedule still counts at the very instant of its end; timers are told milliseconds.
+    constexpr double justAfter = 0.001;
+
+    const QDate today = calendar.day(now);
+    const Instant midnight = calendar.startOfDay(today);
+    const Instant nextMidnight = calendar.startOfDay(today.addDays(1));
+    RemainingDay remaining{.validUntil = nextMidnight};
+    for (qsizetype row = 0; row < schedules.size(); ++row) {
+        const ScheduleItem &schedule = schedules.at(row);
+        const Instant end = schedule.endDate.value_or(schedule.date);
+        if (schedule.date < midnight || schedule.date >= nextMidnight || end < now)
+            continue;
+        remaining.rows.append(row);
+        remaining.validUntil = std::min(remaining.validUntil, end.plus(justAfter));
+    }
+    std::ranges::stable_sort(remaining.rows, {}, [&schedules](qsizetype row) { return schedules.at(row).date; });
+    return remaining;
+}
+
+qsizetype openReminderCount(const QList<ReminderItem> &reminders)
+{
+    return std::ranges::count(reminders, false, &ReminderItem::isComplete);
+}
+
+qsizetype activeGoalCount(const QList<Goal> &goals)
+{
+    return std::ranges::count_if(goals, [](const Goal &goal) { return goal.calculatedProgress() < 1; });
+}
+
+} // namespace tessaly
