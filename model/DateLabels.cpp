@@ -36,8 +36,8 @@ public:
         const QString zone = QString::fromLatin1(calendar.zone().id());
         const QString text = pattern(locale, skeleton);
         UErrorCode status = U_ZERO_ERROR;
-        m_format = udat_open(UDAT_PATTERN, UDAT_PATTERN, locale.constData(), utf16(zone), int(zone.size()),
-                             utf16(text), int(text.size()), &status);
+        m_format = udat_open(UDAT_PATTERN, UDAT_PATTERN, locale.constData(), utf16(zone), int(zone.size()), utf16(text),
+                             int(text.size()), &status);
     }
     ~Format() { udat_close(m_format); }
     Q_DISABLE_COPY_MOVE(Format)
@@ -58,10 +58,8 @@ private:
 };
 
 DateLabels::DateLabels(const UserCalendar &calendar)
-    : m_calendar(calendar),
-      m_yearMonthDay(std::make_unique<Format>(calendar, u"yMMMd")),
-      m_monthDay(std::make_unique<Format>(calendar, u"MMMd")),
-      m_yearMonth(std::make_unique<Format>(calendar, u"yMMM")),
+    : m_calendar(calendar), m_yearMonthDay(std::make_unique<Format>(calendar, u"yMMMd")),
+      m_monthDay(std::make_unique<Format>(calendar, u"MMMd")), m_yearMonth(std::make_unique<Format>(calendar, u"yMMM")),
       m_monthDayTime(std::make_unique<Format>(calendar, u"MMMdjm"))
 {
 }

@@ -39,7 +39,8 @@ QList<GoalCategory> completedGoalsByCategory(const QList<Goal> &goals, const QSt
             continue;
         const QString name = categoryName(goals.at(row), uncategorized);
         auto place = std::ranges::lower_bound(
-            categories, name, [](const QString &left, const QString &right) { return precedesByCodePoint(left, right); },
+            categories, name,
+            [](const QString &left, const QString &right) { return precedesByCodePoint(left, right); },
             &GoalCategory::name);
         if (place == categories.end() || place->name != name)
             place = categories.insert(place, GoalCategory{name, {}});

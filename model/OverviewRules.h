@@ -21,7 +21,8 @@ struct RemainingDay
     bool operator==(const RemainingDay &) const = default;
 };
 
-[[nodiscard]] RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar, Instant now);
+[[nodiscard]] RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar,
+                                        Instant now);
 
 /// To-dos that are not complete.
 [[nodiscard]] qsizetype openReminderCount(const QList<ReminderItem> &reminders);

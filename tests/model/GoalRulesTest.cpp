@@ -1,0 +1,119 @@
+#include "model/GoalRules.h"
+#include "tests/support/TestMain.h"
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+using namespace tessaly;
+
+class GoalRulesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aMovedRecordLandsImmediatelyBeforeTheTarget_data()
+    {
+        QTest::addColumn<QString>("dragged");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("isMoved");
+
+        QTest::newRow("first onto third") << "a"
+                                          << "c"
+                                          << "bac" << true;
+        QTest::newRow("third onto first") << "c"
+                                          << "a"
+                                          << "cab" << true;
+        QTest::newRow("third onto second") << "c"
+                                           << "b"
+                                           << "acb" << true;
+        QTest::newRow("first onto the next stays") << "a"
+                                                   << "b"
+                                                   << "abc" << true;
+        QTest::newRow("onto itself") << "b"
+                                     << "b"
+                                     << "abc" << false;
+        QTest::newRow("unknown target") << "a"
+                                        << "x"
+                                        << "abc" << false;
+        QTest::newRow("unknown record") << "x"
+                                        << "a"
+                                        << "abc" << false;
+    }
+
+    void aMovedRecordLandsImmediatelyBeforeTheTarget()
+    {
+        QFETCH(const QString, dragged);
+        QFETCH(const QString, target);
+        QHash<QString, QUuid> ids;
+        QList<Subgoal> subgoals;
+        for (const char *name : {"a", "b", "c"}) {
+            subgoals.append({.title = QString::fromLatin1(name)});
+            ids.insert(subgoals.last().title, subgoals.last().id);
+        }
+        const QUuid unknown = QUuid::createUuid();
+
+        QTEST(moveBefore(subgoals, ids.value(dragged, unknown), ids.value(target, unknown)), "isMoved");
+
+        QString order;
+        for (const Subgoal &subgoal : subgoals)
+            order += subgoal.title;
+        QTEST(order, "expected");
+    }
+
+    void percentagesDropWhatFollowsThePoint_data()
+    {
+        QTest::addColumn<double>("fraction");
+        QTest::addColumn<int>("expected");
+
+        QTest::newRow("nearly done") << 0.999 << 99;
+        QTest::newRow("done") << 1.0 << 100;
+        QTest::newRow("nothing") << 0.0 << 0;
+        QTest::newRow("below nothing") << -0.019 << -1;
+        QTest::newRow("three eighths") << 0.375 << 37;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << 0;
+        QTest::newRow("beyond counting") << 1e300 << std::numeric_limits<int>::max();
+    }
+
+    void percentagesDropWhatFollowsThePoint()
+    {
+        QFETCH(const double, fraction);
+        QTEST(percentage(fraction), "expected");
+    }
+
+    void blanksAreTrimmedAndLineBreaksAreNot()
+    {
+        QCOMPARE(trimmedBlanks(u" \t\u3000a b\u00a0 "_s), u"a b"_s);
+        QCOMPARE(trimmedBlanks(u" \n "_s), u"\n"_s);
+        QCOMPARE(trimmedBlanks(u" \t "_s), QString());
+    }
+
+    void completedGoalsStandUnderTheirCategoriesInCodePointOrder()
+    {
+        const auto goal = [](const std::optional<QString> &category, bool isComplete = true) {
+            return Goal{.category = category, .isComplete = isComplete};
+        };
+        const QList<Goal> goals{goal(u"b"_s),        goal({}),     goal(u"A"_s), goal(QString()), goal(u"b"_s),
+                                goal(u"A"_s, false), goal(u"😀"_s), goal(u"ｂ"_s)};
+
+        QCOMPARE(completedGoalsByCategory(goals, u"Uncategorized"_s),
+                 (QList<GoalCategory>{
+                     {u"A"_s, {2}}, {u"Uncategorized"_s, {1, 3}}, {u"b"_s, {0, 4}}, {u"ｂ"_s, {7}}, {u"😀"_s, {6}}}));
+    }
+
+    void sharesSayWhatEachTaskWeighs()
+    {
+        const Subgoal open{.tasks = QList<GoalTask>{{.title = u"x"_s, .weight = 3}, {.title = u"y"_s, .weight = 1}}};
+        const Subgoal done{.tasks = QList<GoalTask>{{.title = u"z"_s, .weight = 4}}, .isComplete = true};
+        Goal goal{.subgoals = QList<Subgoal>{open, done, {.tasks = {}}}};
+
+        QCOMPARE(goalTaskShares(goal),
+                 (QList<GoalTaskShare>{{u"x"_s, 3, 0.375, false}, {u"y"_s, 1, 0.125, false}, {u"z"_s, 4, 0.5, true}}));
+
+        goal.isComplete = true;
+        QVERIFY(goalTaskShares(goal).isEmpty());
+    }
+};
+
+TESSALY_TEST_MAIN(GoalRulesTest)
+#include "GoalRulesTest.moc"
