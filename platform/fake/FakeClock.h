@@ -2,20 +2,31 @@
 
 #include "platform/Clock.h"
 
+#include <QList>
+
 namespace tessaly {
 
-/// A clock that stands still until it is told otherwise.
+/// A clock that stands still until it is told otherwise. Its alarms ring from within setNow() and advance().
 class FakeClock final : public Clock
 {
 public:
     explicit FakeClock(Instant start) : m_now(start) {}
 
     [[nodiscard]] Instant now() const override { return m_now; }
-    void setNow(Instant now) { m_now = now; }
-    void advance(double seconds) { m_now = m_now.plus(seconds); }
+    [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> callback) const override;
+
+    /// The clock is set: every alarm that is set rings.
+    void setNow(Instant now);
+    /// Time passes: alarms ring each at its time, in order.
+    void advance(double seconds);
+    /// How many alarms are set.
+    [[nodiscard]] qsizetype pendingAlarms() const;
 
 private:
+    class FakeAlarm;
+
     Instant m_now;
+    mutable QList<FakeAlarm *> m_alarms;
 };
 
 } // namespace tessaly

@@ -1,0 +1,71 @@
+#include "platform/linux/LinuxClock.h"
+
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <sys/timerfd.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tessaly {
+namespace {
+
+class TimerDescriptorAlarm final : public Alarm
+{
+public:
+    TimerDescriptorAlarm(int descriptor, std::function<void()> callback)
+        : m_descriptor(descriptor), m_callback(std::move(callback)), m_notifier(descriptor, QSocketNotifier::Read)
+    {
+        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { fire(); });
+    }
+    ~TimerDescriptorAlarm() override
+    {
+        m_notifier.setEnabled(false);
+        close(m_descriptor);
+    }
+    Q_DISABLE_COPY_MOVE(TimerDescriptorAlarm)
+
+    void set(Instant when) override
+    {
+        // Times before 1970 or as good as never would be refused; a value of zero would disarm.
+        const double seconds = std::clamp(when.unixSeconds(), 0.001, 1e12);
+        itimerspec time{};
+        time.it_value.tv_sec = static_cast<time_t>(seconds);
+        time.it_value.tv_nsec = static_cast<long>((seconds - std::floor(seconds)) * 1e9);
+        timerfd_settime(m_descriptor, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &time, nullptr);
+    }
+    void cancel() override
+    {
+        const itimerspec never{};
+        timerfd_settime(m_descriptor, 0, &never, nullptr);
+    }
+
+private:
+    void fire()
+    {
+        // The read fails with ECANCELED when the clock was set, and with EAGAIN when the alarm was set or cancelled
+        // after it had fired.
+        quint64 expirations = 0;
+        const bool isOver = read(m_descriptor, &expirations, sizeof expirations) == sizeof expirations;
+        if (isOver || errno == ECANCELED)
+            m_callback();
+    }
+
+    int m_descriptor;
+    std::function<void()> m_callback;
+    QSocketNotifier m_notifier;
+};
+
+} // namespace
+
+std::unique_ptr<Alarm> LinuxClock::makeAlarm(std::function<void()> callback) const
+{
+    const int descriptor = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
+    if (descriptor < 0)
+        return SystemClock::makeAlarm(std::move(callback));
+    return std::make_unique<TimerDescriptorAlarm>(descriptor, std::move(callback));
+}
+
+} // namespace tessaly

@@ -1,0 +1,88 @@
+#include "platform/common/SystemClock.h"
+#include "tests/support/TestMain.h"
+
+#ifdef Q_OS_LINUX
+#include "platform/linux/LinuxClock.h"
+#endif
+
+using namespace tessaly;
+
+class AlarmTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<std::shared_ptr<const Clock>>("clock");
+        QTest::newRow("common") << std::shared_ptr<const Clock>(std::make_shared<SystemClock>());
+#ifdef Q_OS_LINUX
+        QTest::newRow("linux") << std::shared_ptr<const Clock>(std::make_shared<LinuxClock>());
+#endif
+    }
+
+    void anAlarmRingsOnceAndNotBeforeItsTime()
+    {
+        QFETCH_GLOBAL(const std::shared_ptr<const Clock>, clock);
+        int rings = 0;
+        const Instant when = clock->now().plus(0.05);
+        Instant rungAt;
+        const auto alarm = clock->makeAlarm([&] {
+            ++rings;
+            rungAt = clock->now();
+        });
+
+        alarm->set(when);
+        QTRY_COMPARE(rings, 1);
+        QVERIFY(rungAt >= when);
+
+        // A second alarm proves that the time went on without the first ringing again.
+        bool isLater = false;
+        const auto later = clock->makeAlarm([&isLater] { isLater = true; });
+        later->set(clock->now().plus(0.05));
+        QTRY_VERIFY(isLater);
+        QCOMPARE(rings, 1);
+    }
+
+    void aTimeInThePastRingsFromTheEventLoop()
+    {
+        QFETCH_GLOBAL(const std::shared_ptr<const Clock>, clock);
+        int rings = 0;
+        const auto alarm = clock->makeAlarm([&rings] { ++rings; });
+
+        alarm->set(Instant::fromUnixSeconds(-1));
+        QCOMPARE(rings, 0);
+        QTRY_COMPARE(rings, 1);
+
+        // Setting it again from within its own callback works too: that is what a scheduler does.
+        alarm->set(clock->now());
+        QTRY_COMPARE(rings, 2);
+    }
+
+    void aCancelledOrReplacedAlarmIsSilent()
+    {
+        QFETCH_GLOBAL(const std::shared_ptr<const Clock>, clock);
+        int silent = 0;
+        const auto cancelled = clock->makeAlarm([&silent] { ++silent; });
+        const auto replaced = clock->makeAlarm([&silent] { ++silent; });
+        auto deleted = clock->makeAlarm([&silent] { ++silent; });
+        bool isOver = false;
+        const auto last = clock->makeAlarm([&isOver] { isOver = true; });
+
+        const Instant soon = clock->now().plus(0.02);
+        cancelled->set(soon);
+        replaced->set(soon);
+        deleted->set(soon);
+        last->set(soon.plus(0.03));
+        cancelled->cancel();
+        replaced->set(soon.plus(86400));
+        deleted.reset();
+
+        QTRY_VERIFY(isOver);
+        QCOMPARE(silent, 0);
+    }
+};
+
+Q_DECLARE_METATYPE(std::shared_ptr<const Clock>)
+TESSALY_TEST_MAIN(AlarmTest)
+#include "AlarmTest.moc"
