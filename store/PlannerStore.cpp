@@ -33,9 +33,11 @@ void PlannerStore::load()
     m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
     // The stored flag is never read: the system knows better.
     m_launchAtLogin = m_ports.loginItem.isEnabled();
+    loadCalendarFeeds();
     m_selectedCalendarIDs = loadIdentifiers(keys::selectedCalendarIDs);
     m_visibleCalendarIDs = loadIdentifiers(keys::visibleCalendarIDs);
     loadMainData();
+    loadDocumentMetadata();
 }
 
 QSet<QString> PlannerStore::loadIdentifiers(const QString &key) const

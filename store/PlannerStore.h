@@ -152,6 +152,11 @@ signals:
 private:
     void load();
     void loadMainData();
+    void loadDocumentMetadata();
+    void loadCalendarFeeds();
+    /// The value of the blob under the key; one that cannot be decoded is noted in m_unreadableKeys.
+    template <class Value>
+    [[nodiscard]] std::optional<Value> decoded(const QString &key, std::optional<Value> (*decode)(QByteArrayView));
     [[nodiscard]] QSet<QString> loadIdentifiers(const QString &key) const;
 
     // What runs after an assignment to a published list: it is saved, then announced. The caller has changed the list
@@ -166,6 +171,9 @@ private:
     void save();
     void saveDocumentMetadata();
     void saveCalendarFeeds();
+    /// Writes a blob, after the blobs that could not be read at start were kept aside under keys of their own.
+    void saveBlob(const QString &key, const std::function<Result<void>()> &write);
+    [[nodiscard]] Result<void> keepUnreadableAside();
     void savePreference(const QString &key, const PreferenceValue &value);
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
@@ -191,6 +199,7 @@ private:
     std::optional<QString> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;
+    QStringList m_unreadableKeys;
     QString m_preferredName;
     AppLanguage m_interfaceLanguage = AppLanguage::Chinese;
     int m_displayStartHour = 0;

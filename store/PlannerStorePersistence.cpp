@@ -1,3 +1,5 @@
+#include "model/RecordCodec.h"
+#include "platform/Clock.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 
@@ -5,6 +7,58 @@ namespace tessaly {
 
 void PlannerStore::loadMainData()
 {
+    std::optional<SavedData> data = decoded(keys::storageKey, decodeSavedData);
+    if (!data)
+        data = decoded(keys::backupStorageKey, decodeSavedData);
+    if (data)
+        m_data = *std::move(data);
+}
+
+void PlannerStore::loadDocumentMetadata()
+{
+    if (auto library = decoded(keys::documentMetadataKey, decodeDocumentLibrary))
+        m_library = *std::move(library);
+}
+
+void PlannerStore::loadCalendarFeeds()
+{
+    if (auto feeds = decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
+        m_calendarFeeds = *std::move(feeds);
+}
+
+template <class Value>
+std::optional<Value> PlannerStore::decoded(const QString &key, std::optional<Value> (*decode)(QByteArrayView))
+{
+    const std::optional<PreferenceValue> stored = m_ports.preferences.value(key);
+    if (!stored)
+        return std::nullopt;
+    const auto *blob = std::get_if<QByteArray>(&*stored);
+    std::optional<Value> value = blob ? decode(*blob) : std::nullopt;
+    if (!value)
+        m_unreadableKeys.append(key);
+    return value;
+}
+
+Result<void> PlannerStore::keepUnreadableAside()
+{
+    while (!m_unreadableKeys.isEmpty()) {
+        const QString &key = m_unreadableKeys.constLast();
+        const QDateTime now = calendar().dateTime(clock().now()).toUTC();
+        const QString aside =
+            key + QStringLiteral("-unreadable-") + now.toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));
+        if (Result<void> kept = m_ports.preferences.keepAside(key, aside); !kept)
+            return kept;
+        m_unreadableKeys.removeLast();
+    }
+    return {};
+}
+
+void PlannerStore::saveBlob(const QString &key, const std::function<Result<void>()> &write)
+{
+    m_writer.write(key, [this, write] {
+        Result<void> kept = keepUnreadableAside();
+        return kept ? write() : kept;
+    });
 }
 
 void PlannerStore::schedulesAssigned(const RowsChange &rows)
@@ -45,14 +99,26 @@ void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
 
 void PlannerStore::save()
 {
+    saveBlob(keys::storageKey, [this]() -> Result<void> {
+        const std::optional<QByteArray> json = encodeSavedData(m_data);
+        return json ? m_ports.preferences.rotate(keys::storageKey, keys::backupStorageKey, *json) : Result<void>();
+    });
 }
 
 void PlannerStore::saveDocumentMetadata()
 {
+    saveBlob(keys::documentMetadataKey, [this]() -> Result<void> {
+        const std::optional<QByteArray> json = encodeDocumentLibrary(m_library.categories, m_library.documents);
+        return json ? m_ports.preferences.setValue(keys::documentMetadataKey, *json) : Result<void>();
+    });
 }
 
 void PlannerStore::saveCalendarFeeds()
 {
+    saveBlob(keys::calendarFeedsKey, [this]() -> Result<void> {
+        const std::optional<QByteArray> json = encodeCalendarFeeds(m_calendarFeeds);
+        return json ? m_ports.preferences.setValue(keys::calendarFeedsKey, *json) : Result<void>();
+    });
 }
 
 void PlannerStore::savePreference(const QString &key, const PreferenceValue &value)

@@ -1,0 +1,157 @@
+#include "store/ErrorText.h"
+#include "tests/store/StoreUnderTest.h"
+#include "tests/support/TestMain.h"
+
+#include <QSignalSpy>
+
+using namespace tessaly;
+
+class SettingsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void eachSettingIsStoredUnderItsKeyAndAnnouncedOnce_data()
+    {
+        using Change = std::function<void(PlannerStore &)>;
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<QByteArray>("signal");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<PreferenceValue>("expected");
+
+        const auto row = [](const char *name, Change change, const char *signal, const QString &key,
+                            const PreferenceValue &expected) {
+            QTest::newRow(name) << std::move(change) << QByteArray(signal) << key << expected;
+        };
+        const QSet<QString> identifiers{QStringLiteral("x")};
+        const QStringList list{QStringLiteral("x")};
+        row(
+            "language", [](PlannerStore &store) { store.setInterfaceLanguage(AppLanguage::English); },
+            SIGNAL(interfaceLanguageChanged()), keys::interfaceLanguage, QStringLiteral("en"));
+        row(
+            "name", [](PlannerStore &store) { store.setPreferredName(QStringLiteral("Ada")); },
+            SIGNAL(preferredNameChanged()), keys::preferredName, QStringLiteral("Ada"));
+        row(
+            "start hour", [](PlannerStore &store) { store.setDisplayStartHour(7); }, SIGNAL(displayHoursChanged()),
+            keys::displayStartHour, qint64{7});
+        row(
+            "end hour", [](PlannerStore &store) { store.setDisplayEndHour(20); }, SIGNAL(displayHoursChanged()),
+            keys::displayEndHour, qint64{20});
+        row(
+            "login", [](PlannerStore &store) { store.setLaunchAtLogin(true); }, SIGNAL(launchAtLoginChanged()),
+            keys::launchAtLogin, true);
+        row(
+            "sync", [](PlannerStore &store) { store.setAutomaticCalendarSync(false); },
+            SIGNAL(automaticCalendarSyncChanged()), keys::automaticCalendarSync, false);
+        row(
+            "selected", [=](PlannerStore &store) { store.setSelectedCalendarIDs(identifiers); },
+            SIGNAL(selectedCalendarIDsChanged()), keys::selectedCalendarIDs, list);
+        row(
+            "visible", [=](PlannerStore &store) { store.setVisibleCalendarIDs(identifiers); },
+            SIGNAL(visibleCalendarIDsChanged()), keys::visibleCalendarIDs, list);
+    }
+
+    void eachSettingIsStoredUnderItsKeyAndAnnouncedOnce()
+    {
+        QFETCH(const std::function<void(PlannerStore &)>, change);
+        QFETCH(const QByteArray, signal);
+        QFETCH(const QString, key);
+        QFETCH(const PreferenceValue, expected);
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        QSignalSpy announced(&store, signal.constData());
+
+        change(store);
+
+        QCOMPARE(announced.count(), 1);
+        QVERIFY(planner.preferences.value(key) == expected);
+    }
+
+    void theStartHourStaysBeforeTheEndHour_data()
+    {
+        QTest::addColumn<int>("storedStart");
+        QTest::addColumn<int>("storedEnd");
+        QTest::addColumn<int>("newStart");
+        QTest::addColumn<int>("newEnd");
+        QTest::addColumn<int>("expectedStart");
+        QTest::addColumn<int>("expectedEnd");
+
+        constexpr int unchanged = -1;
+        QTest::newRow("start past the end") << 0 << 20 << 23 << unchanged << 19 << 20;
+        QTest::newRow("start at the end") << 0 << 20 << 20 << unchanged << 19 << 20;
+        QTest::newRow("end before the start") << 5 << 24 << unchanged << 3 << 5 << 6;
+        QTest::newRow("end at the start") << 5 << 24 << unchanged << 5 << 5 << 6;
+        QTest::newRow("no clamping to the day") << 0 << 24 << unchanged << 30 << 0 << 30;
+    }
+
+    void theStartHourStaysBeforeTheEndHour()
+    {
+        QFETCH(const int, storedStart);
+        QFETCH(const int, storedEnd);
+        QFETCH(const int, newStart);
+        QFETCH(const int, newEnd);
+        StoreUnderTest planner;
+        planner.put(keys::displayStartHour, qint64{storedStart});
+        planner.put(keys::displayEndHour, qint64{storedEnd});
+        PlannerStore &store = planner.start();
+
+        if (newStart >= 0)
+            store.setDisplayStartHour(newStart);
+        if (newEnd >= 0)
+            store.setDisplayEndHour(newEnd);
+
+        QTEST(store.displayStartHour(), "expectedStart");
+        QTEST(store.displayEndHour(), "expectedEnd");
+    }
+
+    void aRefusedLoginItemIsToldAndTheSystemsStateShown()
+    {
+        StoreUnderTest planner;
+        const Error refusal{ErrorCode::LoginItemFailed, QStringLiteral("read-only")};
+        planner.loginItem.failWith(refusal);
+        PlannerStore &store = planner.start();
+        QSignalSpy announced(&store, &PlannerStore::launchAtLoginChanged);
+
+        store.setLaunchAtLogin(true);
+        QVERIFY(!store.launchAtLogin());
+        QCOMPARE(announced.count(), 1);
+        QCOMPARE(planner.message(),
+                 QStringLiteral("无法更新开机启动设置：") + errorText(refusal, AppLanguage::Chinese));
+
+        store.setInterfaceLanguage(AppLanguage::English);
+        store.setLaunchAtLogin(true);
+        QCOMPARE(planner.message(), QStringLiteral("Unable to update launch-at-login: The system did not accept the "
+                                                   "launch-at-login setting (read-only)."));
+    }
+
+    void datesFollowTheLanguage_data()
+    {
+        QTest::addColumn<bool>("isEnglish");
+        QTest::addColumn<bool>("dateOnly");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("zh") << false << false << "2026年8月28日 09:05";
+        QTest::newRow("zh, date only") << false << true << "2026年8月28日";
+        QTest::newRow("en") << true << false << "Aug 28, 2026, 09:05";
+        QTest::newRow("en, date only") << true << true << "Aug 28, 2026";
+    }
+
+    void datesFollowTheLanguage()
+    {
+        QFETCH(const bool, isEnglish);
+        QFETCH(const bool, dateOnly);
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        store.setInterfaceLanguage(isEnglish ? AppLanguage::English : AppLanguage::Chinese);
+        const Instant date = planner.calendar.instant({2026, 8, 28}, {9, 5});
+
+        QTEST(store.dateText(date, dateOnly), "expected");
+        QCOMPARE(store.text(QStringLiteral("待办"), QStringLiteral("To-dos")),
+                 isEnglish ? QStringLiteral("To-dos") : QStringLiteral("待办"));
+    }
+};
+
+Q_DECLARE_METATYPE(std::function<void(tessaly::PlannerStore &)>)
+
+TESSALY_TEST_MAIN(SettingsTest)
+#include "SettingsTest.moc"
