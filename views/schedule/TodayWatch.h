@@ -1,17 +1,17 @@
 #pragma once
 
 #include "model/UserCalendar.h"
+#include "platform/Clock.h"
 
 #include <QDate>
 #include <QObject>
-#include <QTimer>
+
+#include <memory>
 
 namespace tessaly {
 
-class Clock;
-
-/// Knows which day it is. One timer waits for the next midnight; whenever the application comes to the front the clock
-/// is read again, because a sleep or a changed clock makes the timer late.
+/// Knows which day it is. It waits for the next midnight on the wall clock and is idle until then; a sleep of the
+/// machine or a clock that is set wakes it as well.
 class TodayWatch : public QObject
 {
     Q_OBJECT
@@ -21,19 +21,17 @@ public:
     TodayWatch(const Clock &clock, UserCalendar calendar, QObject *parent = nullptr);
 
     [[nodiscard]] QDate today() const { return m_today; }
-    /// Reads the clock, and emits todayChanged() if another day has begun.
+    /// Reads the clock, and emits todayChanged() if it is another day.
     void check();
 
 signals:
     void todayChanged();
 
 private:
-    void waitForMidnight();
-
     const Clock &m_clock;
     UserCalendar m_calendar;
-    QTimer m_midnight;
     QDate m_today;
+    std::unique_ptr<Alarm> m_midnight;
 };
 
 } // namespace tessaly

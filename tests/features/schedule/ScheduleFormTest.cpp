@@ -1,0 +1,105 @@
+#include "tests/features/schedule/ScheduleDriver.h"
+#include "tests/support/TestMain.h"
+
+using namespace tessaly;
+
+namespace {
+
+const QString lecture = QStringLiteral("Lecture");
+
+} // namespace
+
+class ScheduleFormTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void severalSchedulesAreEnteredInARow()
+    {
+        ScheduleDriver driver;
+        driver.opensScreen();
+        ScheduleFormModel &form = *driver.screen->form();
+        QCOMPARE(form.times(), (FormTimes{driver.clock.now(), driver.clock.now().plus(3600)}));
+        form.setTitle(QStringLiteral(" Lecture "));
+        form.setTag(QStringLiteral("Course"));
+        form.setColorHex(QStringLiteral("#7f50cc"));
+        const FormTimes times = form.times();
+
+        QVERIFY(driver.screen->addSchedule());
+
+        const ScheduleItem &added = driver.stored(lecture);
+        QCOMPARE(added.tag, QStringLiteral("Course"));
+        QCOMPARE(added.customColorHex, QStringLiteral("#7F50CC"));
+        QCOMPARE(added.date, times.start);
+        QCOMPARE(driver.listed(), QStringList{lecture});
+        QVERIFY(form.title().isEmpty() && form.tag().isEmpty());
+        QCOMPARE(form.times(), times);
+        QCOMPARE(form.colorHex(), QStringLiteral("#7F50CC"));
+        QVERIFY(!driver.screen->addSchedule());
+        QCOMPARE(driver.store->schedules().size(), 1);
+    }
+
+    void theFormFollowsTheFocusDay()
+    {
+        ScheduleDriver driver;
+        driver.opensScreen();
+        ScheduleFormModel &form = *driver.screen->form();
+        form.setEnd(form.start().addSecs(7200));
+
+        driver.screen->showNext();
+
+        QCOMPARE(form.times().start, driver.at({2026, 9, 16}, {10, 20}));
+        QCOMPARE(form.times().end, driver.at({2026, 9, 16}, {12, 20}));
+    }
+
+    void aColourThatIsNoneIsNotTaken()
+    {
+        ScheduleDriver driver;
+        driver.opensScreen();
+        driver.screen->form()->setColorHex(QStringLiteral("#12345"));
+        QCOMPARE(driver.screen->form()->colorHex(), QStringLiteral("#2C66D8"));
+    }
+
+    void aScheduleGoesToTheChosenCalendar()
+    {
+        ScheduleDriver driver;
+        driver.hasCalendars({{.identifier = QStringLiteral("a"),
+                              .title = QStringLiteral("Club"),
+                              .sourceTitle = QStringLiteral("Nextcloud")},
+                             {.identifier = QStringLiteral("b"),
+                              .title = QStringLiteral("Courses"),
+                              .sourceTitle = QStringLiteral("iCloud"),
+                              .color = EventCalendar::Rgb{1, 0, 0}},
+                             {.identifier = QStringLiteral("c"),
+                              .title = QStringLiteral("Work"),
+                              .sourceTitle = QStringLiteral("iCloud")}});
+        driver.opensScreen();
+        ScheduleFormModel &form = *driver.screen->form();
+        QCOMPARE(form.calendarTitles(),
+                 (QStringList{QStringLiteral("Courses · iCloud"), QStringLiteral("Work · iCloud")}));
+        QCOMPARE(form.calendarIndex(), 0);
+        form.setCalendarIndex(1);
+        form.setTitle(lecture);
+        form.setExportRequested(true);
+
+        driver.screen->addSchedule();
+
+        QTRY_COMPARE(driver.eventStore.allEvents().size(), 1);
+        QTRY_COMPARE(driver.stored(lecture).calendarIdentifier, QStringLiteral("c"));
+        QCOMPARE(driver.stored(lecture).calendarExportRequested, true);
+        QCOMPARE(driver.listed(), QStringList{lecture});
+    }
+
+    void withoutTheToggleNoCalendarIsTouched()
+    {
+        ScheduleDriver driver;
+        driver.opensScreen();
+        driver.screen->form()->setTitle(lecture);
+        driver.screen->addSchedule();
+        QCOMPARE(driver.eventStore.accessRequestCount(), 0);
+        QCOMPARE(driver.stored(lecture).calendarExportRequested, false);
+    }
+};
+
+TESSALY_TEST_MAIN(ScheduleFormTest)
+#include "ScheduleFormTest.moc"
