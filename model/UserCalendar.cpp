@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace tessaly {
 
@@ -35,8 +34,8 @@ qint64 dayNumber(qint64 localMilliseconds)
 
 } // namespace
 
-UserCalendar::UserCalendar(QTimeZone zone, Qt::DayOfWeek firstWeekday, QLocale locale)
-    : m_zone(std::move(zone)), m_firstWeekday(firstWeekday), m_locale(std::move(locale))
+UserCalendar::UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, const QLocale &locale)
+    : m_zone(zone), m_firstWeekday(firstWeekday), m_locale(locale)
 {
 }
 

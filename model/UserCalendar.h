@@ -17,7 +17,7 @@ namespace tessaly {
 class UserCalendar
 {
 public:
-    UserCalendar(QTimeZone zone, Qt::DayOfWeek firstWeekday, QLocale locale);
+    UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, const QLocale &locale);
     /// Time zone, first weekday and locale of the system.
     [[nodiscard]] static UserCalendar system();
 

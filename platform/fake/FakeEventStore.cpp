@@ -49,8 +49,8 @@ QList<CalendarEvent> FakeEventStore::events(const QStringList &calendarIdentifie
 {
     QList<CalendarEvent> found;
     std::ranges::copy_if(m_events, std::back_inserter(found), [&](const CalendarEvent &event) {
-        return calendarIdentifiers.contains(event.calendarIdentifier) && event.startDate < to
-            && (event.endDate > from || (event.startDate == event.endDate && event.startDate >= from));
+        return calendarIdentifiers.contains(event.calendarIdentifier) && event.startDate < to &&
+               (event.endDate > from || (event.startDate == event.endDate && event.startDate >= from));
     });
     return found;
 }

@@ -10,10 +10,7 @@ namespace tessaly {
 class FakeFeedDownloader final : public FeedDownloader
 {
 public:
-    void download(const QUrl &url, Completion completion) override
-    {
-        m_pending.append({url, std::move(completion)});
-    }
+    void download(const QUrl &url, Completion completion) override { m_pending.append({url, std::move(completion)}); }
 
     [[nodiscard]] qsizetype pendingCount() const { return m_pending.size(); }
     [[nodiscard]] QUrl pendingUrl(qsizetype index) const { return m_pending.at(index).url; }

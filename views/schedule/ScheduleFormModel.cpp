@@ -10,7 +10,7 @@ namespace tessaly {
 
 namespace {
 
-// The light value of the palette's blue, which is what the colour well stores for its blue swatch.
+// lint-allow(colour): goes into the record; the light value of the palette's blue, as the colour well stores it
 const QString firstColor = QStringLiteral("#2C66D8");
 
 Instant instantOf(const QDateTime &dateTime)
