@@ -99,6 +99,8 @@ Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::open(const QString
 Result<void> SqlitePreferences::openFile(const QString &path, std::chrono::milliseconds lockWait)
 {
     int code = m_connection.open(path, SqliteConnection::Creation::Refused);
+    if (code == SQLITE_OK && sqlite3_db_readonly(m_connection.handle(), "main") != 0)
+        return failure(ErrorCode::StorageUnwritable, path);
     if (code == SQLITE_OK)
         code = sqlite3_busy_timeout(m_connection.handle(), static_cast<int>(lockWait.count()));
     if (code == SQLITE_OK)
@@ -136,8 +138,6 @@ Result<void> SqlitePreferences::check()
         return failure(ErrorCode::StorageCorrupt, fileName);
     if (version > schemaVersion)
         return failure(ErrorCode::StorageNewer, QString::number(version));
-    if (sqlite3_db_readonly(m_connection.handle(), "main") != 0)
-        return failure(ErrorCode::StorageUnwritable, fileName);
 
     // Every page is looked at, but not every byte: broken chains and pages used twice are found before a save could
     // make them worse. What the values hold is checked by who decodes them.
@@ -145,8 +145,14 @@ Result<void> SqlitePreferences::check()
     const int code = quickCheck.step();
     if (code != SQLITE_ROW)
         return m_connection.error(code);
-    const QByteArray found = quickCheck.bytes(0);
-    return found == "ok" ? Result<void>() : failure(ErrorCode::StorageCorrupt, QString::fromUtf8(found));
+    if (const QByteArray found = quickCheck.bytes(0); found != "ok")
+        return failure(ErrorCode::StorageCorrupt, QString::fromUtf8(found));
+
+    SqliteStatement danglingKeys(m_connection, "SELECT count(*) FROM preference"
+                                               " WHERE value_id NOT IN (SELECT id FROM stored_value)");
+    if (danglingKeys.step() != SQLITE_ROW || danglingKeys.integer(0) != 0)
+        return failure(ErrorCode::StorageCorrupt, fileName);
+    return {};
 }
 
 void SqlitePreferences::limitLog()

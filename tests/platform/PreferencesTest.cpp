@@ -1,0 +1,160 @@
+#include "platform/common/SettingsPreferences.h"
+#include "platform/common/SqlitePreferences.h"
+#include "platform/fake/FakePreferences.h"
+#include "tests/support/TestMain.h"
+
+#include <QDataStream>
+#include <QSettings>
+#include <QTemporaryDir>
+
+using namespace tessaly;
+
+namespace {
+
+const QString key = QStringLiteral("larkspan-data-v1");
+const QString backupKey = QStringLiteral("larkspan-data-v1-backup");
+
+/// A settings format that keeps the types, as the native formats do that SettingsPreferences is made for.
+QSettings::Format typedFormat()
+{
+    static const QSettings::Format format = QSettings::registerFormat(
+        QStringLiteral("typed"),
+        [](QIODevice &device, QSettings::SettingsMap &map) {
+            QDataStream stream(&device);
+            stream >> map;
+            return true;
+        },
+        [](QIODevice &device, const QSettings::SettingsMap &map) {
+            QDataStream stream(&device);
+            stream << map;
+            return stream.status() == QDataStream::Ok;
+        });
+    return format;
+}
+
+} // namespace
+
+/// What every adapter promises. Each case runs over each adapter, and reads through a newly opened one where the
+/// adapter has a memory of its own.
+class PreferencesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<QString>("adapter");
+        QTest::newRow("sqlite") << "sqlite";
+        QTest::newRow("settings") << "settings";
+        QTest::newRow("fake") << "fake";
+    }
+
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_preferences.reset();
+        reopen();
+    }
+
+    void cleanup() { m_preferences.reset(); }
+
+    void everyValueComesBackWithItsType_data()
+    {
+        QTest::addColumn<PreferenceValue>("value");
+
+        QTest::newRow("true") << PreferenceValue(true);
+        QTest::newRow("false") << PreferenceValue(false);
+        QTest::newRow("zero is no flag") << PreferenceValue(qint64{0});
+        QTest::newRow("one is no flag") << PreferenceValue(qint64{1});
+        QTest::newRow("largest integer") << PreferenceValue(std::numeric_limits<qint64>::max());
+        QTest::newRow("least integer") << PreferenceValue(std::numeric_limits<qint64>::min());
+        QTest::newRow("text") << PreferenceValue(QStringLiteral("李明 🙂 \"quoted\"\n"));
+        QTest::newRow("empty text") << PreferenceValue(QString(QLatin1String("")));
+        QTest::newRow("text with NUL") << PreferenceValue(QStringLiteral("a\0b"));
+        QTest::newRow("text that looks like a number") << PreferenceValue(QStringLiteral("24"));
+        QTest::newRow("list") << PreferenceValue(
+            QStringList{QStringLiteral("a,b"), QStringLiteral("\"c\" 日历"), QString(QLatin1String(""))});
+        QTest::newRow("list of one") << PreferenceValue(QStringList{QStringLiteral("only")});
+        QTest::newRow("empty list") << PreferenceValue(QStringList());
+        QTest::newRow("blob") << PreferenceValue(QByteArray("\0\xff{}\n", 5));
+        QTest::newRow("empty blob") << PreferenceValue(QByteArray(""));
+        QTest::newRow("blob over many pages") << PreferenceValue(QByteArray(3'000'000, 'x'));
+    }
+
+    void everyValueComesBackWithItsType()
+    {
+        QFETCH(const PreferenceValue, value);
+
+        QVERIFY(m_preferences->setValue(key, PreferenceValue(QStringLiteral("former"))).hasValue());
+        QVERIFY(m_preferences->setValue(key, value).hasValue());
+
+        reopen();
+        const std::optional<PreferenceValue> read = m_preferences->value(key);
+        QVERIFY(read);
+        QCOMPARE(read->index(), value.index());
+        QVERIFY(*read == value);
+    }
+
+    void rotatingKeepsTheFormerValueAsTheBackup()
+    {
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("one")).hasValue());
+        QVERIFY(!m_preferences->value(backupKey));
+
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("two")).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("three")).hasValue());
+
+        reopen();
+        QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("three"));
+        QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("two"));
+    }
+
+    void aBackupWithoutAFormerValueIsLeftAsItIs()
+    {
+        QVERIFY(m_preferences->setValue(backupKey, QByteArray("rescued")).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("one")).hasValue());
+
+        QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("rescued"));
+    }
+
+    void whatIsKeptAsideOutlivesTheOriginal()
+    {
+        const QString aside = QStringLiteral("aside");
+        QVERIFY(m_preferences->setValue(key, QByteArray("damaged")).hasValue());
+        QVERIFY(m_preferences->keepAside(key, aside).hasValue());
+        QVERIFY(m_preferences->keepAside(QStringLiteral("absent"), QStringLiteral("other")).hasValue());
+
+        for (const char *blob : {"one", "two", "three"})
+            QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView(blob)).hasValue());
+        QVERIFY(m_preferences->remove(key).hasValue());
+
+        reopen();
+        QCOMPARE(m_preferences->get<QByteArray>(aside), QByteArray("damaged"));
+        QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("two"));
+        QVERIFY(!m_preferences->value(key));
+        QVERIFY(!m_preferences->value(QStringLiteral("other")));
+    }
+
+private:
+    /// Closes the adapter and opens its data anew. The fake has no data outside itself.
+    void reopen()
+    {
+        QFETCH_GLOBAL(const QString, adapter);
+        if (adapter == QLatin1String("sqlite")) {
+            m_preferences.reset();
+            m_preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        } else if (adapter == QLatin1String("settings")) {
+            m_preferences.reset();
+            m_preferences = std::make_unique<SettingsPreferences>([path = m_directory->filePath(QStringLiteral("s"))] {
+                return std::make_unique<QSettings>(path, typedFormat());
+            });
+        } else if (!m_preferences) {
+            m_preferences = std::make_unique<FakePreferences>();
+        }
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<Preferences> m_preferences;
+};
+
+TESSALY_TEST_MAIN(PreferencesTest)
+#include "PreferencesTest.moc"

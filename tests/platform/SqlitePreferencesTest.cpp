@@ -1,0 +1,218 @@
+#include "platform/common/SqlitePreferences.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <sqlite3.h>
+
+using namespace tessaly;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString key = QStringLiteral("larkspan-data-v1");
+const QString backupKey = QStringLiteral("larkspan-data-v1-backup");
+
+void executeSql(const QString &path, const char *sql)
+{
+    sqlite3 *database = nullptr;
+    QCOMPARE(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
+    QCOMPARE(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(database);
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void overwrite(const QString &path, qint64 offset, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.seek(offset));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+} // namespace
+
+class SqlitePreferencesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_path = m_directory->filePath(SqlitePreferences::fileName);
+    }
+
+    void theDirectoryAndAPrivateFileAreMade()
+    {
+        const QString directory = m_directory->filePath(QStringLiteral("a/b"));
+        QVERIFY(SqlitePreferences::open(directory).hasValue());
+
+        const QStringList files = QDir(directory).entryList(QDir::Files);
+        QCOMPARE(files, QStringList{SqlitePreferences::fileName});
+        const QFile::Permissions permissions =
+            QFile::permissions(QDir(directory).filePath(SqlitePreferences::fileName));
+        QVERIFY(!(permissions & (QFile::ReadGroup | QFile::ReadOther)));
+    }
+
+    void anExistingFileIsNeverTakenForAnEmptyPlanner_data()
+    {
+        using Damage = std::function<void(const QString &)>;
+        QTest::addColumn<Damage>("damage");
+        QTest::addColumn<ErrorCode>("expected");
+
+        QTest::newRow("no database") << Damage([](const QString &path) { overwrite(path, 0, QByteArray(4096, 'x')); })
+                                     << ErrorCode::StorageCorrupt;
+        QTest::newRow("empty file") << Damage([](const QString &path) { QVERIFY(QFile::resize(path, 0)); })
+                                    << ErrorCode::StorageCorrupt;
+        QTest::newRow("half a file") << Damage([](const QString &path) {
+            QVERIFY(QFile::resize(path, QFile(path).size() / 2));
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("broken page") << Damage([](const QString &path) {
+            overwrite(path, 2 * 32768, QByteArray(100, '\xff'));
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("missing table") << Damage([](const QString &path) {
+            executeSql(path, "DROP TABLE stored_value");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("missing value") << Damage([](const QString &path) {
+            executeSql(path, "DELETE FROM stored_value WHERE id = (SELECT max(id) FROM stored_value)");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("another program's database")
+            << Damage([](const QString &path) { executeSql(path, "PRAGMA application_id = 7"); })
+            << ErrorCode::StorageCorrupt;
+        QTest::newRow("newer version") << Damage([](const QString &path) {
+            executeSql(path, "PRAGMA user_version = 1000");
+        }) << ErrorCode::StorageNewer;
+        QTest::newRow("only the log is left")
+            << Damage([](const QString &path) { QVERIFY(QFile::rename(path, path + QStringLiteral("-wal"))); })
+            << ErrorCode::StorageCorrupt;
+        QTest::newRow("a directory in its place") << Damage([](const QString &path) {
+            QVERIFY(QFile::remove(path));
+            QVERIFY(QDir().mkpath(path));
+        }) << ErrorCode::StorageUnwritable;
+    }
+
+    void anExistingFileIsNeverTakenForAnEmptyPlanner()
+    {
+        QFETCH(const std::function<void(const QString &)>, damage);
+        QFETCH(const ErrorCode, expected);
+        writeTwoSaves();
+        damage(m_path);
+        const QByteArray before = contents(m_path);
+
+        const auto opened = SqlitePreferences::open(m_directory->path());
+
+        QVERIFY(!opened.hasValue());
+        QCOMPARE(opened.error().code, expected);
+        QCOMPARE(contents(m_path), before);
+    }
+
+    void aFileInUseIsLocked()
+    {
+        const auto first = SqlitePreferences::open(m_directory->path());
+        QVERIFY(first.hasValue());
+
+        const auto second = SqlitePreferences::open(m_directory->path(), 0ms);
+
+        QVERIFY(!second.hasValue());
+        QCOMPARE(second.error().code, ErrorCode::StorageLocked);
+    }
+
+    void aPathThatCannotBeADirectoryIsUnwritable()
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+
+        const auto opened = SqlitePreferences::open(m_path);
+
+        QVERIFY(!opened.hasValue());
+        QCOMPARE(opened.error().code, ErrorCode::StorageUnwritable);
+    }
+
+    void anUnfinishedBeginningIsReplaced()
+    {
+        for (const char *suffix : {".new", ".new-journal"})
+            overwrite(m_path + QLatin1String(suffix), 0, "half");
+
+        QVERIFY(SqlitePreferences::open(m_directory->path()).hasValue());
+        QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList{SqlitePreferences::fileName});
+    }
+
+    void valuesThatNoKeyPointsToAreRemoved()
+    {
+        writeTwoSaves();
+        {
+            const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+            for (int save = 0; save < 5; ++save)
+                QVERIFY(preferences->rotate(key, backupKey, QByteArray(100'000, 'x')).hasValue());
+            QVERIFY(preferences->setValue(QStringLiteral("name"), QStringLiteral("a")).hasValue());
+            QVERIFY(preferences->setValue(QStringLiteral("name"), QStringLiteral("b")).hasValue());
+            QVERIFY(preferences->keepAside(key, QStringLiteral("aside")).hasValue());
+            QVERIFY(preferences->remove(QStringLiteral("aside")).hasValue());
+        }
+        SqliteConnection connection;
+        QCOMPARE(connection.open(m_path, SqliteConnection::Creation::Refused), SQLITE_OK);
+        SqliteStatement count(connection, "SELECT count(*) FROM stored_value");
+        QCOMPARE(count.step(), SQLITE_ROW);
+        QCOMPARE(count.integer(0), 3);
+    }
+
+    void theLogDoesNotGrowWithoutBound()
+    {
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        const QByteArray blob(4'000'000, 'x');
+        // More than twice the limit, and the event loop never turns.
+        for (int save = 0; save < 40; ++save)
+            QVERIFY(preferences->rotate(key, backupKey, blob).hasValue());
+
+        const qint64 logBytes = QFile(m_path + QStringLiteral("-wal")).size();
+        QVERIFY2(logBytes < 80'000'000, qPrintable(QString::number(logBytes)));
+    }
+
+    void anIdlePlannerBringsTheLogIntoTheFile()
+    {
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        QVERIFY(preferences->rotate(key, backupKey, QByteArray(8'000'000, 'x')).hasValue());
+        QVERIFY(QFile(m_path).size() < 8'000'000);
+
+        QTRY_VERIFY(QFile(m_path).size() > 8'000'000);
+    }
+
+    void afterAFailedReadNothingIsWritten()
+    {
+        {
+            const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+            QVERIFY(preferences->setValue(key, QStringList{QStringLiteral("a")}).hasValue());
+        }
+        executeSql(m_path, "UPDATE stored_value SET content = 'no list'");
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+
+        QVERIFY(!preferences->value(key));
+
+        const Result<void> written = preferences->setValue(key, QStringList());
+        QVERIFY(!written.hasValue());
+        QCOMPARE(written.error().code, ErrorCode::StorageCorrupt);
+    }
+
+private:
+    void writeTwoSaves() const
+    {
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        QVERIFY(preferences->rotate(key, backupKey, QByteArray(200'000, 'a')).hasValue());
+        QVERIFY(preferences->rotate(key, backupKey, QByteArray(200'000, 'b')).hasValue());
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_path;
+};
+
+Q_DECLARE_METATYPE(std::function<void(const QString &)>)
+
+TESSALY_TEST_MAIN(SqlitePreferencesTest)
+#include "SqlitePreferencesTest.moc"
