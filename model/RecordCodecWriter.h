@@ -19,6 +19,9 @@ namespace tessaly::codec {
 class Writer
 {
 public:
+    Writer() = default;
+    Q_DISABLE_COPY_MOVE(Writer)
+
     void clear()
     {
         m_size = 0;
