@@ -77,6 +77,9 @@ private slots:
         QTest::newRow("broken page") << Damage([](const QString &path) {
             overwrite(path, 2 * 32768, QByteArray(100, '\xff'));
         }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("broken chain of pages")
+            << Damage([](const QString &path) { overwrite(path, 4 * 32768, QByteArray(4, '\xff')); })
+            << ErrorCode::StorageCorrupt;
         QTest::newRow("missing table") << Damage([](const QString &path) {
             executeSql(path, "DROP TABLE stored_value");
         }) << ErrorCode::StorageCorrupt;
