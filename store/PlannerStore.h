@@ -4,7 +4,7 @@
 #include "model/CalendarFeed.h"
 #include "model/CalendarOption.h"
 #include "model/RowsChange.h"
-#include "model/SavedData.h"
+#include "model/SavedDataEncoder.h"
 #include "model/UserCalendar.h"
 #include "platform/EventStore.h"
 #include "platform/Preferences.h"
@@ -192,6 +192,9 @@ private:
 
     PlannerPorts m_ports;
     SavedData m_data;
+    SavedDataEncoder m_encoder;
+    /// Whether the encoder holds the JSON of m_data.
+    bool m_isEncoded = false;
     DocumentLibraryData m_library;
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;

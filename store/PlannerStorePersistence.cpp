@@ -63,18 +63,21 @@ void PlannerStore::saveBlob(const QString &key, const std::function<Result<void>
 
 void PlannerStore::schedulesAssigned(const RowsChange &rows)
 {
+    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Schedules, rows);
     save();
     emit schedulesChanged(rows);
 }
 
 void PlannerStore::remindersAssigned(const RowsChange &rows)
 {
+    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Reminders, rows);
     save();
     emit remindersChanged(rows);
 }
 
 void PlannerStore::goalsAssigned(const RowsChange &rows)
 {
+    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Goals, rows);
     save();
     emit goalsChanged(rows);
 }
@@ -100,8 +103,10 @@ void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
 void PlannerStore::save()
 {
     saveBlob(keys::storageKey, [this]() -> Result<void> {
-        const std::optional<QByteArray> json = encodeSavedData(m_data);
-        return json ? m_ports.preferences.rotate(keys::storageKey, keys::backupStorageKey, *json) : Result<void>();
+        // What has no JSON form is not saved, and nothing is told.
+        if (!m_isEncoded)
+            return {};
+        return m_ports.preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
     });
 }
 
