@@ -1,29 +1,99 @@
-#include "platform/common/SystemClock.h"
-#include "platform/fake/FakeEventStore.h"
-#include "platform/fake/FakeFeedDownloader.h"
-#include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
-#include "platform/fake/FakePreferences.h"
-#include "store/PlannerStore.h"
-#include "store/PlannerStoreQml.h"
+#include "app/CommandLine.h"
+#include "app/Composition.h"
+#include "app/LarkspanApp.h"
+#include "app/ScreenTour.h"
+#include "app/StartFailure.h"
+#include "platform/common/SingleInstance.h"
+#include "views/shell/ShellModel.h"
 
+#include <QDir>
 #include <QGuiApplication>
-#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+
+#include <cstdio>
+
+using namespace tessaly;
+
+namespace {
+
+constexpr int usageError = 2;
+
+int runWindow(Composition &composition, SingleInstance *instance)
+{
+    LarkspanApp app(composition);
+    if (!app.load())
+        return 1;
+    if (instance)
+        QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
+    app.show();
+    return QGuiApplication::exec();
+}
+
+/// What the launcher handed over so that a window may come to the front; not for programs started from this one.
+QByteArray takeActivationToken()
+{
+    for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+        if (const QByteArray token = qgetenv(name); !token.isEmpty())
+            return token;
+    }
+    return {};
+}
+
+int runPlanner(const CommandLine &commandLine)
+{
+    if (commandLine.isDemo)
+        return runWindow(*Composition::forDemo(AppLanguage::Chinese), nullptr);
+    if (!QDir().mkpath(commandLine.dataDirectory))
+        return showStartFailure({ErrorCode::StorageUnwritable, commandLine.dataDirectory});
+    SingleInstance instance(commandLine.dataDirectory);
+    const Result<SingleInstance::Role> role = instance.claim(takeActivationToken());
+    if (!role)
+        return showStartFailure(role.error());
+    if (role.value() == SingleInstance::Role::Second)
+        return 0;
+    const auto composition = Composition::forSystem(commandLine);
+    return composition ? runWindow(*composition.value(), &instance) : showStartFailure(composition.error());
+}
+
+CommandLine readCommandLine(int argc, char *argv[])
+{
+    // Help, version and refusal need no display.
+    const QCoreApplication application(argc, argv);
+    return parseCommandLine(QCoreApplication::arguments());
+}
+
+int run(const CommandLine &commandLine, int argc, char *argv[])
+{
+    if (commandLine.task != CommandLine::Task::Run && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("tessaly"));
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    switch (commandLine.task) {
+    case CommandLine::Task::SelfTest:
+        return runSelfTest();
+    case CommandLine::Task::Pictures:
+        return takePictures(commandLine.picturesDirectory);
+    default:
+        return runPlanner(commandLine);
+    }
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("Tessaly"));
-    tessaly::FakePreferences preferences;
-    tessaly::FakeEventStore eventStore;
-    tessaly::FakeNotificationCenter notificationCenter;
-    tessaly::FakeLoginItem loginItem;
-    tessaly::FakeFeedDownloader feedDownloader;
-    const tessaly::SystemClock clock;
-    tessaly::PlannerStore store({preferences, eventStore, notificationCenter, loginItem, feedDownloader, clock,
-                                 tessaly::UserCalendar::system()});
-    tessaly::PlannerStoreQml::setStore(&store);
-    QQmlApplicationEngine engine;
-    engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
-    return engine.rootObjects().isEmpty() ? 1 : QGuiApplication::exec();
+    QCoreApplication::setApplicationName(QStringLiteral("Tessaly"));
+    QCoreApplication::setApplicationVersion(ShellModel::version());
+    const CommandLine commandLine = readCommandLine(argc, argv);
+    if (commandLine.task == CommandLine::Task::Refuse) {
+        std::fprintf(stderr, "tessaly: %s\nTry 'tessaly --help'.\n", qUtf8Printable(commandLine.text));
+        return usageError;
+    }
+    if (commandLine.task == CommandLine::Task::Print) {
+        std::fputs(qUtf8Printable(commandLine.text), stdout);
+        return 0;
+    }
+    return run(commandLine, argc, argv);
 }

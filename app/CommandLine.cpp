@@ -1,0 +1,76 @@
+#include "app/CommandLine.h"
+
+#include "views/shell/ShellModel.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace tessaly {
+
+namespace {
+
+CommandLine only(CommandLine::Task task, const QString &text)
+{
+    return {.task = task, .text = text};
+}
+
+QString defaultDataDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1String("/Tessaly");
+}
+
+} // namespace
+
+CommandLine parseCommandLine(const QStringList &arguments)
+{
+    using Task = CommandLine::Task;
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show the version."));
+    const QCommandLineOption dataDirectory(
+        QStringLiteral("data-dir"),
+        QStringLiteral("Keep everything in <directory> instead of %1.").arg(defaultDataDirectory()),
+        QStringLiteral("directory"));
+    const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data; nothing is kept."));
+    const QCommandLineOption selfTest(QStringLiteral("self-test"),
+                                      QStringLiteral("Load every screen, then exit; not 0 when one has warnings."));
+    const QCommandLineOption pictures(QStringLiteral("screens"),
+                                      QStringLiteral("Write pictures of every screen to <directory>, then exit."),
+                                      QStringLiteral("directory"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Tessaly, a planner for one person."));
+    parser.addOptions({help, version, dataDirectory, demo, selfTest, pictures});
+
+    if (!parser.parse(arguments))
+        return only(Task::Refuse, parser.errorText());
+    if (parser.isSet(help))
+        return only(Task::Print, parser.helpText());
+    if (parser.isSet(version))
+        return only(Task::Print, QStringLiteral("Tessaly %1\n").arg(ShellModel::versionAndBuild()));
+    if (const QStringList surplus = parser.positionalArguments(); !surplus.isEmpty())
+        return only(Task::Refuse, QStringLiteral("Unexpected argument '%1'.").arg(surplus.first()));
+    for (const QCommandLineOption &option : {dataDirectory, pictures}) {
+        if (parser.isSet(option) && parser.value(option).isEmpty())
+            return only(Task::Refuse, QStringLiteral("--%1 needs a directory.").arg(option.names().first()));
+    }
+    if (parser.isSet(selfTest) && parser.isSet(pictures))
+        return only(Task::Refuse, QStringLiteral("--self-test and --screens exclude each other."));
+    if (parser.isSet(demo) && parser.isSet(dataDirectory))
+        return only(Task::Refuse, QStringLiteral("--demo and --data-dir exclude each other."));
+
+    CommandLine result;
+    result.isDemo = parser.isSet(demo);
+    result.isDataDirectoryGiven = parser.isSet(dataDirectory);
+    result.dataDirectory =
+        QDir(result.isDataDirectoryGiven ? parser.value(dataDirectory) : defaultDataDirectory()).absolutePath();
+    if (parser.isSet(selfTest))
+        result.task = Task::SelfTest;
+    if (parser.isSet(pictures)) {
+        result.task = Task::Pictures;
+        result.picturesDirectory = QDir(parser.value(pictures)).absolutePath();
+    }
+    return result;
+}
+
+} // namespace tessaly

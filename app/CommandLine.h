@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tessaly {
+
+/// What the program was asked to do when it was started.
+struct CommandLine
+{
+    enum class Task {
+        Run,
+        /// Load every screen and tell by the exit code whether QML had anything to complain about.
+        SelfTest,
+        /// Write pictures of every screen.
+        Pictures,
+        /// Only print `text` on the standard output.
+        Print,
+        /// The arguments make no sense; `text` says why.
+        Refuse,
+    };
+
+    Task task = Task::Run;
+    /// Absolute. Everything that the program keeps lives in it.
+    QString dataDirectory = {};
+    bool isDataDirectoryGiven = false;
+    /// Sample data in memory instead of the data directory.
+    bool isDemo = false;
+    QString picturesDirectory = {};
+    QString text = {};
+};
+
+/// Reads the arguments; the first is the program's name.
+[[nodiscard]] CommandLine parseCommandLine(const QStringList &arguments);
+
+} // namespace tessaly

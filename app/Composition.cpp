@@ -1,0 +1,122 @@
+#include "app/Composition.h"
+
+#include "app/CommandLine.h"
+#include "app/SampleData.h"
+#include "model/RecordCodec.h"
+#include "platform/common/NullEventStore.h"
+#include "platform/common/SqlitePreferences.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeEventStore.h"
+#include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeLoginItem.h"
+#include "platform/fake/FakeNotificationCenter.h"
+#include "platform/fake/FakePreferences.h"
+#include "platform/fake/FakeSystemAppearance.h"
+#include "platform/linux/FreedesktopNotificationCenter.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/PortalAppearance.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace tessaly {
+
+/// In dependency order: the store goes first when all is taken down.
+struct Composition::Parts
+{
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<EventStore> eventStore;
+    std::unique_ptr<NotificationCenter> notificationCenter;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<FeedDownloader> feedDownloader;
+    std::unique_ptr<SystemAppearance> systemAppearance;
+    std::unique_ptr<Clock> clock;
+    UserCalendar calendar = UserCalendar::system();
+    std::unique_ptr<PlannerStore> store;
+};
+
+namespace {
+
+QStringList loginCommand(const CommandLine &commandLine)
+{
+    QStringList command{QCoreApplication::applicationFilePath()};
+    if (commandLine.isDataDirectoryGiven)
+        command << QStringLiteral("--data-dir") << commandLine.dataDirectory;
+    return command;
+}
+
+} // namespace
+
+Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts))
+{
+    Parts &p = *m_parts;
+    p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationCenter,
+                                                          *p.loginItem, *p.feedDownloader, *p.clock, p.calendar});
+}
+
+Composition::~Composition() = default;
+
+Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &commandLine)
+{
+    Result<std::unique_ptr<SqlitePreferences>> preferences = SqlitePreferences::open(commandLine.dataDirectory);
+    if (!preferences)
+        return preferences.error();
+    auto parts = std::make_unique<Parts>();
+    parts->preferences = preferences.takeValue();
+    parts->eventStore = std::make_unique<NullEventStore>();
+    parts->notificationCenter = std::make_unique<FreedesktopNotificationCenter>();
+    parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
+    parts->feedDownloader = std::make_unique<FakeFeedDownloader>();
+    parts->systemAppearance = std::make_unique<PortalAppearance>();
+    parts->clock = std::make_unique<LinuxClock>();
+    return std::shared_ptr<Composition>(new Composition(std::move(parts)));
+}
+
+std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const std::optional<Instant> &now)
+{
+    auto parts = std::make_unique<Parts>();
+    if (now) {
+        parts->clock = std::make_unique<FakeClock>(*now);
+        parts->calendar = UserCalendar(QTimeZone::utc(), Qt::Sunday, QLocale(QLocale::English, QLocale::UnitedStates));
+    } else {
+        parts->clock = std::make_unique<LinuxClock>();
+    }
+    auto preferences = std::make_unique<FakePreferences>();
+    const SavedData sample = sampleData(language, parts->calendar, parts->clock->now());
+    (void)preferences->setValue(keys::storageKey, encodeSavedData(sample).value_or(QByteArray()));
+    (void)preferences->setValue(keys::interfaceLanguage, rawValue(language));
+    (void)preferences->setValue(keys::preferredName,
+                                language == AppLanguage::English ? QStringLiteral("Friend") : QStringLiteral("朋友"));
+    (void)preferences->setValue(keys::hasAskedPreferredName, true);
+    parts->preferences = std::move(preferences);
+    parts->eventStore = std::make_unique<FakeEventStore>();
+    parts->notificationCenter = std::make_unique<FakeNotificationCenter>();
+    parts->loginItem = std::make_unique<FakeLoginItem>();
+    parts->feedDownloader = std::make_unique<FakeFeedDownloader>();
+    if (now)
+        parts->systemAppearance = std::make_unique<FakeSystemAppearance>();
+    else
+        parts->systemAppearance = std::make_unique<PortalAppearance>();
+    return std::shared_ptr<Composition>(new Composition(std::move(parts)));
+}
+
+PlannerStore &Composition::store() const
+{
+    return *m_parts->store;
+}
+
+Preferences &Composition::preferences() const
+{
+    return *m_parts->preferences;
+}
+
+SystemAppearance &Composition::systemAppearance() const
+{
+    return *m_parts->systemAppearance;
+}
+
+} // namespace tessaly

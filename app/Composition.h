@@ -1,0 +1,44 @@
+#pragma once
+
+#include "model/AppLanguage.h"
+#include "model/Instant.h"
+#include "model/Result.h"
+
+#include <memory>
+#include <optional>
+
+namespace tessaly {
+
+class FileDialogs;
+class PlannerStore;
+class Preferences;
+class SystemAppearance;
+struct CommandLine;
+
+/// The planner store together with the adapters that it works on: the only place that knows which ones these are.
+class Composition
+{
+public:
+    /// The system's own services, over the data directory. Fails where the stored data cannot be opened. Precondition:
+    /// this process is the only one on the directory.
+    [[nodiscard]] static Result<std::shared_ptr<Composition>> forSystem(const CommandLine &commandLine);
+    /// Sample data in memory and services that do nothing. The time stands still when `now` is given, and zone and
+    /// first weekday are then fixed too.
+    [[nodiscard]] static std::shared_ptr<Composition> forDemo(AppLanguage language,
+                                                              const std::optional<Instant> &now = std::nullopt);
+    ~Composition();
+    Composition(const Composition &) = delete;
+    Composition &operator=(const Composition &) = delete;
+
+    [[nodiscard]] PlannerStore &store() const;
+    [[nodiscard]] Preferences &preferences() const;
+    [[nodiscard]] SystemAppearance &systemAppearance() const;
+
+private:
+    struct Parts;
+    explicit Composition(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace tessaly

@@ -1,0 +1,69 @@
+#include "app/LarkspanApp.h"
+
+#include "app/Composition.h"
+#include "app/WindowMemory.h"
+#include "store/PlannerStore.h"
+#include "store/PlannerStoreQml.h"
+
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+/// So long may the desktop take to tell its colour scheme before the window shows in a guessed one.
+constexpr int appearanceWaitMs = 150;
+
+} // namespace
+
+LarkspanApp::LarkspanApp(Composition &composition, QObject *parent)
+    : QObject(parent), m_composition(composition),
+      m_shell(composition.store(), composition.preferences(), composition.systemAppearance())
+{
+    PlannerStoreQml::setStore(&composition.store());
+}
+
+LarkspanApp::~LarkspanApp() = default;
+
+bool LarkspanApp::load()
+{
+    m_engine.setInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}});
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
+    m_window =
+        m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+    return m_window != nullptr;
+}
+
+void LarkspanApp::show()
+{
+    m_windowMemory = std::make_unique<WindowMemory>(*m_window, m_composition.preferences());
+    if (m_composition.systemAppearance().isSettled()) {
+        appear();
+        return;
+    }
+    connect(&m_shell, &ShellModel::appearanceChanged, this, &LarkspanApp::appear, Qt::SingleShotConnection);
+    QTimer::singleShot(appearanceWaitMs, this, &LarkspanApp::appear);
+}
+
+void LarkspanApp::appear()
+{
+    if (std::exchange(m_hasAppeared, true))
+        return;
+    m_window->setVisible(true);
+    QTimer::singleShot(0, &m_composition.store(), &PlannerStore::startAutomaticCalendarSync);
+}
+
+void LarkspanApp::raise(const QByteArray &activationToken)
+{
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken); // Where Qt's Wayland plugin looks for it.
+    if (m_window->visibility() == QWindow::Minimized)
+        m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->raise();
+    m_window->requestActivate();
+}
+
+} // namespace tessaly

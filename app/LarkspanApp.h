@@ -1,0 +1,52 @@
+#pragma once
+
+#include "views/shell/ShellModel.h"
+
+#include <QObject>
+#include <QQmlApplicationEngine>
+
+#include <memory>
+
+class QQuickWindow;
+
+namespace tessaly {
+
+class Composition;
+class WindowMemory;
+
+/// The running program: the one planner store, its window, and what connects the two.
+class LarkspanApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The composition must outlive the application. Only one application may exist at a time.
+    explicit LarkspanApp(Composition &composition, QObject *parent = nullptr);
+    ~LarkspanApp() override;
+
+    /// Loads the window without showing it. False when it cannot be loaded.
+    [[nodiscard]] bool load();
+    /// Shows the window where it last was, as soon as the desktop has told whether it is dark, and starts the automatic
+    /// calendar sync. Precondition: load().
+    void show();
+    /// Brings the window to the front, with the token that the desktop gave for that, if any.
+    void raise(const QByteArray &activationToken);
+
+    /// Precondition of both: load().
+    [[nodiscard]] QQuickWindow &window() const { return *m_window; }
+    [[nodiscard]] ShellModel &shell() { return m_shell; }
+
+    [[nodiscard]] QQmlApplicationEngine &engine() { return m_engine; }
+
+private:
+    void appear();
+
+    Composition &m_composition;
+    ShellModel m_shell;
+    QQmlApplicationEngine m_engine;
+    QQuickWindow *m_window = nullptr;
+    std::unique_ptr<WindowMemory> m_windowMemory;
+    bool m_hasAppeared = false;
+};
+
+} // namespace tessaly

@@ -1,0 +1,97 @@
+#include "platform/common/SingleInstance.h"
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QFileInfo>
+#include <QLocalSocket>
+#include <QStandardPaths>
+#include <QThread>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int answerLimitMs = 3000;
+constexpr int retryMs = 50;
+constexpr qsizetype longestToken = 1024;
+
+/// In the runtime directory, since the data directory's path may be longer than a socket's path can be.
+QString serverNameFor(const QString &directory)
+{
+    const QByteArray hash = QCryptographicHash::hash(directory.toUtf8(), QCryptographicHash::Sha256).toHex().left(24);
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QLatin1String("/tessaly-") +
+           QString::fromLatin1(hash);
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QString &directory, QObject *parent)
+    : QObject(parent), m_directory(QFileInfo(directory).canonicalFilePath()), m_serverName(serverNameFor(m_directory)),
+      m_lock(m_directory + QLatin1String("/tessaly.lock"))
+{
+    // A lock is stale when its process is gone, never because it is old.
+    m_lock.setStaleLockTime(0);
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::answer);
+}
+
+SingleInstance::~SingleInstance() = default;
+
+Result<SingleInstance::Role> SingleInstance::claim(const QByteArray &activationToken)
+{
+    const QDeadlineTimer deadline(answerLimitMs);
+    while (true) {
+        if (m_lock.tryLock(0)) {
+            listen();
+            return Role::First;
+        }
+        if (m_lock.error() != QLockFile::LockFailedError)
+            return Error{ErrorCode::StorageUnwritable, m_directory};
+        if (askFirst(activationToken))
+            return Role::Second;
+        // The first process may be about to start listening, or about to end.
+        if (deadline.hasExpired())
+            return Error{ErrorCode::StorageLocked, m_directory};
+        QThread::msleep(retryMs);
+    }
+}
+
+void SingleInstance::listen()
+{
+    // The lock is ours, so a socket of that name is what a killed process left behind.
+    QLocalServer::removeServer(m_serverName);
+    if (!m_server.listen(m_serverName))
+        qWarning("Cannot listen for later starts: %s", qUtf8Printable(m_server.errorString()));
+}
+
+void SingleInstance::answer()
+{
+    while (QLocalSocket *socket = m_server.nextPendingConnection()) {
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        const auto read = [this, socket] {
+            if (!socket->canReadLine()) {
+                if (socket->bytesAvailable() > longestToken)
+                    socket->abort();
+                return;
+            }
+            const QByteArray token = socket->readLine(longestToken).trimmed();
+            socket->write("shown\n");
+            socket->disconnectFromServer();
+            emit activationRequested(token);
+        };
+        connect(socket, &QLocalSocket::readyRead, socket, read);
+        read();
+    }
+}
+
+bool SingleInstance::askFirst(const QByteArray &activationToken) const
+{
+    QLocalSocket socket;
+    socket.connectToServer(m_serverName);
+    if (!socket.waitForConnected(answerLimitMs))
+        return false;
+    socket.write(activationToken.left(longestToken - 1) + '\n');
+    return socket.waitForReadyRead(answerLimitMs) && socket.readAll().startsWith("shown");
+}
+
+} // namespace tessaly

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "model/Result.h"
+
+#include <QLocalServer>
+#include <QLockFile>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace tessaly {
+
+/// Sees to it that only one process works on a data directory. A second process hands its wish to come to the front to
+/// the first one.
+class SingleInstance : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Role {
+        /// This process holds the directory, until it ends.
+        First,
+        /// Another process holds it and has been asked to show itself.
+        Second,
+    };
+
+    /// `directory` must exist; different paths to the same directory are the same.
+    explicit SingleInstance(const QString &directory, QObject *parent = nullptr);
+    ~SingleInstance() override;
+
+    /// `activationToken` is what the launcher gave this process so that a window may come to the front; may be empty.
+    /// Fails with StorageUnwritable where the directory cannot be locked, and with StorageLocked where another process
+    /// holds the directory but does not answer within three seconds. The lock of a killed process is taken over.
+    [[nodiscard]] Result<Role> claim(const QByteArray &activationToken);
+
+signals:
+    /// Another process was started on the same directory.
+    void activationRequested(const QByteArray &activationToken);
+
+private:
+    void listen();
+    void answer();
+    [[nodiscard]] bool askFirst(const QByteArray &activationToken) const;
+
+    QString m_directory;
+    QString m_serverName;
+    QLockFile m_lock;
+    QLocalServer m_server;
+};
+
+} // namespace tessaly

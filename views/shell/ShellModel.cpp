@@ -1,0 +1,64 @@
+#include "views/shell/ShellModel.h"
+
+#include "platform/Preferences.h"
+#include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
+
+namespace tessaly {
+
+ShellModel::ShellModel(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+                       QObject *parent)
+    : QObject(parent), m_store(store), m_preferences(preferences), m_systemAppearance(systemAppearance),
+      m_appearanceMode(preferences.get<QString>(keys::appearanceMode).value_or(QStringLiteral("system"))),
+      m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
+{
+    m_systemAppearance.setChangeHandler([this] { emit appearanceChanged(); });
+}
+
+ShellModel::~ShellModel()
+{
+    m_systemAppearance.setChangeHandler({});
+}
+
+void ShellModel::setAppearanceMode(const QString &mode)
+{
+    if (m_appearanceMode == mode)
+        return;
+    m_appearanceMode = mode;
+    (void)m_preferences.setValue(keys::appearanceMode, mode);
+    emit appearanceModeChanged();
+    emit appearanceChanged();
+}
+
+bool ShellModel::isDark() const
+{
+    if (m_appearanceMode == QLatin1String("light"))
+        return false;
+    return m_appearanceMode == QLatin1String("dark") || m_systemAppearance.current().isDark;
+}
+
+void ShellModel::answerNamePrompt(const QString &nameDraft)
+{
+    if (const QString name = nameDraft.trimmed(); !name.isEmpty())
+        m_store.setPreferredName(name);
+    postponeNamePrompt();
+}
+
+void ShellModel::postponeNamePrompt()
+{
+    m_hasAskedPreferredName = true;
+    (void)m_preferences.setValue(keys::hasAskedPreferredName, true);
+    emit hasAskedPreferredNameChanged();
+}
+
+QString ShellModel::version()
+{
+    return QStringLiteral(TESSALY_VERSION);
+}
+
+QString ShellModel::versionAndBuild()
+{
+    return QStringLiteral(TESSALY_VERSION " (" TESSALY_BUILD ")");
+}
+
+} // namespace tessaly

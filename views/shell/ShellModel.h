@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/SystemAppearance.h"
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace tessaly {
+
+class PlannerStore;
+class Preferences;
+
+/// What the window's frame knows beyond the planner's records: the appearance and whether the name was asked for.
+class ShellModel : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes the one that there is.")
+
+    Q_PROPERTY(QString appearanceMode READ appearanceMode WRITE setAppearanceMode NOTIFY appearanceModeChanged)
+    Q_PROPERTY(bool hasAskedPreferredName READ hasAskedPreferredName NOTIFY hasAskedPreferredNameChanged)
+    Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
+    Q_PROPERTY(bool isHighContrast READ isHighContrast NOTIFY appearanceChanged)
+    Q_PROPERTY(bool hasReducedMotion READ hasReducedMotion NOTIFY appearanceChanged)
+    Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(QString versionAndBuild READ versionAndBuild CONSTANT)
+
+public:
+    /// The rows of the sidebar, in order.
+    enum SidebarItem { Overview, Schedule, Reminders, Goals, Documents };
+    Q_ENUM(SidebarItem)
+
+    /// All must outlive the model. Takes over the appearance's change handler.
+    ShellModel(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+               QObject *parent = nullptr);
+    ~ShellModel() override;
+
+    /// "light" and "dark" force that appearance, anything else follows the system. Saved at once.
+    [[nodiscard]] const QString &appearanceMode() const { return m_appearanceMode; }
+    void setAppearanceMode(const QString &mode);
+    [[nodiscard]] bool isDark() const;
+    [[nodiscard]] bool isHighContrast() const { return m_systemAppearance.current().isHighContrast; }
+    [[nodiscard]] bool hasReducedMotion() const { return m_systemAppearance.current().hasReducedMotion; }
+
+    /// Whether the name prompt was answered once, in either way.
+    [[nodiscard]] bool hasAskedPreferredName() const { return m_hasAskedPreferredName; }
+    /// Takes the name, without surrounding white space; an empty one leaves the name as it is.
+    Q_INVOKABLE void answerNamePrompt(const QString &nameDraft);
+    Q_INVOKABLE void postponeNamePrompt();
+
+    [[nodiscard]] static QString version();
+    /// Such as "0.0.1 (20260828)".
+    [[nodiscard]] static QString versionAndBuild();
+
+signals:
+    void appearanceModeChanged();
+    void appearanceChanged();
+    void hasAskedPreferredNameChanged();
+
+private:
+    PlannerStore &m_store;
+    Preferences &m_preferences;
+    SystemAppearance &m_systemAppearance;
+    QString m_appearanceMode;
+    bool m_hasAskedPreferredName = false;
+};
+
+} // namespace tessaly
