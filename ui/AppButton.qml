@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A push button in one of the kinds of the design. `isRaised` is for sheets.
+T.Button {
+    id: button
+
+    enum Kind { Plain, Primary, Destructive, DestructiveFill }
+
+    property int kind: AppButton.Plain
+    property bool isSmall: false
+    property bool isRaised: false
+    property string iconName
+
+    readonly property bool isFilled: kind === AppButton.Primary || kind === AppButton.DestructiveFill
+    readonly property color restFill: kind === AppButton.Primary ? Theme.accent : kind === AppButton.DestructiveFill ? Theme.destructiveFill : isRaised ? Theme.buttonRestRaised : Theme.buttonRest
+    readonly property color hoverFill: kind === AppButton.Primary ? Theme.accentHover : kind === AppButton.DestructiveFill ? Theme.destructiveFill : Theme.buttonHover
+    readonly property color pressedFill: kind === AppButton.Primary ? Theme.accentPressed : kind === AppButton.DestructiveFill ? Theme.destructiveFill : Theme.buttonPressed
+    readonly property color fill: !enabled ? (isFilled ? Theme.track : Theme.transparent) : down ? pressedFill : hovered ? hoverFill : restFill
+    readonly property color ink: !enabled ? Theme.textDisabled : isFilled ? Theme.onAccent : kind === AppButton.Destructive ? (hovered ? Theme.destructiveHover : Theme.destructive) : Theme.text
+
+    implicitWidth: Math.max(56, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
+    leftPadding: isSmall ? 10 : 14
+    rightPadding: leftPadding
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    background: Rectangle {
+        radius: button.isSmall ? Theme.smallRadius : Theme.controlRadius
+        color: button.fill
+        border.width: 1
+        border.color: button.isFilled ? button.fill : button.enabled ? Theme.borderControl : Theme.border
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Theme.fast
+            }
+        }
+
+        FocusRing {
+            visible: button.visualFocus
+            targetRadius: parent.radius
+        }
+    }
+
+    contentItem: Item {
+        implicitWidth: content.implicitWidth
+        implicitHeight: content.implicitHeight
+
+        Row {
+            id: content
+
+            anchors.centerIn: parent
+            spacing: 7
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                name: button.iconName !== "" ? button.iconName : "circle"
+                visible: button.iconName !== ""
+                color: button.isFilled ? Theme.onAccent : Theme.textSecondary
+            }
+
+            AppText {
+                text: button.text
+                token: button.isFilled ? Theme.buttonPrimary : button.isSmall ? Theme.captionMedium : Theme.button
+                color: button.ink
+                Accessible.ignored: true
+            }
+        }
+    }
+}

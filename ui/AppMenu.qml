@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A pop-up menu.
+T.Menu {
+    id: menu
+
+    margins: 6
+    padding: 5
+    implicitWidth: Math.max(180, contentItem.implicitWidth + 10)
+    implicitHeight: contentItem.implicitHeight + 10
+    delegate: AppMenuItem {}
+
+    background: PopupFrame {}
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        implicitWidth: {
+            let most = 0;
+            for (let i = 0; i < menu.count; ++i)
+                most = Math.max(most, menu.itemAt(i).implicitWidth);
+            return most;
+        }
+        model: menu.contentModel
+        currentIndex: menu.currentIndex
+        interactive: false
+    }
+}

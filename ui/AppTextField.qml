@@ -1,0 +1,52 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// A one-line field. Text that does not fit elides while the field has no focus.
+T.TextField {
+    id: field
+
+    property bool isSmall: false
+
+    implicitWidth: 160
+    implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
+    leftPadding: isSmall ? 8 : 10
+    rightPadding: leftPadding
+    topPadding: 0
+    bottomPadding: 0
+    verticalAlignment: TextInput.AlignVCenter
+    font.pixelSize: isSmall ? Theme.caption.size : Theme.control.size
+    color: enabled ? (showsElided ? Theme.transparent : Theme.text) : Theme.textDisabled
+    selectionColor: Theme.accentSoft
+    selectedTextColor: Theme.text
+    selectByMouse: true
+    hoverEnabled: true
+    Accessible.name: placeholderText
+
+    readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding
+
+    cursorDelegate: Rectangle {
+        width: 1
+        color: Theme.accentText
+        visible: field.cursorVisible
+    }
+
+    background: FieldFrame {
+        radius: field.isSmall ? Theme.smallRadius : Theme.controlRadius
+        isFocused: field.activeFocus
+        isEnabled: field.enabled
+    }
+
+    AppText {
+        anchors.fill: parent
+        anchors.leftMargin: field.leftPadding
+        anchors.rightMargin: field.rightPadding
+        visible: field.showsElided || (field.text === "" && field.preeditText === "")
+        text: field.showsElided ? field.text : field.placeholderText
+        font.pixelSize: field.font.pixelSize
+        font.weight: field.font.weight
+        color: !field.enabled ? Theme.textDisabled : field.showsElided ? Theme.text : Theme.textTertiary
+        Accessible.ignored: true
+    }
+}

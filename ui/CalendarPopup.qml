@@ -1,0 +1,191 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// A month to choose a day from, and the time beneath. Arrows move by day, Page keys by month; a choice applies at
+/// once.
+T.Popup {
+    id: popup
+
+    required property DateTimeEditor editor
+    property date now
+
+    width: 268
+    padding: 12
+    margins: 6
+    focus: true
+    implicitHeight: contentItem.implicitHeight + 24
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onOpened: days.forceActiveFocus(Qt.PopupFocusReason)
+
+    background: PopupFrame {}
+
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.popupIn
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.popupOut
+        }
+    }
+
+    contentItem: Column {
+        spacing: 4
+
+        Item {
+            width: parent.width
+            height: Theme.controlHeight
+
+            AppText {
+                x: 8
+                anchors.verticalCenter: parent.verticalCenter
+                text: popup.editor.monthTitle
+                token: Theme.buttonPrimary
+            }
+
+            Row {
+                anchors.right: parent.right
+
+                IconButton {
+                    iconName: "chevron-left"
+                    text: Language.text("上一页", "Previous")
+                    onClicked: popup.editor.showMonth(-1)
+                }
+
+                IconButton {
+                    iconName: "chevron-right"
+                    text: Language.text("下一页", "Next")
+                    onClicked: popup.editor.showMonth(1)
+                }
+            }
+        }
+
+        Row {
+            Repeater {
+                model: popup.editor.weekdayLetters
+
+                AppText {
+                    required property string modelData
+
+                    width: 244 / 7
+                    text: modelData
+                    token: Theme.mini
+                    horizontalAlignment: Text.AlignHCenter
+                    color: Theme.textTertiary
+                }
+            }
+        }
+
+        Grid {
+            id: days
+
+            columns: 7
+            activeFocusOnTab: true
+            Keys.onLeftPressed: popup.editor.moveDay(-1)
+            Keys.onRightPressed: popup.editor.moveDay(1)
+            Keys.onUpPressed: popup.editor.moveDay(-7)
+            Keys.onDownPressed: popup.editor.moveDay(7)
+            Keys.onReturnPressed: popup.close()
+            Keys.onEnterPressed: popup.close()
+            Keys.onSpacePressed: popup.close()
+            Keys.onPressed: event => {
+                if (event.key !== Qt.Key_PageUp && event.key !== Qt.Key_PageDown)
+                    return;
+                popup.editor.moveMonth(event.key === Qt.Key_PageUp ? -1 : 1);
+                event.accepted = true;
+            }
+
+            Repeater {
+                model: popup.editor.dayNumbers
+
+                Item {
+                    id: cell
+
+                    required property int modelData
+                    required property int index
+                    readonly property bool isChosen: index === popup.editor.chosenDay
+                    readonly property bool isOther: index < popup.editor.firstOfMonth || index > popup.editor.lastOfMonth
+                    readonly property bool isToday: popup.editor.monthTitle !== "" && index === popup.editor.positionOf(popup.now)
+
+                    width: 244 / 7
+                    height: 28
+                    Accessible.role: Accessible.Button
+                    Accessible.name: popup.editor.dayName(index)
+                    Accessible.selected: isChosen
+                    Accessible.onPressAction: popup.editor.chooseDay(index)
+
+                    Rectangle {
+                        anchors.centerIn: parent
+                        width: 28
+                        height: 28
+                        radius: 14
+                        color: cell.isChosen ? Theme.accent : cellHover.hovered ? Theme.hover : Theme.transparent
+
+                        FocusRing {
+                            visible: cell.isChosen && days.activeFocus
+                            gap: -1
+                            targetRadius: 14
+                        }
+                    }
+
+                    AppText {
+                        anchors.centerIn: parent
+                        text: cell.modelData
+                        token: cell.isChosen || cell.isToday ? Theme.captionBold : Theme.caption
+                        color: cell.isChosen ? Theme.onAccent : cell.isToday ? Theme.accentText : cell.isOther ? Theme.textTertiary : Theme.text
+                        Accessible.ignored: true
+                    }
+
+                    HoverHandler {
+                        id: cellHover
+                    }
+
+                    TapHandler {
+                        onTapped: {
+                            popup.editor.chooseDay(cell.index);
+                            days.forceActiveFocus(Qt.MouseFocusReason);
+                        }
+                    }
+                }
+            }
+        }
+
+        Separator {
+            width: parent.width
+            visible: !popup.editor.isDateOnly
+        }
+
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            topPadding: 6
+            spacing: 8
+            visible: !popup.editor.isDateOnly
+
+            TimePartField {
+                number: popup.editor.hour
+                most: 23
+                onEntered: number => popup.editor.setTime(number, popup.editor.minute)
+            }
+
+            AppText {
+                text: ":"
+                height: Theme.smallControlHeight
+                token: Theme.control
+            }
+
+            TimePartField {
+                number: popup.editor.minute
+                most: 59
+                onEntered: number => popup.editor.setTime(popup.editor.hour, number)
+            }
+        }
+    }
+}

@@ -1,0 +1,141 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// Shows a colour and lets the user choose one of the palette or type a hex code. The value is "#RRGGBB", upper-case.
+T.AbstractButton {
+    id: well
+
+    property string hex: Theme.palette[0][1]
+    /// Name for assistive technology.
+    property string name
+
+    /// The user chose a colour; an incomplete or wrong code is not applied.
+    signal edited(string hex)
+
+    implicitWidth: 56
+    implicitHeight: Theme.controlHeight
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.ButtonDropDown
+    Accessible.name: name
+    Accessible.description: hex
+    onClicked: popup.open()
+    Keys.onReturnPressed: popup.open()
+    Keys.onEnterPressed: popup.open()
+
+    background: FieldFrame {
+        color: well.down ? Theme.buttonPressed : well.hovered ? Theme.buttonHover : Theme.buttonRest
+        isFocused: popup.visible
+
+        FocusRing {
+            visible: well.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        ColorMark {
+            x: 6
+            anchors.verticalCenter: parent.verticalCenter
+            size: 20
+            radius: 5
+            color: Theme.scheduleColor(well.hex)
+        }
+
+        Icon {
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron-down"
+            size: 14
+        }
+    }
+
+    T.Popup {
+        id: popup
+
+        y: well.height + 4
+        x: well.width - width
+        width: 194
+        implicitHeight: contentItem.implicitHeight + 24
+        padding: 12
+        margins: 6
+        focus: true
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        onOpened: (swatches.itemAt(Math.max(0, Theme.palette.findIndex(entry => entry[1] === well.hex))) as Item)?.forceActiveFocus(Qt.PopupFocusReason)
+        onClosed: well.forceActiveFocus(Qt.PopupFocusReason)
+
+        background: PopupFrame {}
+
+        contentItem: Column {
+            spacing: 10
+
+            Grid {
+                columns: 4
+                spacing: 8
+
+                Repeater {
+                    id: swatches
+
+                    model: Theme.palette.length
+
+                    T.AbstractButton {
+                        id: swatch
+
+                        required property int index
+                        readonly property string lightHex: Theme.palette[index][1]
+
+                        width: 36
+                        height: 28
+                        focusPolicy: Qt.StrongFocus
+                        Accessible.name: lightHex
+                        Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                        Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                        Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                        Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                        onClicked: well.edited(lightHex)
+                        Keys.onReturnPressed: {
+                            swatch.clicked();
+                            popup.close();
+                        }
+
+                        background: Rectangle {
+                            radius: Theme.actionRadius
+                            color: Theme.scheduleColor(swatch.lightHex)
+
+                            FocusRing {
+                                visible: swatch.activeFocus
+                                targetRadius: Theme.actionRadius
+                                gap: 1
+                            }
+                        }
+
+                        contentItem: Item {
+                            Icon {
+                                anchors.centerIn: parent
+                                name: "check"
+                                color: Theme.onMark
+                                visible: swatch.lightHex === well.hex
+                            }
+                        }
+                    }
+                }
+            }
+
+            AppTextField {
+                width: parent.width
+                isSmall: true
+                text: well.hex
+                Accessible.name: well.name
+                onTextEdited: {
+                    const digits = text.trim().replace(/^#/, "");
+                    if (/^[0-9a-fA-F]{6}$/.test(digits))
+                        well.edited("#" + digits.toUpperCase());
+                }
+                onActiveFocusChanged: if (!activeFocus)
+                    text = Qt.binding(() => well.hex)
+            }
+        }
+    }
+}

@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// The round box that ticks an item off. Its target is at least 28 × 28.
+T.AbstractButton {
+    id: circle
+
+    property int size: 18
+    property bool isComplete: false
+    /// Name for assistive technology: the item's title.
+    property string itemTitle
+
+    implicitWidth: 28
+    implicitHeight: 28
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isComplete
+    Accessible.name: itemTitle
+
+    contentItem: Item {
+        Icon {
+            anchors.centerIn: parent
+            size: circle.size
+            stroke: circle.isComplete ? 2 : 1.75
+            name: circle.isComplete ? "circle-check-fill" : "circle"
+            color: circle.isComplete ? Theme.success : circle.hovered ? Theme.textSecondary : Theme.textTertiary
+        }
+
+        FocusRing {
+            anchors.fill: undefined
+            anchors.centerIn: parent
+            width: circle.size + 8
+            height: circle.size + 8
+            targetRadius: circle.size / 2
+            visible: circle.visualFocus
+        }
+    }
+}

@@ -1,0 +1,77 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// The header of a group that opens and closes; the whole header toggles. A void group has nothing to show and does
+/// not open.
+T.AbstractButton {
+    id: header
+
+    property bool isOpen: false
+    property bool isNested: false
+    property bool isVoid: false
+    /// Items at the header's right end.
+    default property alias trailing: trailingRow.data
+
+    implicitWidth: 240
+    implicitHeight: isNested ? Theme.nestedGroupHeight : Theme.groupHeight
+    leftPadding: isNested ? 46 : 16
+    rightPadding: 8
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    enabled: !isVoid || trailingRow.children.length > 0
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: isOpen
+    Keys.onReturnPressed: header.clicked()
+    Keys.onEnterPressed: header.clicked()
+    Keys.onRightPressed: if (!isOpen)
+        header.clicked()
+    Keys.onLeftPressed: if (isOpen)
+        header.clicked()
+
+    background: Item {
+        FocusRing {
+            visible: header.visualFocus
+            anchors.margins: 2
+            gap: -4
+        }
+    }
+
+    contentItem: Item {
+        Icon {
+            id: chevron
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: 1
+            name: "chevron-right"
+            color: header.isVoid ? Theme.textDisabled : Theme.textTertiary
+            rotation: header.isOpen ? 90 : 0
+
+            Behavior on rotation {
+                NumberAnimation {
+                    duration: Theme.switching
+                    easing.type: Easing.OutCubic
+                }
+            }
+        }
+
+        AppText {
+            anchors.verticalCenter: parent.verticalCenter
+            x: 30
+            width: parent.width - 30 - trailingRow.width - 8
+            text: header.text
+            token: header.isNested ? Theme.button : Theme.groupLabel
+            color: header.isVoid ? Theme.textTertiary : header.isNested && !header.isOpen ? Theme.textSecondary : Theme.text
+            Accessible.ignored: true
+        }
+
+        Row {
+            id: trailingRow
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 2
+        }
+    }
+}

@@ -1,0 +1,24 @@
+import QtQuick
+
+/// Outline and fill of a field; with the focus its border is coloured and a halo surrounds it.
+Rectangle {
+    id: frame
+
+    property bool isFocused: false
+    property bool isEnabled: true
+
+    radius: Theme.controlRadius
+    color: isEnabled ? Theme.field : Theme.transparent
+    border.width: 1
+    border.color: isFocused ? Theme.focus : isEnabled ? Theme.borderControl : Theme.border
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -3
+        radius: frame.radius + 3
+        color: Theme.transparent
+        border.width: 3
+        border.color: Theme.focusHalo
+        visible: frame.isFocused
+    }
+}

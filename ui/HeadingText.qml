@@ -1,0 +1,7 @@
+import QtQuick
+
+/// A section's heading.
+AppText {
+    token: Theme.heading
+    Accessible.role: Accessible.Heading
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A square button that shows an icon only; its text is tooltip and accessible name.
+T.Button {
+    id: button
+
+    required property string iconName
+    property int iconSize: 16
+
+    implicitWidth: Theme.controlHeight
+    implicitHeight: Theme.controlHeight
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: button.down ? Theme.pressed : button.hovered ? Theme.hover : Theme.transparent
+
+        FocusRing {
+            visible: button.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        Icon {
+            anchors.centerIn: parent
+            name: button.iconName
+            size: button.iconSize
+            color: !button.enabled ? Theme.textDisabled : button.hovered ? Theme.text : Theme.textSecondary
+        }
+    }
+
+    AppToolTip {
+        text: button.text
+        visible: button.text !== "" && (button.hovered || button.visualFocus)
+    }
+}

@@ -1,0 +1,76 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A multi-line field that grows with its text up to `maximumHeight` and then scrolls inside. Tab leaves it.
+T.Control {
+    id: control
+
+    property alias text: area.text
+    property alias textArea: area
+    property string placeholder
+    property real minHeight: 72
+    property real maximumHeight: 160
+
+    implicitWidth: 240
+    implicitHeight: Math.max(minHeight, Math.min(maximumHeight, area.implicitHeight))
+    focusPolicy: Qt.NoFocus
+
+    background: FieldFrame {
+        isFocused: area.activeFocus
+        isEnabled: control.enabled
+    }
+
+    contentItem: Flickable {
+        id: flick
+
+        clip: true
+        contentWidth: width
+        contentHeight: area.height
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+
+        T.ScrollBar.vertical: AppScrollBar {}
+
+        function follow(rectangle: rect) {
+            if (contentY > rectangle.y)
+                contentY = rectangle.y;
+            else if (contentY + height < rectangle.y + rectangle.height)
+                contentY = rectangle.y + rectangle.height - height;
+        }
+
+        T.TextArea {
+            id: area
+
+            width: flick.width
+            height: Math.max(implicitHeight, flick.height)
+            implicitHeight: contentHeight + topPadding + bottomPadding
+            leftPadding: 10
+            rightPadding: 10
+            topPadding: 8
+            bottomPadding: 8
+            font.pixelSize: Theme.control.size
+            color: enabled ? Theme.text : Theme.textDisabled
+            selectionColor: Theme.accentSoft
+            selectedTextColor: Theme.text
+            selectByMouse: true
+            wrapMode: TextEdit.Wrap
+            textFormat: TextEdit.PlainText
+            KeyNavigation.priority: KeyNavigation.BeforeItem
+            KeyNavigation.tab: nextItemInFocusChain(true)
+            KeyNavigation.backtab: nextItemInFocusChain(false)
+            Accessible.name: control.placeholder
+            onCursorRectangleChanged: flick.follow(cursorRectangle)
+
+            AppText {
+                x: area.leftPadding
+                y: area.topPadding
+                width: area.width - area.leftPadding - area.rightPadding
+                visible: area.text === "" && area.preeditText === ""
+                text: control.placeholder
+                token: Theme.control
+                color: control.enabled ? Theme.textTertiary : Theme.textDisabled
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,107 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// A choice among few labels. Arrow keys change the choice at once; it is one tab stop.
+T.Control {
+    id: control
+
+    required property list<string> labels
+    property int currentIndex: 0
+    /// Padding at each side of a label.
+    property int segmentPadding: 14
+    /// Name for assistive technology.
+    property string name
+
+    signal chosen(int index)
+
+    function choose(index: int) {
+        if (index >= 0 && index < labels.length && index !== currentIndex)
+            control.chosen(index);
+    }
+
+    implicitWidth: row.implicitWidth + 4
+    implicitHeight: Theme.controlHeight
+    focusPolicy: Qt.StrongFocus
+    Keys.onLeftPressed: choose(currentIndex - 1)
+    Keys.onRightPressed: choose(currentIndex + 1)
+    Keys.onUpPressed: choose(currentIndex - 1)
+    Keys.onDownPressed: choose(currentIndex + 1)
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: name
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.segment
+
+        FocusRing {
+            visible: control.visualFocus
+        }
+    }
+
+    Row {
+        id: row
+
+        x: 2
+        y: 2
+
+        Repeater {
+            id: segments
+
+            model: control.labels
+
+            Rectangle {
+                id: segment
+
+                required property string modelData
+                required property int index
+                readonly property bool isOn: index === control.currentIndex
+
+                width: control.width > row.implicitWidthOfLabels + 4 ? (control.width - 4) / control.labels.length : label.implicitWidth + 2 * control.segmentPadding
+                height: control.height - 4
+                implicitWidth: label.implicitWidth + 2 * control.segmentPadding
+                radius: Theme.actionRadius
+                color: isOn ? Theme.segmentOn : Theme.transparent
+                border.width: isOn ? 0.5 : 0
+                border.color: Theme.segmentShadow
+                Accessible.role: Accessible.PageTab
+                Accessible.name: modelData
+                Accessible.selectable: true
+                Accessible.selected: isOn
+                Accessible.onPressAction: control.choose(index)
+
+                Rectangle {
+                    z: -1
+                    y: 1
+                    width: parent.width
+                    height: parent.height
+                    radius: parent.radius
+                    color: Theme.segmentShadow
+                    visible: segment.isOn
+                }
+
+                AppText {
+                    id: label
+
+                    anchors.centerIn: parent
+                    text: segment.modelData
+                    token: Theme.button
+                    color: segment.isOn ? Theme.text : Theme.textSecondary
+                    Accessible.ignored: true
+                }
+
+                TapHandler {
+                    onTapped: control.choose(segment.index)
+                }
+            }
+        }
+
+        readonly property real implicitWidthOfLabels: {
+            let sum = 0;
+            for (let i = 0; i < segments.count; ++i)
+                sum += segments.itemAt(i)?.implicitWidth ?? 0;
+            return sum;
+        }
+    }
+}

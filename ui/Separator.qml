@@ -1,0 +1,9 @@
+import QtQuick
+
+/// A hairline.
+Rectangle {
+    implicitWidth: 1
+    implicitHeight: 1
+    height: 1
+    color: Theme.border
+}

@@ -1,0 +1,141 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
+/// returns to the opener. Esc asks to leave; a click on the scrim does nothing.
+T.Popup {
+    id: sheet
+
+    property string title
+    property int sheetWidth: 520
+    property int headPadding: 22
+    property int sidePadding: 24
+    property int bodySpacing: 16
+    property alias head: headColumn.data
+    default property alias body: bodyColumn.data
+    property alias foot: footRow.data
+    property alias bodyFlickable: flick
+
+    /// Esc was pressed and no popup inside took it.
+    signal leaving
+
+    /// Scrolls so that the item is in view.
+    function reveal(item: Item) {
+        const top = item.mapToItem(bodyColumn, 0, 0).y;
+        flick.contentY = Math.max(0, Math.min(top - 16, flick.contentHeight - flick.height));
+    }
+
+    parent: T.Overlay.overlay
+    x: Math.round(((parent?.width ?? 0) - width) / 2)
+    y: Math.round(((parent?.height ?? 0) - height) / 2)
+    width: sheetWidth
+    height: Math.min((parent?.height ?? 0) - 48, headColumn.height + bodyColumn.height + footBox.height)
+    modal: true
+    dim: true
+    focus: true
+    padding: 0
+    closePolicy: T.Popup.NoAutoClose
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.sheetIn
+            }
+        }
+    }
+
+    background: PopupFrame {
+        elevation: 2
+        radius: Theme.sheetRadius
+    }
+
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.sheetIn
+            easing.type: Easing.OutCubic
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.sheetOut
+            easing.type: Easing.InCubic
+        }
+    }
+
+    contentItem: FocusScope {
+        focus: true
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+        Keys.onEscapePressed: sheet.leaving()
+
+        Column {
+            id: headColumn
+
+            x: sheet.sidePadding
+            width: parent.width - 2 * sheet.sidePadding
+            topPadding: sheet.headPadding
+            spacing: 4
+
+            AppText {
+                width: parent.width
+                text: sheet.title
+                token: Theme.sheetTitle
+                visible: sheet.title !== ""
+                Accessible.role: Accessible.Heading
+            }
+        }
+
+        Flickable {
+            id: flick
+
+            anchors.top: headColumn.bottom
+            anchors.bottom: footBox.top
+            width: parent.width
+            clip: contentHeight > height
+            contentWidth: width
+            contentHeight: bodyColumn.height
+            boundsBehavior: Flickable.StopAtBounds
+            interactive: contentHeight > height
+            T.ScrollBar.vertical: AppScrollBar {}
+
+            Column {
+                id: bodyColumn
+
+                x: sheet.sidePadding
+                width: flick.width - 2 * sheet.sidePadding
+                topPadding: 16
+                bottomPadding: 20
+                spacing: sheet.bodySpacing
+            }
+        }
+
+        Item {
+            id: footBox
+
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: footRow.children.length > 0 ? 61 : 0
+            visible: height > 0
+
+            Separator {
+                width: parent.width
+            }
+
+            Item {
+                id: footRow
+
+                x: sheet.sidePadding
+                y: 15
+                width: parent.width - 2 * sheet.sidePadding
+                height: Theme.controlHeight
+            }
+        }
+    }
+}

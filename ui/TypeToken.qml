@@ -1,0 +1,9 @@
+import QtQuick
+
+/// One style of type: sizes in pixels, letter spacing for Latin text.
+QtObject {
+    property int size: 14
+    property int line: 22
+    property int weight: Font.Normal
+    property real spacing: 0
+}
