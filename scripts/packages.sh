@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Sourced by ./dev: what has to be on the machine, and how it gets there.
 # Names are Debian's. "a|b" means: a, or b on a release that has no a.
 
@@ -8,7 +9,7 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qtcore
-    libsqlite3-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
+    libsqlite3-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri
     fonts-inter fonts-noto-cjk fonts-jetbrains-mono
     xvfb xauth
@@ -40,7 +41,7 @@ package_of() {
     IFS='|' read -ra names <<<"$1"
     for name in "${names[@]}"; do is_installed "$name" && echo "$name" && return; done
     for name in "${names[@]}"; do
-        [ -n "$(apt-cache policy "$name" 2>/dev/null | grep -v '(none)' | grep Candidate)" ] && echo "$name" && return
+        apt-cache policy "$name" 2>/dev/null | grep -q 'Candidate: [^(]' && echo "$name" && return
     done
     echo "${names[0]}"
 }
@@ -59,9 +60,9 @@ missing_packages() {
 
 explain_without_apt() {
     local tool lacking=()
-    for tool in c++ cmake ninja pkg-config "$@"; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
+    for tool in c++ cmake ninja pkg-config; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
-        "Ninja, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland), SQLite 3, Boost 1.75 with Boost.JSON;" \
+        "Ninja, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland), SQLite 3, ICU 60, Boost 1.75 with Boost.JSON;" \
         "for the tests libical, nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, python-dbusmock; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."
@@ -69,7 +70,10 @@ explain_without_apt() {
 
 # install_packages NAME…: installs what is missing, and says so.
 install_packages() {
-    command -v apt-get >/dev/null && command -v dpkg-query >/dev/null || { explain_without_apt; return; }
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        explain_without_apt
+        return
+    fi
     local missing resolved=() name as_root=()
     mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} -gt 0 ] || return 0
