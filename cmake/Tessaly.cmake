@@ -21,7 +21,13 @@ function(tessaly_qml_module name)
   cmake_parse_arguments(arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINK" ${ARGN})
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   qt_add_library(${name} STATIC)
+  # Compiled QML is for speed; a debug build is quicker to make without.
+  set(cache_option)
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    set(cache_option NO_CACHEGEN)
+  endif()
   qt_add_qml_module(${name}
+    ${cache_option}
     URI ${arg_URI}
     VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports

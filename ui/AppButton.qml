@@ -17,7 +17,7 @@ T.Button {
     readonly property color hoverFill: kind === AppButton.Primary ? Theme.accentHover : kind === AppButton.DestructiveFill ? Theme.destructiveFill : Theme.buttonHover
     readonly property color pressedFill: kind === AppButton.Primary ? Theme.accentPressed : kind === AppButton.DestructiveFill ? Theme.destructiveFill : Theme.buttonPressed
     readonly property color fill: !enabled ? (isFilled ? Theme.track : Theme.transparent) : down ? pressedFill : hovered ? hoverFill : restFill
-    readonly property color ink: !enabled ? Theme.textDisabled : isFilled ? Theme.onAccent : kind === AppButton.Destructive ? (hovered ? Theme.destructiveHover : Theme.destructive) : Theme.text
+    readonly property color ink: !enabled ? Theme.textDisabled : isFilled ? Theme.inkOnAccent : kind === AppButton.Destructive ? (hovered ? Theme.destructiveHover : Theme.destructive) : Theme.text
 
     implicitWidth: Math.max(56, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
@@ -61,7 +61,7 @@ T.Button {
                 anchors.verticalCenter: parent.verticalCenter
                 name: button.iconName !== "" ? button.iconName : "circle"
                 visible: button.iconName !== ""
-                color: button.isFilled ? Theme.onAccent : Theme.textSecondary
+                color: button.isFilled ? Theme.inkOnAccent : Theme.textSecondary
             }
 
             AppText {

@@ -30,7 +30,7 @@ T.CheckBox {
             size: 12
             stroke: 3
             name: box.checked ? "check" : "minus"
-            color: Theme.onAccent
+            color: Theme.inkOnAccent
             visible: parent.isFilled
         }
 

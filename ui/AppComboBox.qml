@@ -110,7 +110,7 @@ T.ComboBox {
                 anchors.verticalCenter: parent.verticalCenter
                 name: "check"
                 size: 14
-                color: entry.highlighted ? Theme.onAccent : Theme.text
+                color: entry.highlighted ? Theme.inkOnAccent : Theme.text
                 visible: combo.currentIndex === entry.index
             }
 
@@ -120,7 +120,7 @@ T.ComboBox {
                 anchors.verticalCenter: parent.verticalCenter
                 text: entry.text
                 token: Theme.control
-                color: entry.highlighted ? Theme.onAccent : Theme.text
+                color: entry.highlighted ? Theme.inkOnAccent : Theme.text
                 Accessible.ignored: true
             }
         }

@@ -19,7 +19,7 @@ T.MenuItem {
     contentItem: AppText {
         text: item.text
         token: Theme.control
-        color: item.highlighted ? Theme.onAccent : Theme.text
+        color: item.highlighted ? Theme.inkOnAccent : Theme.text
         Accessible.ignored: true
     }
 }

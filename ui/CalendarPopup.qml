@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// A month to choose a day from, and the time beneath. Arrows move by day, Page keys by month; a choice applies at
 /// once.
@@ -140,7 +141,7 @@ T.Popup {
                         anchors.centerIn: parent
                         text: cell.modelData
                         token: cell.isChosen || cell.isToday ? Theme.captionBold : Theme.caption
-                        color: cell.isChosen ? Theme.onAccent : cell.isToday ? Theme.accentText : cell.isOther ? Theme.textTertiary : Theme.text
+                        color: cell.isChosen ? Theme.inkOnAccent : cell.isToday ? Theme.accentText : cell.isOther ? Theme.textTertiary : Theme.text
                         Accessible.ignored: true
                     }
 

@@ -115,7 +115,7 @@ T.AbstractButton {
                             Icon {
                                 anchors.centerIn: parent
                                 name: "check"
-                                color: Theme.onMark
+                                color: Theme.inkOnMark
                                 visible: swatch.lightHex === well.hex
                             }
                         }

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left and Right choose a part, Up and Down change it, digits type
 /// it. The icon, Alt+Down and Space open a calendar.

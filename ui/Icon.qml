@@ -9,7 +9,7 @@ Image {
     property int size: 16
     property color color: Theme.textSecondary
     property real stroke: 2
-    property color mark: Theme.onMark
+    property color mark: Theme.inkOnMark
 
     width: size
     height: size

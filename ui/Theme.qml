@@ -30,7 +30,7 @@ QtObject {
     readonly property color accentHover: isDark ? "#3A70E0" : "#2459C4"
     readonly property color accentPressed: isDark ? "#2C5BC2" : "#1E4DAC"
     readonly property color accentText: isDark ? "#84ADFF" : "#2459C8"
-    readonly property color onAccent: "#FFFFFF"
+    readonly property color inkOnAccent: "#FFFFFF"
     readonly property color accentSoft: isDark ? "#22304C" : "#E6EDFB"
     readonly property color focus: isDark ? "#6E9EFF" : "#3F7BEA"
     readonly property color hover: isDark ? "#2A2C32" : "#F0F1F4"
@@ -48,7 +48,7 @@ QtObject {
     readonly property color destructiveFill: "#C5302E"
     readonly property color editor: isDark ? "#1F2125" : "#F4F5F7"
     readonly property color scrim: isDark ? "#85000000" : "#57181A20"
-    readonly property color onMark: isDark ? "#1A1B1F" : "#FFFFFF"
+    readonly property color inkOnMark: isDark ? "#1A1B1F" : "#FFFFFF"
     readonly property color transparent: "transparent"
     readonly property color focusHalo: Qt.rgba(focus.r, focus.g, focus.b, 0.24)
     readonly property color markLine: Qt.rgba(text.r, text.g, text.b, 0.14)
