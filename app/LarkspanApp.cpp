@@ -4,6 +4,7 @@
 #include "app/WindowMemory.h"
 #include "store/PlannerStore.h"
 #include "store/PlannerStoreQml.h"
+#include "ui/Ui.h"
 
 #include <QQuickWindow>
 #include <QTimer>
@@ -30,6 +31,7 @@ LarkspanApp::~LarkspanApp() = default;
 
 bool LarkspanApp::load()
 {
+    installImageProviders(m_engine);
     m_engine.setInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
     m_window =

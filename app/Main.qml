@@ -4,6 +4,7 @@ import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Ui
 
+/// The window, and the only place that knows all screens.
 ApplicationWindow {
     id: window
 
@@ -14,9 +15,11 @@ ApplicationWindow {
     minimumHeight: 620
     width: 1180
     height: 800
-    title: Qt.application.displayName
+    title: Qt.application.name
     color: Theme.bg
+    // qmllint disable
     locale: Qt.locale(PlannerStore.isEnglish ? "en_US" : "zh_Hans")
+    // qmllint enable
 
     Binding {
         target: Language
@@ -28,9 +31,29 @@ ApplicationWindow {
         property: "isDark"
         value: window.shell.isDark
     }
+    Binding {
+        target: Theme
+        property: "isHighContrast"
+        value: window.shell.isHighContrast
+    }
+    Binding {
+        target: Theme
+        property: "isReducedMotion"
+        value: window.shell.hasReducedMotion
+    }
 
     ContentView {
         id: contentView
+
         anchors.fill: parent
+        shell: window.shell
+        // One line for each row of the sidebar, in its order.
+        screens: [
+            Component { PlaceholderScreen { title: Language.text("概览", "Overview") } },
+            Component { PlaceholderScreen { title: Language.text("日程", "Schedule") } },
+            Component { PlaceholderScreen { title: Language.text("待办", "To-dos") } },
+            Component { PlaceholderScreen { title: Language.text("目标", "Goals") } },
+            Component { PlaceholderScreen { title: Language.text("文档", "Documents") } }
+        ]
     }
 }

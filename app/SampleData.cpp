@@ -18,7 +18,7 @@ struct Block
     int day;
     int startMinute;
     int minutes;
-    /// Sample colours are kept as a calendar would give them.
+    /// A palette name or "#RRGGBB".
     const char16_t *color;
     Pair title;
 };
@@ -28,13 +28,17 @@ constexpr int at(int hour, int minute = 0)
     return 60 * hour + minute;
 }
 
-constexpr const char16_t *blue = u"#2C66D8";
-constexpr const char16_t *purple = u"#7F50CC";
-constexpr const char16_t *green = u"#23884D";
-constexpr const char16_t *orange = u"#C9630A";
-constexpr const char16_t *pink = u"#CB3D7E";
+// Names of the palette, and colours as a user may have picked them.
+constexpr const char16_t *blue = u"blue";
+constexpr const char16_t *purple = u"purple";
+constexpr const char16_t *green = u"green";
+constexpr const char16_t *orange = u"orange";
+constexpr const char16_t *pink = u"pink";
+// lint-allow(colour): a stored value, not a colour of the interface
 constexpr const char16_t *teal = u"#12828F";
+// lint-allow(colour): a stored value, not a colour of the interface
 constexpr const char16_t *red = u"#CC3F3B";
+// lint-allow(colour): a stored value, not a colour of the interface
 constexpr const char16_t *indigo = u"#4C56C8";
 
 constexpr Block blocks[] = {
@@ -98,10 +102,12 @@ private:
     {
         QList<ScheduleItem> list;
         for (const Block &block : blocks) {
-            list.append({.title = text(block.title),
-                         .date = instant(block.day, block.startMinute),
-                         .endDate = instant(block.day, block.startMinute + block.minutes),
-                         .customColorHex = QString::fromUtf16(block.color)});
+            ScheduleItem item{.title = text(block.title),
+                              .date = instant(block.day, block.startMinute),
+                              .endDate = instant(block.day, block.startMinute + block.minutes)};
+            const QString color = QString::fromUtf16(block.color);
+            (color.startsWith(u'#') ? item.customColorHex : item.colorName) = color;
+            list.append(item);
         }
         ScheduleItem &lecture = list[secondLecture];
         lecture.tag = text({u"课程", u"Course"});

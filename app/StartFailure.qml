@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Tessaly.Ui
 
 /// Says in both languages why the program ends before it began: no language is known at this point.
@@ -10,41 +11,42 @@ ApplicationWindow {
     required property string chinese
     required property string english
 
-    width: 460
-    height: column.implicitHeight + 56
-    minimumWidth: 320
+    width: 480
+    height: column.height + 56
+    minimumWidth: 360
+    minimumHeight: column.height + 56
     visible: true
-    title: Qt.application.displayName
+    title: Qt.application.name
     color: Theme.bg
 
-    ColumnLayout {
+    Column {
         id: column
 
-        anchors.fill: parent
-        anchors.margins: 28
-        spacing: 18
+        x: 28
+        y: 28
+        width: parent.width - 56
+        spacing: 12
 
         Repeater {
             model: [window.chinese, window.english]
 
-            Text {
+            AppText {
                 required property string modelData
 
-                Layout.fillWidth: true
+                width: column.width
                 text: modelData
-                wrapMode: Text.Wrap
-                textFormat: Text.PlainText
+                isMultiline: true
                 Accessible.role: Accessible.AlertMessage
-                Accessible.name: modelData
             }
         }
 
-        Button {
-            Layout.alignment: Qt.AlignRight
+        AppButton {
+            anchors.right: parent.right
+            kind: AppButton.Primary
+            // lint-allow(text): both languages at once, since none is known yet
             text: "关闭 / Close"
             focus: true
             onClicked: window.close()
-            Keys.onReturnPressed: window.close()
             Keys.onEscapePressed: window.close()
         }
     }

@@ -38,7 +38,7 @@ WindowMemory::WindowMemory(QQuickWindow &window, Preferences &preferences, QObje
         connect(&window, signal, &m_timer, qOverload<>(&QTimer::start));
     connect(&window, &QWindow::visibilityChanged, &m_timer, qOverload<>(&QTimer::start));
     // By name, since the type of the argument is private to Qt.
-    connect(&window, SIGNAL(closing(QQuickCloseEvent*)), this, SLOT(save()));
+    connect(&window, SIGNAL(closing(QQuickCloseEvent *)), this, SLOT(save()));
     connect(qApp, &QGuiApplication::aboutToQuit, this, &WindowMemory::save);
 }
 

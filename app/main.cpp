@@ -3,7 +3,9 @@
 #include "app/LarkspanApp.h"
 #include "app/ScreenTour.h"
 #include "app/StartFailure.h"
+// lint-allow(arrows): decides whether there is anything to compose
 #include "platform/common/SingleInstance.h"
+#include "ui/Ui.h"
 #include "views/shell/ShellModel.h"
 
 #include <QDir>
@@ -67,7 +69,8 @@ int run(const CommandLine &commandLine, int argc, char *argv[])
     if (commandLine.task != CommandLine::Task::Run && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    const QGuiApplication application(argc, argv);
+    QGuiApplication application(argc, argv);
+    applyInterfaceFont(application);
     QGuiApplication::setDesktopFileName(QStringLiteral("tessaly"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     switch (commandLine.task) {

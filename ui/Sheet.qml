@@ -7,9 +7,14 @@ T.Popup {
     id: sheet
 
     property string title
+    property TypeToken titleToken: Theme.sheetTitle
+    /// Whether the sheet is open; setting it opens or closes the sheet.
+    property bool isShown: false
     property int sheetWidth: 520
     property int headPadding: 22
     property int sidePadding: 24
+    property int bodyTopPadding: 16
+    property int bodyBottomPadding: 20
     property int bodySpacing: 16
     property alias head: headColumn.data
     default property alias body: bodyColumn.data
@@ -35,6 +40,9 @@ T.Popup {
     focus: true
     padding: 0
     closePolicy: T.Popup.NoAutoClose
+    onIsShownChanged: isShown ? open() : close()
+    onAboutToShow: isShown = true
+    onAboutToHide: isShown = false
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
@@ -86,7 +94,7 @@ T.Popup {
             AppText {
                 width: parent.width
                 text: sheet.title
-                token: Theme.sheetTitle
+                token: sheet.titleToken
                 visible: sheet.title !== ""
                 Accessible.role: Accessible.Heading
             }
@@ -110,8 +118,8 @@ T.Popup {
 
                 x: sheet.sidePadding
                 width: flick.width - 2 * sheet.sidePadding
-                topPadding: 16
-                bottomPadding: 20
+                topPadding: sheet.bodyTopPadding
+                bottomPadding: sheet.bodyBottomPadding
                 spacing: sheet.bodySpacing
             }
         }

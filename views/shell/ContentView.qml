@@ -1,12 +1,86 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Ui
 
-Rectangle {
-    color: Theme.bg
+/// The window's content: the sidebar and the screen that is chosen there. Each choice makes a fresh screen.
+FocusScope {
+    id: view
 
-    Text {
-        anchors.centerIn: parent
-        text: Language.text("概览", "Overview") + PlannerStore.preferredName + (PlannerStore.interfaceLanguage === Planner.English)
+    required property ShellModel shell
+    /// The screens, in the order of ShellModel.SidebarItem.
+    required property list<Component> screens
+
+    property int section: ShellModel.Overview
+    property alias showClearConfirmation: clearDialog.isShown
+    property alias showNamePrompt: namePrompt.isShown
+    property alias showAbout: aboutDialog.isShown
+    readonly property Item screen: loader.item as Item
+
+    focus: true
+    Component.onCompleted: showNamePrompt = !shell.hasAskedPreferredName
+
+    Sidebar {
+        id: sidebar
+
+        width: Theme.sidebarWidth
+        height: parent.height
+        shell: view.shell
+        section: view.section
+        onChosen: section => view.section = section
+        onClearRequested: view.showClearConfirmation = true
+        onAboutRequested: view.showAbout = true
+        onNotificationPermissionRequested: PlannerStore.requestNotificationPermission()
+    }
+
+    Item {
+        id: detail
+
+        anchors.left: sidebar.right
+        anchors.right: parent.right
+        height: parent.height
+
+        Loader {
+            id: loader
+
+            anchors.fill: parent
+            sourceComponent: view.screens[view.section]
+        }
+
+        Toast {
+            id: toast
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 24
+        }
+
+        Connections {
+            function onCalendarSyncMessageChanged() {
+                // The schedule screen has a line of its own for it.
+                if (view.section !== ShellModel.Schedule && PlannerStore.calendarSyncMessage !== "")
+                    toast.show(PlannerStore.calendarSyncMessage);
+            }
+
+            target: PlannerStore
+        }
+    }
+
+    ClearDialog {
+        id: clearDialog
+    }
+
+    NamePrompt {
+        id: namePrompt
+
+        shell: view.shell
+    }
+
+    AboutDialog {
+        id: aboutDialog
+
+        shell: view.shell
     }
 }

@@ -1,0 +1,88 @@
+import QtQuick
+import Tessaly.Shell
+import Tessaly.Ui
+
+/// The column at the window's left: the screens, the menu, the settings.
+Rectangle {
+    id: sidebar
+
+    required property ShellModel shell
+    property alias section: list.section
+
+    signal chosen(section: int)
+    signal clearRequested
+    signal aboutRequested
+    signal notificationPermissionRequested
+
+    implicitWidth: Theme.sidebarWidth
+    color: Theme.sidebar
+    Accessible.role: Accessible.Pane
+    Accessible.name: Qt.application.name
+
+    Flickable {
+        id: scroll
+
+        anchors.top: parent.top
+        anchors.bottom: settings.top
+        width: parent.width - edge.width
+        clip: true
+        contentHeight: list.y + list.height + 10
+        interactive: contentHeight > height
+        boundsBehavior: Flickable.StopAtBounds
+
+        SidebarList {
+            id: list
+
+            x: 10
+            y: 20
+            width: scroll.width - 20
+            focus: true
+            onChosen: section => sidebar.chosen(section)
+        }
+
+        IconButton {
+            id: menuButton
+
+            x: scroll.width - width - 8
+            y: 12
+            width: Theme.smallControlHeight
+            height: Theme.smallControlHeight
+            iconName: "ellipsis"
+            text: Language.text("菜单", "Menu")
+            onClicked: menu.popup(menuButton, 0, menuButton.height + 4)
+
+            AppMenu {
+                id: menu
+
+                AppMenuItem {
+                    // lint-allow(text): the menu's commands are in one language each, on purpose
+                    text: "About Tessaly"
+                    onTriggered: sidebar.aboutRequested()
+                }
+                AppMenuItem {
+                    // lint-allow(text): the menu's commands are in one language each, on purpose
+                    text: "请求通知权限"
+                    onTriggered: sidebar.notificationPermissionRequested()
+                }
+            }
+        }
+    }
+
+    SettingsPanel {
+        id: settings
+
+        anchors.bottom: parent.bottom
+        width: parent.width - edge.width
+        shell: sidebar.shell
+        onClearRequested: sidebar.clearRequested()
+    }
+
+    Rectangle {
+        id: edge
+
+        anchors.right: parent.right
+        width: 1
+        height: parent.height
+        color: Theme.border
+    }
+}
