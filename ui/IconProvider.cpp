@@ -91,7 +91,7 @@ QImage ShadowProvider::requestImage(const QString &id, QSize *size, const QSize 
             for (const ShadowLayer &layer : layers) {
                 const double distance =
                     boxDistance(x + 0.5 - extent / 2.0, y + 0.5 - extent / 2.0 - layer.offset, halfSize, radius);
-                clear *= 1 - layer.strength * 0.5 * std::erfc(distance / (layer.blur * std::sqrt(2.0) / 2));
+                clear *= 1 - layer.strength * 0.5 * std::erfc(distance / (layer.blur * std::sqrt(2.0)));
             }
             image.setPixelColor(x, y, QColor(color.red(), color.green(), color.blue(), qRound(255 * (1 - clear))));
         }

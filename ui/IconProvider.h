@@ -18,7 +18,7 @@ public:
 class ShadowProvider : public QQuickImageProvider
 {
 public:
-    static constexpr int margin = 64;
+    static constexpr int margin = 96;
 
     ShadowProvider();
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;

@@ -13,7 +13,7 @@ Rectangle {
     border.color: Theme.isDark ? Theme.borderControl : Theme.border
 
     BorderImage {
-        readonly property int margin: 64
+        readonly property int margin: 96
 
         z: -1
         anchors.fill: parent
