@@ -1,0 +1,332 @@
+#include "model/ICalendarReader.h"
+
+#include "model/Uuid.h"
+#include "model/ZoneTransitions.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+namespace {
+
+using std::string_view;
+
+QString toQString(string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+string_view trimmed(string_view text, string_view characters)
+{
+    const std::size_t first = text.find_first_not_of(characters);
+    if (first == string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(characters) - first + 1);
+}
+
+/// A line divided at its first ":". Colons before the first other character do not count.
+struct DividedLine
+{
+    explicit DividedLine(string_view line)
+    {
+        line.remove_prefix(std::min(line.find_first_not_of(':'), line.size()));
+        const std::size_t colon = line.find(':');
+        head = line.substr(0, colon);
+        hasColon = colon != string_view::npos;
+        if (hasColon)
+            value = line.substr(colon + 1);
+    }
+
+    /// The first non-empty piece of the head between semicolons; empty if there is none.
+    [[nodiscard]] string_view name() const
+    {
+        const string_view piece = head.substr(std::min(head.find_first_not_of(';'), head.size()));
+        return piece.substr(0, piece.find(';'));
+    }
+    /// Whether name() is the same whatever follows the line.
+    [[nodiscard]] bool isNameComplete() const
+    {
+        const string_view found = name();
+        return !found.empty() && (hasColon || found.data() + found.size() != head.data() + head.size());
+    }
+
+    string_view head;
+    string_view value;
+    bool hasColon = false;
+};
+
+enum class Property { Start, End, Uid, Summary };
+constexpr std::array<string_view, 4> propertyNames{"DTSTART", "DTEND", "UID", "SUMMARY"};
+constexpr string_view beginEvent = "BEGIN:VEVENT";
+constexpr string_view endEvent = "END:VEVENT";
+constexpr string_view calendarNamePrefix = "X-WR-CALNAME:";
+
+/// Whether a line can change what is read. Folded lines that cannot are skipped without being joined.
+bool matters(string_view line)
+{
+    const DividedLine divided(line);
+    if (!divided.isNameComplete())
+        return true;
+    const string_view name = divided.name();
+    return std::ranges::find(propertyNames, name) != propertyNames.end() || name == "BEGIN" || name == "END" ||
+           name == "X-WR-CALNAME";
+}
+
+/// Gives the unfolded lines of a text one after the other.
+class UnfoldedLines
+{
+public:
+    explicit UnfoldedLines(string_view text) : m_next(text.data()), m_end(text.data() + text.size()) {}
+
+    /// False at the end. The line lives until the next call, in the text or, if isJoined(), in the buffer.
+    bool next(string_view &line)
+    {
+        if (m_next == m_end)
+            return false;
+        line = physicalLine();
+        m_isJoined = false;
+        if (!isContinuation())
+            return true;
+        if (!matters(line)) {
+            while (isContinuation())
+                (void)physicalLine();
+            return true;
+        }
+        m_joined.assign(line);
+        while (isContinuation())
+            m_joined += trimmed(physicalLine(), " \t");
+        m_isJoined = true;
+        line = m_joined;
+        return true;
+    }
+
+    [[nodiscard]] bool isJoined() const { return m_isJoined; }
+    [[nodiscard]] std::string &buffer() { return m_joined; }
+
+private:
+    [[nodiscard]] bool isContinuation() const { return m_next != m_end && (*m_next == ' ' || *m_next == '\t'); }
+
+    string_view physicalLine()
+    {
+        const char *begin = m_next;
+        const auto length = static_cast<std::size_t>(m_end - begin);
+        const auto *feed = static_cast<const char *>(std::memchr(begin, '\n', length));
+        if (!feed) {
+            m_next = m_end;
+            return {begin, length};
+        }
+        m_next = feed + 1;
+        const char *end = feed != begin && feed[-1] == '\r' ? feed - 1 : feed;
+        return {begin, static_cast<std::size_t>(end - begin)};
+    }
+
+    const char *m_next;
+    const char *m_end;
+    std::string m_joined;
+    bool m_isJoined = false;
+};
+
+/// The value of `count` decimal digits, or -1.
+int number(string_view text, std::size_t first, std::size_t count)
+{
+    int value = 0;
+    for (const char c : text.substr(first, count)) {
+        if (c < '0' || c > '9')
+            return -1;
+        value = value * 10 + (c - '0');
+    }
+    return value;
+}
+
+/// Days from 1970-01-01 to a day of the proleptic Gregorian calendar; year 1 or later.
+constexpr qint64 daysSince1970(int year, int month, int day)
+{
+    const qint64 y = month <= 2 ? year - 1 : year;
+    const qint64 dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    return y * 365 + y / 4 - y / 100 + y / 400 + dayOfYear - 719468;
+}
+
+int daysInMonth(int year, int month)
+{
+    constexpr std::array<int, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+    return month == 2 && isLeap ? 29 : days[static_cast<std::size_t>(month - 1)];
+}
+
+std::optional<qint64> dateSeconds(string_view text)
+{
+    const int year = number(text, 0, 4);
+    const int month = number(text, 4, 2);
+    const int day = number(text, 6, 2);
+    if (year < 1 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month))
+        return std::nullopt;
+    return daysSince1970(year, month, day) * 86400;
+}
+
+std::optional<int> timeSeconds(string_view text)
+{
+    const int hour = number(text, 0, 2);
+    const int minute = number(text, 2, 2);
+    const int second = number(text, 4, 2);
+    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
+        return std::nullopt;
+    return hour * 3600 + minute * 60 + second;
+}
+
+/// A value as seconds from 1970-01-01 00:00 on its own clock.
+std::optional<qint64> wallClockSeconds(string_view value)
+{
+    constexpr std::size_t dateLength = 8;
+    constexpr std::size_t dateTimeLength = 15;
+    const bool isDateOnly = value.size() == dateLength;
+    const string_view digits = trimmed(value, "Z");
+    if (digits.size() != (isDateOnly ? dateLength : dateTimeLength))
+        return std::nullopt;
+    const std::optional<qint64> date = dateSeconds(digits);
+    if (!date || isDateOnly)
+        return date;
+    const std::optional<int> time = timeSeconds(digits.substr(dateLength + 1));
+    if (!time || digits[dateLength] != 'T')
+        return std::nullopt;
+    return *date + *time;
+}
+
+/// The zones that one file names, each listed once.
+class NamedZones
+{
+public:
+    explicit NamedZones(const QTimeZone &current) : m_current(std::make_shared<ZoneTransitions>(current)) {}
+
+    /// The zone of the TZID parameter among the parameters, or the current one.
+    const ZoneTransitions &zone(string_view parameters)
+    {
+        constexpr string_view key = "TZID=";
+        const std::size_t found = parameters.find(key);
+        if (found == string_view::npos)
+            return *m_current;
+        const string_view rest = parameters.substr(found + key.size());
+        const string_view identifier = rest.substr(0, rest.find(';'));
+        if (auto known = m_zones.find(identifier); known != m_zones.end())
+            return *known->second;
+        const auto zone = zoneOfIdentifier(QByteArray(identifier.data(), static_cast<qsizetype>(identifier.size())));
+        auto transitions = zone ? std::make_shared<ZoneTransitions>(*zone) : m_current;
+        return *m_zones.emplace(identifier, std::move(transitions)).first->second;
+    }
+
+private:
+    std::shared_ptr<ZoneTransitions> m_current;
+    std::map<std::string, std::shared_ptr<ZoneTransitions>, std::less<>> m_zones;
+};
+
+class EventReader
+{
+public:
+    EventReader(const QString &untitled, const QTimeZone &currentZone) : m_untitled(untitled), m_zones(currentZone) {}
+
+    void read(UnfoldedLines &lines)
+    {
+        string_view line;
+        while (lines.next(line)) {
+            if (line == beginEvent)
+                begin();
+            else if (line == endEvent)
+                finish();
+            else if (m_isInEvent)
+                keep(line, lines);
+            else if (line.starts_with(calendarNamePrefix))
+                m_calendarName = toQString(line.substr(calendarNamePrefix.size()));
+        }
+    }
+
+    [[nodiscard]] QList<ParsedEvent> takeEvents() { return std::move(m_events); }
+
+private:
+    struct Kept
+    {
+        bool isPresent = false;
+        string_view line;
+        /// Holds the line when it was joined from several.
+        std::string joined;
+    };
+
+    void begin()
+    {
+        m_isInEvent = true;
+        for (Kept &kept : m_kept)
+            kept.isPresent = false;
+    }
+
+    void keep(string_view line, UnfoldedLines &lines)
+    {
+        const auto named = std::ranges::find(propertyNames, DividedLine(line).name());
+        if (named == propertyNames.end())
+            return;
+        Kept &kept = m_kept[static_cast<std::size_t>(named - propertyNames.begin())];
+        kept.isPresent = true;
+        kept.line = line;
+        if (lines.isJoined()) {
+            kept.joined.swap(lines.buffer());
+            kept.line = kept.joined;
+        }
+    }
+
+    [[nodiscard]] const Kept &kept(Property property) const { return m_kept[static_cast<std::size_t>(property)]; }
+
+    std::optional<Instant> date(Property property)
+    {
+        const Kept &found = kept(property);
+        if (!found.isPresent)
+            return std::nullopt;
+        const DividedLine divided(found.line);
+        const std::optional<qint64> wallClock = wallClockSeconds(divided.value);
+        if (!wallClock)
+            return std::nullopt;
+        const bool isUtc = divided.value.ends_with('Z');
+        const qint64 seconds = isUtc ? *wallClock : m_zones.zone(divided.head).unixSeconds(*wallClock);
+        return Instant::fromUnixSeconds(static_cast<double>(seconds));
+    }
+
+    void finish()
+    {
+        if (!m_isInEvent)
+            return;
+        m_isInEvent = false;
+        const std::optional<Instant> start = date(Property::Start);
+        const std::optional<Instant> end = date(Property::End);
+        if (!start || !end)
+            return;
+        const Kept &uid = kept(Property::Uid);
+        const Kept &summary = kept(Property::Summary);
+        m_events.append({uid.isPresent ? toQString(uid.line) : uuidText(QUuid::createUuid()),
+                         summary.isPresent ? toQString(summary.line) : m_untitled, *start, *end, m_calendarName});
+    }
+
+    QString m_untitled;
+    NamedZones m_zones;
+    std::array<Kept, propertyNames.size()> m_kept;
+    std::optional<QString> m_calendarName;
+    bool m_isInEvent = false;
+    QList<ParsedEvent> m_events;
+};
+
+} // namespace
+
+QList<ParsedEvent> parseICalendar(QByteArrayView text, const QString &untitled, const QTimeZone &currentZone)
+{
+    string_view bytes(text.data(), static_cast<std::size_t>(text.size()));
+    constexpr string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(byteOrderMark))
+        bytes.remove_prefix(byteOrderMark.size());
+    UnfoldedLines lines(bytes);
+    EventReader reader(untitled, currentZone);
+    reader.read(lines);
+    return reader.takeEvents();
+}
+
+} // namespace tessaly

@@ -1,0 +1,109 @@
+#include "model/FeedMerge.h"
+#include "model/CalendarFeed.h"
+#include "tests/support/TestMain.h"
+
+using namespace tessaly;
+
+namespace {
+
+const QUuid feedID(QStringLiteral("11111111-2222-3333-4444-abcdefabcdef"));
+
+ParsedEvent eventOf(const QString &uid, double start, const QString &title = QStringLiteral("SUMMARY:New"))
+{
+    return {.uid = uid, .title = title, .start = {start}, .end = {start + 5400}};
+}
+
+} // namespace
+
+class FeedMergeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theKeyNamesFeedEventAndSecond_data()
+    {
+        QTest::addColumn<double>("unixSeconds");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("whole seconds") << 1725235200.0 << QStringLiteral("1725235200.0");
+        QTest::newRow("the epoch") << 0.0 << QStringLiteral("0.0");
+        QTest::newRow("before the epoch") << -62135596800.0 << QStringLiteral("-62135596800.0");
+        QTest::newRow("the last year") << 253402300799.0 << QStringLiteral("253402300799.0");
+        QTest::newRow("a fraction") << 1725235200.5 << QStringLiteral("1725235200.5");
+    }
+
+    void theKeyNamesFeedEventAndSecond()
+    {
+        QFETCH(const double, unixSeconds);
+        QFETCH(const QString, expected);
+
+        QCOMPARE(feedEventKey(feedID, QStringLiteral("UID:a|b"), Instant::fromUnixSeconds(unixSeconds)),
+                 QStringLiteral("11111111-2222-3333-4444-ABCDEFABCDEF|UID:a|b|") + expected);
+    }
+
+    void aKnownEventKeepsWhatTheUserAdded()
+    {
+        ScheduleItem known{.title = QStringLiteral("Old"),
+                           .date = {100},
+                           .notes = QStringLiteral("Mine"),
+                           .tasks = QList<ScheduleTask>{{.title = QStringLiteral("Read")}},
+                           .tag = QStringLiteral("Study"),
+                           .colorName = QStringLiteral("pink"),
+                           .customColorHex = QStringLiteral("#112233"),
+                           .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {100}),
+                           .calendarIdentifier = feedCalendarIdentifier(feedID)};
+
+        const QList<ScheduleItem> merged = mergeFeed({eventOf(QStringLiteral("UID:a"), 100)}, feedID, {known});
+
+        known.title = QStringLiteral("SUMMARY:New");
+        known.endDate = Instant{5500};
+        QCOMPARE(merged, QList<ScheduleItem>{known});
+    }
+
+    void anEventWithAnotherStartOrOfAnotherFeedIsNew()
+    {
+        const QString key = feedEventKey(feedID, QStringLiteral("UID:a"), {100});
+        const ScheduleItem moved{.date = {100},
+                                 .notes = QStringLiteral("Mine"),
+                                 .calendarEventIdentifier = key,
+                                 .calendarIdentifier = feedCalendarIdentifier(feedID)};
+        const ScheduleItem foreign{.date = {200},
+                                   .notes = QStringLiteral("Theirs"),
+                                   .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {200}),
+                                   .calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid())};
+
+        const QList<ScheduleItem> merged = mergeFeed({eventOf(QStringLiteral("UID:a"), 200)}, feedID, {moved, foreign});
+
+        QCOMPARE(merged.size(), 1);
+        ScheduleItem expected{.title = QStringLiteral("SUMMARY:New"),
+                              .date = {200},
+                              .endDate = Instant{5600},
+                              .calendarEventIdentifier = foreign.calendarEventIdentifier,
+                              .calendarIdentifier = feedCalendarIdentifier(feedID)};
+        expected.id = merged.constFirst().id;
+        QCOMPARE(merged.constFirst(), expected);
+        QVERIFY(expected.id != moved.id && expected.id != foreign.id);
+    }
+
+    void ofDuplicatesTheFirstCounts()
+    {
+        const QString uid = QStringLiteral("UID:a");
+        const ScheduleItem first{.notes = QStringLiteral("first"),
+                                 .calendarEventIdentifier = feedEventKey(feedID, uid, {100}),
+                                 .calendarIdentifier = feedCalendarIdentifier(feedID)};
+        ScheduleItem second = first;
+        second.notes = QStringLiteral("second");
+
+        const QList<ScheduleItem> merged = mergeFeed(
+            {eventOf(uid, 100, QStringLiteral("one")), eventOf(uid, 50), eventOf(uid, 100, QStringLiteral("two"))},
+            feedID, {first, second});
+
+        QCOMPARE(merged.size(), 2);
+        QCOMPARE(merged.at(0).title, QStringLiteral("one"));
+        QCOMPARE(merged.at(0).notes, QStringLiteral("first"));
+        QCOMPARE(merged.at(1).date, Instant{50});
+    }
+};
+
+TESSALY_TEST_MAIN(FeedMergeTest)
+#include "FeedMergeTest.moc"
