@@ -1,6 +1,7 @@
 #include "store/PlannerStore.h"
 
 #include "platform/LoginItem.h"
+#include "store/CalendarFeedReader.h"
 #include "store/ErrorText.h"
 #include "store/PreferenceKeys.h"
 
@@ -13,7 +14,7 @@ constexpr std::chrono::seconds saveRetryInterval(5);
 } // namespace
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
-    : QObject(parent), m_ports(ports), m_writer(saveRetryInterval)
+    : QObject(parent), m_ports(ports), m_writer(saveRetryInterval), m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     load();
     connect(&m_writer, &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);

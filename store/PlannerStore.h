@@ -19,6 +19,9 @@
 
 namespace tessaly {
 
+class CalendarFeedReader;
+struct ParsedEvent;
+
 /// The one observable object: owns every record and setting, saves each change at once, restores everything at
 /// start. Main thread only. Every assignment to a published property saves itself and raises its signal, once.
 class PlannerStore : public QObject
@@ -116,10 +119,16 @@ public:
     void removeGoal(const QUuid &id);
 
     // Linked calendars
-    Q_INVOKABLE void addCalendarFeed(const QString &urlString);
+    /// Adds the link, shows its schedules and refreshes it. Anything but an http or https link is refused: the message
+    /// is set and false returned.
+    Q_INVOKABLE bool addCalendarFeed(const QString &urlString);
+    /// Downloads the link and applies what it holds; a failure is told and changes nothing.
     Q_INVOKABLE void refreshCalendarFeed(const QUuid &feedID);
-    void applyCalendarFeed(QByteArrayView text, const QUuid &feedID);
+    /// Replaces the schedules of the feed by the events of the file, in one assignment; see mergeFeed(). Does nothing
+    /// for a feed that was deleted.
+    void applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
+    /// Removes the feed and its schedules.
     Q_INVOKABLE void deleteCalendarFeed(const QUuid &feedID);
 
     // System calendar
@@ -184,6 +193,10 @@ private:
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
     [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
 
+    void readCalendarFeed(Result<QByteArray> body, const QUuid &feedID);
+    void applyCalendarEvents(const QList<ParsedEvent> &events, const QUuid &feedID);
+    [[nodiscard]] QString untitledEventText() const;
+
     void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
     void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);
     void changeCalendarEvent(const ScheduleItem &item);
@@ -210,6 +223,7 @@ private:
     bool m_automaticCalendarSync = true;
     bool m_launchAtLogin = false;
     PreferenceWriter m_writer;
+    std::unique_ptr<CalendarFeedReader> m_feedReader;
 };
 
 } // namespace tessaly

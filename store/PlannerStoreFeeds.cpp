@@ -1,17 +1,134 @@
+#include "model/FeedMerge.h"
+#include "platform/Clock.h"
+#include "platform/FeedDownloader.h"
+#include "store/CalendarFeedReader.h"
 #include "store/PlannerStore.h"
+#include "store/RecordRows.h"
+
+#include <QPointer>
+#include <QUrl>
 
 namespace tessaly {
 
-void PlannerStore::addCalendarFeed(const QString &)
+namespace {
+
+/// The link's last path component without its extension.
+QString feedName(const QUrl &url)
 {
+    QString path = url.path(QUrl::FullyEncoded);
+    while (path.endsWith(u'/'))
+        path.chop(1);
+    const QString name = QUrl::fromPercentEncoding(path.section(u'/', -1).toUtf8());
+    const qsizetype dot = name.lastIndexOf(u'.');
+    const bool hasExtension = dot > 0 && dot < name.size() - 1;
+    return name.isEmpty() ? QStringLiteral("iCalendar") : hasExtension ? name.left(dot) : name;
 }
 
-void PlannerStore::refreshCalendarFeed(const QUuid &)
+bool isHttp(const QUrl &url)
 {
+    return url.isValid() && (url.scheme() == u"http" || url.scheme() == u"https");
 }
 
-void PlannerStore::deleteCalendarFeed(const QUuid &)
+} // namespace
+
+bool PlannerStore::addCalendarFeed(const QString &urlString)
 {
+    const QString trimmed = urlString.trimmed();
+    const QUrl url(trimmed);
+    if (!isHttp(url)) {
+        setCalendarSyncMessage(
+            text(QStringLiteral("请输入有效的 iCalendar 链接。"), QStringLiteral("Enter a valid iCalendar link.")));
+        return false;
+    }
+    const CalendarFeed feed{.name = feedName(url), .urlString = trimmed};
+    calendarFeedsAssigned(appendRecord(m_calendarFeeds, feed));
+    setVisibleCalendarIDs(QSet<QString>(m_visibleCalendarIDs) << feedCalendarIdentifier(feed.id));
+    refreshCalendarFeed(feed.id);
+    return true;
+}
+
+void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
+{
+    const qsizetype row = rowOf(m_calendarFeeds, feedID);
+    if (row < 0)
+        return;
+    const QUrl url(m_calendarFeeds.at(row).urlString);
+    if (!url.isValid() || url.isEmpty())
+        return;
+    setCalendarSyncMessage(text(QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")));
+    // The downloader may outlive the store.
+    m_ports.feedDownloader.download(url, [store = QPointer(this), feedID](Result<QByteArray> body) {
+        if (store)
+            store->readCalendarFeed(std::move(body), feedID);
+    });
+}
+
+void PlannerStore::readCalendarFeed(Result<QByteArray> body, const QUuid &feedID)
+{
+    if (!body) {
+        if (rowOf(m_calendarFeeds, feedID) >= 0)
+            setCalendarFeedError(body.error());
+        return;
+    }
+    m_feedReader->read(body.value(), untitledEventText(), calendar().zone(),
+                       [this, feedID](const Result<QList<ParsedEvent>> &events) {
+                           if (events)
+                               applyCalendarEvents(events.value(), feedID);
+                           else if (rowOf(m_calendarFeeds, feedID) >= 0)
+                               setCalendarFeedError(events.error());
+                       });
+}
+
+QString PlannerStore::untitledEventText() const
+{
+    return text(QStringLiteral("未命名日程"), QStringLiteral("Untitled event"));
+}
+
+void PlannerStore::applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID)
+{
+    applyCalendarEvents(parseICalendar(feedText, untitledEventText(), calendar().zone()), feedID);
+}
+
+void PlannerStore::applyCalendarEvents(const QList<ParsedEvent> &events, const QUuid &feedID)
+{
+    const qsizetype feedRow = rowOf(m_calendarFeeds, feedID);
+    if (feedRow < 0)
+        return;
+    QList<ScheduleItem> merged = mergeFeed(events, feedID, m_data.schedules);
+    const QString identifier = feedCalendarIdentifier(feedID);
+    const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
+    const qsizetype removed = m_data.schedules.removeIf(isOfFeed);
+    const qsizetype firstNew = m_data.schedules.size();
+    const qsizetype added = merged.size();
+    m_data.schedules.append(std::move(merged));
+    if (removed == 0 && added > 0)
+        schedulesAssigned({RowsChange::Kind::Inserted, firstNew, added});
+    else
+        schedulesAssigned({});
+
+    m_calendarFeeds[feedRow].lastUpdated = clock().now();
+    calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
+    const QString count = QString::number(events.size());
+    setCalendarSyncMessage(
+        text(QStringLiteral("链接日历已更新，共导入 ") + count + QStringLiteral(" 个日程。"),
+             QStringLiteral("Linked calendar updated: ") + count + QStringLiteral(" events imported.")));
+}
+
+void PlannerStore::setCalendarFeedError(const Error &error)
+{
+    tellFailure(QStringLiteral("链接日历更新失败："), QStringLiteral("Linked calendar update failed: "), error);
+}
+
+void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
+{
+    // The id may be a reference into the list that is about to change.
+    const QUuid id = feedID;
+    const QString identifier = feedCalendarIdentifier(id);
+    const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
+    if (m_data.schedules.removeIf(isOfFeed) > 0)
+        schedulesAssigned({});
+    if (const auto rows = removeRecords(m_calendarFeeds, id))
+        calendarFeedsAssigned(*rows);
 }
 
 } // namespace tessaly

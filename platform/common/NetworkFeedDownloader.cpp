@@ -1,0 +1,164 @@
+#include "platform/common/NetworkFeedDownloader.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+
+#include <optional>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int mostRedirects = 20;
+
+ErrorCode errorCode(QNetworkReply::NetworkError error)
+{
+    switch (error) {
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::ProxyTimeoutError:
+        return ErrorCode::DownloadTimedOut;
+    case QNetworkReply::InsecureRedirectError:
+        return ErrorCode::DownloadInsecureRedirect;
+    case QNetworkReply::TooManyRedirectsError:
+        return ErrorCode::DownloadTooManyRedirects;
+    case QNetworkReply::SslHandshakeFailedError:
+        return ErrorCode::DownloadTlsFailed;
+    case QNetworkReply::HostNotFoundError:
+    case QNetworkReply::ProxyNotFoundError:
+        return ErrorCode::DownloadHostNotFound;
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::UnknownNetworkError:
+        return ErrorCode::DownloadConnectionFailed;
+    case QNetworkReply::RemoteHostClosedError:
+        return ErrorCode::DownloadIncomplete;
+    default:
+        return ErrorCode::DownloadFailed;
+    }
+}
+
+/// Whether the error stands for nothing but the status code of a complete answer.
+bool isStatusOnly(QNetworkReply::NetworkError error)
+{
+    return (error > QNetworkReply::UnknownProxyError && error <= QNetworkReply::UnknownContentError) ||
+           error >= QNetworkReply::InternalServerError;
+}
+
+QNetworkRequest requestFor(const QUrl &url)
+{
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setMaximumRedirectsAllowed(mostRedirects);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    // Calendars repeat themselves and compress far better than Qt's check against decompression bombs expects; the
+    // limit on the decompressed size is what protects here.
+    request.setDecompressedSafetyCheckThreshold(-1);
+    return request;
+}
+
+/// One download; lives as long as its reply.
+class Transfer : public QObject
+{
+public:
+    Transfer(QNetworkReply *reply, const NetworkFeedDownloader::Limits &limits, FeedDownloader::Completion completion)
+        : QObject(reply), m_reply(reply), m_largestBody(limits.largestBody), m_completion(std::move(completion))
+    {
+        m_silence.setSingleShot(true);
+        m_silence.setInterval(limits.silence);
+        m_silence.start();
+        connect(&m_silence, &QTimer::timeout, this, [this] { fail(ErrorCode::DownloadTimedOut); });
+        connect(reply, &QNetworkReply::metaDataChanged, this, &Transfer::begin);
+        connect(reply, &QNetworkReply::redirected, &m_silence, qOverload<>(&QTimer::start));
+        connect(reply, &QNetworkReply::downloadProgress, &m_silence, qOverload<>(&QTimer::start));
+        connect(reply, &QNetworkReply::readyRead, this, &Transfer::take);
+        connect(reply, &QNetworkReply::finished, this, &Transfer::finish);
+    }
+
+private:
+    void begin()
+    {
+        m_silence.start();
+        if (announcedLength().value_or(0) > m_largestBody)
+            fail(ErrorCode::DownloadTooLarge);
+    }
+
+    void take()
+    {
+        m_silence.start();
+        m_body += m_reply->readAll();
+        if (m_body.size() > m_largestBody)
+            fail(ErrorCode::DownloadTooLarge);
+    }
+
+    void fail(ErrorCode code)
+    {
+        if (m_failure)
+            return;
+        m_failure = code;
+        m_reply->abort();
+    }
+
+    /// Content-Length of a body that is not compressed.
+    [[nodiscard]] std::optional<qint64> announcedLength() const
+    {
+        const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
+        if (!length.isValid() || m_reply->hasRawHeader("Content-Encoding"))
+            return std::nullopt;
+        return length.toLongLong();
+    }
+
+    void finish()
+    {
+        m_silence.stop();
+        m_reply->deleteLater();
+        if (!m_failure && m_reply->bytesAvailable() > 0)
+            m_body += m_reply->readAll();
+        m_completion(result());
+    }
+
+    [[nodiscard]] Result<QByteArray> result()
+    {
+        if (!m_failure && m_body.size() > m_largestBody)
+            m_failure = ErrorCode::DownloadTooLarge;
+        if (m_failure)
+            return Error{*m_failure, {}};
+        const QNetworkReply::NetworkError error = m_reply->error();
+        if (error != QNetworkReply::NoError && !isStatusOnly(error))
+            return Error{errorCode(error), m_reply->errorString()};
+        if (announcedLength().value_or(m_body.size()) != m_body.size())
+            return Error{ErrorCode::DownloadIncomplete, {}};
+        return std::move(m_body);
+    }
+
+    QNetworkReply *m_reply;
+    qint64 m_largestBody;
+    FeedDownloader::Completion m_completion;
+    QTimer m_silence;
+    QByteArray m_body;
+    std::optional<ErrorCode> m_failure;
+};
+
+} // namespace
+
+NetworkFeedDownloader::NetworkFeedDownloader(Limits limits) : m_limits(limits)
+{
+}
+
+void NetworkFeedDownloader::download(const QUrl &url, Completion completion)
+{
+    if (url.scheme() != u"http" && url.scheme() != u"https") {
+        const auto refuse = [completion = std::move(completion)] { completion(Error{ErrorCode::DownloadFailed, {}}); };
+        QMetaObject::invokeMethod(&m_network, refuse, Qt::QueuedConnection);
+        return;
+    }
+    new Transfer(m_network.get(requestFor(url)), m_limits, std::move(completion)); // owned by the reply
+}
+
+} // namespace tessaly

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/FeedDownloader.h"
+
+#include <QNetworkAccessManager>
+
+#include <chrono>
+
+namespace tessaly {
+
+/// Downloads over Qt Network, without blocking, without cookies and without a cache.
+///
+/// A download ends in failure after `silence` without a byte (DownloadTimedOut), when the body, decompressed, grows
+/// past `largestBody` bytes (DownloadTooLarge), on a step from https to http (DownloadInsecureRedirect), after 20
+/// redirects (DownloadTooManyRedirects), on any TLS error (DownloadTlsFailed), and when the connection ends before the
+/// body does (DownloadIncomplete). Links that are neither http nor https fail with DownloadFailed.
+class NetworkFeedDownloader final : public FeedDownloader
+{
+public:
+    struct Limits
+    {
+        std::chrono::milliseconds silence = std::chrono::seconds(60);
+        qint64 largestBody = 64 * 1024 * 1024;
+    };
+
+    explicit NetworkFeedDownloader(Limits limits);
+    NetworkFeedDownloader() : NetworkFeedDownloader(Limits()) {}
+
+    void download(const QUrl &url, Completion completion) override;
+
+private:
+    Limits m_limits;
+    QNetworkAccessManager m_network;
+};
+
+} // namespace tessaly
