@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/SampleData.h"
 #include "model/RecordCodec.h"
+#include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/fake/FakeClock.h"
@@ -70,7 +71,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->eventStore = std::make_unique<NullEventStore>();
     parts->notificationCenter = std::make_unique<FreedesktopNotificationCenter>();
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
-    parts->feedDownloader = std::make_unique<FakeFeedDownloader>();
+    parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
     return std::shared_ptr<Composition>(new Composition(std::move(parts)));
