@@ -14,6 +14,15 @@ namespace tessaly {
 /// A preference is a flag, an integer, a string, a list of strings or a blob.
 using PreferenceValue = std::variant<bool, qint64, QString, QStringList, QByteArray>;
 
+/// How a blob came from the one before it: `removed` bytes at `offset` gave way to the `inserted` bytes that stand
+/// there now.
+struct BlobEdit
+{
+    qsizetype offset = 0;
+    qsizetype removed = 0;
+    qsizetype inserted = 0;
+};
+
 /// The user's preferences database: a key-value store whose every write is durable when the call returns.
 /// Used from the main thread only.
 class Preferences
@@ -29,6 +38,13 @@ public:
     /// Stores `blob` under `key` and what stood there before under `backupKey`, both or neither. The former value is
     /// not copied. With no former value the backup is left as it is.
     [[nodiscard]] virtual Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) = 0;
+
+    /// The same for a blob that came from the value now under `key` by this edit. An adapter may write the edit alone.
+    [[nodiscard]] virtual Result<void> rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                                    const BlobEdit &)
+    {
+        return rotate(key, backupKey, blob);
+    }
 
     /// Stores a copy of the value under `from` also under `to`. Does nothing when `from` is absent.
     [[nodiscard]] virtual Result<void> keepAside(const QString &from, const QString &to) = 0;

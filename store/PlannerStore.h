@@ -100,6 +100,8 @@ public:
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
+    /// Puts this list in the place of all schedules. The calendar is not touched.
+    void replaceSchedules(const QList<ScheduleItem> &schedules);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
@@ -177,6 +179,7 @@ private:
     void documentsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
 
+    void encode(SavedDataEncoder::Section section, const RowsChange &rows);
     void save();
     void saveDocumentMetadata();
     void saveCalendarFeeds();
@@ -208,6 +211,10 @@ private:
     SavedDataEncoder m_encoder;
     /// Whether the encoder holds the JSON of m_data.
     bool m_isEncoded = false;
+    /// Whether the JSON of the encoder is what stands under the key of the main data.
+    bool m_isStored = false;
+    /// Whether the encoder's last splice leads from what stands there to its JSON.
+    bool m_isEditOfStored = false;
     DocumentLibraryData m_library;
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;

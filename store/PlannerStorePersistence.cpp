@@ -63,21 +63,21 @@ void PlannerStore::saveBlob(const QString &key, const std::function<Result<void>
 
 void PlannerStore::schedulesAssigned(const RowsChange &rows)
 {
-    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Schedules, rows);
+    encode(SavedDataEncoder::Section::Schedules, rows);
     save();
     emit schedulesChanged(rows);
 }
 
 void PlannerStore::remindersAssigned(const RowsChange &rows)
 {
-    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Reminders, rows);
+    encode(SavedDataEncoder::Section::Reminders, rows);
     save();
     emit remindersChanged(rows);
 }
 
 void PlannerStore::goalsAssigned(const RowsChange &rows)
 {
-    m_isEncoded = m_encoder.update(m_data, SavedDataEncoder::Section::Goals, rows);
+    encode(SavedDataEncoder::Section::Goals, rows);
     save();
     emit goalsChanged(rows);
 }
@@ -100,13 +100,26 @@ void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
     emit calendarFeedsChanged(rows);
 }
 
+void PlannerStore::encode(SavedDataEncoder::Section section, const RowsChange &rows)
+{
+    m_isEditOfStored = m_isEncoded && m_isStored;
+    m_isStored = false;
+    m_isEncoded = m_encoder.update(m_data, section, rows);
+}
+
 void PlannerStore::save()
 {
     saveBlob(keys::storageKey, [this]() -> Result<void> {
         // What has no JSON form is not saved, and nothing is told.
         if (!m_isEncoded)
             return {};
-        return m_ports.preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
+        const auto [offset, removed, inserted] = m_encoder.lastSplice();
+        Result<void> written =
+            m_isEditOfStored ? m_ports.preferences.rotateEdited(keys::storageKey, keys::backupStorageKey,
+                                                                m_encoder.bytes(), {offset, removed, inserted})
+                             : m_ports.preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
+        m_isStored = written.hasValue();
+        return written;
     });
 }
 

@@ -1,5 +1,7 @@
 #include "platform/common/SqlitePreferences.h"
 
+#include "platform/common/BlobEdits.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <sqlite3.h>
@@ -10,6 +12,10 @@ namespace {
 
 /// Stored with each value; the numbers are part of the file format.
 enum class ValueType : qint64 { Flag = 0, Integer = 1, Text = 2, TextList = 3, Blob = 4 };
+
+// An edit that is larger, or one more edit, is worth a new row: a start reads the row and all its edits.
+constexpr qsizetype largestEdit = 16 * 1024;
+constexpr qint64 mostEdits = 256;
 
 QByteArray listText(const QStringList &list)
 {
@@ -33,26 +39,34 @@ struct SqlitePreferences::Statements
 {
     explicit Statements(const SqliteConnection &connection)
         : begin(connection, "BEGIN IMMEDIATE"), commit(connection, "COMMIT"),
-          row(connection, "SELECT value_id FROM preference WHERE key = ?"),
-          read(connection, "SELECT id, type, CASE type WHEN 4 THEN NULL ELSE content END FROM stored_value"
-                           " WHERE id = (SELECT value_id FROM preference WHERE key = ?)"),
+          find(connection, "SELECT value_id, edits, size FROM preference WHERE key = ?"),
+          read(connection, "SELECT type, CASE type WHEN 4 THEN NULL ELSE content END FROM stored_value WHERE id = ?"),
+          readEdits(connection, "SELECT offset, removed, inserted FROM value_edit WHERE value_id = ? AND number <= ?"
+                                " ORDER BY number"),
           insert(connection, "INSERT INTO stored_value (type, content) VALUES (?, ?)"),
-          point(connection, "INSERT INTO preference (key, value_id) VALUES (?1, ?2)"
-                            " ON CONFLICT (key) DO UPDATE SET value_id = ?2"),
+          insertEdit(connection, "INSERT INTO value_edit (value_id, number, offset, removed, inserted)"
+                                 " VALUES (?, ?, ?, ?, ?)"),
+          point(connection, "INSERT INTO preference (key, value_id, edits, size) VALUES (?1, ?2, ?3, ?4)"
+                            " ON CONFLICT (key) DO UPDATE SET value_id = ?2, edits = ?3, size = ?4"),
           forget(connection, "DELETE FROM preference WHERE key = ?"),
-          removeUnused(connection, "DELETE FROM stored_value WHERE id = ?1"
-                                   " AND NOT EXISTS (SELECT 1 FROM preference WHERE value_id = ?1)")
+          isUsed(connection, "SELECT 1 FROM preference WHERE value_id = ?"),
+          removeEdits(connection, "DELETE FROM value_edit WHERE value_id = ?"),
+          remove(connection, "DELETE FROM stored_value WHERE id = ?")
     {
     }
 
     SqliteStatement begin;
     SqliteStatement commit;
-    SqliteStatement row;
+    SqliteStatement find;
     SqliteStatement read;
+    SqliteStatement readEdits;
     SqliteStatement insert;
+    SqliteStatement insertEdit;
     SqliteStatement point;
     SqliteStatement forget;
-    SqliteStatement removeUnused;
+    SqliteStatement isUsed;
+    SqliteStatement removeEdits;
+    SqliteStatement remove;
 };
 
 SqlitePreferences::SqlitePreferences() = default;
@@ -76,18 +90,18 @@ std::optional<PreferenceValue> SqlitePreferences::value(const QString &key) cons
 
 int SqlitePreferences::readValue(const QString &key, std::optional<PreferenceValue> &value) const
 {
-    const QByteArray name = key.toUtf8();
+    Place place;
+    int code = find(key, place);
+    if (code != SQLITE_OK || place.row == 0)
+        return code;
     SqliteStatement &read = m_statements->read;
-    const int code = read.bindText(1, name).step();
-    if (code != SQLITE_ROW) {
-        read.reset();
-        return code == SQLITE_DONE ? SQLITE_OK : code;
-    }
-    const qint64 row = read.integer(0);
-    const auto type = static_cast<ValueType>(read.integer(1));
-    const qint64 number = read.integer(2);
-    const QByteArray bytes = read.bytes(2);
+    code = read.bind(1, place.row).step();
+    const auto type = static_cast<ValueType>(read.integer(0));
+    const qint64 number = read.integer(1);
+    const QByteArray bytes = read.bytes(1);
     read.reset();
+    if (code != SQLITE_ROW)
+        return code == SQLITE_DONE ? SQLITE_CORRUPT : code;
 
     switch (type) {
     case ValueType::Flag:
@@ -107,71 +121,116 @@ int SqlitePreferences::readValue(const QString &key, std::optional<PreferenceVal
         return SQLITE_CORRUPT;
     case ValueType::Blob: {
         QByteArray blob;
-        const int read = readBlob(row, blob);
-        if (read == SQLITE_OK)
+        code = readBlob(place, blob);
+        if (code == SQLITE_OK)
             value = std::move(blob);
-        return read;
+        return code;
     }
     }
     return SQLITE_CORRUPT;
 }
 
-int SqlitePreferences::readBlob(qint64 row, QByteArray &blob) const
+int SqlitePreferences::readBlob(const Place &place, QByteArray &blob) const
 {
     // Read in place: a column of a row would be copied once more on its way.
     sqlite3_blob *source = nullptr;
-    int code = sqlite3_blob_open(m_connection.handle(), "main", "stored_value", "content", row, 0, &source);
+    int code = sqlite3_blob_open(m_connection.handle(), "main", "stored_value", "content", place.row, 0, &source);
     if (code == SQLITE_OK) {
         blob.resize(sqlite3_blob_bytes(source));
         code = sqlite3_blob_read(source, blob.data(), static_cast<int>(blob.size()), 0);
     }
     sqlite3_blob_close(source);
-    return code;
+    if (code == SQLITE_OK && place.edits > 0)
+        code = readEdits(place, blob);
+    return code == SQLITE_OK && blob.size() != place.size ? SQLITE_CORRUPT : code;
+}
+
+/// Brings the blob of the row to the state after the edits.
+int SqlitePreferences::readEdits(const Place &place, QByteArray &blob) const
+{
+    SqliteStatement &read = m_statements->readEdits;
+    read.bind(1, place.row).bind(2, place.edits);
+    QList<StoredEdit> edits;
+    int code = read.step();
+    for (; code == SQLITE_ROW; code = read.step())
+        edits.append({.offset = read.integer(0), .removed = read.integer(1), .inserted = read.bytes(2)});
+    read.reset();
+    if (code != SQLITE_DONE)
+        return code;
+    std::optional<QByteArray> edited = applyEdits(blob, edits);
+    if (!edited || edits.size() != place.edits)
+        return SQLITE_CORRUPT;
+    blob = *std::move(edited);
+    return SQLITE_OK;
 }
 
 Result<void> SqlitePreferences::setValue(const QString &key, const PreferenceValue &value)
 {
     return inTransaction([&] {
-        qint64 row = 0;
-        const int code = insert(value, row);
-        return code == SQLITE_OK ? point(key, row) : code;
+        Place place;
+        const int code = insert(value, place);
+        return code == SQLITE_OK ? point(key, place) : code;
     });
 }
 
 Result<void> SqlitePreferences::remove(const QString &key)
 {
     return inTransaction([&] {
-        qint64 row = 0;
-        int code = rowOf(key, row);
-        if (code != SQLITE_OK || row == 0)
+        Place place;
+        int code = find(key, place);
+        if (code != SQLITE_OK || place.row == 0)
             return code;
         const QByteArray name = key.toUtf8();
         code = m_statements->forget.bindText(1, name).run();
-        return code == SQLITE_OK ? removeUnlessUsed(row) : code;
+        return code == SQLITE_OK ? removeUnlessUsed(place.row) : code;
     });
 }
 
 Result<void> SqlitePreferences::rotate(const QString &key, const QString &backupKey, QByteArrayView blob)
 {
     return inTransaction([&] {
-        qint64 former = 0;
-        qint64 row = 0;
-        int code = rowOf(key, former);
-        // The oldest value goes first, so that the new one can take its pages.
-        if (code == SQLITE_OK && former != 0)
-            code = point(backupKey, former);
-        if (code == SQLITE_OK)
-            code = insertBlob(blob, row);
-        return code == SQLITE_OK ? point(key, row) : code;
+        Place former;
+        const int code = find(key, former);
+        return code == SQLITE_OK
+                   ? rotateTo(key, backupKey, former, [&](Place &place) { return insertBlob(blob, place); })
+                   : code;
     });
+}
+
+Result<void> SqlitePreferences::rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                             const BlobEdit &edit)
+{
+    return inTransaction([&] {
+        Place former;
+        const int code = find(key, former);
+        if (code != SQLITE_OK)
+            return code;
+        const bool isEdit = former.row != 0 && former.edits < mostEdits && edit.inserted <= largestEdit &&
+                            former.size - edit.removed + edit.inserted == blob.size();
+        return rotateTo(key, backupKey, former, [&](Place &place) {
+            place = former;
+            return isEdit ? insertEdit(place, blob, edit) : insertBlob(blob, place);
+        });
+    });
+}
+
+int SqlitePreferences::rotateTo(const QString &key, const QString &backupKey, const Place &former,
+                                const std::function<int(Place &)> &insertNew)
+{
+    // The oldest value goes first, so that the new one can take its pages.
+    int code = former.row != 0 ? point(backupKey, former) : SQLITE_OK;
+    Place place;
+    if (code == SQLITE_OK)
+        code = insertNew(place);
+    return code == SQLITE_OK ? point(key, place) : code;
 }
 
 Result<void> SqlitePreferences::keepAside(const QString &from, const QString &to)
 {
     return inTransaction([&] {
-        qint64 row = 0;
-        const int code = rowOf(from, row);
-        return code == SQLITE_OK && row != 0 ? point(to, row) : code;
+        Place place;
+        const int code = find(from, place);
+        return code == SQLITE_OK && place.row != 0 ? point(to, place) : code;
     });
 }
 
@@ -195,21 +254,21 @@ Result<void> SqlitePreferences::inTransaction(const std::function<int()> &work)
     return error;
 }
 
-/// The row that the key points to, 0 for none.
-int SqlitePreferences::rowOf(const QString &key, qint64 &row) const
+int SqlitePreferences::find(const QString &key, Place &place) const
 {
     const QByteArray name = key.toUtf8();
-    SqliteStatement &find = m_statements->row;
+    SqliteStatement &find = m_statements->find;
     const int code = find.bindText(1, name).step();
-    row = code == SQLITE_ROW ? find.integer(0) : 0;
+    if (code == SQLITE_ROW)
+        place = {.row = find.integer(0), .edits = find.integer(1), .size = find.integer(2)};
     find.reset();
     return code == SQLITE_ROW || code == SQLITE_DONE ? SQLITE_OK : code;
 }
 
-int SqlitePreferences::insert(const PreferenceValue &value, qint64 &row)
+int SqlitePreferences::insert(const PreferenceValue &value, Place &place)
 {
     if (const auto *blob = std::get_if<QByteArray>(&value))
-        return insertBlob(*blob, row);
+        return insertBlob(*blob, place);
     SqliteStatement &insert = m_statements->insert;
     QByteArray text;
     if (const auto *flag = std::get_if<bool>(&value)) {
@@ -224,32 +283,52 @@ int SqlitePreferences::insert(const PreferenceValue &value, qint64 &row)
         insert.bind(1, static_cast<qint64>(ValueType::TextList)).bindText(2, text);
     }
     const int code = insert.run();
-    row = sqlite3_last_insert_rowid(m_connection.handle());
+    place = {.row = sqlite3_last_insert_rowid(m_connection.handle())};
     return code;
 }
 
-int SqlitePreferences::insertBlob(QByteArrayView blob, qint64 &row)
+int SqlitePreferences::insertBlob(QByteArrayView blob, Place &place)
 {
     const int code = m_statements->insert.bind(1, static_cast<qint64>(ValueType::Blob)).bindBlob(2, blob).run();
-    row = sqlite3_last_insert_rowid(m_connection.handle());
+    place = {.row = sqlite3_last_insert_rowid(m_connection.handle()), .size = blob.size()};
     return code;
 }
 
-/// Points the key to the row; the value it pointed to before goes when no other key points to it.
-int SqlitePreferences::point(const QString &key, qint64 row)
+/// Adds the edit that leads to `blob` to those of the row, and moves the place behind it.
+int SqlitePreferences::insertEdit(Place &place, QByteArrayView blob, const BlobEdit &edit)
 {
-    qint64 displaced = 0;
-    int code = rowOf(key, displaced);
-    if (code != SQLITE_OK || displaced == row)
+    place.edits += 1;
+    place.size = blob.size();
+    return m_statements->insertEdit.bind(1, place.row)
+        .bind(2, place.edits)
+        .bind(3, edit.offset)
+        .bind(4, edit.removed)
+        .bindBlob(5, blob.sliced(edit.offset, edit.inserted))
+        .run();
+}
+
+/// Points the key to the place; the row it pointed to before goes when no other key points to it.
+int SqlitePreferences::point(const QString &key, const Place &place)
+{
+    Place displaced;
+    int code = find(key, displaced);
+    if (code != SQLITE_OK)
         return code;
     const QByteArray name = key.toUtf8();
-    code = m_statements->point.bindText(1, name).bind(2, row).run();
-    return code == SQLITE_OK && displaced != 0 ? removeUnlessUsed(displaced) : code;
+    code = m_statements->point.bindText(1, name).bind(2, place.row).bind(3, place.edits).bind(4, place.size).run();
+    return code == SQLITE_OK && displaced.row != 0 && displaced.row != place.row ? removeUnlessUsed(displaced.row)
+                                                                                 : code;
 }
 
 int SqlitePreferences::removeUnlessUsed(qint64 row)
 {
-    return m_statements->removeUnused.bind(1, row).run();
+    SqliteStatement &isUsed = m_statements->isUsed;
+    int code = isUsed.bind(1, row).step();
+    isUsed.reset();
+    if (code != SQLITE_DONE)
+        return code == SQLITE_ROW ? SQLITE_OK : code;
+    code = m_statements->removeEdits.bind(1, row).run();
+    return code == SQLITE_OK ? m_statements->remove.bind(1, row).run() : code;
 }
 
 } // namespace tessaly

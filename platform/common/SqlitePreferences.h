@@ -12,7 +12,8 @@
 namespace tessaly {
 
 /// The preferences in one SQLite file. Keys point to value rows, so that a value can move from one key to another
-/// without its bytes being copied. The file belongs to one process at a time. docs/DATA.md describes the layout.
+/// without its bytes being copied, and to a number of edits of the row, so that a small change of a large blob is a
+/// small write. The file belongs to one process at a time. docs/DATA.md describes the layout.
 class SqlitePreferences final : public Preferences
 {
 public:
@@ -29,23 +30,37 @@ public:
     [[nodiscard]] Result<void> setValue(const QString &key, const PreferenceValue &value) override;
     [[nodiscard]] Result<void> remove(const QString &key) override;
     [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) override;
+    [[nodiscard]] Result<void> rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                            const BlobEdit &edit) override;
     [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
 
 private:
     struct Statements;
+    /// What a key points to. Row 0 stands for nothing.
+    struct Place
+    {
+        qint64 row = 0;
+        qint64 edits = 0;
+        /// Of the value after the edits, in bytes; 0 for values that are no blobs.
+        qint64 size = 0;
+    };
 
     SqlitePreferences();
     [[nodiscard]] Result<void> openFile(const QString &path, std::chrono::milliseconds lockWait);
     [[nodiscard]] Result<void> check();
     void prepareStatements();
     [[nodiscard]] Result<void> inTransaction(const std::function<int()> &work);
-    [[nodiscard]] int rowOf(const QString &key, qint64 &row) const;
-    [[nodiscard]] int insert(const PreferenceValue &value, qint64 &row);
-    [[nodiscard]] int insertBlob(QByteArrayView blob, qint64 &row);
-    [[nodiscard]] int point(const QString &key, qint64 row);
+    [[nodiscard]] int find(const QString &key, Place &place) const;
+    [[nodiscard]] int insert(const PreferenceValue &value, Place &place);
+    [[nodiscard]] int insertBlob(QByteArrayView blob, Place &place);
+    [[nodiscard]] int insertEdit(Place &place, QByteArrayView blob, const BlobEdit &edit);
+    [[nodiscard]] int rotateTo(const QString &key, const QString &backupKey, const Place &former,
+                               const std::function<int(Place &)> &insertNew);
+    [[nodiscard]] int point(const QString &key, const Place &place);
     [[nodiscard]] int removeUnlessUsed(qint64 row);
     [[nodiscard]] int readValue(const QString &key, std::optional<PreferenceValue> &value) const;
-    [[nodiscard]] int readBlob(qint64 row, QByteArray &blob) const;
+    [[nodiscard]] int readBlob(const Place &place, QByteArray &blob) const;
+    [[nodiscard]] int readEdits(const Place &place, QByteArray &blob) const;
     void limitLog();
     void moveLogIntoFile();
 

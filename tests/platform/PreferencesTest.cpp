@@ -7,6 +7,8 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+#include <random>
+
 using namespace tessaly;
 
 namespace {
@@ -106,6 +108,46 @@ private slots:
         reopen();
         QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("three"));
         QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("two"));
+    }
+
+    void editsGiveTheSameBlobsAsWholeWrites()
+    {
+        QFETCH_GLOBAL(const QString, adapter);
+        // Enough for SQLite to write the state whole in between; the others know nothing of edits.
+        const int saves = adapter == QLatin1String("sqlite") ? 600 : 30;
+        std::mt19937 random(7);
+        const auto below = [&random](qsizetype bound) { return static_cast<qsizetype>(random() % size_t(bound)); };
+        QByteArray blob(5'000, 'a');
+        QByteArray former;
+        QVERIFY(m_preferences->rotate(key, backupKey, blob).hasValue());
+        for (int save = 0; save < saves; ++save) {
+            former = blob;
+            const qsizetype offset = below(blob.size() + 1);
+            const qsizetype removed = below(std::min<qsizetype>(blob.size() - offset, 300) + 1);
+            const QByteArray inserted(below(save % 50 == 0 ? 40'000 : 300), static_cast<char>('a' + save % 26));
+            blob.replace(offset, removed, inserted);
+            QVERIFY(m_preferences->rotateEdited(key, backupKey, blob, {offset, removed, inserted.size()}).hasValue());
+            if (save % 40 == 0)
+                reopen();
+            if (save % 7 == 0) {
+                QCOMPARE(m_preferences->get<QByteArray>(key), blob);
+                QCOMPARE(m_preferences->get<QByteArray>(backupKey), former);
+            }
+        }
+        QVERIFY(m_preferences->keepAside(backupKey, QStringLiteral("aside")).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("whole")).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("again")).hasValue());
+        QCOMPARE(m_preferences->get<QByteArray>(QStringLiteral("aside")), former);
+    }
+
+    void anEditOfAnotherBlobIsWrittenWhole()
+    {
+        QVERIFY(m_preferences->rotateEdited(key, backupKey, "first", {0, 0, 5}).hasValue());
+        QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("first"));
+
+        QVERIFY(m_preferences->rotateEdited(key, backupKey, "not grown from it", {3, 1, 2}).hasValue());
+        QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("not grown from it"));
+        QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("first"));
     }
 
     void aBackupWithoutAFormerValueIsLeftAsItIs()

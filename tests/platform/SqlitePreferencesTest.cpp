@@ -147,6 +147,34 @@ private slots:
         QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList{SqlitePreferences::fileName});
     }
 
+    void aSmallEditOfALargeBlobIsASmallWrite()
+    {
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        QByteArray blob(3'000'000, 'x');
+        QVERIFY(preferences->rotate(key, backupKey, blob).hasValue());
+        const qint64 logBefore = QFile(m_path + QStringLiteral("-wal")).size();
+
+        blob.insert(1'000'000, "edit");
+        QVERIFY(preferences->rotateEdited(key, backupKey, blob, {1'000'000, 0, 4}).hasValue());
+
+        QVERIFY(QFile(m_path + QStringLiteral("-wal")).size() - logBefore < 200'000);
+        QCOMPARE(preferences->get<QByteArray>(key), blob);
+    }
+
+    void missingEditsAreFoundWhenTheValueIsRead()
+    {
+        {
+            const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+            QVERIFY(preferences->rotate(key, backupKey, "one").hasValue());
+            QVERIFY(preferences->rotateEdited(key, backupKey, "two!", {0, 3, 4}).hasValue());
+        }
+        executeSql(m_path, "DELETE FROM value_edit");
+        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+
+        QVERIFY(!preferences->value(key));
+        QVERIFY(!preferences->rotate(key, backupKey, "three").hasValue());
+    }
+
     void valuesThatNoKeyPointsToAreRemoved()
     {
         writeTwoSaves();
