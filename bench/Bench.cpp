@@ -1,5 +1,7 @@
 #include "bench/Bench.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -182,6 +184,8 @@ int runBenches(const char *filter)
 /// Exit code 1 when a demanded ratio is missed.
 int main(int argc, char *argv[])
 {
+    // The store and its database keep timers.
+    const QCoreApplication application(argc, argv);
     if (argc == 1)
         return tessaly::bench::runBenches("");
     if (argc == 3 && std::strcmp(argv[1], "--filter") == 0)

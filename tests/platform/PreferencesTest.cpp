@@ -114,7 +114,7 @@ private slots:
     {
         QFETCH_GLOBAL(const QString, adapter);
         // Enough for SQLite to write the state whole in between; the others know nothing of edits.
-        const int saves = adapter == QLatin1String("sqlite") ? 600 : 30;
+        const int saves = adapter == QLatin1String("sqlite") ? 300 : 30;
         std::mt19937 random(7);
         const auto below = [&random](qsizetype bound) { return static_cast<qsizetype>(random() % size_t(bound)); };
         QByteArray blob(5'000, 'a');
