@@ -34,8 +34,8 @@ double secondsFor(const std::function<void()> &run, int repetitions)
 /// The first run, which also warms up, decides.
 int repetitionsPerSample(const Subject &subject)
 {
-    constexpr double leastSample = 0.25e-3;
-    constexpr int most = 10000;
+    constexpr double leastSample = 10e-3;
+    constexpr int most = 100000;
     if (subject.prepare) {
         subject.prepare();
         secondsFor(subject.run, 1);

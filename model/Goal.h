@@ -60,3 +60,8 @@ struct Goal
 };
 
 } // namespace tessaly
+
+// Moved by copying their bytes when a list of them grows, which Qt cannot know of std::optional members.
+Q_DECLARE_TYPEINFO(tessaly::GoalTask, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(tessaly::Subgoal, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(tessaly::Goal, Q_RELOCATABLE_TYPE);

@@ -89,6 +89,13 @@ template <class Record>
         return Record();
 }
 
+/// Turns into a blank record where one is wanted, so that a list can make its new element in place.
+template <class Record>
+struct BlankMaker
+{
+    operator Record() const { return blank<Record>(); } // NOLINT(google-explicit-constructor)
+};
+
 template <class Member>
 struct ListOf : std::false_type
 {
@@ -180,7 +187,9 @@ template <class Record>
 const RecordType TypeOf<Record>::type{
     .fields = fieldTypesOf<Record>,
     .requiredFields = requiredFields(fieldTypesOf<Record>),
-    .append = [](void *list) -> void * { return &static_cast<QList<Record> *>(list)->emplaceBack(blank<Record>()); },
+    .append = [](void *list) -> void * {
+        return &static_cast<QList<Record> *>(list)->emplaceBack(BlankMaker<Record>());
+    },
     .removeLast = [](void *list) { static_cast<QList<Record> *>(list)->removeLast(); },
     .finish = finish<Record>};
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -11,6 +12,13 @@ namespace tessaly::codec {
 namespace {
 
 constexpr char upperHexDigits[] = "0123456789ABCDEF";
+
+constexpr auto hexPairs = [] {
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+        pairs[byte] = {upperHexDigits[byte >> 4], upperHexDigits[byte & 15]};
+    return pairs;
+}();
 
 /// Most bytes that one UTF-16 unit becomes: \u00XX.
 constexpr qsizetype bytesPerUnit = 6;
@@ -64,34 +72,42 @@ char *writeUtf8(char *out, char32_t point)
 using EightUnits = std::uint16_t __attribute__((vector_size(16)));
 using EightBytes = std::uint8_t __attribute__((vector_size(8)));
 
-/// Copies eight units at a time while all of them are ASCII that stands for itself; stops at the first eight that are
-/// not, or at fewer than eight.
-void copyPlainRuns(const char16_t *&in, const char16_t *end, char *&out)
+/// Copies ASCII that stands for itself, eight units at a time while there are so many. `out` must have room for eight
+/// bytes more than are written.
+void copyPlainRun(const char16_t *&in, const char16_t *end, char *&out)
 {
-    while (end - in >= 8) {
+    constexpr std::uint16_t firstPlain = 0x20;
+    constexpr std::uint16_t lastPlain = 0x7F;
+    constexpr std::uint16_t quote = '"';
+    constexpr std::uint16_t backslash = '\\';
+    constexpr int bitsPerUnit = 16;
+    static_assert(std::endian::native == std::endian::little, "the first unit is looked for in the lowest bits");
+    for (; end - in >= 8; in += 8, out += 8) {
         EightUnits units;
         std::memcpy(&units, in, sizeof units);
-        const auto hits = (units < 0x20) | (units > 0x7F) | (units == u'"') | (units == u'\\');
-        std::uint64_t halves[2];
-        std::memcpy(halves, &hits, sizeof halves);
-        if ((halves[0] | halves[1]) != 0)
-            return;
+        const auto hits = (units < firstPlain) | (units > lastPlain) | (units == quote) | (units == backslash);
         const EightBytes bytes = __builtin_convertvector(units, EightBytes);
         std::memcpy(out, &bytes, sizeof bytes);
-        in += 8;
-        out += 8;
+        std::uint64_t halves[2];
+        std::memcpy(halves, &hits, sizeof halves);
+        if ((halves[0] | halves[1]) == 0)
+            continue;
+        const int plain =
+            halves[0] != 0 ? std::countr_zero(halves[0]) / bitsPerUnit : 4 + std::countr_zero(halves[1]) / bitsPerUnit;
+        in += plain;
+        out += plain;
+        return;
     }
+    while (in != end && *in < escapeLetters.size() && escapeLetters[*in] == 0)
+        *out++ = static_cast<char>(*in++);
 }
 
-/// Writes one character; a surrogate without its partner becomes U+FFFD.
-void writeCharacter(const char16_t *&in, const char16_t *end, char *&out)
+/// Writes one character that does not stand for itself; a surrogate without its partner becomes U+FFFD.
+void writeOther(const char16_t *&in, const char16_t *end, char *&out)
 {
     const char16_t unit = *in++;
-    if (unit < 0x80) {
-        if (escapeLetters[unit] == 0)
-            *out++ = static_cast<char>(unit);
-        else
-            out = writeEscape(out, unit);
+    if (unit < escapeLetters.size()) {
+        out = writeEscape(out, unit);
         return;
     }
     char32_t point = unit;
@@ -141,16 +157,16 @@ void Writer::releaseBeyond(qsizetype limit)
 void Writer::value(const QString &text)
 {
     const qsizetype before = m_size;
-    char *const start = grow(text.size() * bytesPerUnit + 2);
+    char *const start = grow(text.size() * bytesPerUnit + 10);
     char *out = start;
-    const auto *in = reinterpret_cast<const char16_t *>(text.utf16());
+    const auto *in = reinterpret_cast<const char16_t *>(text.constData());
     const char16_t *const end = in + text.size();
 
     *out++ = '"';
     while (in != end) {
-        copyPlainRuns(in, end, out);
-        for (int i = 0; i < 8 && in != end; ++i)
-            writeCharacter(in, end, out);
+        copyPlainRun(in, end, out);
+        while (in != end && (*in >= escapeLetters.size() || escapeLetters[*in] != 0))
+            writeOther(in, end, out);
     }
     *out++ = '"';
     m_size = before + (out - start);
@@ -178,24 +194,28 @@ void Writer::value(double number)
 
 void Writer::value(const QUuid &id)
 {
-    char *out = grow(38);
-    const auto hex = [&out](std::uint32_t bits, int digits) {
-        for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4)
-            *out++ = upperHexDigits[(bits >> shift) & 15];
-    };
-    *out++ = '"';
-    hex(id.data1, 8);
-    *out++ = '-';
-    hex(id.data2, 4);
-    *out++ = '-';
-    hex(id.data3, 4);
-    *out++ = '-';
-    hex(id.data4[0], 2);
-    hex(id.data4[1], 2);
-    *out++ = '-';
-    for (int i = 2; i < 8; ++i)
-        hex(id.data4[i], 2);
-    *out = '"';
+    const std::array<std::uint8_t, 16> bytes = {static_cast<std::uint8_t>(id.data1 >> 24),
+                                                static_cast<std::uint8_t>(id.data1 >> 16),
+                                                static_cast<std::uint8_t>(id.data1 >> 8),
+                                                static_cast<std::uint8_t>(id.data1),
+                                                static_cast<std::uint8_t>(id.data2 >> 8),
+                                                static_cast<std::uint8_t>(id.data2),
+                                                static_cast<std::uint8_t>(id.data3 >> 8),
+                                                static_cast<std::uint8_t>(id.data3),
+                                                id.data4[0],
+                                                id.data4[1],
+                                                id.data4[2],
+                                                id.data4[3],
+                                                id.data4[4],
+                                                id.data4[5],
+                                                id.data4[6],
+                                                id.data4[7]};
+    constexpr std::array<std::uint8_t, 16> places = {1, 3, 5, 7, 10, 12, 15, 17, 20, 22, 25, 27, 29, 31, 33, 35};
+    char *const out = grow(38);
+    out[0] = out[37] = '"';
+    out[9] = out[14] = out[19] = out[24] = '-';
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        std::memcpy(out + places[i], hexPairs[bytes[i]].data(), 2);
 }
 
 } // namespace tessaly::codec

@@ -23,3 +23,6 @@ struct ReminderItem
 };
 
 } // namespace tessaly
+
+// Moved by copying their bytes when a list of them grows, which Qt cannot know of std::optional members.
+Q_DECLARE_TYPEINFO(tessaly::ReminderItem, Q_RELOCATABLE_TYPE);

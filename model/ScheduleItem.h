@@ -51,3 +51,7 @@ struct ScheduleItem
 };
 
 } // namespace tessaly
+
+// Moved by copying their bytes when a list of them grows, which Qt cannot know of std::optional members.
+Q_DECLARE_TYPEINFO(tessaly::ScheduleTask, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(tessaly::ScheduleItem, Q_RELOCATABLE_TYPE);

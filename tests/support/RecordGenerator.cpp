@@ -64,7 +64,7 @@ ScheduleItem RecordGenerator::schedule()
     ScheduleItem item{.id = id(), .title = words(2 + below(4)), .date = instant()};
     if (happens(0.9))
         item.endDate = item.date.plus(double(900 * (1 + below(12))));
-    item.notes = words(below(18));
+    item.notes = words(below(38));
     if (happens(0.05)) {
         item.taskTitle = words(3);
         item.isTaskComplete = happens(0.5);
