@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """The project's own gates, run by ./dev lint over the files that git knows.
 
-A line that has to break a rule says so and why, on the line itself or on the one above:
+A line that has to break a rule says so and why, on the line itself or in a comment above, which holds up to the next
+empty line:
     // lint-allow(clock): the port's own adapter test compares with the real time
 The names of the rules are the keys of RULES. Without a reason the mark does not count.
 """
@@ -68,7 +69,13 @@ class Source:
 
     def is_allowed(self, rule, line):
         lines = self.text.split("\n")
-        return any(m[1] == rule for text in lines[max(0, line - 2):line] for m in ALLOW.finditer(text))
+        for number in range(line - 1, -1, -1):
+            mark = ALLOW.search(lines[number])
+            if mark and mark[1] == rule and (number == line - 1 or lines[number].lstrip().startswith("//")):
+                return True
+            if not lines[number].strip():
+                return False
+        return False
 
     def is_in(self, *folders):
         return self.path.startswith(folders)
@@ -119,10 +126,13 @@ def is_partner(source, index, other):
 
 def is_after_english_branch(source, index):
     """if (isEnglish) return "…"; return "…"; in the same function."""
-    if not index or not LETTER.search(source.literals[index - 1][2]):
+    start = source.literals[index][0]
+    before = source.bare[max(0, start - 700):start]
+    branch = max(before.rfind("isEnglish"), before.rfind("AppLanguage::English"))
+    if branch <= before.rfind("\n}\n"):
         return False
-    before = source.bare[max(0, source.literals[index][0] - 500):source.literals[index][0]]
-    return "isEnglish" in before[before.rfind("\n}\n") + 1:]
+    branch += start - len(before)
+    return any(begin > branch and not CJK.search(content) for begin, _, content in source.literals[:index])
 
 
 def call_before(source, offset):
@@ -150,7 +160,9 @@ def text(source):
     yield from matches(source, r"\b(qsTr|tr|QT_TR_NOOP|QT_TRANSLATE_NOOP|qsTrId)\s*\(", source.bare,
                        "{0}…): a visible text is a Chinese/English pair, text(\"中文\", \"English\")")
     for index, (start, _, content) in enumerate(source.literals):
-        if CJK.search(content) and not DATE_PATTERN.fullmatch(content):
+        # A text for both languages at once, where the language is not known yet.
+        is_both = re.search(r" / [A-Z]", content)
+        if CJK.search(content) and not DATE_PATTERN.fullmatch(content) and not is_both:
             if re.search(r"(^|\.)text$", call_before(source, start)) and index:
                 if is_partner(source, index, index - 1) and LETTER.search(source.literals[index - 1][2]):
                     yield start, f"\"{content}\" stands second: the Chinese member of a pair is the first"
@@ -187,7 +199,7 @@ def bare_english(source):
             if re.search(r"(^|\.)(text|dateText|formatted|toLocaleString|arg)$", call_before(source, start)):
                 continue
             around = source.bare[max(0, start - 4):start] + source.bare[stop:stop + 4]
-            if re.search(r"[=!]=|\bcase\b|\[\s*$", around):
+            if re.search(r"[=!]=|\bcase\b|\[\s*$", around) or (CJK.search(content) and " / " in content):
                 continue
             yield start, f"\"{content}\" in {match[1]}: a visible text is a Chinese/English pair"
 

@@ -42,6 +42,7 @@ ACCEPTED = [
     ("platform/common/SystemClock.cpp", "std::chrono::system_clock::now();"),
     ("store/A.cpp", "// currentDateTime() would be wrong here\nauto now = m_ports.clock.now();"),
     ("store/A.cpp", "// lint-allow(clock): the file name needs the machine's time\nQDateTime::currentDateTime();"),
+    ("app/A.cpp", "// lint-allow(colour): sample records\nauto a = u\"#FF0000\";\nauto b = u\"#00FF00\";\n"),
     ("ui/Theme.qml", 'readonly property color bg: "#FFFFFF"'),
     ("ui/ThemeDark.qml", 'readonly property color bg: "#000000"'),
     ("views/a/A.qml", 'color: "transparent"'),
@@ -50,6 +51,8 @@ ACCEPTED = [
     ("model/A.cpp", 'schedule.customColorHex = QStringLiteral("#FF0000");'),
     ("views/a/A.qml", 'text: Language.text("保存", "Save")'),
     ("views/a/A.qml", 'text: Language.text("共 %1 项",\n                "%1 items").arg(count)'),
+    ("app/A.qml", 'text: "关闭 / Close"'),
+    ("store/A.cpp", 'if (isEnglish)\n    return f(u", ");\nreturn f(u"年", u"月", u"日");'),
     ("views/a/A.qml", 'text: name + " · " + size'),
     ("views/a/A.qml", 'text: mode === "edit" ? draft : saved'),
     ("views/a/A.qml", 'objectName: "saveButton"'),
@@ -80,6 +83,10 @@ class GatesTest(unittest.TestCase):
     def test_a_mark_without_a_reason_or_for_another_rule_does_not_count(self):
         for mark in ("lint-allow(clock):", "lint-allow(colour): a reason that is long enough"):
             self.assertEqual(len(findings("store/A.cpp", f"// {mark}\nQDateTime::currentDateTime();")), 1)
+
+    def test_a_mark_ends_with_its_paragraph(self):
+        text = "// lint-allow(clock): a reason that is long enough\nf();\n\nQDateTime::currentDateTime();"
+        self.assertEqual(len(findings("store/A.cpp", text)), 1)
 
     def test_the_line_of_a_finding_is_the_line_of_the_fault(self):
         text = '/* two\n   lines */ const char *words = "// no comment";\nauto day = QDate::currentDate();\n'

@@ -57,6 +57,7 @@ QImage IconProvider::requestImage(const QString &id, QSize *size, const QSize &r
     }
     QByteArray svg = file.readAll();
     svg.replace("currentColor", query.queryItemValue(QStringLiteral("color"), QUrl::FullyDecoded).toLatin1());
+    // lint-allow(colour): the placeholder that the drawings use for their inner mark
     svg.replace("#FFFFFF", query.queryItemValue(QStringLiteral("mark"), QUrl::FullyDecoded).toLatin1());
     const QByteArray stroke = query.queryItemValue(QStringLiteral("stroke")).toLatin1();
     if (!stroke.isEmpty())
@@ -82,6 +83,7 @@ QImage ShadowProvider::requestImage(const QString &id, QSize *size, const QSize 
     constexpr double halfSize = radius + 1;
     const bool isDark = id.endsWith(u"dark");
     const ShadowLayers layers = shadowLayers(id.startsWith(u'2'), isDark);
+    // lint-allow(colour): part of the shadow's recipe like its layers; drawn here, where Theme does not reach
     const QColor color = isDark ? QColor(0, 0, 0) : QColor(0x16, 0x1A, 0x24);
 
     QImage image(extent, extent, QImage::Format_ARGB32);
