@@ -1,7 +1,7 @@
 #include "app/LarkspanApp.h"
 
-#include "app/Composition.h"
 #include "app/WindowMemory.h"
+#include "platform/SystemAppearance.h"
 #include "store/PlannerStore.h"
 #include "store/PlannerStoreQml.h"
 #include "ui/Ui.h"
@@ -20,11 +20,12 @@ constexpr int appearanceWaitMs = 150;
 
 } // namespace
 
-LarkspanApp::LarkspanApp(Composition &composition, QObject *parent)
-    : QObject(parent), m_composition(composition),
-      m_shell(composition.store(), composition.preferences(), composition.systemAppearance())
+LarkspanApp::LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+                         QObject *parent)
+    : QObject(parent), m_store(store), m_preferences(preferences), m_systemAppearance(systemAppearance),
+      m_shell(store, preferences, systemAppearance)
 {
-    PlannerStoreQml::setStore(&composition.store());
+    PlannerStoreQml::setStore(&store);
 }
 
 LarkspanApp::~LarkspanApp() = default;
@@ -41,8 +42,8 @@ bool LarkspanApp::load()
 
 void LarkspanApp::show()
 {
-    m_windowMemory = std::make_unique<WindowMemory>(*m_window, m_composition.preferences());
-    if (m_composition.systemAppearance().isSettled()) {
+    m_windowMemory = std::make_unique<WindowMemory>(*m_window, m_preferences);
+    if (m_systemAppearance.isSettled()) {
         appear();
         return;
     }
@@ -55,7 +56,7 @@ void LarkspanApp::appear()
     if (std::exchange(m_hasAppeared, true))
         return;
     m_window->setVisible(true);
-    QTimer::singleShot(0, &m_composition.store(), &PlannerStore::startAutomaticCalendarSync);
+    QTimer::singleShot(0, &m_store, &PlannerStore::startAutomaticCalendarSync);
 }
 
 void LarkspanApp::raise(const QByteArray &activationToken)

@@ -11,7 +11,9 @@ class QQuickWindow;
 
 namespace tessaly {
 
-class Composition;
+class PlannerStore;
+class Preferences;
+class SystemAppearance;
 class WindowMemory;
 
 /// The running program: the one planner store, its window, and what connects the two.
@@ -20,8 +22,9 @@ class LarkspanApp : public QObject
     Q_OBJECT
 
 public:
-    /// The composition must outlive the application. Only one application may exist at a time.
-    explicit LarkspanApp(Composition &composition, QObject *parent = nullptr);
+    /// All must outlive the application. Only one application may exist at a time.
+    LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+                QObject *parent = nullptr);
     ~LarkspanApp() override;
 
     /// Loads the window without showing it. False when it cannot be loaded.
@@ -41,7 +44,9 @@ public:
 private:
     void appear();
 
-    Composition &m_composition;
+    PlannerStore &m_store;
+    Preferences &m_preferences;
+    SystemAppearance &m_systemAppearance;
     ShellModel m_shell;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

@@ -124,7 +124,7 @@ template <class Visit>
 int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Visit visit)
 {
     const auto composition = Composition::forDemo(startLanguage, pictureTime);
-    LarkspanApp app(*composition);
+    LarkspanApp app(composition->store(), composition->preferences(), composition->systemAppearance());
     if (!app.load())
         return 1;
     const Tour tour(app);

@@ -22,7 +22,7 @@ constexpr int usageError = 2;
 
 int runWindow(Composition &composition, SingleInstance *instance)
 {
-    LarkspanApp app(composition);
+    LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance());
     if (!app.load())
         return 1;
     if (instance)

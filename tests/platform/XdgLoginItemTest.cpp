@@ -1,0 +1,125 @@
+#include "platform/linux/XdgLoginItem.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+using namespace tessaly;
+
+class XdgLoginItemTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_home.emplace();
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home->path()));
+        QStandardPaths::setTestModeEnabled(false);
+    }
+
+    void itIsOnOnceItWasSwitchedOn()
+    {
+        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+        QVERIFY(!item.isEnabled());
+
+        QVERIFY(item.setEnabled(true));
+
+        QVERIFY(item.isEnabled());
+        QCOMPARE(item.filePath(), m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
+        QVERIFY(text().startsWith("[Desktop Entry]\n"));
+        QVERIFY(text().contains("\nExec=/opt/tessaly\n"));
+
+        QVERIFY(item.setEnabled(false));
+        QVERIFY(!item.isEnabled());
+        QVERIFY2(item.setEnabled(false), "already off");
+    }
+
+    void whatTheSessionSaysCounts_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<bool>("isEnabled");
+
+        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=/opt/tessaly\n";
+        QTest::newRow("plain") << plain << true;
+        QTest::newRow("hidden") << plain + "Hidden=true\n" << false;
+        QTest::newRow("hidden, with blanks") << plain + "Hidden = true \n" << false;
+        QTest::newRow("not hidden") << plain + "Hidden=false\n" << true;
+        QTest::newRow("switched off in the session settings") << plain + "X-GNOME-Autostart-enabled=false\n" << false;
+        QTest::newRow("a comment says nothing") << plain + "#Hidden=true\n" << true;
+        QTest::newRow("other groups say nothing") << plain + "[Desktop Action x]\nHidden=true\n" << true;
+        QTest::newRow("nothing to run") << QByteArray("[Desktop Entry]\nType=Application\n") << false;
+        QTest::newRow("empty") << QByteArray() << false;
+    }
+
+    void whatTheSessionSaysCounts()
+    {
+        QFETCH(const QByteArray, entry);
+        QFETCH(const bool, isEnabled);
+        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+        QVERIFY(QDir().mkpath(QFileInfo(item.filePath()).path()));
+        QFile file(item.filePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(entry);
+        file.close();
+
+        QCOMPARE(item.isEnabled(), isEnabled);
+
+        QVERIFY(item.setEnabled(true));
+        QVERIFY2(item.isEnabled(), "what switched it off is gone");
+    }
+
+    void theCommandIsQuoted_data()
+    {
+        QTest::addColumn<QStringList>("command");
+        QTest::addColumn<QString>("exec");
+
+        QTest::newRow("plain") << QStringList{QStringLiteral("/usr/bin/tessaly")} << QStringLiteral("/usr/bin/tessaly");
+        QTest::newRow("blank") << QStringList{QStringLiteral("/a b/t"), QStringLiteral("--data-dir"),
+                                              QStringLiteral("/d")}
+                               << QStringLiteral("\"/a b/t\" --data-dir /d");
+        QTest::newRow("per cent") << QStringList{QStringLiteral("/100%f")} << QStringLiteral("/100%%f");
+        QTest::newRow("dollar and quote")
+            << QStringList{QStringLiteral("/$a\"b")} << QStringLiteral("\"/\\\\$a\\\\\"b\"");
+        QTest::newRow("backslash") << QStringList{QStringLiteral("/a\\b")} << QStringLiteral("\"/a\\\\\\\\b\"");
+        QTest::newRow("Chinese") << QStringList{QStringLiteral("/数据/程序")} << QStringLiteral("/数据/程序");
+        QTest::newRow("line break") << QStringList{QStringLiteral("/a\nb")} << QStringLiteral("\"/a\\nb\"");
+        QTest::newRow("empty argument") << QStringList{QStringLiteral("/t"), QString()} << QStringLiteral("/t \"\"");
+    }
+
+    void theCommandIsQuoted()
+    {
+        QFETCH(const QStringList, command);
+        QFETCH(const QString, exec);
+        QCOMPARE(desktopEntryExec(command), exec);
+    }
+
+    void aFailureSaysWhyAndChangesNothing()
+    {
+        // A file where the directory should be stops root too.
+        QFile obstacle(m_home->filePath(QStringLiteral("autostart")));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+
+        const Result<void> done = item.setEnabled(true);
+
+        QVERIFY(!done);
+        QCOMPARE(done.error().code, ErrorCode::LoginItemFailed);
+        QVERIFY(!done.error().detail.isEmpty());
+        QVERIFY(!item.isEnabled());
+    }
+
+private:
+    [[nodiscard]] QByteArray text() const
+    {
+        QFile file(m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::optional<QTemporaryDir> m_home;
+};
+
+TESSALY_TEST_MAIN(XdgLoginItemTest)
+#include "XdgLoginItemTest.moc"

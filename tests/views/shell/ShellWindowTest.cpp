@@ -1,0 +1,290 @@
+#include "tests/support/TestMain.h"
+#include "tests/views/shell/WindowUnderTest.h"
+
+#include <QQuickStyle>
+#include <QRegularExpression>
+
+using namespace tessaly;
+
+namespace {
+
+const QRegularExpression &chineseLetter()
+{
+    static const QRegularExpression expression(QStringLiteral("[\\x{3400}-\\x{9fff}]"));
+    return expression;
+}
+
+bool isLatinOnly(const QString &text)
+{
+    static const QRegularExpression latin(QStringLiteral("[A-Za-z]"));
+    return latin.match(text).hasMatch() && !chineseLetter().match(text).hasMatch();
+}
+
+} // namespace
+
+class ShellWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+        QGuiApplication::setApplicationName(QStringLiteral("Tessaly"));
+    }
+
+    void theFirstStartAsksForTheNameOnce()
+    {
+        WindowUnderTest ui;
+        ui.open();
+        QTRY_VERIFY(ui.find(QAccessible::Dialog, QStringLiteral("欢迎来到 Tessaly")));
+        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("例如：Brennic")));
+
+        ui.type(QStringLiteral("  Ada "));
+        ui.press(Qt::Key_Return);
+
+        QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("欢迎来到 Tessaly")));
+        QCOMPARE(ui.planner.store->preferredName(), QStringLiteral("Ada"));
+        ui.open();
+        QVERIFY(!ui.state("showNamePrompt").toBool());
+        QCOMPARE(ui.find(QAccessible::EditableText, QStringLiteral("称呼"))->property("text").toString(),
+                 QStringLiteral("Ada"));
+    }
+
+    void leavingTheNamePromptCountsAsAnswer_data()
+    {
+        QTest::addColumn<bool>("isByKey");
+        QTest::newRow("Later") << false;
+        QTest::newRow("Esc") << true;
+    }
+
+    void leavingTheNamePromptCountsAsAnswer()
+    {
+        QFETCH(const bool, isByKey);
+        WindowUnderTest ui;
+        ui.open();
+        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("例如：Brennic")));
+        ui.type(QStringLiteral("Ada"));
+
+        if (isByKey)
+            ui.press(Qt::Key_Escape);
+        else
+            QVERIFY(ui.click(QAccessible::Button, QStringLiteral("稍后再说")));
+
+        QTRY_VERIFY(!ui.state("showNamePrompt").toBool());
+        QCOMPARE(ui.planner.store->preferredName(), QString());
+        QCOMPARE(ui.planner.preferences.get<bool>(keys::hasAskedPreferredName), true);
+    }
+
+    void returnNeverClears()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.planner.store->addReminder({.title = QStringLiteral("Water the plants")});
+
+        openClearDialog(ui);
+        ui.press(Qt::Key_Return);
+        QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
+        QCOMPARE(ui.planner.store->reminders().size(), 1);
+
+        openClearDialog(ui);
+        ui.press(Qt::Key_Tab);
+        QTRY_VERIFY(!isCancelFocused(ui));
+        ui.press(Qt::Key_Return);
+        QVERIFY(ui.state("showClearConfirmation").toBool());
+        QCOMPARE(ui.planner.store->reminders().size(), 1);
+
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
+        QCOMPARE(ui.planner.store->reminders().size(), 0);
+    }
+
+    void escapeLeavesTheClearDialogAndFocusReturns()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        QQuickItem *opener = ui.find(QAccessible::Button, QStringLiteral("清空"));
+        opener->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(isCancelFocused(ui));
+
+        ui.press(Qt::Key_Escape);
+
+        QTRY_VERIFY(opener->hasActiveFocus());
+    }
+
+    void everyTextFollowsTheLanguage_data()
+    {
+        QTest::addColumn<QByteArray>("state");
+        QTest::newRow("nothing open") << QByteArray();
+        QTest::newRow("name prompt") << QByteArray("showNamePrompt");
+        QTest::newRow("clear dialog") << QByteArray("showClearConfirmation");
+        QTest::newRow("about") << QByteArray("showAbout");
+    }
+
+    void everyTextFollowsTheLanguage()
+    {
+        QFETCH(const QByteArray, state);
+        // Names, and what is in one language on purpose.
+        const QStringList names{QStringLiteral("Tessaly"),      QStringLiteral("The Tessaly authors"),
+                                QStringLiteral("中文"),         QStringLiteral("English"),
+                                QStringLiteral("请求通知权限"), QStringLiteral("About Tessaly")};
+        WindowUnderTest ui;
+        openAnswered(ui);
+        for (int section = ShellModel::Overview; section <= ShellModel::Documents; ++section) {
+            ui.setState("section", section);
+            if (!state.isEmpty())
+                ui.setState(state, true);
+            for (const AppLanguage language : {AppLanguage::English, AppLanguage::Chinese}) {
+                ui.planner.store->setInterfaceLanguage(language);
+                const QStringList texts = ui.visibleTexts();
+                QVERIFY(texts.contains(language == AppLanguage::English ? QStringLiteral("Settings")
+                                                                        : QStringLiteral("设置")));
+                for (const QString &text : texts) {
+                    if (names.contains(text))
+                        continue;
+                    if (language == AppLanguage::English)
+                        QVERIFY2(!chineseLetter().match(text).hasMatch(), qUtf8Printable(text));
+                    else
+                        QVERIFY2(!isLatinOnly(text), qUtf8Printable(text));
+                }
+            }
+        }
+    }
+
+    void theSidebarIsOneStopAndArrowsChoose()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.find(QAccessible::List, QStringLiteral("工作台"))->forceActiveFocus(Qt::TabFocusReason);
+        const QPointer<QQuickItem> first = ui.screen();
+
+        ui.press(Qt::Key_Down);
+        ui.press(Qt::Key_Down);
+
+        QCOMPARE(ui.state("section").toInt(), int(ShellModel::Reminders));
+        QTRY_VERIFY2(first.isNull(), "each choice makes a fresh screen");
+        ui.press(Qt::Key_End);
+        ui.press(Qt::Key_Down);
+        QCOMPARE(ui.state("section").toInt(), int(ShellModel::Documents));
+        QVERIFY(ui.click(QAccessible::ListItem, QStringLiteral("目标")));
+        QCOMPARE(ui.state("section").toInt(), int(ShellModel::Goals));
+    }
+
+    void theNameIsSavedWhileItIsTyped()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        QVERIFY(ui.click(QAccessible::EditableText, QStringLiteral("称呼")));
+
+        ui.type(QStringLiteral("Lin"));
+
+        QCOMPARE(ui.planner.preferences.get<QString>(keys::preferredName), QStringLiteral("Lin"));
+    }
+
+    void thePickersChooseLanguageAndAppearance()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+
+        pick(ui, QStringLiteral("语言"), QStringLiteral("English"));
+        QCOMPARE(ui.planner.store->interfaceLanguage(), AppLanguage::English);
+        pick(ui, QStringLiteral("Appearance"), QStringLiteral("Dark"));
+        QCOMPARE(ui.shell().appearanceMode(), QStringLiteral("dark"));
+        QVERIFY(ui.window().color().lightness() < 128);
+        pick(ui, QStringLiteral("Appearance"), QStringLiteral("System"));
+        QVERIFY(ui.window().color().lightness() > 128);
+        ui.appearance.setCurrent({.isDark = true});
+        QVERIFY(ui.window().color().lightness() < 128);
+    }
+
+    void aRefusedLoginItemShowsTheRealState()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.planner.loginItem.failWith(Error{ErrorCode::LoginItemFailed, QStringLiteral("disk full")});
+
+        pick(ui, QStringLiteral("启动"), QStringLiteral("开机启动"));
+
+        QCOMPARE(ui.find(QAccessible::ComboBox, QStringLiteral("启动"))->property("displayText").toString(),
+                 QStringLiteral("关闭"));
+        QTRY_VERIFY2(ui.find(QAccessible::StatusBar, ui.planner.message()), "the failure is told in passing");
+    }
+
+    void messagesPassByOnAllScreensButTheSchedule()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.setState("section", ShellModel::Schedule);
+        ui.planner.store->clearPersonalContent();
+        QVERIFY(!ui.planner.message().isEmpty());
+        const auto toastShows = [&ui] {
+            const QQuickItem *line = ui.find(QAccessible::StatusBar, ui.planner.message());
+            return line && line->parentItem()->property("message") == ui.planner.message();
+        };
+        QVERIFY(!toastShows());
+
+        ui.setState("section", ShellModel::Goals);
+        ui.planner.store->setInterfaceLanguage(AppLanguage::English);
+        ui.planner.store->clearPersonalContent();
+
+        QTRY_VERIFY(toastShows());
+    }
+
+    void theMenuHasItsTwoCommands()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        QVERIFY(ui.click(QAccessible::Button, QStringLiteral("菜单")));
+        QTRY_VERIFY(ui.find(QAccessible::MenuItem, QStringLiteral("请求通知权限")));
+        QVERIFY(ui.click(QAccessible::MenuItem, QStringLiteral("请求通知权限")));
+        QTRY_COMPARE(ui.planner.notificationCenter.authorizationCount(), 1);
+
+        QTRY_VERIFY(!ui.find(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
+        QVERIFY(ui.click(QAccessible::Button, QStringLiteral("菜单")));
+        QTRY_VERIFY(ui.find(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
+        QVERIFY(ui.click(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
+        QTRY_VERIFY(ui.find(QAccessible::StaticText, QStringLiteral("The Tessaly authors")));
+    }
+
+    void aStartWritesNothing()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        const int before = ui.planner.preferences.writeCount();
+        ui.open();
+        ui.window().close();
+        QCOMPARE(ui.planner.preferences.writeCount(), before);
+    }
+
+private:
+    /// The window of somebody who has answered the name prompt.
+    static void openAnswered(WindowUnderTest &ui)
+    {
+        ui.planner.put(keys::hasAskedPreferredName, true);
+        ui.open();
+    }
+
+    static bool isCancelFocused(const WindowUnderTest &ui)
+    {
+        return ui.hasFocus(QAccessible::Button, QStringLiteral("取消"));
+    }
+
+    static void openClearDialog(const WindowUnderTest &ui)
+    {
+        QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("清空内容？")));
+        QVERIFY(ui.click(QAccessible::Button, QStringLiteral("清空")));
+        QTRY_VERIFY(isCancelFocused(ui));
+    }
+
+    static void pick(const WindowUnderTest &ui, const QString &box, const QString &choice)
+    {
+        QVERIFY(ui.click(QAccessible::ComboBox, box));
+        QTRY_VERIFY(ui.find(QAccessible::ListItem, choice));
+        QVERIFY(ui.click(QAccessible::ListItem, choice));
+        QTRY_VERIFY(!ui.find(QAccessible::ListItem, choice));
+    }
+};
+
+TESSALY_TEST_MAIN(ShellWindowTest)
+#include "ShellWindowTest.moc"

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/LarkspanApp.h"
+#include "platform/fake/FakeSystemAppearance.h"
+#include "tests/store/StoreUnderTest.h"
+
+#include <QAccessible>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <memory>
+
+namespace tessaly {
+
+/// The program's window over fakes, driven as a user drives it. Prepare the planner, then open().
+class WindowUnderTest
+{
+public:
+    StoreUnderTest planner;
+    FakeSystemAppearance appearance;
+
+    /// Opens the window, after the former one if there was one, and waits until it shows.
+    void open();
+
+    [[nodiscard]] QQuickWindow &window() const { return m_app->window(); }
+    [[nodiscard]] ShellModel &shell() const { return m_app->shell(); }
+    /// A view state of the window's content, such as "showNamePrompt".
+    [[nodiscard]] QVariant state(const char *name) const;
+    void setState(const char *name, const QVariant &value) const;
+    [[nodiscard]] QQuickItem *screen() const;
+
+    /// The visible item with this accessible name and role, or nothing. Items of sheets come before what they cover.
+    [[nodiscard]] QQuickItem *find(QAccessible::Role role, const QString &name) const;
+    [[nodiscard]] bool hasFocus(QAccessible::Role role, const QString &name) const;
+    /// Presses the middle of the item. False when there is no such item.
+    [[nodiscard]] bool click(QAccessible::Role role, const QString &name) const;
+    void type(const QString &text) const;
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+
+    /// Every text that can be seen, and every name that a screen reader reads, sheets included.
+    [[nodiscard]] QStringList visibleTexts() const;
+
+private:
+    std::unique_ptr<LarkspanApp> m_app;
+};
+
+} // namespace tessaly
