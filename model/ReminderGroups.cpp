@@ -2,6 +2,8 @@
 
 #include "model/CodePointOrder.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace tessaly {
@@ -66,6 +68,28 @@ void ReminderGroups::remove(const Position &position)
         m_groups.removeAt(position.group);
     else
         m_groups[position.group].rows.removeAt(position.row);
+}
+
+void ReminderGroups::assign(const QList<ReminderPlacement> &placements)
+{
+    m_groups.clear();
+    QHash<QString, qsizetype> places;
+    for (qsizetype row = 0; row < placements.size(); ++row) {
+        if (placements.at(row).section != m_section)
+            continue;
+        const QString &label = placements.at(row).label;
+        const qsizetype place = places.value(label, m_groups.size());
+        if (place == m_groups.size()) {
+            places.insert(label, place);
+            m_groups.append({label, {}});
+        }
+        m_groups[place].rows.append(row);
+    }
+    for (ReminderGroup &group : m_groups)
+        std::ranges::stable_sort(group.rows, {}, [&](qsizetype row) { return placements.at(row).order; });
+    std::ranges::sort(
+        m_groups, [this](const QString &left, const QString &right) { return precedes(left, right); },
+        &ReminderGroup::label);
 }
 
 void ReminderGroups::shift(qsizetype first, qsizetype by)

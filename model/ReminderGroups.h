@@ -62,7 +62,8 @@ public:
     void remove(const Position &position);
     /// The store's list grew or shrank before `first`: rows from there on are counted anew.
     void shift(qsizetype first, qsizetype by);
-    void clear() { m_groups.clear(); }
+    /// Groups all rows of the section anew.
+    void assign(const QList<ReminderPlacement> &placements);
 
 private:
     [[nodiscard]] bool precedes(const QString &left, const QString &right) const;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace tessaly {
+
+/// A notification as the user sees it. Plain text, no markup.
+struct Notification
+{
+    /// Tells the planner which notification was clicked.
+    QString identifier = {};
+    QString title = {};
+    QString body = {};
+
+    bool operator==(const Notification &) const = default;
+};
+
+/// What happened to a notification that was handed over.
+enum class Presentation {
+    Shown,       ///< the desktop took it
+    Unavailable, ///< nobody is there to show it now
+};
+
+/// Puts notifications on the desktop at once. `ScheduledNotificationCenter` decides when.
+class NotificationPresenter
+{
+public:
+    using Completion = std::function<void(Presentation)>;
+
+    virtual ~NotificationPresenter() = default;
+
+    /// Asks the user or the system for permission to notify, where there is such a thing.
+    virtual void requestAuthorization() = 0;
+    /// The completion is called once, never from within present() and never after the presenter's end.
+    virtual void present(const Notification &notification, Completion completion) = 0;
+    /// Called with the identifier of a notification that the user clicked.
+    virtual void setActivationHandler(std::function<void(const QString &identifier)> handler) = 0;
+    /// Called when somebody who shows notifications has appeared.
+    virtual void setAvailabilityHandler(std::function<void()> handler) = 0;
+};
+
+} // namespace tessaly
