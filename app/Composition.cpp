@@ -5,6 +5,7 @@
 #include "model/RecordCodec.h"
 #include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
+#include "platform/common/ScheduledNotificationCenter.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
@@ -13,14 +14,14 @@
 #include "platform/fake/FakeNotificationCenter.h"
 #include "platform/fake/FakePreferences.h"
 #include "platform/fake/FakeSystemAppearance.h"
-#include "platform/linux/FreedesktopNotificationCenter.h"
+#include "platform/linux/FreedesktopNotifications.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/XdgLoginItem.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <utility>
 
@@ -31,11 +32,12 @@ struct Composition::Parts
 {
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<EventStore> eventStore;
-    std::unique_ptr<NotificationCenter> notificationCenter;
+    std::unique_ptr<NotificationPresenter> notificationPresenter;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<FeedDownloader> feedDownloader;
     std::unique_ptr<SystemAppearance> systemAppearance;
     std::unique_ptr<Clock> clock;
+    std::unique_ptr<NotificationCenter> notificationCenter;
     UserCalendar calendar = UserCalendar::system();
     std::unique_ptr<PlannerStore> store;
 };
@@ -69,11 +71,15 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     auto parts = std::make_unique<Parts>();
     parts->preferences = preferences.takeValue();
     parts->eventStore = std::make_unique<NullEventStore>();
-    parts->notificationCenter = std::make_unique<FreedesktopNotificationCenter>();
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
     parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
+    parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
+    auto notificationCenter = std::make_unique<ScheduledNotificationCenter>(
+        *parts->preferences, *parts->notificationPresenter, *parts->clock, parts->calendar);
+    notificationCenter->start();
+    parts->notificationCenter = std::move(notificationCenter);
     return std::shared_ptr<Composition>(new Composition(std::move(parts)));
 }
 
@@ -108,6 +114,13 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
 PlannerStore &Composition::store() const
 {
     return *m_parts->store;
+}
+
+void Composition::setReminderHandler(std::function<void()> handler)
+{
+    if (m_parts->notificationPresenter)
+        m_parts->notificationPresenter->setActivationHandler(
+            [handler = std::move(handler)](const QString &) { handler(); });
 }
 
 Preferences &Composition::preferences() const

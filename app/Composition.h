@@ -4,6 +4,7 @@
 #include "model/Instant.h"
 #include "model/Result.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] PlannerStore &store() const;
     [[nodiscard]] Preferences &preferences() const;
     [[nodiscard]] SystemAppearance &systemAppearance() const;
+    /// Called when the user clicks the notification of a to-do.
+    void setReminderHandler(std::function<void()> handler);
 
 private:
     struct Parts;

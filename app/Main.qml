@@ -1,7 +1,10 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import Tessaly.Dashboard
+import Tessaly.Goals
 import Tessaly.Shell
 import Tessaly.Store
+import Tessaly.Todos
 import Tessaly.Ui
 
 /// The window, and the only place that knows all screens.
@@ -49,10 +52,10 @@ ApplicationWindow {
         shell: window.shell
         // One line for each row of the sidebar, in its order.
         screens: [
-            Component { PlaceholderScreen { title: Language.text("概览", "Overview") } },
+            Component { DashboardView {} },
             Component { PlaceholderScreen { title: Language.text("日程", "Schedule") } },
-            Component { PlaceholderScreen { title: Language.text("待办", "To-dos") } },
-            Component { PlaceholderScreen { title: Language.text("目标", "Goals") } },
+            Component { ReminderView {} },
+            Component { GoalView {} },
             Component { PlaceholderScreen { title: Language.text("文档", "Documents") } }
         ]
     }

@@ -132,6 +132,8 @@ QtObject {
     readonly property int cardRadius: 12
     readonly property int sheetRadius: 14
 
+    readonly property real draggedOpacity: 0.92
+
     // Durations, milliseconds
     readonly property int fast: isReducedMotion ? 0 : 90
     readonly property int switching: isReducedMotion ? 0 : 140
@@ -143,6 +145,7 @@ QtObject {
     readonly property int toastIn: isReducedMotion ? 80 : 180
     readonly property int toastOut: isReducedMotion ? 80 : 240
     readonly property int toastStay: 4000
+    readonly property int flash: 600
     readonly property int progress: isReducedMotion ? 0 : 240
     readonly property int toolTipDelay: 500
 

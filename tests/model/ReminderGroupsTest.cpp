@@ -18,14 +18,10 @@ Instant at(const UserCalendar &calendar, int year, int month, int day, int hour 
     return calendar.instant(QDate(year, month, day), QTime(hour, 0));
 }
 
-/// Every row put in at once, each where the rules say.
 ReminderGroups grouped(ReminderSection section, const QList<ReminderPlacement> &placements)
 {
     ReminderGroups groups(section);
-    for (qsizetype row = 0; row < placements.size(); ++row) {
-        if (placements.at(row).section == section)
-            groups.insert(groups.positionFor(row, placements), row, placements.at(row).label);
-    }
+    groups.assign(placements);
     return groups;
 }
 

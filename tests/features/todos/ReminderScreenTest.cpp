@@ -1,0 +1,164 @@
+#include "tests/features/todos/ReminderDriver.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
+using namespace tessaly;
+
+class ReminderScreenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void anEmptyScreenShowsItsHeadersClosed()
+    {
+        ReminderDriver given;
+        given.open();
+        QCOMPARE(given.shown(), (QStringList{u". NoDueDate"_s, u"._ DueDates"_s, u"._ Completed"_s}));
+
+        given.expand(u"Completed"_s);
+        QCOMPARE(given.shown().size(), 3);
+    }
+
+    void aToDoWithoutADateIsListedAndSchedulesNothing()
+    {
+        ReminderDriver given;
+        given.open();
+        given.screen->setProperty("title", u"  Sort the bookshelf "_s);
+
+        QVERIFY(given.screen->add());
+
+        QCOMPARE(given.shown(),
+                 (QStringList{u"v NoDueDate"_s, u"o Sort the bookshelf"_s, u"._ DueDates"_s, u"._ Completed"_s}));
+        QVERIFY(given.notificationCenter.requests().isEmpty());
+        QCOMPARE(given.saved()->reminders, given.store->reminders());
+        QCOMPARE(given.store->reminders().first().requirement, std::nullopt);
+        QVERIFY(given.screen->property("title").toString().isEmpty());
+    }
+
+    void aBlankTitleAddsNothing()
+    {
+        ReminderDriver given;
+        given.open();
+        given.screen->setProperty("title", u" \t "_s);
+        given.screen->setProperty("requirement", u"kept"_s);
+
+        QVERIFY(!given.screen->add());
+
+        QVERIFY(given.store->reminders().isEmpty());
+        QCOMPARE(given.screen->property("requirement").toString(), u"kept"_s);
+    }
+
+    void aDueToDoAsksForANotificationAndKeepsTheDateForTheNext()
+    {
+        ReminderDriver given;
+        given.open();
+        QCOMPARE(given.screen->dueDate(), given.calendar.dateTime(given.at(9, 13)));
+        const QDateTime due(QDate(2026, 9, 11), QTime(17, 30, 59), given.calendar.zone());
+        given.screen->setProperty("title", u"Report"_s);
+        given.screen->setProperty("requirement", u" with figures"_s);
+        given.screen->setProperty("hasDueDate", true);
+        given.screen->setDueDate(due);
+
+        given.screen->add();
+
+        const ReminderItem added = given.store->reminders().first();
+        QCOMPARE(added.dueDate, given.calendar.instant(due.date(), due.time()));
+        QCOMPARE(added.requirement, u" with figures"_s);
+        QCOMPARE(given.notificationCenter.requests(),
+                 (QList<NotificationRequest>{{uuidText(added.id), u"Reminder"_s, u"Report"_s,
+                                              QDateTime(due.date(), QTime(17, 30), given.calendar.zone())}}));
+        QCOMPARE(given.screen->dueDate(), due);
+        QVERIFY(given.screen->property("hasDueDate").toBool());
+        QVERIFY(given.screen->property("requirement").toString().isEmpty());
+    }
+
+    void weeksRememberByTheirLabelThatTheyAreOpen()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"b"_s, .dueDate = given.at(12, 12)},
+                    {.title = u"a"_s, .dueDate = given.at(7, 0)},
+                    {.title = u"next"_s, .dueDate = given.at(14, 9)}});
+        QCOMPARE(given.shown(), (QStringList{u". NoDueDate"_s, u"v DueDates"_s, u">> Sep 14, 2026 – Sep 20"_s,
+                                             u">>_ Sep 7, 2026 – Sep 13"_s, u"._ Completed"_s}));
+
+        given.expand(u"Sep 7, 2026 – Sep 13"_s);
+        QCOMPARE(given.shown().sliced(3, 3), (QStringList{u"vv Sep 7, 2026 – Sep 13"_s, u"oo a"_s, u"oo_ b"_s}));
+
+        // Both leave the week, then one comes back.
+        given.toggle(u"a"_s);
+        given.toggle(u"b"_s);
+        QCOMPARE(given.row(u"Sep 7, 2026 – Sep 13"_s), -1);
+        given.expand(u"Completed"_s);
+        given.expand(u"Sep 2026"_s);
+        given.toggle(u"b"_s);
+        QCOMPARE(given.shown(), (QStringList{u". NoDueDate"_s, u"v DueDates"_s, u">> Sep 14, 2026 – Sep 20"_s,
+                                             u"vv Sep 7, 2026 – Sep 13"_s, u"oo_ b"_s, u"v Completed"_s,
+                                             u"vv Sep 2026"_s, u"xx_ a"_s}));
+    }
+
+    void tickingSetsTheTimeAndUntickingClearsIt()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"a"_s}});
+
+        given.toggle(u"a"_s);
+        QCOMPARE(given.store->reminders().first().completedAt, given.at(9, 12));
+        given.expand(u"Completed"_s);
+        given.expand(u"Sep 2026"_s);
+        given.toggle(u"a"_s);
+        QVERIFY(!given.store->reminders().first().isComplete);
+        QCOMPARE(given.store->reminders().first().completedAt, std::nullopt);
+
+        given.clock.setNow(given.at(30, 12).plus(7 * 86400));
+        given.toggle(u"a"_s);
+        QCOMPARE(given.row(u"Sep 2026"_s), -1);
+        QVERIFY(given.row(u"Oct 2026"_s) > 0);
+    }
+
+    void deletingLeavesTheNotificationPending()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"a"_s, .dueDate = given.at(20, 9)}, {.title = u"b"_s}});
+        given.expand(u"Sep 14, 2026 – Sep 20"_s);
+
+        given.screen->remove(given.row(u"a"_s));
+
+        QCOMPARE(given.store->reminders().size(), 1);
+        QCOMPARE(given.notificationCenter.requests().size(), 1);
+        // A header is nothing to delete or tick.
+        given.screen->remove(0);
+        given.screen->toggle(0);
+        QCOMPARE(given.shown(), (QStringList{u"v NoDueDate"_s, u"o b"_s, u"._ DueDates"_s, u"._ Completed"_s}));
+    }
+
+    void oldToDosWithoutACompletionTimeFollowTheMonth()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"old"_s, .isComplete = true}});
+        given.expand(u"Completed"_s);
+        given.expand(u"Sep 2026"_s);
+
+        given.clock.advance(30 * 86400.0);
+
+        QCOMPARE(given.shown().last(), u">>_ Oct 2026"_s);
+    }
+
+    void aNewRowIsAnnouncedWhereItIsShown()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"a"_s}});
+        QList<int> rows;
+        connect(given.screen.get(), &ReminderViewModel::added, this, [&rows](int row) { rows.append(row); });
+
+        given.screen->setProperty("title", u"b"_s);
+        given.screen->add();
+        given.screen->setProperty("title", u"in a closed week"_s);
+        given.screen->setProperty("hasDueDate", true);
+        given.screen->add();
+
+        QCOMPARE(rows, (QList<int>{2}));
+    }
+};
+
+TESSALY_TEST_MAIN(ReminderScreenTest)
+#include "ReminderScreenTest.moc"

@@ -1,0 +1,72 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtQuick.Window
+
+/// A screen that is one long list: rows are created as they come into view. The children stand above the rows and
+/// scroll with them. Rows are as wide as the page and put their content at `columnX`, `columnWidth` wide.
+ListView {
+    id: page
+
+    readonly property real columnX: Theme.pagePadding
+    readonly property real columnWidth: Math.min(width - 2 * Theme.pagePadding, Theme.contentLimit)
+    property int focusMargin: 16
+    default property alias head: headHolder.data
+
+    readonly property real leastContentY: originY - topMargin
+    /// Height of the head when the view was last put right.
+    property real settledTop: 0
+
+    /// Scrolls as little as needed to show the item with room to spare.
+    function reveal(item: Item) {
+        const top = item.mapToItem(contentItem, 0, 0).y - focusMargin;
+        const bottom = top + item.height + 2 * focusMargin;
+        if (item.height > height)
+            return;
+        if (top < contentY)
+            contentY = Math.max(leastContentY, top);
+        else if (bottom > contentY + height)
+            contentY = Math.min(Math.max(leastContentY, originY + contentHeight + bottomMargin - height), bottom - height);
+    }
+
+    function isInside(item: Item): bool {
+        for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
+            if (ancestor === contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    keyNavigationEnabled: false
+    currentIndex: -1
+    cacheBuffer: 600
+    topMargin: headHolder.height
+    bottomMargin: Theme.pagePadding
+    // What grows in the head pushes the rows down and stays where it is.
+    onTopMarginChanged: {
+        contentY += settledTop - topMargin;
+        settledTop = topMargin;
+    }
+    Component.onCompleted: contentY = leastContentY
+    T.ScrollBar.vertical: AppScrollBar {}
+
+    Item {
+        id: headHolder
+
+        parent: page.contentItem
+        y: page.originY - height
+        width: page.width
+        height: childrenRect.height
+    }
+
+    Connections {
+        function onActiveFocusItemChanged() {
+            const item = page.Window.activeFocusItem as Item;
+            if (item && item !== page.contentItem && page.isInside(item))
+                page.reveal(item);
+        }
+
+        target: page.Window.window
+    }
+}

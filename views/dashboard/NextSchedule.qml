@@ -1,0 +1,51 @@
+import QtQuick
+import Tessaly.Shell
+import Tessaly.Ui
+
+/// The next schedule of today, or what to read when there is none.
+Card {
+    id: next
+
+    required property bool hasSchedule
+    required property string title
+    required property string dateText
+    required property string colorKey
+
+    implicitHeight: hasSchedule ? 80 : nothing.height + 36
+
+    Rectangle {
+        visible: next.hasSchedule
+        x: 20
+        anchors.verticalCenter: parent.verticalCenter
+        width: 4
+        height: 40
+        radius: 2
+        color: next.hasSchedule ? Theme.scheduleColor(next.colorKey) : Theme.transparent
+    }
+    AppText {
+        visible: next.hasSchedule
+        x: 38
+        y: 17
+        width: parent.width - 58
+        text: next.title
+        token: Theme.heading
+    }
+    AppText {
+        visible: next.hasSchedule
+        x: 38
+        y: 42
+        width: parent.width - 58
+        text: next.dateText
+        token: Theme.control
+        color: Theme.textSecondary
+    }
+    Empty {
+        id: nothing
+
+        visible: !next.hasSchedule
+        x: 20
+        y: 18
+        width: parent.width - 40
+        text: Language.text("还没有安排日程，给今天留一点空间吧。", "No schedules yet. Leave space for your day.")
+    }
+}

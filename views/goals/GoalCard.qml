@@ -1,0 +1,106 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Goals
+import Tessaly.Ui
+
+/// One goal with its subgoals and tasks.
+Item {
+    id: goalCard
+
+    required property GoalCardModel card
+
+    /// Row that is being dragged and the row before which it would land; -1 for none.
+    property int draggedRow: -1
+    property int targetRow: -1
+
+    signal deleteRequested
+
+    /// Looks for the row before which the dragged one would land, `y` being a place in the rows.
+    function dragTo(y: real) {
+        const place = rows.childAt(1, Math.max(0, Math.min(y, rows.height - 1))) as GoalCardRow;
+        targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
+    }
+    function endDrag() {
+        const dragged = rowItems.itemAt(draggedRow) as GoalCardRow;
+        const target = targetRow;
+        draggedRow = -1;
+        targetRow = -1;
+        if (dragged && target >= 0)
+            card.drop(dragged.itemId, target);
+    }
+
+    implicitHeight: header.height + rows.height + 57
+
+    GoalHeader {
+        id: header
+
+        width: parent.width
+        card: goalCard.card
+        onDeleteRequested: goalCard.deleteRequested()
+    }
+
+    Column {
+        id: rows
+
+        y: header.height
+        width: parent.width
+
+        Repeater {
+            id: rowItems
+
+            model: goalCard.card.rows
+
+            GoalCardRow {
+                width: rows.width
+                card: goalCard.card
+                z: goalCard.draggedRow === index ? 1 : 0
+                onDragStarted: goalCard.draggedRow = index
+                onDraggedTo: y => goalCard.dragTo(mapToItem(rows, 0, y).y)
+                onDragEnded: goalCard.endDrag()
+            }
+        }
+    }
+
+    Rectangle {
+        id: landingLine
+
+        readonly property Item target: goalCard.targetRow < 0 ? null : rowItems.itemAt(goalCard.targetRow)
+
+        visible: target !== null
+        x: 18
+        y: target ? rows.y + target.y - 1 : 0
+        width: parent.width - 36
+        height: 2
+        radius: 1
+        color: Theme.accent
+    }
+
+    Separator {
+        x: 1
+        y: rows.y + rows.height
+        width: parent.width - 2
+    }
+    AppTextField {
+        id: newSubgoal
+
+        x: 19
+        y: rows.y + rows.height + 13
+        width: addSubgoal.x - 10 - x
+        placeholderText: Language.text("添加子目标", "Add a subgoal")
+        text: goalCard.card.newSubgoal
+        onTextEdited: goalCard.card.newSubgoal = text
+        onAccepted: goalCard.card.addSubgoal()
+    }
+    AppButton {
+        id: addSubgoal
+
+        x: parent.width - 19 - width
+        y: newSubgoal.y
+        text: Language.text("添加子目标", "Add subgoal")
+        onClicked: {
+            if (goalCard.card.addSubgoal())
+                newSubgoal.forceActiveFocus();
+        }
+    }
+}

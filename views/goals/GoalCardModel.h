@@ -1,0 +1,104 @@
+#pragma once
+
+#include "store/PlannerStore.h"
+#include "views/goals/GoalRows.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QtQml/qqml.h>
+
+#include <functional>
+
+namespace tessaly {
+
+/// One goal's card: its header, and its subgoals with their tasks as one flat list. Every change goes through the store
+/// and is saved at once; what is being edited and what is typed into the add rows is lost with the screen.
+class GoalCardModel : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Belongs to GoalViewModel")
+    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY goalChanged)
+    Q_PROPERTY(QString dueText READ dueText NOTIFY goalChanged)
+    Q_PROPERTY(bool isComplete READ isComplete NOTIFY goalChanged)
+    Q_PROPERTY(double progress READ progress NOTIFY goalChanged)
+    Q_PROPERTY(QString percentageText READ percentageText NOTIFY goalChanged)
+    Q_PROPERTY(QString explanation READ explanation NOTIFY goalChanged)
+    Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
+    Q_PROPERTY(QString newSubgoal READ newSubgoal WRITE setNewSubgoal NOTIFY newSubgoalChanged)
+    Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
+
+public:
+    /// The store must outlive the card.
+    GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *parent);
+
+    [[nodiscard]] const QString &title() const { return m_goal.title; }
+    void setTitle(const QString &title);
+    /// "Due: " and the date; empty without one.
+    [[nodiscard]] QString dueText() const;
+    [[nodiscard]] bool isComplete() const { return m_goal.isComplete; }
+    /// 0 to 1
+    [[nodiscard]] double progress() const { return m_goal.calculatedProgress(); }
+    [[nodiscard]] QString percentageText() const;
+    /// Which tasks weigh how much, a line each; empty when the progress does not come from tasks.
+    [[nodiscard]] QString explanation() const;
+    [[nodiscard]] bool isEditing() const { return m_isEditing; }
+    [[nodiscard]] const QString &newSubgoal() const { return m_newSubgoal; }
+    void setNewSubgoal(const QString &title);
+    [[nodiscard]] GoalCardRows *rows() { return &m_rows; }
+
+    Q_INVOKABLE void toggle();
+    Q_INVOKABLE void toggleEditing();
+    /// Appends a subgoal titled as typed; false when that is blank.
+    Q_INVOKABLE bool addSubgoal();
+
+    // Verbs on a row of the list. Rows that are not there or of another part are ignored.
+    Q_INVOKABLE void toggleRow(int row);
+    Q_INVOKABLE void toggleRowEditing(int row);
+    Q_INVOKABLE void removeRow(int row);
+    /// Of an AddTask row: what is typed.
+    Q_INVOKABLE void setRowTitle(int row, const QString &title);
+    /// Of an AddTask row: what is chosen. Rounded to one digit after the point.
+    Q_INVOKABLE void setRowWeight(int row, double weight);
+    /// Adds the task of an AddTask row and empties it; false when its title is blank.
+    Q_INVOKABLE bool addTask(int row);
+    /// Moves the subgoal or task whose id was dropped on the row immediately before the row. False when the text is no
+    /// id of another subgoal, or of another task of the same subgoal.
+    Q_INVOKABLE bool drop(const QString &idText, int row);
+    /// The row before which a dragged row would land with the pointer over another row: a subgoal before the subgoal
+    /// whose block that is, a task before a task of its own subgoal. -1 when it cannot land there.
+    Q_INVOKABLE [[nodiscard]] int targetFor(int draggedRow, int hoveredRow) const;
+    /// Moves a subgoal or task up (-1) or down (1) by one place.
+    Q_INVOKABLE bool moveBy(int row, int step);
+
+    /// Shows the goal as the store holds it.
+    void refresh();
+
+signals:
+    void goalChanged();
+    void isEditingChanged();
+    void newSubgoalChanged();
+
+private:
+    [[nodiscard]] const GoalCardRow *rowAt(int row) const;
+    void change(const std::function<bool(Goal &)> &change);
+    void changeSubgoal(const QUuid &id, const std::function<bool(Subgoal &)> &change);
+    void changeTask(const GoalCardRow &row, const std::function<bool(GoalTask &)> &change);
+    [[nodiscard]] QUuid neighbour(const GoalCardRow &row, int step) const;
+    bool move(const GoalCardRow &place, const QUuid &dragged, const QUuid &target);
+    void refreshRows();
+
+    PlannerStore &m_store;
+    QUuid m_goalID;
+    Goal m_goal;
+    GoalCardRows m_rows;
+    QString m_newSubgoal;
+    QHash<QUuid, QString> m_newTasks;
+    QHash<QUuid, double> m_newTaskWeights;
+    QSet<QUuid> m_editingSubgoals;
+    QSet<QUuid> m_editingTasks;
+    bool m_isEditing = false;
+};
+
+} // namespace tessaly

@@ -1,0 +1,39 @@
+import QtQuick
+import Tessaly.Goals
+import Tessaly.Ui
+
+/// A row of a goal's card: a subgoal, a task, or where a task is added.
+GoalRowBase {
+    id: cardRow
+
+    height: part === GoalRow.Subgoal ? 67 : part === GoalRow.Task ? 34 : 48
+
+    Separator {
+        x: 1
+        width: parent.width - 2
+        visible: cardRow.part === GoalRow.Subgoal
+    }
+
+    Loader {
+        width: cardRow.width
+        height: cardRow.height
+        sourceComponent: cardRow.part === GoalRow.AddTask ? addTask : item
+    }
+
+    // qmllint disable unqualified
+    Component {
+        id: item
+
+        GoalItemRow {
+            row: cardRow
+        }
+    }
+    Component {
+        id: addTask
+
+        GoalAddTaskRow {
+            row: cardRow
+        }
+    }
+    // qmllint enable unqualified
+}

@@ -1,0 +1,124 @@
+import QtQuick
+import Tessaly.Goals
+import Tessaly.Ui
+
+/// The head of the goals screen: its title and the form for a new goal.
+Item {
+    id: head
+
+    required property real columnX
+    required property real columnWidth
+    required property GoalViewModel goals
+
+    function add() {
+        if (goals.add())
+            titleField.forceActiveFocus();
+    }
+
+    height: form.y + form.height + Theme.pageGap
+
+    PageTitle {
+        x: head.columnX
+        y: Theme.pagePadding
+        width: head.columnWidth
+        text: Language.text("目标", "Goals")
+    }
+
+    FieldFrame {
+        id: form
+
+        x: head.columnX
+        y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
+        width: head.columnWidth
+        height: line.y + 57
+        radius: Theme.cardRadius
+        color: Theme.card
+        border.color: isFocused ? Theme.focus : Theme.border
+        isFocused: titleField.activeFocus
+
+        EntryField {
+            id: titleField
+
+            x: 14
+            y: 14
+            width: parent.width - 28
+            placeholderText: Language.text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook")
+            text: head.goals.title
+            onTextEdited: head.goals.title = text
+            onAccepted: head.add()
+        }
+
+        AppTextField {
+            x: 14
+            y: 54
+            width: categoryField.x - 12 - x
+            placeholderText: Language.text("内容概述（可选）", "Overview (optional)")
+            text: head.goals.summary
+            onTextEdited: head.goals.summary = text
+            onAccepted: head.add()
+        }
+        AppTextField {
+            id: categoryField
+
+            x: parent.width - 14 - width
+            y: 54
+            width: 190
+            placeholderText: Language.text("类别标签（可选）", "Category tag (optional)")
+            text: head.goals.category
+            onTextEdited: head.goals.category = text
+            onAccepted: head.add()
+        }
+
+        Separator {
+            id: line
+
+            x: 1
+            y: 100
+            width: parent.width - 2
+        }
+
+        Toggle {
+            id: dueToggle
+
+            x: 14
+            anchors.verticalCenter: addButton.verticalCenter
+            text: Language.text("设置截止日期", "Set due date")
+            checked: head.goals.hasDueDate
+            onToggled: head.goals.hasDueDate = checked
+        }
+
+        AppText {
+            id: dueLabel
+
+            x: dueToggle.x + dueToggle.width + 28
+            anchors.verticalCenter: addButton.verticalCenter
+            visible: head.goals.hasDueDate
+            text: Language.text("截止", "Due")
+            token: Theme.control
+            color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+        DateTimeField {
+            x: dueLabel.x + dueLabel.width + 8
+            anchors.verticalCenter: addButton.verticalCenter
+            visible: head.goals.hasDueDate
+            isDateOnly: true
+            name: dueLabel.text
+            value: head.goals.targetDate
+            now: head.goals.now
+            firstWeekday: head.goals.firstWeekday
+            onEdited: date => head.goals.targetDate = date
+        }
+
+        AppButton {
+            id: addButton
+
+            anchors.right: parent.right
+            anchors.rightMargin: 14
+            y: line.y + 13
+            kind: AppButton.Primary
+            text: Language.text("新建主目标", "New main goal")
+            onClicked: head.add()
+        }
+    }
+}

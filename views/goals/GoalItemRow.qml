@@ -1,0 +1,141 @@
+import QtQuick
+import Tessaly.Goals
+import Tessaly.Ui
+
+/// A subgoal's own row, with the heading of its tasks beneath, or a task.
+Item {
+    id: itemRow
+
+    required property GoalRowBase row
+
+    readonly property GoalCardModel card: row.card
+    readonly property bool isSubgoal: row.part === GoalRow.Subgoal
+    readonly property bool isActive: hover.hovered || circle.visualFocus || handle.activeFocus
+    readonly property real middle: isSubgoal ? 27 : 17
+    readonly property real textX: isSubgoal ? 49 : 75
+    readonly property real textEnd: (isSubgoal ? rail.handleX - 12 : weightLabel.x - 10)
+
+    HoverHandler {
+        id: hover
+    }
+
+    Item {
+        id: content
+
+        width: parent.width
+        height: parent.height
+        opacity: handle.isDragged ? Theme.draggedOpacity : 1
+        transform: Translate {
+            y: handle.isDragged ? handle.offset : 0
+        }
+
+        PopupFrame {
+            x: 12
+            y: itemRow.middle - 17
+            width: parent.width - 24
+            height: 34
+            visible: handle.isDragged
+        }
+
+        CompletionCircle {
+            id: circle
+
+            x: itemRow.isSubgoal ? 13 : 43
+            y: itemRow.middle - 14
+            size: itemRow.isSubgoal ? 18 : 16
+            isComplete: itemRow.row.isComplete
+            itemTitle: itemRow.row.title
+            onClicked: itemRow.card.toggleRow(itemRow.row.index)
+        }
+
+        AppText {
+            x: itemRow.textX
+            y: itemRow.middle - height / 2
+            width: itemRow.textEnd - x
+            visible: !itemRow.row.isEditing
+            text: itemRow.row.title
+            token: itemRow.isSubgoal ? Theme.groupLabel : Theme.control
+            color: itemRow.row.isComplete ? Theme.textTertiary : Theme.text
+            Accessible.ignored: true
+        }
+        Loader {
+            id: editor
+
+            x: itemRow.textX
+            y: itemRow.middle - 14
+            width: itemRow.textEnd - x
+            height: 28
+            active: itemRow.row.isEditing
+            sourceComponent: GoalItemEditor {
+                // qmllint disable unqualified
+                row: itemRow.row
+                // qmllint enable unqualified
+            }
+        }
+
+        AppText {
+            id: weightLabel
+
+            x: rail.handleX - 10 - width
+            y: itemRow.middle - height / 2
+            width: 26
+            visible: !itemRow.isSubgoal
+            text: itemRow.row.weightText
+            token: Theme.caption
+            color: Theme.textSecondary
+            horizontalAlignment: Text.AlignRight
+            Accessible.name: Language.text("权重", "Weight") + " " + text
+        }
+
+        GoalHandle {
+            id: handle
+
+            x: rail.handleX
+            y: itemRow.middle - height / 2
+            isRowActive: itemRow.isActive
+            help: itemRow.isSubgoal ? Language.text("拖动调整子目标顺序", "Drag to reorder subgoals") : Language.text("拖动调整任务顺序", "Drag to reorder tasks")
+            onMoved: step => itemRow.card.moveBy(itemRow.row.index, step)
+            onDragStarted: itemRow.row.dragStarted()
+            onDragged: itemRow.row.draggedTo(itemRow.middle + offset)
+            onDragEnded: itemRow.row.dragEnded()
+        }
+
+        RowAction {
+            x: rail.editX + rail.editWidth - width
+            y: itemRow.middle - height / 2
+            text: itemRow.row.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")
+            itemTitle: itemRow.row.title
+            isAccented: itemRow.row.isEditing
+            isRowActive: itemRow.isActive || visualFocus
+            onClicked: {
+                itemRow.card.toggleRowEditing(itemRow.row.index);
+                if (itemRow.row.isEditing)
+                    (editor.item as GoalItemEditor).takeFocus();
+            }
+        }
+        RowAction {
+            x: rail.deleteX + rail.deleteWidth - width
+            y: itemRow.middle - height / 2
+            text: Language.text("删除", "Delete")
+            itemTitle: itemRow.row.title
+            isDestructive: true
+            isRowActive: itemRow.isActive || visualFocus
+            onClicked: itemRow.card.removeRow(itemRow.row.index)
+        }
+    }
+
+    AppText {
+        x: 49
+        y: 46
+        visible: itemRow.isSubgoal
+        text: Language.text("具体任务", "Tasks")
+        token: Theme.captionMedium
+        color: Theme.textSecondary
+        Accessible.role: Accessible.Heading
+    }
+
+    GoalRail {
+        id: rail
+        cardWidth: itemRow.width
+    }
+}

@@ -1,0 +1,76 @@
+import QtQuick
+import Tessaly.Goals
+import Tessaly.Ui
+
+/// A row of the goals screen: the card of an active goal, or a part of the card of the completed ones.
+Item {
+    id: row
+
+    required property int index
+    required property int kind
+    required property string label
+    required property string goalId
+    required property bool isExpanded
+    required property bool isEmpty
+    required property bool isLast
+    required property real columnX
+    required property real columnWidth
+    required property GoalViewModel goals
+
+    readonly property bool isGoal: kind === GoalRow.ActiveGoal || kind === GoalRow.CompletedGoal
+    readonly property bool beginsCard: kind === GoalRow.ActiveGoal || kind === GoalRow.Completed
+    readonly property int gap: beginsCard && index > 0 ? Theme.pageGap : 0
+
+    signal removed
+    signal expansionRequested(bool isOpen)
+
+    height: gap + content.height
+
+    CardSlice {
+        x: row.columnX
+        y: row.gap
+        width: row.columnWidth
+        height: content.height
+        isFirst: row.beginsCard
+        isLast: row.kind === GoalRow.ActiveGoal || row.isLast
+    }
+
+    Loader {
+        id: content
+
+        x: row.columnX
+        y: row.gap
+        width: row.columnWidth
+        sourceComponent: row.isGoal ? card : header
+    }
+
+    Separator {
+        x: row.columnX + (row.isGoal ? 1 : 46)
+        y: row.gap
+        width: row.columnX + row.columnWidth - 1 - x
+        visible: !row.beginsCard
+    }
+
+    // qmllint disable unqualified
+    Component {
+        id: header
+
+        DisclosureHeader {
+            text: row.kind === GoalRow.Completed ? Language.text("已完成", "Completed") : row.label
+            isOpen: row.isExpanded
+            isNested: row.kind === GoalRow.Category
+            isVoid: row.isEmpty
+            onClicked: row.expansionRequested(!row.isExpanded)
+        }
+    }
+
+    Component {
+        id: card
+
+        GoalCard {
+            card: row.goals.card(row.goalId)
+            onDeleteRequested: row.removed()
+        }
+    }
+    // qmllint enable unqualified
+}

@@ -1,0 +1,20 @@
+import QtQuick
+import Tessaly.Goals
+
+/// What a row of a goal's card knows and tells.
+Item {
+    required property int index
+    required property int part
+    required property string itemId
+    required property string title
+    required property real weight
+    required property string weightText
+    required property bool isComplete
+    required property bool isEditing
+    required property GoalCardModel card
+
+    signal dragStarted
+    /// `y` is the pointer's place in the row.
+    signal draggedTo(real y)
+    signal dragEnded
+}

@@ -1,0 +1,155 @@
+#include "views/goals/GoalViewModel.h"
+
+#include "model/GoalRules.h"
+#include "model/Uuid.h"
+#include "platform/Clock.h"
+
+#include <algorithm>
+
+namespace tessaly {
+namespace {
+
+const QString uncategorizedChinese = QStringLiteral("未分类");
+const QString uncategorizedEnglish = QStringLiteral("Uncategorized");
+
+/// Absent when nothing was typed.
+std::optional<QString> optionalText(const QString &text)
+{
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+} // namespace
+
+GoalViewModel::GoalViewModel(QObject *parent) : QObject(parent), m_rows(goalListRoles())
+{
+}
+
+void GoalViewModel::setStore(PlannerStore *store)
+{
+    if (m_store || !store)
+        return;
+    m_store = store;
+    const Instant now = store->clock().now();
+    m_targetDate = store->calendar().addingMonths(now, 1).value_or(now);
+    connect(store, &PlannerStore::goalsChanged, this, &GoalViewModel::onChanged);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &GoalViewModel::translateUncategorized);
+    refreshRows();
+    emit storeChanged();
+    emit formChanged();
+}
+
+QDateTime GoalViewModel::targetDate() const
+{
+    return m_store ? m_store->calendar().dateTime(m_targetDate) : QDateTime();
+}
+
+void GoalViewModel::setTargetDate(const QDateTime &date)
+{
+    if (!m_store || !date.isValid() || date == targetDate())
+        return;
+    m_targetDate = m_store->calendar().instant(date.date(), date.time());
+    emit formChanged();
+}
+
+QDateTime GoalViewModel::now() const
+{
+    return m_store ? m_store->calendar().dateTime(m_store->clock().now()) : QDateTime();
+}
+
+int GoalViewModel::firstWeekday() const
+{
+    return m_store ? static_cast<int>(m_store->calendar().firstWeekday()) : Qt::Monday;
+}
+
+bool GoalViewModel::add()
+{
+    if (trimmedBlanks(m_title).isEmpty())
+        return false;
+    Goal goal{.title = m_title, .summary = optionalText(m_summary), .category = optionalText(m_category)};
+    if (m_hasDueDate)
+        goal.targetDate = m_targetDate;
+    m_store->addGoal(goal);
+    m_title.clear();
+    m_summary.clear();
+    m_category.clear();
+    emit formChanged();
+    return true;
+}
+
+GoalCardModel *GoalViewModel::card(const QString &goalId)
+{
+    const QUuid id = QUuid::fromString(goalId);
+    GoalCardModel *known = m_cards.value(id);
+    if (known || !m_store || std::ranges::find(m_store->goals(), id, &Goal::id) == m_store->goals().cend())
+        return known;
+    return *m_cards.insert(id, new GoalCardModel(*m_store, id, this));
+}
+
+void GoalViewModel::remove(const QString &goalId)
+{
+    m_store->removeGoal(QUuid::fromString(goalId));
+}
+
+void GoalViewModel::setExpanded(int row, bool isExpanded)
+{
+    if (row < 0 || row >= m_rows.rows().size() || m_rows.rows().at(row).isEmpty)
+        return;
+    const GoalListRow header = m_rows.rows().at(row);
+    if (header.kind == GoalRow::Kind::Completed)
+        m_isCompletedExpanded = isExpanded;
+    else if (header.kind == GoalRow::Kind::Category && isExpanded)
+        m_expandedCategories.insert(header.label);
+    else if (header.kind == GoalRow::Kind::Category)
+        m_expandedCategories.remove(header.label);
+    refreshRows();
+}
+
+void GoalViewModel::onChanged(const RowsChange &change)
+{
+    if (change.kind == RowsChange::Kind::Updated && change.count == 1) {
+        if (GoalCardModel *card = m_cards.value(m_store->goals().at(change.first).id))
+            card->refresh();
+    } else {
+        for (GoalCardModel *card : std::as_const(m_cards))
+            card->refresh();
+    }
+    refreshRows();
+    m_cards.removeIf([this](const auto &entry) {
+        const bool isGone = std::ranges::find(m_store->goals(), entry.key(), &Goal::id) == m_store->goals().cend();
+        if (isGone)
+            entry.value()->deleteLater();
+        return isGone;
+    });
+}
+
+void GoalViewModel::translateUncategorized()
+{
+    // An open group stays open in the other language.
+    if (m_expandedCategories.remove(m_store->text(uncategorizedEnglish, uncategorizedChinese)))
+        m_expandedCategories.insert(m_store->text(uncategorizedChinese, uncategorizedEnglish));
+    refreshRows();
+}
+
+void GoalViewModel::refreshRows()
+{
+    const QList<Goal> &goals = m_store->goals();
+    QList<GoalListRow> rows;
+    for (const Goal &goal : goals) {
+        if (!goal.isComplete)
+            rows.append({.kind = GoalRow::Kind::ActiveGoal, .goalID = goal.id});
+    }
+    const QString uncategorized = m_store->text(uncategorizedChinese, uncategorizedEnglish);
+    const QList<GoalCategory> categories = completedGoalsByCategory(goals, uncategorized);
+    const bool isCompletedExpanded = m_isCompletedExpanded && !categories.isEmpty();
+    rows.append({.kind = GoalRow::Kind::Completed, .isExpanded = isCompletedExpanded, .isEmpty = categories.isEmpty()});
+    for (const GoalCategory &category : isCompletedExpanded ? categories : QList<GoalCategory>()) {
+        const bool isExpanded = m_expandedCategories.contains(category.name);
+        rows.append({.kind = GoalRow::Kind::Category, .label = category.name, .isExpanded = isExpanded});
+        for (const qsizetype row : isExpanded ? category.rows : QList<qsizetype>())
+            rows.append({.kind = GoalRow::Kind::CompletedGoal, .goalID = goals.at(row).id});
+    }
+    rows.last().isLast = true;
+    m_rows.setRows(rows);
+}
+
+} // namespace tessaly

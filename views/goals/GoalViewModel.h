@@ -1,0 +1,78 @@
+#pragma once
+
+#include "store/PlannerStore.h"
+#include "views/goals/GoalCardModel.h"
+#include "views/goals/GoalRows.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QtQml/qqml.h>
+
+namespace tessaly {
+
+/// The state of the goals screen: the form, the active goals and the completed ones by category. Made anew whenever the
+/// screen is opened.
+class GoalViewModel : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(tessaly::PlannerStore *store READ store WRITE setStore NOTIFY storeChanged REQUIRED)
+    Q_PROPERTY(QString title MEMBER m_title NOTIFY formChanged)
+    Q_PROPERTY(QString summary MEMBER m_summary NOTIFY formChanged)
+    Q_PROPERTY(QString category MEMBER m_category NOTIFY formChanged)
+    Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
+    Q_PROPERTY(QDateTime targetDate READ targetDate WRITE setTargetDate NOTIFY formChanged)
+    Q_PROPERTY(QDateTime now READ now NOTIFY storeChanged)
+    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
+    Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
+
+public:
+    explicit GoalViewModel(QObject *parent = nullptr);
+
+    [[nodiscard]] PlannerStore *store() const { return m_store; }
+    /// Takes effect once; the store must outlive the view-model. The target date becomes one month from now.
+    void setStore(PlannerStore *store);
+
+    /// Local wall-clock time.
+    [[nodiscard]] QDateTime targetDate() const;
+    void setTargetDate(const QDateTime &date);
+    /// When the screen was opened.
+    [[nodiscard]] QDateTime now() const;
+    /// 1 Monday … 7 Sunday
+    [[nodiscard]] int firstWeekday() const;
+    /// See goalListRoles().
+    [[nodiscard]] GoalListRows *rows() { return &m_rows; }
+
+    /// Adds the form's goal and empties its texts; a blank title does nothing and returns false.
+    Q_INVOKABLE bool add();
+    /// The card of a goal, made when first asked for; null for an unknown id. It lives as long as the goal.
+    Q_INVOKABLE tessaly::GoalCardModel *card(const QString &goalId);
+    /// Deletes the goal without asking.
+    Q_INVOKABLE void remove(const QString &goalId);
+    /// Opens or closes the group of a header row; an empty one does not open.
+    Q_INVOKABLE void setExpanded(int row, bool isExpanded);
+
+signals:
+    void storeChanged();
+    void formChanged();
+
+private:
+    void onChanged(const RowsChange &change);
+    void refreshRows();
+    void translateUncategorized();
+
+    PlannerStore *m_store = nullptr;
+    GoalListRows m_rows;
+    QHash<QUuid, GoalCardModel *> m_cards;
+    QString m_title;
+    QString m_summary;
+    QString m_category;
+    Instant m_targetDate;
+    bool m_hasDueDate = true;
+    bool m_isCompletedExpanded = false;
+    QSet<QString> m_expandedCategories;
+};
+
+} // namespace tessaly

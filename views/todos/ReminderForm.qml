@@ -1,0 +1,124 @@
+import QtQuick
+import Tessaly.Shell
+import Tessaly.Todos
+import Tessaly.Ui
+
+/// The head of the to-do screen: its title, the add form and the heading of the open to-dos.
+Item {
+    id: head
+
+    required property real columnX
+    required property real columnWidth
+    required property ReminderViewModel reminders
+
+    function add() {
+        if (reminders.add())
+            titleField.forceActiveFocus();
+    }
+
+    height: heading.y + heading.height + 11
+
+    PageTitle {
+        x: head.columnX
+        y: Theme.pagePadding
+        width: head.columnWidth
+        text: Language.text("待办", "To-dos")
+    }
+
+    FieldFrame {
+        id: card
+
+        x: head.columnX
+        y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
+        width: head.columnWidth
+        height: line.y + 57
+        radius: Theme.cardRadius
+        color: Theme.card
+        border.color: isFocused ? Theme.focus : Theme.border
+        isFocused: titleField.activeFocus
+
+        EntryField {
+            id: titleField
+
+            x: 14
+            y: 14
+            width: parent.width - 28
+            placeholderText: Language.text("例如：提交周报", "e.g. Submit weekly report")
+            text: head.reminders.title
+            onTextEdited: head.reminders.title = text
+            onAccepted: head.add()
+        }
+
+        MultilineField {
+            id: requirement
+
+            x: 14
+            y: 54
+            width: parent.width - 28
+            height: implicitHeight
+            placeholder: Language.text("任务具体要求（可选）", "Task requirements (optional)")
+            text: head.reminders.requirement
+            onTextChanged: head.reminders.requirement = text
+        }
+
+        Separator {
+            id: line
+
+            x: 1
+            y: requirement.y + requirement.height + 14
+            width: parent.width - 2
+        }
+
+        Toggle {
+            id: dueToggle
+
+            x: 14
+            anchors.verticalCenter: addButton.verticalCenter
+            text: Language.text("设置截止日期", "Set due date")
+            checked: head.reminders.hasDueDate
+            onToggled: head.reminders.hasDueDate = checked
+        }
+
+        AppText {
+            id: dueLabel
+
+            x: dueToggle.x + dueToggle.width + 28
+            anchors.verticalCenter: addButton.verticalCenter
+            visible: head.reminders.hasDueDate
+            text: Language.text("截止", "Due")
+            token: Theme.control
+            color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+        DateTimeField {
+            x: dueLabel.x + dueLabel.width + 8
+            anchors.verticalCenter: addButton.verticalCenter
+            visible: head.reminders.hasDueDate
+            name: dueLabel.text
+            value: head.reminders.dueDate
+            now: head.reminders.now
+            firstWeekday: head.reminders.firstWeekday
+            onEdited: date => head.reminders.dueDate = date
+        }
+
+        AppButton {
+            id: addButton
+
+            anchors.right: parent.right
+            anchors.rightMargin: 14
+            y: line.y + 13
+            kind: AppButton.Primary
+            text: Language.text("添加待办", "Add to-do")
+            onClicked: head.add()
+        }
+    }
+
+    HeadingText {
+        id: heading
+
+        x: head.columnX
+        y: card.y + card.height + Theme.pageGap
+        width: head.columnWidth
+        text: Language.text("未完成", "Open")
+    }
+}

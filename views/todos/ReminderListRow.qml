@@ -1,0 +1,115 @@
+import QtQuick
+import Tessaly.Todos
+import Tessaly.Ui
+
+/// A row of the to-do list: the header of a group, or a to-do. Each draws its part of the card that it stands in.
+Item {
+    id: row
+
+    required property int index
+    required property int kind
+    required property string label
+    required property bool isExpanded
+    required property bool isEmpty
+    required property bool isNested
+    required property bool isLast
+    required property string title
+    required property string requirement
+    required property string dueText
+    required property bool isComplete
+    required property real columnX
+    required property real columnWidth
+
+    readonly property bool isReminder: kind === ReminderListModel.Reminder
+    readonly property bool beginsCard: kind === ReminderListModel.NoDueDate || kind === ReminderListModel.Completed
+    readonly property int gap: kind === ReminderListModel.Completed ? Theme.pageGap : 0
+    readonly property string groupText: {
+        switch (kind) {
+        case ReminderListModel.NoDueDate:
+            return Language.text("无截止时间", "No due date");
+        case ReminderListModel.DueDates:
+            return Language.text("有截止时间", "Due dates");
+        case ReminderListModel.Completed:
+            return Language.text("已完成", "Completed");
+        default:
+            return label;
+        }
+    }
+
+    signal expansionRequested(bool isOpen)
+    signal toggled
+    signal removed
+
+    /// Focuses the row's Delete, or the header; false when it cannot be focused.
+    function takeFocus(): bool {
+        const item = content.item as Item;
+        if (!item || !item.enabled)
+            return false;
+        if (isReminder)
+            (item as ReminderRow).focusDelete();
+        else
+            item.forceActiveFocus(Qt.TabFocusReason);
+        return true;
+    }
+
+    function flash() {
+        if (isReminder)
+            (content.item as ReminderRow).flash();
+    }
+
+    height: gap + content.height
+
+    CardSlice {
+        x: row.columnX
+        y: row.gap
+        width: row.columnWidth
+        height: content.height
+        isFirst: row.beginsCard
+        isLast: row.isLast
+    }
+
+    Loader {
+        id: content
+
+        x: row.columnX
+        y: row.gap
+        width: row.columnWidth
+        sourceComponent: row.isReminder ? reminder : header
+    }
+
+    Separator {
+        x: row.columnX + (row.kind === ReminderListModel.DueDates ? 1 : row.isReminder && row.isNested ? 76 : 46)
+        y: row.gap
+        width: row.columnX + row.columnWidth - 1 - x
+        visible: !row.beginsCard
+    }
+
+    // qmllint disable unqualified
+    Component {
+        id: header
+
+        DisclosureHeader {
+            text: row.groupText
+            isOpen: row.isExpanded
+            isNested: row.isNested
+            isVoid: row.isEmpty
+            onClicked: row.expansionRequested(!row.isExpanded)
+        }
+    }
+
+    Component {
+        id: reminder
+
+        ReminderRow {
+            title: row.title
+            requirement: row.requirement
+            dueText: row.dueText
+            isComplete: row.isComplete
+            isNested: row.isNested
+            isLast: row.isLast
+            onToggled: row.toggled()
+            onRemoved: row.removed()
+        }
+    }
+    // qmllint enable unqualified
+}

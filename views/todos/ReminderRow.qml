@@ -1,0 +1,124 @@
+import QtQuick
+import Tessaly.Ui
+
+/// One to-do.
+Item {
+    id: row
+
+    required property string title
+    required property string requirement
+    required property string dueText
+    required property bool isComplete
+    required property bool isNested
+    required property bool isLast
+
+    readonly property bool isActive: hover.hovered || circle.visualFocus || deleteAction.visualFocus
+    readonly property int textX: isNested ? 76 : 46
+
+    signal toggled
+    signal removed
+
+    function focusDelete() {
+        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    /// Tints the row for a moment: it is new.
+    function flash() {
+        flashing.restart();
+    }
+
+    implicitHeight: 22 + titleText.height + (requirementText.visible ? requirementText.height : 0)
+
+    HoverHandler {
+        id: hover
+    }
+
+    Rectangle {
+        x: 1
+        y: 1
+        width: parent.width - 2
+        height: parent.height - (row.isLast ? 2 : 1)
+        radius: row.isLast ? Theme.cardRadius - 1 : 0
+        color: Theme.hover
+        visible: row.isActive
+    }
+    Rectangle {
+        id: tint
+
+        x: 1
+        y: 1
+        width: parent.width - 2
+        height: parent.height - (row.isLast ? 2 : 1)
+        radius: row.isLast ? Theme.cardRadius - 1 : 0
+        color: Theme.accentSoft
+        opacity: 0
+
+        NumberAnimation {
+            id: flashing
+
+            target: tint
+            property: "opacity"
+            from: 1
+            to: 0
+            duration: Theme.flash
+            easing.type: Easing.InQuad
+        }
+    }
+
+    CompletionCircle {
+        id: circle
+
+        x: row.textX - 35
+        y: 8
+        isComplete: row.isComplete
+        itemTitle: row.title
+        onClicked: row.toggled()
+    }
+
+    AppText {
+        id: titleText
+
+        x: row.textX
+        y: 11
+        width: dueLabel.x - x - 12
+        text: row.title
+        token: row.isComplete ? Theme.body : Theme.rowTitle
+        color: row.isComplete ? Theme.textTertiary : Theme.text
+        font.strikeout: row.isComplete
+        Accessible.ignored: true
+    }
+    AppText {
+        id: requirementText
+
+        x: row.textX
+        y: titleText.y + titleText.height
+        width: titleText.width
+        visible: row.requirement !== ""
+        text: row.requirement
+        token: Theme.control
+        isMultiline: true
+        maximumLineCount: 3
+        color: Theme.textSecondary
+    }
+
+    AppText {
+        id: dueLabel
+
+        x: deleteAction.x - width - (text === "" ? 0 : 12)
+        y: titleText.y + (titleText.height - height) / 2
+        text: row.dueText
+        token: Theme.caption
+        color: Theme.textSecondary
+    }
+    RowAction {
+        id: deleteAction
+
+        x: row.width - width - 8
+        y: titleText.y + (titleText.height - height) / 2
+        text: Language.text("删除", "Delete")
+        itemTitle: row.title
+        isDestructive: true
+        isRowActive: row.isActive
+        onClicked: row.removed()
+    }
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "store/PlannerStore.h"
+#include "views/todos/ReminderListModel.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QtQml/qqml.h>
+
+#include <memory>
+
+namespace tessaly {
+
+/// The state of the to-do screen: the add form and the list. Made anew whenever the screen is opened.
+class ReminderViewModel : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(tessaly::PlannerStore *store READ store WRITE setStore NOTIFY storeChanged REQUIRED)
+    Q_PROPERTY(QString title MEMBER m_title NOTIFY formChanged)
+    Q_PROPERTY(QString requirement MEMBER m_requirement NOTIFY formChanged)
+    Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
+    Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY formChanged)
+    Q_PROPERTY(QDateTime now READ now NOTIFY storeChanged)
+    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
+    Q_PROPERTY(tessaly::ReminderListModel *list READ list NOTIFY storeChanged)
+
+public:
+    explicit ReminderViewModel(QObject *parent = nullptr);
+    ~ReminderViewModel() override;
+
+    [[nodiscard]] PlannerStore *store() const { return m_store; }
+    /// Takes effect once; the store must outlive the view-model. The due date becomes one hour from now.
+    void setStore(PlannerStore *store);
+
+    /// Local wall-clock time, to the minute or finer.
+    [[nodiscard]] QDateTime dueDate() const;
+    void setDueDate(const QDateTime &dueDate);
+    /// When the screen was opened.
+    [[nodiscard]] QDateTime now() const;
+    /// 1 Monday … 7 Sunday
+    [[nodiscard]] int firstWeekday() const;
+    [[nodiscard]] ReminderListModel *list() const { return m_list.get(); }
+
+    /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
+    Q_INVOKABLE bool add();
+    /// Completes or reopens the to-do of a row of the list.
+    Q_INVOKABLE void toggle(int row);
+    /// Deletes the to-do of a row of the list without asking.
+    Q_INVOKABLE void remove(int row);
+
+signals:
+    void storeChanged();
+    void formChanged();
+    /// The to-do just added is shown in this row.
+    void added(int row);
+
+private:
+    PlannerStore *m_store = nullptr;
+    std::unique_ptr<ReminderListModel> m_list;
+    QString m_title;
+    QString m_requirement;
+    Instant m_dueDate;
+    bool m_hasDueDate = false;
+};
+
+} // namespace tessaly
