@@ -26,8 +26,15 @@ T.Button {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    // What cannot be undone needs a click or Space.
+    Keys.onReturnPressed: event => button.returnPressed(event)
+    Keys.onEnterPressed: event => button.returnPressed(event)
+
+    function returnPressed(event: KeyEvent) {
+        event.accepted = true;
+        if (kind !== AppButton.DestructiveFill)
+            clicked();
+    }
 
     background: Rectangle {
         radius: button.isSmall ? Theme.smallRadius : Theme.controlRadius

@@ -12,7 +12,8 @@ Text {
     color: Theme.text
     font.pixelSize: token.size
     font.weight: token.weight
-    font.letterSpacing: token.spacing
+    // Chinese is never letter-spaced.
+    font.letterSpacing: Language.isEnglish ? token.spacing : 0
     textFormat: Text.PlainText
     elide: isMultiline && maximumLineCount > 1000 ? Text.ElideNone : Text.ElideRight
     wrapMode: isMultiline ? Text.Wrap : Text.NoWrap

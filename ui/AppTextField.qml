@@ -23,6 +23,10 @@ T.TextField {
     selectByMouse: true
     hoverEnabled: true
     Accessible.name: placeholderText
+    // While an input method is composing, these keys are its own and nobody else's around the field.
+    Keys.onReturnPressed: event => event.accepted = field.inputMethodComposing
+    Keys.onEnterPressed: event => event.accepted = field.inputMethodComposing
+    Keys.onEscapePressed: event => event.accepted = field.inputMethodComposing
 
     readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding
 

@@ -89,6 +89,8 @@ T.Popup {
             id: days
 
             columns: 7
+            // Takes the keys from the first moment, before the popup has faded in.
+            focus: true
             activeFocusOnTab: true
             Keys.onLeftPressed: popup.editor.moveDay(-1)
             Keys.onRightPressed: popup.editor.moveDay(1)

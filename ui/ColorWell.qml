@@ -63,7 +63,10 @@ T.AbstractButton {
         margins: 6
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-        onOpened: (swatches.itemAt(Math.max(0, Theme.palette.findIndex(entry => entry[1] === well.hex))) as Item)?.forceActiveFocus(Qt.PopupFocusReason)
+        onAboutToShow: {
+            const place = Theme.palette.findIndex(entry => entry[1] === well.hex);
+            (swatches.itemAt(Math.max(0, place)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
+        }
         onClosed: well.forceActiveFocus(Qt.PopupFocusReason)
 
         background: PopupFrame {}
@@ -89,7 +92,8 @@ T.AbstractButton {
                         width: 36
                         height: 28
                         focusPolicy: Qt.StrongFocus
-                        Accessible.name: lightHex
+                        focus: index === 0
+                        Accessible.name: Theme.palette[index][0]
                         Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)

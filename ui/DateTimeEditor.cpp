@@ -134,6 +134,7 @@ void DateTimeEditor::movePart(int delta)
     const int last = static_cast<int>(order().size()) - 1;
     m_partIndex = std::clamp(m_partIndex + delta, 0, last);
     m_typed = 0;
+    m_typedDigits = 0;
     emit partChanged();
 }
 
@@ -142,6 +143,7 @@ void DateTimeEditor::choosePartAt(int textPosition)
     qsizetype end = 0;
     int index = -1;
     m_typed = 0;
+    m_typedDigits = 0;
     for (const Piece &piece : pieces()) {
         end += piece.text.size();
         if (piece.isEditable)
@@ -164,6 +166,7 @@ void DateTimeEditor::edit(QDate date, QTime time)
 void DateTimeEditor::step(int delta)
 {
     m_typed = 0;
+    m_typedDigits = 0;
     const QDate date = m_value.date();
     const QTime time = m_value.time();
     switch (order().value(m_partIndex)) {
@@ -189,7 +192,9 @@ void DateTimeEditor::typeDigit(int digit)
                       : part == Part::Hour  ? 23
                                             : 59;
     const int appended = m_typed * 10 + digit;
-    m_typed = appended <= limit ? appended : digit;
+    const bool isContinued = m_typedDigits > 0 && appended <= limit;
+    m_typed = isContinued ? appended : digit;
+    m_typedDigits = isContinued ? m_typedDigits + 1 : 1;
     const int number = m_typed;
     const QDate date = m_value.date();
     const QTime time = m_value.time();
@@ -213,12 +218,10 @@ void DateTimeEditor::typeDigit(int digit)
         edit(date, QTime(time.hour(), number));
         break;
     }
-    m_typed = number;
     // No further digit fits: the next part is meant.
-    if (number * 10 > limit && m_partIndex + 1 < order().size())
+    const int width = part == Part::Year ? 4 : 2;
+    if (number * 10 > limit || m_typedDigits == width)
         movePart(1);
-    else if (number * 10 > limit)
-        m_typed = 0;
 }
 
 void DateTimeEditor::setTime(int hour, int minute)

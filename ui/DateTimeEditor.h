@@ -102,6 +102,7 @@ private:
     int m_firstWeekday = 1;
     int m_partIndex = 0;
     int m_typed = 0;
+    int m_typedDigits = 0;
     bool m_isEnglish = false;
     bool m_isDateOnly = false;
 };

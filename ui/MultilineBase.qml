@@ -11,6 +11,12 @@ T.Control {
     property real minHeight: 72
     property real maximumHeight: 160
 
+    function leave(event: KeyEvent, isForward: bool) {
+        event.accepted = true;
+        if (!area.inputMethodComposing)
+            area.nextItemInFocusChain(isForward)?.forceActiveFocus(isForward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
+    }
+
     implicitWidth: 240
     implicitHeight: Math.max(minHeight, Math.min(maximumHeight, area.implicitHeight))
     focusPolicy: Qt.NoFocus
@@ -55,10 +61,11 @@ T.Control {
             selectByMouse: true
             wrapMode: TextEdit.Wrap
             textFormat: TextEdit.PlainText
-            KeyNavigation.priority: KeyNavigation.BeforeItem
-            KeyNavigation.tab: nextItemInFocusChain(true)
-            KeyNavigation.backtab: nextItemInFocusChain(false)
+            Keys.onTabPressed: event => control.leave(event, true)
+            Keys.onBacktabPressed: event => control.leave(event, false)
             Accessible.name: control.placeholder
+            // While an input method is composing, Escape is its own and not the sheet's.
+            Keys.onEscapePressed: event => event.accepted = area.inputMethodComposing
             onCursorRectangleChanged: flick.follow(cursorRectangle)
 
             AppText {

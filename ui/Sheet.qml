@@ -1,8 +1,10 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 
 /// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
-/// returns to the opener. Esc asks to leave; a click on the scrim does nothing.
+/// returns to the opener. Esc asks to leave; Return presses the primary button where the focused item has no use for
+/// it; a click on the scrim does nothing.
 T.Popup {
     id: sheet
 
@@ -20,6 +22,9 @@ T.Popup {
     default property alias body: bodyColumn.data
     property alias foot: footRow.data
     property alias bodyFlickable: flick
+    property AppButton primaryButton: null
+    /// Takes the focus when the sheet has opened; without it the primary button does, or the sheet itself.
+    property Item initialFocus: null
 
     /// Esc was pressed and no popup inside took it.
     signal leaving
@@ -27,7 +32,8 @@ T.Popup {
     /// Scrolls so that the item is in view.
     function reveal(item: Item) {
         const top = item.mapToItem(bodyColumn, 0, 0).y;
-        flick.contentY = Math.max(0, Math.min(top - 16, flick.contentHeight - flick.height));
+        if (item.height <= flick.height && (top < flick.contentY || top + item.height > flick.contentY + flick.height))
+            flick.contentY = Math.max(0, Math.min(top - 16, flick.contentHeight - flick.height));
     }
 
     parent: T.Overlay.overlay
@@ -41,8 +47,31 @@ T.Popup {
     padding: 0
     closePolicy: T.Popup.NoAutoClose
     onIsShownChanged: isShown ? open() : close()
-    onAboutToShow: isShown = true
+    onAboutToShow: {
+        opener.remember();
+        isShown = true;
+    }
     onAboutToHide: isShown = false
+    onOpened: (initialFocus ?? primaryButton)?.forceActiveFocus(Qt.TabFocusReason)
+    onClosed: opener.restore()
+
+    QtObject {
+        id: opener
+
+        property Item item: null
+        property int reason: Qt.PopupFocusReason
+
+        function remember() {
+            item = sheet.parent?.Window.activeFocusItem ?? null;
+            reason = (item as T.Control)?.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+        }
+
+        function restore() {
+            if (item?.visible)
+                item.forceActiveFocus(reason);
+            item = null;
+        }
+    }
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
@@ -78,10 +107,32 @@ T.Popup {
     }
 
     contentItem: FocusScope {
+        id: surface
+
         focus: true
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.title
         Keys.onEscapePressed: sheet.leaving()
+        Keys.onReturnPressed: event => surface.pressPrimary(event)
+        Keys.onEnterPressed: event => surface.pressPrimary(event)
+
+        function pressPrimary(event: KeyEvent) {
+            event.accepted = sheet.primaryButton !== null;
+            if (sheet.primaryButton?.enabled)
+                sheet.primaryButton.clicked();
+        }
+
+        Connections {
+            function onActiveFocusItemChanged() {
+                const item = surface.Window.activeFocusItem as Item;
+                for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
+                    if (ancestor === bodyColumn)
+                        sheet.reveal(item);
+                }
+            }
+
+            target: surface.Window.window
+        }
 
         Column {
             id: headColumn
