@@ -33,6 +33,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
         QStringLiteral("Keep everything in <directory> instead of %1.").arg(defaultDataDirectory()),
         QStringLiteral("directory"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data; nothing is kept."));
+    const QCommandLineOption background(
+        QStringLiteral("background"),
+        QStringLiteral("Start without a window, to remind of to-dos; a further start opens the window."));
     const QCommandLineOption selfTest(QStringLiteral("self-test"),
                                       QStringLiteral("Load every screen, then exit; not 0 when one has warnings."));
     const QCommandLineOption pictures(QStringLiteral("screens"),
@@ -40,7 +43,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                       QStringLiteral("directory"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Tessaly, a planner for one person."));
-    parser.addOptions({help, version, dataDirectory, demo, selfTest, pictures});
+    parser.addOptions({help, version, dataDirectory, demo, background, selfTest, pictures});
 
     if (!parser.parse(arguments))
         return only(Task::Refuse, parser.errorText());
@@ -59,7 +62,11 @@ CommandLine parseCommandLine(const QStringList &arguments)
     if (parser.isSet(demo) && parser.isSet(dataDirectory))
         return only(Task::Refuse, QStringLiteral("--demo and --data-dir exclude each other."));
 
+    if (parser.isSet(demo) && parser.isSet(background))
+        return only(Task::Refuse, QStringLiteral("--demo and --background exclude each other."));
+
     CommandLine result;
+    result.isBackground = parser.isSet(background);
     result.isDemo = parser.isSet(demo);
     result.isDataDirectoryGiven = parser.isSet(dataDirectory);
     result.dataDirectory =

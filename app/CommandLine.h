@@ -26,6 +26,8 @@ struct CommandLine
     bool isDataDirectoryGiven = false;
     /// Sample data in memory instead of the data directory.
     bool isDemo = false;
+    /// Start without a window and stay when it is closed, so that reminders arrive.
+    bool isBackground = false;
     QString picturesDirectory = {};
     QString text = {};
 };

@@ -46,7 +46,7 @@ namespace {
 
 QStringList loginCommand(const CommandLine &commandLine)
 {
-    QStringList command{QCoreApplication::applicationFilePath()};
+    QStringList command{QCoreApplication::applicationFilePath(), QStringLiteral("--background")};
     if (commandLine.isDataDirectoryGiven)
         command << QStringLiteral("--data-dir") << commandLine.dataDirectory;
     return command;
@@ -118,7 +118,11 @@ PlannerStore &Composition::store() const
 
 void Composition::setReminderHandler(std::function<void()> handler)
 {
-    if (m_parts->notificationPresenter)
+    if (!m_parts->notificationPresenter)
+        return;
+    if (!handler)
+        m_parts->notificationPresenter->setActivationHandler({});
+    else
         m_parts->notificationPresenter->setActivationHandler(
             [handler = std::move(handler)](const QString &) { handler(); });
 }

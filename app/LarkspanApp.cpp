@@ -63,10 +63,21 @@ void LarkspanApp::raise(const QByteArray &activationToken)
 {
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken); // Where Qt's Wayland plugin looks for it.
+    if (!m_windowMemory)
+        show();
+    else if (m_hasAppeared)
+        m_window->setVisible(true);
     if (m_window->visibility() == QWindow::Minimized)
         m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();
     m_window->requestActivate();
+}
+
+void LarkspanApp::showReminders()
+{
+    if (auto *content = m_window->property("content").value<QObject *>())
+        content->setProperty("section", ShellModel::Reminders);
+    raise({});
 }
 
 } // namespace tessaly

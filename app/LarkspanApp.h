@@ -32,8 +32,11 @@ public:
     /// Shows the window where it last was, as soon as the desktop has told whether it is dark, and starts the automatic
     /// calendar sync. Precondition: load().
     void show();
-    /// Brings the window to the front, with the token that the desktop gave for that, if any.
+    /// Brings the window to the front, with the token that the desktop gave for that, if any. Shows it when it was
+    /// closed or never shown.
     void raise(const QByteArray &activationToken);
+    /// Brings the window to the front with the to-do screen.
+    void showReminders();
 
     /// Precondition of both: load().
     [[nodiscard]] QQuickWindow &window() const { return *m_window; }

@@ -20,15 +20,22 @@ namespace {
 
 constexpr int usageError = 2;
 
-int runWindow(Composition &composition, SingleInstance *instance)
+enum class Start { WithWindow, InBackground };
+
+int runWindow(Composition &composition, SingleInstance *instance, Start start)
 {
     LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance());
     if (!app.load())
         return 1;
     if (instance)
         QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
-    app.show();
-    return QGuiApplication::exec();
+    composition.setReminderHandler([&app] { app.showReminders(); });
+    if (start == Start::WithWindow)
+        app.show();
+    QGuiApplication::setQuitOnLastWindowClosed(start == Start::WithWindow);
+    const int code = QGuiApplication::exec();
+    composition.setReminderHandler({});
+    return code;
 }
 
 /// What the launcher handed over so that a window may come to the front; not for programs started from this one.
@@ -44,7 +51,7 @@ QByteArray takeActivationToken()
 int runPlanner(const CommandLine &commandLine)
 {
     if (commandLine.isDemo)
-        return runWindow(*Composition::forDemo(AppLanguage::Chinese), nullptr);
+        return runWindow(*Composition::forDemo(AppLanguage::Chinese), nullptr, Start::WithWindow);
     if (!QDir().mkpath(commandLine.dataDirectory))
         return showStartFailure({ErrorCode::StorageUnwritable, commandLine.dataDirectory});
     SingleInstance instance(commandLine.dataDirectory);
@@ -54,7 +61,10 @@ int runPlanner(const CommandLine &commandLine)
     if (role.value() == SingleInstance::Role::Second)
         return 0;
     const auto composition = Composition::forSystem(commandLine);
-    return composition ? runWindow(*composition.value(), &instance) : showStartFailure(composition.error());
+    if (!composition)
+        return showStartFailure(composition.error());
+    return runWindow(*composition.value(), &instance,
+                     commandLine.isBackground ? Start::InBackground : Start::WithWindow);
 }
 
 CommandLine readCommandLine(int argc, char *argv[])

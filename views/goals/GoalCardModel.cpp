@@ -87,11 +87,12 @@ QString GoalCardModel::explanation() const
     const QString weight = m_store.text(QStringLiteral("权重"), QStringLiteral("Weight"));
     QStringList lines;
     const QList<GoalTaskShare> shares = goalTaskShares(m_goal);
-    for (const GoalTaskShare &share : shares)
+    for (const GoalTaskShare &share : shares) {
+        // In one call: a title may hold a place marker of its own.
         lines.append(QStringLiteral("%1 %2 – %3 %4 (%5%)")
-                         .arg(share.isDone ? u'✓' : u'○')
-                         .arg(share.title, weight, weightText(share.weight))
-                         .arg(percentage(share.share)));
+                         .arg(share.isDone ? QStringLiteral("✓") : QStringLiteral("○"), share.title, weight,
+                              weightText(share.weight), QString::number(percentage(share.share))));
+    }
     return lines.join(u'\n');
 }
 

@@ -1,0 +1,271 @@
+#include "platform/common/ScheduledNotificationCenter.h"
+#include "platform/common/SqlitePreferences.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakePreferences.h"
+#include "platform/linux/FreedesktopNotifications.h"
+#include "tests/support/TestMain.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using namespace tessaly;
+
+namespace {
+
+const QString service = u"org.freedesktop.Notifications"_s;
+const QString path = u"/org/freedesktop/Notifications"_s;
+
+/// A process that ends with the test.
+class Service
+{
+public:
+    ~Service() { stop(); }
+    void start(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment)
+    {
+        m_process.setProcessEnvironment(environment);
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(program, arguments);
+    }
+    [[nodiscard]] QString firstLine()
+    {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
+        }
+        return QString::fromUtf8(m_process.readLine()).trimmed();
+    }
+    void stop()
+    {
+        if (m_process.state() == QProcess::NotRunning)
+            return;
+        m_process.terminate();
+        if (!m_process.waitForFinished(5000))
+            m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// A session bus of its own without any services but those that the test starts.
+class PrivateBus
+{
+public:
+    explicit PrivateBus(const QString &name) : m_name(name), environment(QProcessEnvironment::systemEnvironment())
+    {
+        QFile config(m_directory.filePath(u"bus.conf"_s));
+        (void)config.open(QIODevice::WriteOnly);
+        config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context=\"default\">"
+                     "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
+                     "</policy></busconfig>");
+        config.close();
+        m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + config.fileName(), u"--print-address"_s, u"--nofork"_s},
+                       environment);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_daemon.firstLine());
+        environment.insert(u"XDG_CONFIG_HOME"_s, m_directory.path());
+    }
+    ~PrivateBus() { QDBusConnection::disconnectFromBus(m_name); }
+
+    [[nodiscard]] QDBusConnection connection() const
+    {
+        return QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), m_name);
+    }
+    [[nodiscard]] bool hasService() const { return connection().interface()->isServiceRegistered(service); }
+
+private:
+    QString m_name;
+    QTemporaryDir m_directory;
+    Service m_daemon;
+
+public:
+    QProcessEnvironment environment;
+};
+
+/// A planner's notifications on a bus, at a time that the test turns.
+struct Planner
+{
+    FakeClock clock{Instant::fromUnixSeconds(1'788'952'800)};
+    FakePreferences preferences;
+    FreedesktopNotifications presenter;
+    UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
+    ScheduledNotificationCenter center{preferences, presenter, clock, calendar};
+    QStringList clicked;
+
+    explicit Planner(const QDBusConnection &bus) : presenter(u"tessaly"_s, bus)
+    {
+        presenter.setActivationHandler([this](const QString &identifier) { clicked.append(identifier); });
+        center.start();
+    }
+    void remind(const QString &identifier, const QString &title)
+    {
+        center.add({identifier, u"Reminder"_s, title, calendar.dateTime(clock.now().plus(60))});
+    }
+};
+
+QDBusMessage mock(const QDBusConnection &bus, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(service, path, u"org.freedesktop.DBus.Mock"_s, method);
+    message.setArguments(arguments);
+    return bus.call(message);
+}
+
+/// The arguments of each Notify so far.
+QList<QVariantList> notifications(const QDBusConnection &bus)
+{
+    QList<QVariantList> calls;
+    const QDBusMessage answer = mock(bus, u"GetMethodCalls"_s, {u"Notify"_s});
+    const QDBusArgument argument = answer.arguments().value(0).value<QDBusArgument>();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        qulonglong time = 0;
+        QVariantList values;
+        argument.beginStructure();
+        argument >> time >> values;
+        argument.endStructure();
+        calls.append(values);
+    }
+    argument.endArray();
+    return calls;
+}
+
+} // namespace
+
+class NotificationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aReminderReachesTheServiceWithExactlyTheseArguments()
+    {
+        const PrivateBus bus(u"mocked"_s);
+        Service server;
+        server.start(u"/usr/bin/python3"_s,
+                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
+                     bus.environment);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
+        Planner planner(bus.connection());
+        planner.remind(u"A"_s, u"Tea & <b>cake</b>"_s);
+
+        planner.clock.advance(59);
+        planner.clock.advance(1);
+        QTRY_COMPARE(notifications(bus.connection()).size(), 1);
+
+        const QVariantList arguments = notifications(bus.connection()).first();
+        QCOMPARE(arguments.at(0).toString(), QCoreApplication::applicationName());
+        QCOMPARE(arguments.at(1).toUInt(), 0U);
+        QCOMPARE(arguments.at(2).toString(), u"tessaly"_s);
+        QCOMPARE(arguments.at(3).toString(), u"Reminder"_s);
+        QCOMPARE(arguments.at(4).toString(), u"Tea &amp; &lt;b&gt;cake&lt;/b&gt;"_s);
+        QCOMPARE(qdbus_cast<QStringList>(arguments.at(5)).value(0), u"default"_s);
+        QCOMPARE(qdbus_cast<QVariantMap>(arguments.at(6)), (QVariantMap{{u"urgency"_s, QVariant::fromValue<uchar>(1)},
+                                                                        {u"desktop-entry"_s, u"tessaly"_s},
+                                                                        {u"sound-name"_s, u"message-new-instant"_s}}));
+        QCOMPARE(arguments.at(7).toInt(), -1);
+
+        // Another program's notification and another action are none of ours.
+        const auto click = [&](uint id, const QString &action) {
+            mock(bus.connection(), u"EmitSignal"_s,
+                 {service, u"ActionInvoked"_s, u"us"_s, QVariant(QVariantList{QVariant(id), QVariant(action)})});
+        };
+        click(99, u"default"_s);
+        click(1, u"other"_s);
+        click(1, u"default"_s);
+        QTRY_COMPARE(planner.clicked, (QStringList{u"A"_s}));
+    }
+
+    void withoutAServiceAReminderWaitsForOne()
+    {
+        const PrivateBus bus(u"late"_s);
+        Planner planner(bus.connection());
+        planner.remind(u"A"_s, u"Tea"_s);
+        planner.clock.advance(60);
+        QTRY_COMPARE(planner.center.pendingRequests().size(), 1);
+
+        Service server;
+        server.start(u"/usr/bin/python3"_s,
+                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
+                     bus.environment);
+        QTRY_VERIFY_WITH_TIMEOUT(planner.center.pendingRequests().isEmpty(), 20'000);
+        QTRY_COMPARE(notifications(bus.connection()).size(), 1);
+    }
+
+    void theProgramInTheBackgroundDeliversWhatWasMissedAndOnlyOnce()
+    {
+        const PrivateBus bus(u"program"_s);
+        Service server;
+        server.start(u"/usr/bin/python3"_s,
+                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
+                     bus.environment);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
+        const QTemporaryDir directory;
+        const auto missed = [&directory](const QString &body) {
+            const auto preferences = SqlitePreferences::open(directory.path());
+            const QString minute = QDateTime::currentDateTime().addSecs(-3600).toString(u"yyyy-MM-ddTHH:mm"_s);
+            QJsonArray requests =
+                QJsonDocument::fromJson(preferences.value()
+                                            ->get<QByteArray>(ScheduledNotificationCenter::requestsKey)
+                                            .value_or(QByteArray()))
+                    .array();
+            requests.append(QJsonObject{
+                {u"identifier"_s, body}, {u"title"_s, u"Reminder"_s}, {u"body"_s, body}, {u"minute"_s, minute}});
+            QVERIFY(preferences.value()->setValue(ScheduledNotificationCenter::requestsKey,
+                                                  QJsonDocument(requests).toJson()));
+        };
+        QStringList bodies;
+        for (const QString &body : {u"Tea"_s, u"Cake"_s}) {
+            missed(body);
+            bodies.append(body);
+            Service program;
+            program.start(QStringLiteral(TESSALY_PROGRAM), {u"--background"_s, u"--data-dir"_s, directory.path()},
+                          bus.environment);
+            QTRY_COMPARE_WITH_TIMEOUT(notifications(bus.connection()).size(), bodies.size(), 30'000);
+            for (qsizetype row = 0; row < bodies.size(); ++row)
+                QCOMPARE(notifications(bus.connection()).at(row).at(4).toString(), bodies.at(row));
+        }
+    }
+
+    void aRealDaemonShowsTheReminderAndAClickComesBack()
+    {
+        Service display;
+        display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s},
+                      QProcessEnvironment::systemEnvironment());
+        const QString number = display.firstLine();
+        QVERIFY2(!number.isEmpty(), "Xvfb did not start");
+        PrivateBus bus(u"dunst"_s);
+        bus.environment.insert(u"DISPLAY"_s, u':' + number);
+        Service daemon;
+        daemon.start(u"dunst"_s, {}, bus.environment);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
+        const auto dunst = [&](const QStringList &arguments) {
+            QProcess control;
+            control.setProcessEnvironment(bus.environment);
+            control.start(u"dunstctl"_s, arguments);
+            control.waitForFinished();
+            return control.readAllStandardOutput();
+        };
+        Planner planner(bus.connection());
+        planner.remind(u"A"_s, u"Tea & cake"_s);
+        planner.clock.advance(60);
+
+        QTRY_COMPARE(dunst({u"count"_s, u"displayed"_s}).trimmed(), QByteArray("1"));
+        QTRY_COMPARE(planner.center.pendingRequests().size(), 0);
+        dunst({u"action"_s, u"0"_s});
+        QTRY_COMPARE(planner.clicked, (QStringList{u"A"_s}));
+
+        dunst({u"close-all"_s});
+        const QJsonObject shown = QJsonDocument::fromJson(dunst({u"history"_s}))[u"data"_s][0][0].toObject();
+        QCOMPARE(shown[u"summary"_s][u"data"_s].toString(), u"Reminder"_s);
+        QCOMPARE(shown[u"body"_s][u"data"_s].toString(), u"Tea &amp; cake"_s);
+    }
+};
+
+TESSALY_TEST_MAIN(NotificationTest)
+#include "NotificationTest.moc"
