@@ -31,19 +31,28 @@ double secondsFor(const std::function<void()> &run, int repetitions)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / repetitions;
 }
 
-/// The first run, which also warms up, decides.
-int repetitionsPerSample(const Subject &subject)
+struct Sampling
 {
-    constexpr double leastSample = 10e-3;
+    int repetitions = 1;
+    /// The other subjects have emptied the caches; a long run fills them again by itself.
+    bool isWarmedUp = false;
+};
+
+Sampling samplingFor(const Subject &subject)
+{
+    // Short enough to mostly fit between two interruptions by other programs, so that the median is free of them.
+    constexpr double leastSample = 2e-3;
+    constexpr double longRun = 20e-3;
     constexpr int most = 100000;
     if (subject.prepare) {
         subject.prepare();
         secondsFor(subject.run, 1);
-        return 1;
+        return {};
     }
     secondsFor(subject.run, 1);
     const double once = secondsFor(subject.run, 1);
-    return once * most < leastSample ? most : std::max(1, int(leastSample / once));
+    const int repetitions = once * most < leastSample ? most : std::max(1, int(leastSample / once));
+    return {repetitions, once < longRun};
 }
 
 QString duration(double seconds)
@@ -79,16 +88,18 @@ QByteArray padded(const QString &text, qsizetype width)
 
 std::vector<double> medianSeconds(int samples, const std::vector<Subject> &subjects)
 {
-    std::vector<int> repetitions;
+    std::vector<Sampling> samplings;
     for (const Subject &subject : subjects)
-        repetitions.push_back(repetitionsPerSample(subject));
+        samplings.push_back(samplingFor(subject));
 
     std::vector<std::vector<double>> times(subjects.size());
     for (int sample = 0; sample < samples; ++sample) {
         for (std::size_t i = 0; i < subjects.size(); ++i) {
             if (subjects[i].prepare)
                 subjects[i].prepare();
-            times[i].push_back(secondsFor(subjects[i].run, repetitions[i]));
+            if (samplings[i].isWarmedUp)
+                subjects[i].run();
+            times[i].push_back(secondsFor(subjects[i].run, samplings[i].repetitions));
         }
     }
 

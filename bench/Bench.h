@@ -17,7 +17,7 @@ struct Subject
 };
 
 /// Median seconds per run of each subject. The subjects take turns, so that a disturbance meets all of them. A subject
-/// without `prepare` runs as often per sample as it takes to fill ten milliseconds.
+/// without `prepare` runs as often per sample as it takes to fill two milliseconds, and once before, not timed.
 [[nodiscard]] std::vector<double> medianSeconds(int samples, const std::vector<Subject> &subjects);
 
 /// Keeps the compiler from dropping a computation whose result nobody uses.

@@ -22,7 +22,7 @@ constexpr qsizetype sizes[] = {100, 10'000, 100'000};
 
 int samplesFor(qsizetype schedules)
 {
-    return schedules >= 100'000 ? 5 : schedules >= 10'000 ? 9 : 25;
+    return schedules >= 100'000 ? 5 : schedules >= 10'000 ? 15 : 51;
 }
 
 QString figureName(const char *what, qsizetype schedules)
