@@ -10,6 +10,8 @@ REFUSED = [
     ("clock", "tests/store/ATest.cpp", "std::chrono::system_clock::now();"),
     ("clock", "model/A.cpp", "auto seconds = time(nullptr);"),
     ("clock", "views/a/A.qml", "property date day: new Date()"),
+    ("clock", "views/a/A.qml", "property date day: new Date(2026, 8, 11)"),
+    ("clock", "tests/views/tst_A.qml", "property date day: new Date()"),
     ("clock", "views/a/A.qml", "onClicked: start = Date.now()"),
     ("colour", "views/a/A.qml", 'color: "#FF0000"'),
     ("colour", "views/a/A.qml", 'border.color: isOn ? "red" : Theme.line'),
@@ -40,6 +42,7 @@ REFUSED = [
 
 ACCEPTED = [
     ("platform/common/SystemClock.cpp", "std::chrono::system_clock::now();"),
+    ("tests/views/tst_A.qml", "property date day: new Date(2026, 8, 11)"),
     ("store/A.cpp", "// currentDateTime() would be wrong here\nauto now = m_ports.clock.now();"),
     ("store/A.cpp", "// lint-allow(clock): the file name needs the machine's time\nQDateTime::currentDateTime();"),
     ("app/A.cpp", "// lint-allow(colour): sample records\nauto a = u\"#FF0000\";\nauto b = u\"#00FF00\";\n"),

@@ -5,6 +5,8 @@ Item {
     id: line
 
     property string message
+    property TypeToken token: Theme.caption
+    property color ink: Theme.textSecondary
 
     implicitWidth: 14 + 8 + label.implicitWidth
     implicitHeight: 18
@@ -25,8 +27,8 @@ Item {
         width: parent.width - 22
         anchors.verticalCenter: parent.verticalCenter
         text: line.message
-        token: Theme.caption
-        color: Theme.textSecondary
+        token: line.token
+        color: line.ink
         Accessible.ignored: true
 
         HoverHandler {

@@ -148,6 +148,8 @@ QtObject {
     readonly property int flash: 600
     readonly property int progress: isReducedMotion ? 0 : 240
     readonly property int toolTipDelay: 500
+    /// One turn of the sign of something that is being fetched.
+    readonly property int turn: 900
 
     /// The current mode's value of a palette entry; blue for an unknown name.
     function paletteColor(name: string): color {

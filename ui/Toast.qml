@@ -47,5 +47,7 @@ PopupFrame {
         width: parent.width - 28
         anchors.verticalCenter: parent.verticalCenter
         message: toast.message
+        token: Theme.control
+        ink: Theme.text
     }
 }

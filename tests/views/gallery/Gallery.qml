@@ -201,6 +201,9 @@ Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
                         value: 0.46
                     }
+                    Spinner {
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
                     ColorMark {
                         anchors.verticalCenter: parent.verticalCenter
                         color: Theme.teal
@@ -327,7 +330,11 @@ Rectangle {
 
                     width: 190
                     model: [Language.text("未分类", "Uncategorized"), Language.text("课程讲义", "Lecture notes"), Language.text("读书笔记", "Reading notes")]
-                    Component.onCompleted: popup.open()
+                    Timer {
+                        interval: 50
+                        running: true
+                        onTriggered: openBox.popup.open()
+                    }
                 }
             }
 
