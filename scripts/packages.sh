@@ -9,7 +9,7 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qtcore
-    libsqlite3-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
+    libsqlite3-dev zlib1g-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri
     fonts-inter fonts-noto-cjk fonts-jetbrains-mono
     xvfb xauth

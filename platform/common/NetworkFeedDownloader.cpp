@@ -1,9 +1,12 @@
 #include "platform/common/NetworkFeedDownloader.h"
 
+#include "platform/common/GzipReader.h"
+
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -57,9 +60,8 @@ QNetworkRequest requestFor(const QUrl &url)
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // Calendars repeat themselves and compress far better than Qt's check against decompression bombs expects; the
-    // limit on the decompressed size is what protects here.
-    request.setDecompressedSafetyCheckThreshold(-1);
+    // Qt decompresses by itself unless the header is set, but takes a gzip file that was cut short for a whole one.
+    request.setRawHeader("Accept-Encoding", "gzip");
     return request;
 }
 
@@ -85,6 +87,9 @@ private:
     void begin()
     {
         m_silence.start();
+        // Headers of a redirect arrive as well; the last ones count.
+        const QByteArray encoding = m_reply->rawHeader("Content-Encoding").trimmed().toLower();
+        m_gzip = encoding == "gzip" || encoding == "x-gzip" ? std::make_unique<GzipReader>() : nullptr;
         if (announcedLength().value_or(0) > m_largestBody)
             fail(ErrorCode::DownloadTooLarge);
     }
@@ -92,7 +97,12 @@ private:
     void take()
     {
         m_silence.start();
-        m_body += m_reply->readAll();
+        const QByteArray bytes = m_reply->readAll();
+        m_received += bytes.size();
+        if (!m_gzip)
+            m_body += bytes;
+        else if (!m_gzip->read(bytes, m_body, m_largestBody))
+            fail(ErrorCode::DownloadIncomplete);
         if (m_body.size() > m_largestBody)
             fail(ErrorCode::DownloadTooLarge);
     }
@@ -105,13 +115,10 @@ private:
         m_reply->abort();
     }
 
-    /// Content-Length of a body that is not compressed.
     [[nodiscard]] std::optional<qint64> announcedLength() const
     {
         const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
-        if (!length.isValid() || m_reply->hasRawHeader("Content-Encoding"))
-            return std::nullopt;
-        return length.toLongLong();
+        return length.isValid() ? std::optional(length.toLongLong()) : std::nullopt;
     }
 
     void finish()
@@ -119,20 +126,20 @@ private:
         m_silence.stop();
         m_reply->deleteLater();
         if (!m_failure && m_reply->bytesAvailable() > 0)
-            m_body += m_reply->readAll();
+            take();
         m_completion(result());
     }
 
     [[nodiscard]] Result<QByteArray> result()
     {
-        if (!m_failure && m_body.size() > m_largestBody)
-            m_failure = ErrorCode::DownloadTooLarge;
         if (m_failure)
             return Error{*m_failure, {}};
         const QNetworkReply::NetworkError error = m_reply->error();
         if (error != QNetworkReply::NoError && !isStatusOnly(error))
             return Error{errorCode(error), m_reply->errorString()};
-        if (announcedLength().value_or(m_body.size()) != m_body.size())
+        const bool isCut = m_received != announcedLength().value_or(m_received);
+        const bool isGzipCut = m_gzip && m_received > 0 && !m_gzip->isAtEnd();
+        if (isCut || isGzipCut)
             return Error{ErrorCode::DownloadIncomplete, {}};
         return std::move(m_body);
     }
@@ -141,6 +148,10 @@ private:
     qint64 m_largestBody;
     FeedDownloader::Completion m_completion;
     QTimer m_silence;
+    /// Set while the body is compressed.
+    std::unique_ptr<GzipReader> m_gzip;
+    /// Bytes of the body as they were sent.
+    qint64 m_received = 0;
     QByteArray m_body;
     std::optional<ErrorCode> m_failure;
 };
