@@ -22,60 +22,93 @@ QString toQString(string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-string_view trimmed(string_view text, string_view characters)
+/// The text without the characters at both ends for which the predicate holds.
+template <class Predicate>
+string_view trimmed(string_view text, Predicate isDropped)
 {
-    const std::size_t first = text.find_first_not_of(characters);
-    if (first == string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(characters) - first + 1);
+    while (!text.empty() && isDropped(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isDropped(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
-/// A line divided at its first ":". Colons before the first other character do not count.
-struct DividedLine
-{
-    explicit DividedLine(string_view line)
-    {
-        line.remove_prefix(std::min(line.find_first_not_of(':'), line.size()));
-        const std::size_t colon = line.find(':');
-        head = line.substr(0, colon);
-        hasColon = colon != string_view::npos;
-        if (hasColon)
-            value = line.substr(colon + 1);
-    }
-
-    /// The first non-empty piece of the head between semicolons; empty if there is none.
-    [[nodiscard]] string_view name() const
-    {
-        const string_view piece = head.substr(std::min(head.find_first_not_of(';'), head.size()));
-        return piece.substr(0, piece.find(';'));
-    }
-    /// Whether name() is the same whatever follows the line.
-    [[nodiscard]] bool isNameComplete() const
-    {
-        const string_view found = name();
-        return !found.empty() && (hasColon || found.data() + found.size() != head.data() + head.size());
-    }
-
-    string_view head;
-    string_view value;
-    bool hasColon = false;
-};
-
 enum class Property { Start, End, Uid, Summary };
-constexpr std::array<string_view, 4> propertyNames{"DTSTART", "DTEND", "UID", "SUMMARY"};
+constexpr std::size_t propertyCount = 4;
 constexpr string_view beginEvent = "BEGIN:VEVENT";
 constexpr string_view endEvent = "END:VEVENT";
 constexpr string_view calendarNamePrefix = "X-WR-CALNAME:";
 
+/// A line without the colons at its beginning, which do not count.
+string_view withoutLeadingColons(string_view line)
+{
+    while (line.starts_with(':'))
+        line.remove_prefix(1);
+    return line;
+}
+
+/// A line divided at its first ":".
+struct DividedLine
+{
+    explicit DividedLine(string_view line)
+    {
+        line = withoutLeadingColons(line);
+        const std::size_t colon = line.find(':');
+        parameters = line.substr(0, colon);
+        if (colon != string_view::npos)
+            value = line.substr(colon + 1);
+    }
+
+    string_view parameters;
+    string_view value;
+};
+
+/// Where the property's name begins: the first piece that is not empty, between semicolons, before the first colon.
+string_view fromName(string_view line)
+{
+    line = withoutLeadingColons(line);
+    while (line.starts_with(';'))
+        line.remove_prefix(1);
+    return line;
+}
+
+/// Whether `text`, from the name on, begins with exactly this name.
+template <std::size_t size>
+bool isNamed(string_view text, const char (&name)[size])
+{
+    // Compared without a call: this is asked of every line.
+    constexpr std::size_t length = size - 1;
+    if (text.size() < length || std::memcmp(text.data(), name, length) != 0)
+        return false;
+    return text.size() == length || text[length] == ':' || text[length] == ';';
+}
+
+/// The property that the line sets, if it is one of those that are read.
+std::optional<Property> propertyOf(string_view line)
+{
+    const string_view text = fromName(line);
+    switch (text.empty() ? '\0' : text.front()) {
+    case 'D':
+        if (isNamed(text, "DTSTART"))
+            return Property::Start;
+        return isNamed(text, "DTEND") ? std::optional(Property::End) : std::nullopt;
+    case 'U':
+        return isNamed(text, "UID") ? std::optional(Property::Uid) : std::nullopt;
+    case 'S':
+        return isNamed(text, "SUMMARY") ? std::optional(Property::Summary) : std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
 /// Whether a line can change what is read. Folded lines that cannot are skipped without being joined.
 bool matters(string_view line)
 {
-    const DividedLine divided(line);
-    if (!divided.isNameComplete())
-        return true;
-    const string_view name = divided.name();
-    return std::ranges::find(propertyNames, name) != propertyNames.end() || name == "BEGIN" || name == "END" ||
-           name == "X-WR-CALNAME";
+    const string_view text = fromName(line);
+    const auto endsName = [](char c) { return c == ':' || c == ';'; };
+    const bool isNameComplete = std::ranges::any_of(text, endsName) && !text.starts_with(':');
+    return !isNameComplete || propertyOf(line) || isNamed(text, "BEGIN") || isNamed(text, "END") ||
+           isNamed(text, "X-WR-CALNAME");
 }
 
 /// Gives the unfolded lines of a text one after the other.
@@ -100,7 +133,7 @@ public:
         }
         m_joined.assign(line);
         while (isContinuation())
-            m_joined += trimmed(physicalLine(), " \t");
+            m_joined += trimmed(physicalLine(), [](char c) { return c == ' ' || c == '\t'; });
         m_isJoined = true;
         line = m_joined;
         return true;
@@ -132,16 +165,17 @@ private:
     bool m_isJoined = false;
 };
 
-/// The value of `count` decimal digits, or -1.
-int number(string_view text, std::size_t first, std::size_t count)
+/// The value of `count` decimal digits, or a negative number.
+int number(const char *digits, int count)
 {
     int value = 0;
-    for (const char c : text.substr(first, count)) {
-        if (c < '0' || c > '9')
-            return -1;
-        value = value * 10 + (c - '0');
+    bool isBad = false;
+    for (int i = 0; i < count; ++i) {
+        const unsigned digit = static_cast<unsigned char>(digits[i]) - unsigned('0');
+        isBad |= digit > 9;
+        value = value * 10 + static_cast<int>(digit);
     }
-    return value;
+    return isBad ? -1 : value;
 }
 
 /// Days from 1970-01-01 to a day of the proleptic Gregorian calendar; year 1 or later.
@@ -159,21 +193,23 @@ int daysInMonth(int year, int month)
     return month == 2 && isLeap ? 29 : days[static_cast<std::size_t>(month - 1)];
 }
 
-std::optional<qint64> dateSeconds(string_view text)
+/// Of eight digits.
+std::optional<qint64> dateSeconds(const char *digits)
 {
-    const int year = number(text, 0, 4);
-    const int month = number(text, 4, 2);
-    const int day = number(text, 6, 2);
+    const int year = number(digits, 4);
+    const int month = number(digits + 4, 2);
+    const int day = number(digits + 6, 2);
     if (year < 1 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month))
         return std::nullopt;
     return daysSince1970(year, month, day) * 86400;
 }
 
-std::optional<int> timeSeconds(string_view text)
+/// Of six digits.
+std::optional<int> timeSeconds(const char *digits)
 {
-    const int hour = number(text, 0, 2);
-    const int minute = number(text, 2, 2);
-    const int second = number(text, 4, 2);
+    const int hour = number(digits, 2);
+    const int minute = number(digits + 2, 2);
+    const int second = number(digits + 4, 2);
     if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
         return std::nullopt;
     return hour * 3600 + minute * 60 + second;
@@ -185,13 +221,13 @@ std::optional<qint64> wallClockSeconds(string_view value)
     constexpr std::size_t dateLength = 8;
     constexpr std::size_t dateTimeLength = 15;
     const bool isDateOnly = value.size() == dateLength;
-    const string_view digits = trimmed(value, "Z");
+    const string_view digits = trimmed(value, [](char c) { return c == 'Z'; });
     if (digits.size() != (isDateOnly ? dateLength : dateTimeLength))
         return std::nullopt;
-    const std::optional<qint64> date = dateSeconds(digits);
+    const std::optional<qint64> date = dateSeconds(digits.data());
     if (!date || isDateOnly)
         return date;
-    const std::optional<int> time = timeSeconds(digits.substr(dateLength + 1));
+    const std::optional<int> time = timeSeconds(digits.data() + dateLength + 1);
     if (!time || digits[dateLength] != 'T')
         return std::nullopt;
     return *date + *time;
@@ -212,16 +248,26 @@ public:
             return *m_current;
         const string_view rest = parameters.substr(found + key.size());
         const string_view identifier = rest.substr(0, rest.find(';'));
-        if (auto known = m_zones.find(identifier); known != m_zones.end())
-            return *known->second;
-        const auto zone = zoneOfIdentifier(QByteArray(identifier.data(), static_cast<qsizetype>(identifier.size())));
-        auto transitions = zone ? std::make_shared<ZoneTransitions>(*zone) : m_current;
-        return *m_zones.emplace(identifier, std::move(transitions)).first->second;
+        if (!m_last || identifier != m_last->first)
+            m_last = &entry(identifier);
+        return *m_last->second;
     }
 
 private:
+    using Zones = std::map<std::string, std::shared_ptr<ZoneTransitions>, std::less<>>;
+
+    const Zones::value_type &entry(string_view identifier)
+    {
+        if (const auto known = m_zones.find(identifier); known != m_zones.end())
+            return *known;
+        const auto zone = zoneOfIdentifier(QByteArray(identifier.data(), static_cast<qsizetype>(identifier.size())));
+        auto transitions = zone ? std::make_shared<ZoneTransitions>(*zone) : m_current;
+        return *m_zones.emplace(identifier, std::move(transitions)).first;
+    }
+
     std::shared_ptr<ZoneTransitions> m_current;
-    std::map<std::string, std::shared_ptr<ZoneTransitions>, std::less<>> m_zones;
+    Zones m_zones;
+    const Zones::value_type *m_last = nullptr;
 };
 
 class EventReader
@@ -264,10 +310,10 @@ private:
 
     void keep(string_view line, UnfoldedLines &lines)
     {
-        const auto named = std::ranges::find(propertyNames, DividedLine(line).name());
-        if (named == propertyNames.end())
+        const std::optional<Property> property = propertyOf(line);
+        if (!property)
             return;
-        Kept &kept = m_kept[static_cast<std::size_t>(named - propertyNames.begin())];
+        Kept &kept = m_kept[static_cast<std::size_t>(*property)];
         kept.isPresent = true;
         kept.line = line;
         if (lines.isJoined()) {
@@ -288,7 +334,7 @@ private:
         if (!wallClock)
             return std::nullopt;
         const bool isUtc = divided.value.ends_with('Z');
-        const qint64 seconds = isUtc ? *wallClock : m_zones.zone(divided.head).unixSeconds(*wallClock);
+        const qint64 seconds = isUtc ? *wallClock : m_zones.zone(divided.parameters).unixSeconds(*wallClock);
         return Instant::fromUnixSeconds(static_cast<double>(seconds));
     }
 
@@ -309,7 +355,7 @@ private:
 
     QString m_untitled;
     NamedZones m_zones;
-    std::array<Kept, propertyNames.size()> m_kept;
+    std::array<Kept, propertyCount> m_kept;
     std::optional<QString> m_calendarName;
     bool m_isInEvent = false;
     QList<ParsedEvent> m_events;

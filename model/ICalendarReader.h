@@ -41,3 +41,5 @@ struct ParsedEvent
                                                 const QTimeZone &currentZone);
 
 } // namespace tessaly
+
+Q_DECLARE_TYPEINFO(tessaly::ParsedEvent, Q_RELOCATABLE_TYPE);
