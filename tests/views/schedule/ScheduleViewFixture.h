@@ -1,0 +1,44 @@
+#pragma once
+
+#include "tests/features/schedule/ScheduleDriver.h"
+
+#include <QObject>
+#include <QQmlEngine>
+
+#include <memory>
+
+namespace tessaly {
+
+/// The planner behind the screen under test, with the verbs that the test's QML needs. Week hours are 8 to 20.
+class ScheduleViewFixture : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void qmlEngineAvailable(QQmlEngine *engine);
+
+    /// Removes every schedule and message, and returns to English.
+    void reset();
+    /// Times as "9:30"; the day is in September 2026.
+    void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
+    void addTask(const QString &schedule, const QString &task);
+    void fillSampleWeek();
+    void offerCalendars();
+    void speakChinese();
+
+    [[nodiscard]] int scheduleCount() const;
+    /// "2026-09-09 09:30 – 2026-09-09 10:30"
+    [[nodiscard]] QString timesOf(const QString &title) const;
+    [[nodiscard]] QString tagOf(const QString &title) const;
+    [[nodiscard]] QString notesOf(const QString &title) const;
+    [[nodiscard]] QString colorOf(const QString &title) const;
+    /// Titles, completed ones with a leading "+".
+    [[nodiscard]] QStringList tasksOf(const QString &title) const;
+    [[nodiscard]] QStringList visibleCalendars() const;
+    [[nodiscard]] int accessRequests() const;
+
+private:
+    ScheduleDriver m_driver{Qt::Sunday};
+};
+
+} // namespace tessaly

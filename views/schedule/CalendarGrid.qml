@@ -1,0 +1,86 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The month: weekday names over six weeks of day cells. One stop for the Tab key, arrows move by day.
+Rectangle {
+    id: grid
+
+    required property ScheduleViewModel viewModel
+    property int currentPlace: viewModel.focusedPlace
+
+    readonly property real weekdayHeight: 32
+    readonly property real cellHeight: 82
+    readonly property real innerWidth: width - 2 * border.width
+
+    /// Column edges fall on whole pixels so that the hairlines stay sharp.
+    function columnLeft(column: int): real {
+        return Math.round(innerWidth * column / 7);
+    }
+
+    function focusPlace(place: int) {
+        if (place < 0 || place >= cells.count)
+            return;
+        currentPlace = place;
+        (cells.itemAt(place) as DayCell).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
+    radius: Theme.radiusCard
+    color: Theme.card
+    border.width: 1
+    border.color: Theme.border
+
+    Connections {
+        target: grid.viewModel
+
+        function onTitlesChanged() {
+            grid.currentPlace = grid.viewModel.focusedPlace;
+        }
+    }
+
+    Item {
+        anchors.fill: parent
+        anchors.margins: grid.border.width
+
+        Repeater {
+            id: cells
+
+            model: grid.viewModel.days
+
+            DayCell {
+                readonly property int column: index % 7
+
+                x: grid.columnLeft(column)
+                y: grid.weekdayHeight + Math.floor(index / 7) * grid.cellHeight
+                width: grid.columnLeft(column + 1) - x
+                height: grid.cellHeight
+                isLastColumn: column === 6
+                showsWeekday: index < 7
+                weekdayHeight: grid.weekdayHeight
+                activeFocusOnTab: index === grid.currentPlace
+                onClicked: grid.viewModel.focusPlace(index)
+                Keys.onLeftPressed: grid.focusPlace(index - 1)
+                Keys.onRightPressed: grid.focusPlace(index + 1)
+                Keys.onUpPressed: grid.focusPlace(index - 7)
+                Keys.onDownPressed: grid.focusPlace(index + 7)
+            }
+        }
+
+        Repeater {
+            model: grid.viewModel.monthLines
+
+            MonthLine {
+                readonly property int column: cellIndex % 7
+
+                x: grid.columnLeft(column) + 9
+                y: grid.weekdayHeight + Math.floor(cellIndex / 7) * grid.cellHeight + 29 + slot * 19
+                width: grid.columnLeft(column + 1) - x - (isNarrow ? 4 : 7)
+                isNarrow: grid.innerWidth / 7 < 110
+                fill: cellIndex === grid.viewModel.focusedPlace ? Theme.focusCell : Theme.card
+            }
+        }
+    }
+}

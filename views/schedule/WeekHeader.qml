@@ -1,0 +1,44 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The seven day headers: one stop for the Tab key, arrows inside.
+Item {
+    id: header
+
+    required property ScheduleViewModel viewModel
+    required property WeekGeometry geometry
+    property int currentPlace: viewModel.focusedPlace
+
+    function focusPlace(place: int) {
+        currentPlace = Math.max(0, Math.min(6, place));
+        (days.itemAt(currentPlace) as DayHeader).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    Connections {
+        target: header.viewModel
+
+        function onTitlesChanged() {
+            header.currentPlace = header.viewModel.focusedPlace;
+        }
+    }
+
+    Repeater {
+        id: days
+
+        model: header.viewModel.days
+
+        DayHeader {
+            x: header.geometry.dayLeft(index) + 3
+            y: 2
+            width: header.geometry.dayWidth - 6
+            height: header.height - 4
+            activeFocusOnTab: index === header.currentPlace
+            onClicked: header.viewModel.focusPlace(index)
+            Keys.onLeftPressed: header.focusPlace(index - 1)
+            Keys.onRightPressed: header.focusPlace(index + 1)
+        }
+    }
+}
