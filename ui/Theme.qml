@@ -57,6 +57,8 @@ QtObject {
     readonly property color segmentShadow: "#1F141822"
     readonly property color focusDayHeader: Qt.rgba(accentText.r, accentText.g, accentText.b, 0.14)
     readonly property color focusDayCell: Qt.rgba(accentText.r, accentText.g, accentText.b, 0.12)
+    readonly property color focusDayCellFill: Qt.tint(card, focusDayCell)
+    readonly property color blockTextSelected: isDark ? "#FFFFFF" : text
     /// Fill of a plain button or combo box at rest, with the pointer over it, and held; `raised` inside sheets.
     readonly property color buttonRest: isDark ? hover : card
     readonly property color buttonHover: isDark ? pressed : hover

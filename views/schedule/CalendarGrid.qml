@@ -5,7 +5,7 @@ import Tessaly.Schedule
 import Tessaly.Ui
 
 /// The month: weekday names over six weeks of day cells. One stop for the Tab key, arrows move by day.
-Rectangle {
+Card {
     id: grid
 
     required property ScheduleViewModel viewModel
@@ -28,10 +28,6 @@ Rectangle {
     }
 
     implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
-    radius: Theme.radiusCard
-    color: Theme.card
-    border.width: 1
-    border.color: Theme.border
 
     Connections {
         target: grid.viewModel
@@ -79,7 +75,7 @@ Rectangle {
                 y: grid.weekdayHeight + Math.floor(cellIndex / 7) * grid.cellHeight + 29 + slot * 19
                 width: grid.columnLeft(column + 1) - x - (isNarrow ? 4 : 7)
                 isNarrow: grid.innerWidth / 7 < 110
-                fill: cellIndex === grid.viewModel.focusedPlace ? Theme.focusCell : Theme.card
+                fill: cellIndex === grid.viewModel.focusedPlace ? Theme.focusDayCellFill : Theme.card
             }
         }
     }

@@ -13,27 +13,28 @@ T.AbstractButton {
     required property bool isFocused
     required property bool isOutside
     required property string spokenName
-    required property bool isLastColumn
+    property bool isLastColumn: false
     /// Cells of the first week carry the weekday names above them.
-    required property bool showsWeekday
-    required property real weekdayHeight
+    property bool showsWeekday: false
+    property real weekdayHeight: 0
 
+    hoverEnabled: true
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
-    Accessible.selected: isFocused
     Accessible.description: isToday ? Language.text("今天", "Today") : ""
+    Accessible.selectable: true
+    Accessible.selected: isFocused
 
-    Text {
+    AppText {
         visible: cell.showsWeekday
         x: 12
         y: -cell.weekdayHeight
         height: cell.weekdayHeight
-        verticalAlignment: Text.AlignVCenter
         text: cell.weekday
-        color: Theme.text2
-        font: Theme.captionMedium
+        color: Theme.textSecondary
+        token: Theme.captionMedium
         Accessible.ignored: true
     }
 
@@ -56,13 +57,13 @@ T.AbstractButton {
             anchors.fill: parent
             anchors.margins: 3
             anchors.topMargin: 4
-            radius: Theme.radiusBlock
-            color: cell.isFocused ? Theme.focusCell : cell.down ? Theme.pressed : cell.hovered ? Theme.hover
-                 : "transparent"
+            radius: Theme.blockRadius
+            color: cell.isFocused ? Theme.focusDayCellFill : cell.down ? Theme.pressed : cell.hovered ? Theme.hover : Theme.transparent
 
             FocusRing {
-                control: cell
-                margin: 2
+                visible: cell.visualFocus
+                targetRadius: Theme.blockRadius
+                gap: -2
             }
         }
     }
@@ -74,13 +75,14 @@ T.AbstractButton {
             width: 24
             height: 24
             radius: 12
-            color: cell.isToday ? Theme.accent : "transparent"
+            color: cell.isToday ? Theme.accent : Theme.transparent
 
-            Text {
+            AppText {
                 anchors.centerIn: parent
                 text: cell.number
-                color: cell.isToday ? Theme.onAccent : cell.isOutside ? Theme.text3 : Theme.text
-                font: cell.isOutside ? Theme.caption : Theme.captionMedium
+                color: cell.isToday ? Theme.onAccent : cell.isOutside ? Theme.textTertiary : Theme.text
+                token: cell.isToday ? Theme.captionBold : cell.isOutside ? Theme.caption : Theme.captionMedium
+                Accessible.ignored: true
             }
         }
     }

@@ -13,46 +13,52 @@ T.AbstractButton {
     required property bool isFocused
     required property string spokenName
 
+    hoverEnabled: true
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
-    Accessible.selected: isFocused
     Accessible.description: isToday ? Language.text("今天", "Today") : ""
+    Accessible.selectable: true
+    Accessible.selected: isFocused
 
     background: Rectangle {
-        radius: Theme.radiusSmall
-        color: day.isFocused ? Qt.alpha(Theme.accentText, 0.14) : day.down ? Theme.pressed
-             : day.hovered ? Theme.hover : "transparent"
+        radius: Theme.smallRadius
+        color: day.isFocused ? Theme.focusDayHeader : day.down ? Theme.pressed : day.hovered ? Theme.hover : Theme.transparent
 
         FocusRing {
-            control: day
+            visible: day.visualFocus
+            targetRadius: Theme.smallRadius
+            gap: -2
         }
     }
 
     contentItem: Item {
-        Text {
-            width: parent.width
+        AppText {
             y: 2
+            width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: day.weekday
-            color: Theme.text2
-            font: Theme.miniMedium
+            color: Theme.textSecondary
+            token: Theme.mini
+            font.weight: Font.Medium
+            Accessible.ignored: true
         }
 
         Rectangle {
-            anchors.horizontalCenter: parent.horizontalCenter
+            x: Math.round((parent.width - width) / 2)
             y: 15
             width: 28
             height: 28
             radius: 14
-            color: day.isToday ? Theme.accent : "transparent"
+            color: day.isToday ? Theme.accent : Theme.transparent
 
-            Text {
+            AppText {
                 anchors.centerIn: parent
                 text: day.number
                 color: day.isToday ? Theme.onAccent : Theme.text
-                font: Theme.heading
+                token: Theme.heading
+                Accessible.ignored: true
             }
         }
     }

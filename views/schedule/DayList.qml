@@ -10,13 +10,19 @@ Card {
 
     required property ScheduleViewModel viewModel
 
-    implicitHeight: column.height + 2
+    /// The last schedule was deleted: nothing in the list can take the focus.
+    signal emptied
 
+    /// The next row's Delete takes the focus, else the previous one's.
     function focusAfterDeletion(row: int) {
         const next = rows.itemAt(Math.min(row, rows.count - 1)) as DayListItem;
         if (next !== null)
             next.focusDelete();
+        else
+            list.emptied();
     }
+
+    implicitHeight: column.height + 2
 
     Column {
         id: column
@@ -25,26 +31,24 @@ Card {
         y: 1
         width: parent.width - 2
 
-        Text {
+        HeadingText {
+            width: parent.width
+            height: token.line + topPadding + bottomPadding
             leftPadding: 16
+            rightPadding: 16
             topPadding: 12
             bottomPadding: 8
-            width: parent.width
             text: list.viewModel.dayListTitle
-            color: Theme.text
-            font: Theme.heading
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
 
-        Text {
+        AppText {
             visible: rows.count === 0
+            height: token.line + topPadding + bottomPadding
             leftPadding: 16
             topPadding: 2
             bottomPadding: 16
             text: Language.text("当天还没有日程。", "No schedules for this day.")
-            color: Theme.text2
-            font: Theme.body
+            color: Theme.textSecondary
         }
 
         Repeater {
@@ -54,7 +58,13 @@ Card {
 
             DayListItem {
                 width: column.width
-                
+                isLast: index === rows.count - 1
+                onEditRequested: list.viewModel.editListed(index)
+                onDeleteRequested: {
+                    const row = index;
+                    list.viewModel.deleteListed(row);
+                    list.focusAfterDeletion(row);
+                }
             }
         }
     }

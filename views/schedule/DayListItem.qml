@@ -10,23 +10,40 @@ Item {
     required property string timeRange
     required property string tag
     required property string colorKey
+    property bool isLast: false
 
-    height: 44
+    readonly property bool isActive: hover.hovered || editAction.visualFocus || deleteAction.visualFocus
 
-    Rectangle {
-        width: parent.width
-        height: 1
-        color: Theme.border
+    signal editRequested
+    signal deleteRequested
+
+    function focusDelete() {
+        deleteAction.forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Rectangle {
-        anchors.fill: parent
-        anchors.topMargin: 1
-        color: hover.hovered ? Theme.hover : "transparent"
-    }
+    height: Theme.rowHeight
 
     HoverHandler {
         id: hover
+    }
+
+    // The card's own rounding shows below the last row.
+    Rectangle {
+        width: parent.width
+        height: parent.height
+        radius: item.isLast ? Theme.cardRadius - 1 : 0
+        color: item.isActive ? Theme.hover : Theme.transparent
+
+        Rectangle {
+            width: parent.width
+            height: parent.height / 2
+            visible: item.isLast
+            color: parent.color
+        }
+    }
+
+    Separator {
+        width: parent.width
     }
 
     ColorMark {
@@ -37,30 +54,53 @@ Item {
         color: Theme.scheduleColor(item.colorKey)
     }
 
-    Text {
+    AppText {
         anchors.left: mark.right
         anchors.leftMargin: 12
         anchors.right: time.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
         text: item.title
-        color: Theme.text
-        font: Theme.bodyMedium
-        elide: Text.ElideRight
-        textFormat: Text.PlainText
+        token: Theme.rowTitle
     }
 
-    Text {
+    AppText {
         id: time
 
-        anchors.right: parent.right
+        anchors.right: actions.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
         width: 168
         text: item.tag === "" ? item.timeRange : item.timeRange + " · " + item.tag
-        color: Theme.text2
-        font: Theme.control
-        elide: Text.ElideRight
-        textFormat: Text.PlainText
+        color: Theme.textSecondary
+        token: Theme.control
+    }
+
+    Row {
+        id: actions
+
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        RowAction {
+            id: editAction
+
+            text: Language.text("编辑", "Edit")
+            itemTitle: item.title
+            isRowActive: item.isActive
+            onClicked: item.editRequested()
+        }
+
+        RowAction {
+            id: deleteAction
+
+            text: Language.text("删除", "Delete")
+            itemTitle: item.title
+            isDestructive: true
+            isRowActive: item.isActive
+            onClicked: item.deleteRequested()
+        }
     }
 }

@@ -20,22 +20,24 @@ T.AbstractButton {
     required property bool isSelected
     required property string spokenName
 
+    readonly property string explanation: [title, timeRange, tag].filter(part => part !== "").join("\n")
     readonly property color fullColor: Theme.scheduleColor(colorKey)
-    readonly property color tint: Qt.tint(Theme.card, Qt.alpha(fullColor, isSelected ? 0.36 : 0.16))
-    readonly property color fill: Qt.tint(tint, Qt.alpha(Theme.text, down ? 0.08 : hovered ? 0.04 : 0))
+    readonly property color fill: Qt.tint(Theme.tint(fullColor, isSelected ? 0.36 : 0.16), Qt.alpha(Theme.text, down ? 0.08 : hovered ? 0.04 : 0))
     readonly property bool isNarrow: width < 72
     readonly property real textLeft: isNarrow ? 6 : 8
     readonly property real textRight: isNarrow ? 2 : 5
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
+    hoverEnabled: true
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
+    Accessible.selectable: true
     Accessible.selected: isSelected
 
     background: Rectangle {
-        radius: Theme.radiusBlock
+        radius: Theme.blockRadius
         color: block.fill
         border.width: block.isSelected ? 2 : 0
         border.color: block.fullColor
@@ -43,73 +45,63 @@ T.AbstractButton {
         Rectangle {
             width: 2 * radius
             height: parent.height
-            radius: Theme.radiusBlock
+            radius: Theme.blockRadius
             color: block.fullColor
         }
 
+        // Leaves three pixels of the strip; the rounding it cuts off at the corners is less than half a pixel.
         Rectangle {
             x: 3
-            y: parent.border.width
-            width: 2 * parent.radius - x
+            y: block.isSelected ? 2 : 0
+            width: 2 * Theme.blockRadius - x
             height: parent.height - 2 * y
             color: block.fill
         }
 
         FocusRing {
-            control: block
-            margin: -1
+            visible: block.visualFocus
+            targetRadius: Theme.blockRadius
+            gap: -1
         }
     }
 
     contentItem: Item {
-        clip: true
         visible: block.width >= 18
+        clip: block.isNarrow
 
-        Column {
+        AppText {
+            id: titleText
+
             x: block.textLeft
-            y: block.height < 26 ? (parent.height - height) / 2 : 5
+            y: block.height < 26 ? Math.round((block.height - height) / 2) : 5
             width: parent.width - x - block.textRight
-
-            Text {
-                width: parent.width
-                text: block.title
-                color: block.isSelected ? Theme.blockTextSelected : Theme.text
-                font: Theme.blockTitle
-                elide: block.isNarrow ? Text.ElideNone : Text.ElideRight
-                textFormat: Text.PlainText
-                lineHeight: 15
-                lineHeightMode: Text.FixedHeight
-            }
-
-            Text {
-                width: parent.width
-                visible: text !== ""
-                text: block.timeShown
-                color: block.isSelected ? Theme.blockTextSelected : Theme.text2
-                font: Theme.mini
-                lineHeight: 13
-                lineHeightMode: Text.FixedHeight
-            }
+            text: block.title
+            color: block.isSelected ? Theme.blockTextSelected : Theme.text
+            token: Theme.blockTitle
+            elide: block.isNarrow ? Text.ElideNone : Text.ElideRight
+            Accessible.ignored: true
         }
 
-        Rectangle {
-            anchors.right: parent.right
-            anchors.rightMargin: block.textRight
-            width: 9
-            height: parent.height
-            visible: block.isNarrow
-            gradient: Gradient {
-                orientation: Gradient.Horizontal
+        AppText {
+            anchors.top: titleText.bottom
+            x: block.textLeft
+            width: titleText.width
+            visible: text !== ""
+            text: block.timeShown
+            color: block.isSelected ? Theme.blockTextSelected : Theme.textSecondary
+            token: Theme.mini
+            elide: titleText.elide
+            Accessible.ignored: true
+        }
 
-                GradientStop {
-                    position: 0
-                    color: Qt.alpha(block.fill, 0)
-                }
-                GradientStop {
-                    position: 1
-                    color: block.fill
-                }
-            }
+        FadingEdge {
+            visible: block.isNarrow
+            anchors.right: parent.right
+            anchors.rightMargin: block.isSelected ? 2 : 0
+            y: titleText.y
+            height: titleText.height + 13
+            solidWidth: block.textRight - anchors.rightMargin
+            fill: block.fill
         }
     }
 }

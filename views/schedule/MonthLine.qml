@@ -13,8 +13,10 @@ Item {
     required property bool isOutside
     required property string spokenName
     /// In narrow cells the title fades instead of ending in dots.
-    required property bool isNarrow
-    required property color fill
+    property bool isNarrow: false
+    property color fill: Theme.card
+
+    readonly property real gap: isNarrow ? 4 : 5
 
     height: 18
     clip: isNarrow
@@ -29,47 +31,33 @@ Item {
         color: Theme.scheduleColor(line.colorKey)
     }
 
-    Text {
+    AppText {
         id: time
 
         anchors.left: mark.right
-        anchors.leftMargin: line.isNarrow ? 4 : 5
+        anchors.leftMargin: line.gap
         anchors.verticalCenter: parent.verticalCenter
         text: line.startText
-        color: Theme.text2
-        font: Theme.mini
+        color: Theme.textSecondary
+        token: Theme.mini
         Accessible.ignored: true
     }
 
-    Text {
+    AppText {
         anchors.left: time.right
-        anchors.leftMargin: line.isNarrow ? 4 : 5
+        anchors.leftMargin: line.gap
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
         text: line.title
-        color: line.isOutside ? Theme.text2 : Theme.text
-        font: Theme.caption
+        color: line.isOutside ? Theme.textSecondary : Theme.text
+        token: Theme.caption
         elide: line.isNarrow ? Text.ElideNone : Text.ElideRight
-        textFormat: Text.PlainText
         Accessible.ignored: true
     }
 
-    Rectangle {
+    FadingEdge {
         anchors.right: parent.right
-        width: 9
         height: parent.height
         visible: line.isNarrow
-        gradient: Gradient {
-            orientation: Gradient.Horizontal
-
-            GradientStop {
-                position: 0
-                color: Qt.alpha(line.fill, 0)
-            }
-            GradientStop {
-                position: 1
-                color: line.fill
-            }
-        }
+        fill: line.fill
     }
 }

@@ -80,6 +80,16 @@ int ScheduleViewModel::hourCount() const
     return m_store ? std::max(m_store->displayEndHour() - m_store->displayStartHour(), 0) : 0;
 }
 
+QDateTime ScheduleViewModel::now() const
+{
+    return m_store ? m_store->calendar().dateTime(m_store->calendar().startOfDay(m_todayWatch->today())) : QDateTime();
+}
+
+int ScheduleViewModel::firstWeekday() const
+{
+    return m_store ? m_store->calendar().firstWeekday() : Qt::Monday;
+}
+
 int ScheduleViewModel::focusedPlace() const
 {
     return m_store ? static_cast<int>(m_visibleDays.indexOf(focusDay())) : -1;
@@ -216,6 +226,8 @@ void ScheduleViewModel::setSheet(Sheet sheet)
 
 void ScheduleViewModel::openNote(const ScheduleItem &schedule, NoteMode mode)
 {
+    // The editor shows the former note until it hears of the new one.
+    const std::unique_ptr<ScheduleNoteModel> former = std::move(m_note);
     m_note = std::make_unique<ScheduleNoteModel>(*m_store, schedule, mode);
     connect(m_note.get(), &ScheduleNoteModel::saved, this, [this](const ScheduleItem &changed) {
         m_store->updateSchedule(changed);
@@ -223,15 +235,20 @@ void ScheduleViewModel::openNote(const ScheduleItem &schedule, NoteMode mode)
     });
     connect(m_note.get(), &ScheduleNoteModel::closed, this, &ScheduleViewModel::closeNote);
     emit noteChanged();
+    setNoteOpen(true);
 }
 
 void ScheduleViewModel::closeNote()
 {
-    if (!m_note)
+    setNoteOpen(false);
+}
+
+void ScheduleViewModel::setNoteOpen(bool isOpen)
+{
+    if (m_isNoteOpen == isOpen)
         return;
-    // The note asks for this from inside its own signal, and its sheet still shows it while it fades.
-    m_note.release()->deleteLater();
-    emit noteChanged();
+    m_isNoteOpen = isOpen;
+    emit isNoteOpenChanged();
 }
 
 void ScheduleViewModel::selectSchedule(const QUuid &id)

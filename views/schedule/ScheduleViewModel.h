@@ -31,6 +31,8 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(double hourHeight READ hourHeight NOTIFY measuresChanged)
     Q_PROPERTY(double totalHeight READ totalHeight NOTIFY measuresChanged)
     Q_PROPERTY(double dayWidth READ dayWidth WRITE setDayWidth NOTIFY dayWidthChanged)
+    Q_PROPERTY(QDateTime now READ now NOTIFY titlesChanged)
+    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
     Q_PROPERTY(int focusedPlace READ focusedPlace NOTIFY titlesChanged)
     Q_PROPERTY(QAbstractItemModel *days READ days CONSTANT)
     Q_PROPERTY(QAbstractItemModel *blocks READ blocks CONSTANT)
@@ -38,6 +40,7 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(QAbstractItemModel *dayList READ dayList CONSTANT)
     Q_PROPERTY(tessaly::ScheduleFormModel *form READ form CONSTANT)
     Q_PROPERTY(tessaly::ScheduleNoteModel *note READ note NOTIFY noteChanged)
+    Q_PROPERTY(bool isNoteOpen READ isNoteOpen NOTIFY isNoteOpenChanged)
     Q_PROPERTY(Sheet sheet READ sheet NOTIFY sheetChanged)
 
 public:
@@ -71,6 +74,10 @@ public:
     [[nodiscard]] double dayWidth() const { return m_dayWidth; }
     void setDayWidth(double width);
 
+    /// A moment of today, for calendars that mark it.
+    [[nodiscard]] QDateTime now() const;
+    /// 1 (Monday) to 7 (Sunday).
+    [[nodiscard]] int firstWeekday() const;
     /// 7 or 42 rows, see dayRoles().
     [[nodiscard]] DayModel *days() { return &m_days; }
     /// Place of the focus day among the days.
@@ -81,8 +88,9 @@ public:
     [[nodiscard]] MonthLineModel *monthLines() { return &m_monthLines; }
     [[nodiscard]] DayListModel *dayList() { return &m_dayList; }
     [[nodiscard]] ScheduleFormModel *form() const { return m_form.get(); }
-    /// The note editor's state while a schedule is open, else null.
+    /// The state of the note editor that is open or was last; null before the first.
     [[nodiscard]] ScheduleNoteModel *note() const { return m_note.get(); }
+    [[nodiscard]] bool isNoteOpen() const { return m_isNoteOpen; }
     [[nodiscard]] Sheet sheet() const { return m_sheet; }
 
     Q_INVOKABLE void showPrevious() { moveBy(-1); }
@@ -121,6 +129,7 @@ signals:
     void measuresChanged();
     void dayWidthChanged();
     void noteChanged();
+    void isNoteOpenChanged();
     void sheetChanged();
 
 private:
@@ -131,6 +140,7 @@ private:
     void moveBy(int step);
     void setFocusDate(Instant date);
     void setSheet(Sheet sheet);
+    void setNoteOpen(bool isOpen);
     void openNote(const ScheduleItem &schedule, NoteMode mode);
     void selectSchedule(const QUuid &id);
     void onSchedulesChanged(const RowsChange &change);
@@ -146,6 +156,7 @@ private:
     Scope m_scope = Scope::Week;
     Sheet m_sheet = Sheet::None;
     Instant m_focusDate;
+    bool m_isNoteOpen = false;
     WeekMeasures m_measures;
     double m_dayWidth = 0;
     QUuid m_selectedID;

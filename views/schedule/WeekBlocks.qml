@@ -11,6 +11,8 @@ Item {
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
     property int currentRow: 0
+    /// The block under the pointer or with the keyboard focus; one tooltip serves them all.
+    property EventBlock explained: null
 
     function focusRow(row: int) {
         const block = blocks.itemAt(row) as EventBlock;
@@ -26,23 +28,46 @@ Item {
         id: blocks
 
         model: area.viewModel.blocks
-        onCountChanged: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
+        onItemRemoved: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
 
         EventBlock {
+            id: block
+
+            readonly property bool isExplained: hovered || visualFocus
+
             x: area.geometry.dayLeft(dayIndex) + blockX
             y: blockY
             width: blockWidth
             height: blockHeight
             activeFocusOnTab: index === area.currentRow
+            focusPolicy: index === area.currentRow ? Qt.StrongFocus : Qt.ClickFocus
             onActiveFocusChanged: {
                 if (activeFocus)
                     area.currentRow = index;
+            }
+            onIsExplainedChanged: {
+                if (isExplained)
+                    area.explained = block;
+                else if (area.explained === block)
+                    area.explained = null;
             }
             onClicked: area.viewModel.selectBlock(index)
             Keys.onUpPressed: area.focusRow(area.viewModel.neighbourBlock(index, 0, -1))
             Keys.onDownPressed: area.focusRow(area.viewModel.neighbourBlock(index, 0, 1))
             Keys.onLeftPressed: area.focusRow(area.viewModel.neighbourBlock(index, -1, 0))
             Keys.onRightPressed: area.focusRow(area.viewModel.neighbourBlock(index, 1, 0))
+        }
+    }
+
+    Item {
+        x: area.explained?.x ?? 0
+        y: area.explained?.y ?? 0
+        width: area.explained?.width ?? 0
+        height: area.explained?.height ?? 0
+
+        AppToolTip {
+            text: area.explained?.explanation ?? ""
+            visible: area.explained !== null
         }
     }
 }

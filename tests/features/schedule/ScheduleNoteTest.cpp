@@ -36,7 +36,7 @@ private slots:
         note.deleteTask(0);
         note.save();
 
-        QVERIFY(!driver.screen->note());
+        QVERIFY(!driver.screen->isNoteOpen());
         const ScheduleItem &saved = driver.stored(lecture);
         QCOMPARE(saved.notes, QStringLiteral("Bring the book"));
         QVERIFY(!saved.tag);
@@ -59,7 +59,7 @@ private slots:
 
         driver.screen->note()->toggleTask(1);
 
-        QVERIFY(!driver.screen->note());
+        QVERIFY(!driver.screen->isNoteOpen());
         QVERIFY(!driver.stored(lecture).tasks->at(0).isComplete);
         QVERIFY(driver.stored(lecture).tasks->at(1).isComplete);
     }
@@ -76,7 +76,7 @@ private slots:
 
         note.cancel();
 
-        QVERIFY(driver.screen->note());
+        QVERIFY(driver.screen->isNoteOpen());
         QVERIFY(!note.isEditing());
         QCOMPARE(note.title(), lecture);
         QCOMPARE(driver.stored(lecture).title, lecture);

@@ -164,11 +164,11 @@ private slots:
 
         QCOMPARE(driver.screen->focusDate(), driver.at(thursday, {9, 0}));
         QVERIFY(driver.screen->blocks()->rows().first().isSelected);
-        QVERIFY(driver.screen->note());
+        QVERIFY(driver.screen->isNoteOpen());
         QVERIFY(!driver.screen->note()->isEditing());
         QCOMPARE(driver.screen->note()->heading(), lecture);
         driver.screen->note()->close();
-        QVERIFY(!driver.screen->note());
+        QVERIFY(!driver.screen->isNoteOpen());
         QVERIFY(driver.screen->blocks()->rows().first().isSelected);
     }
 
@@ -183,7 +183,7 @@ private slots:
 
         driver.screen->tapTime(4, 42.0 * 2 + 42.0 / 60 * 17 + 0.1);
 
-        QVERIFY(!driver.screen->note());
+        QVERIFY(!driver.screen->isNoteOpen());
         QVERIFY(!driver.screen->blocks()->rows().first().isSelected);
         QCOMPARE(driver.focusDay(), QDate(2026, 9, 11));
         QCOMPARE(driver.screen->form()->times().start, driver.at({2026, 9, 11}, {10, 17}));

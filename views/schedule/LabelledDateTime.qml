@@ -1,0 +1,32 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// A label and a date-time field beside it.
+Row {
+    id: pair
+
+    required property string label
+    required property ScheduleViewModel viewModel
+    required property date value
+
+    signal edited(date value)
+
+    spacing: 8
+
+    AppText {
+        anchors.verticalCenter: parent.verticalCenter
+        text: pair.label
+        token: Theme.control
+        color: Theme.textSecondary
+        Accessible.ignored: true
+    }
+
+    DateTimeField {
+        name: pair.label
+        value: pair.value
+        now: pair.viewModel.now
+        firstWeekday: pair.viewModel.firstWeekday
+        onEdited: value => pair.edited(value)
+    }
+}

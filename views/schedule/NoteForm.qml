@@ -1,0 +1,106 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The fields of a schedule for editing. Long labels wrap; fields never leave their column.
+Column {
+    id: form
+
+    required property ScheduleNoteModel note
+    required property ScheduleViewModel viewModel
+
+    readonly property string startLabel: Language.text("开始", "Start")
+    readonly property string endLabel: Language.text("结束", "End")
+
+    function focusTitle() {
+        titleField.forceActiveFocus(Qt.PopupFocusReason);
+        titleField.cursorPosition = titleField.length;
+    }
+
+    spacing: 12
+
+    NoteFormRow {
+        label: Language.text("日程名称", "Name")
+
+        AppTextField {
+            id: titleField
+
+            width: parent.width
+            text: form.note?.title ?? ""
+            Accessible.name: Language.text("日程名称", "Name")
+            onTextEdited: form.note.title = text
+            onAccepted: form.note.save()
+        }
+    }
+
+    NoteFormRow {
+        label: Language.text("标签（可选）", "Tag (optional)")
+
+        AppTextField {
+            width: parent.width
+            text: form.note?.tag ?? ""
+            Accessible.name: Language.text("标签（可选）", "Tag (optional)")
+            onTextEdited: form.note.tag = text
+            onAccepted: form.note.save()
+        }
+    }
+
+    NoteFormRow {
+        label: form.startLabel
+
+        DateTimeField {
+            width: 200
+            name: form.startLabel
+            value: form.note?.start ?? form.viewModel.now
+            now: form.viewModel.now
+            firstWeekday: form.viewModel.firstWeekday
+            onEdited: value => form.note.start = value
+        }
+    }
+
+    NoteFormRow {
+        label: form.endLabel
+
+        DateTimeField {
+            width: 200
+            name: form.endLabel
+            value: form.note?.end ?? form.viewModel.now
+            now: form.viewModel.now
+            firstWeekday: form.viewModel.firstWeekday
+            onEdited: value => form.note.end = value
+        }
+    }
+
+    NoteFormRow {
+        label: Language.text("备注", "Notes")
+
+        MultilineBase {
+            id: notesField
+
+            width: parent.width
+            textArea.Accessible.name: Language.text("备注", "Notes")
+            textArea.onTextChanged: {
+                if (form.note && textArea.activeFocus)
+                    form.note.notes = text;
+            }
+
+            Binding {
+                target: notesField
+                property: "text"
+                value: form.note?.notes ?? ""
+                restoreMode: Binding.RestoreNone
+            }
+        }
+    }
+
+    NoteFormRow {
+        label: Language.text("任务", "Tasks")
+
+        NoteTasks {
+            width: parent.width
+            note: form.note
+        }
+    }
+}

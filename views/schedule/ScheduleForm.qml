@@ -1,0 +1,160 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The add form: two lines on a wide page, four on a narrow one.
+Card {
+    id: form
+
+    required property ScheduleViewModel viewModel
+
+    readonly property ScheduleFormModel fields: viewModel.form
+    readonly property bool isWide: width >= 820
+    readonly property real pad: 14
+    readonly property real gap: 12
+
+    function focusTitle() {
+        titleField.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    function add() {
+        if (viewModel.addSchedule())
+            focusTitle();
+    }
+
+    implicitHeight: tagField.y + tagField.height + (isWide ? gap : pad)
+    border.color: titleField.activeFocus ? Theme.focus : Theme.border
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -3
+        radius: form.radius + 3
+        color: Theme.transparent
+        border.width: 3
+        border.color: Theme.focusHalo
+        visible: titleField.activeFocus
+    }
+
+    EntryField {
+        id: titleField
+
+        x: form.pad
+        y: form.pad
+        width: (form.isWide ? startPair.x - form.gap : form.width - form.pad) - x
+        placeholderText: Language.text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1")
+        text: form.fields.title
+        onTextEdited: form.fields.title = text
+        onAccepted: form.add()
+    }
+
+    LabelledDateTime {
+        id: startPair
+
+        x: form.isWide ? endPair.x - form.gap - width : form.pad
+        y: form.isWide ? form.pad : titleField.y + titleField.height + form.gap
+        label: Language.text("开始", "Start")
+        viewModel: form.viewModel
+        value: form.fields.start
+        onEdited: value => form.fields.start = value
+    }
+
+    LabelledDateTime {
+        id: endPair
+
+        x: form.isWide ? addButton.x - form.gap - width : startPair.x + startPair.width + form.gap
+        y: startPair.y
+        label: Language.text("结束", "End")
+        viewModel: form.viewModel
+        value: form.fields.end
+        onEdited: value => form.fields.end = value
+    }
+
+    AppButton {
+        id: addButton
+
+        x: form.width - form.pad - width
+        y: startPair.y
+        kind: AppButton.Primary
+        text: Language.text("添加日程", "Add schedule")
+        onClicked: form.add()
+    }
+
+    Separator {
+        id: line
+
+        x: 1
+        y: startPair.y + startPair.height + form.pad
+        width: form.width - 2
+    }
+
+    Toggle {
+        id: exportToggle
+
+        x: form.pad
+        y: line.y + 1 + form.gap
+        text: Language.text("添加到 iCloud 日历", "Add to iCloud Calendar")
+        checked: form.fields.isExportRequested
+        onToggled: form.fields.isExportRequested = checked
+    }
+
+    Row {
+        id: calendarPair
+
+        x: form.isWide ? exportToggle.x + exportToggle.width + form.gap + 4 : form.width - form.pad - width
+        y: exportToggle.y
+        spacing: 8
+        visible: form.fields.isExportRequested
+
+        AppText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: Language.text("日历标签", "Calendar")
+            token: Theme.control
+            color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+
+        AppComboBox {
+            width: 164
+            name: Language.text("日历标签", "Calendar")
+            model: form.fields.calendarTitles
+            currentIndex: form.fields.calendarIndex
+            onActivated: index => form.fields.calendarIndex = index
+        }
+    }
+
+    AppTextField {
+        id: tagField
+
+        readonly property real freeLeft: calendarPair.visible ? calendarPair.x + calendarPair.width + form.gap : exportToggle.x + exportToggle.width + form.gap
+
+        x: form.isWide ? colorPair.x - form.gap - width : form.pad
+        y: form.isWide ? exportToggle.y : exportToggle.y + exportToggle.height + form.gap
+        width: form.isWide ? Math.max(120, Math.min(210, colorPair.x - form.gap - freeLeft)) : 210
+        placeholderText: Language.text("标签（可选）", "Tag (optional)")
+        text: form.fields.tag
+        onTextEdited: form.fields.tag = text
+        onAccepted: form.add()
+    }
+
+    Row {
+        id: colorPair
+
+        x: form.width - form.pad - width
+        y: tagField.y
+        spacing: 8
+
+        AppText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: Language.text("颜色", "Color")
+            token: Theme.control
+            color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+
+        ColorWell {
+            name: Language.text("颜色", "Color")
+            hex: form.fields.colorHex
+            onEdited: hex => form.fields.colorHex = hex
+        }
+    }
+}

@@ -1,0 +1,97 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// Title, scope, navigation and the buttons of the settings sheets. The tools go to a second line when they do not fit
+/// beside the title.
+Item {
+    id: header
+
+    required property ScheduleViewModel viewModel
+
+    readonly property bool isNarrow: width < 700
+    readonly property real gap: isNarrow ? 8 : 12
+    readonly property bool isWrapped: title.implicitWidth + 10 + tools.width > width
+
+    implicitHeight: isWrapped ? title.height + 8 + tools.height : title.height
+
+    PageTitle {
+        id: title
+
+        elide: Text.ElideNone
+        text: header.viewModel.headerTitle
+    }
+
+    Row {
+        id: tools
+
+        anchors.right: parent.right
+        // The glyphs, not the buttons' invisible outlines, end at the page's edge.
+        anchors.rightMargin: header.isNarrow ? -8 : 0
+        y: header.isWrapped ? title.height + 8 : (title.height - height) / 2
+        spacing: header.gap
+
+        SegmentedControl {
+            name: Language.text("视图", "View")
+            labels: [Language.text("周", "Week"), Language.text("月", "Month")]
+            currentIndex: header.viewModel.scope
+            segmentPadding: header.isNarrow ? 11 : 14
+            onChosen: index => header.viewModel.scope = index
+        }
+
+        ButtonGroup {
+            GroupedButton {
+                iconName: "chevron-left"
+                text: Language.text("上一页", "Previous")
+                isFirst: true
+                onClicked: header.viewModel.showPrevious()
+            }
+
+            GroupedButton {
+                width: implicitWidth - (header.isNarrow ? 4 : 0)
+                text: Language.text("今天", "Today")
+                onClicked: header.viewModel.showToday()
+            }
+
+            GroupedButton {
+                iconName: "chevron-right"
+                text: Language.text("下一页", "Next")
+                isLast: true
+                onClicked: header.viewModel.showNext()
+            }
+        }
+
+        Row {
+            spacing: header.isNarrow ? 0 : 2
+
+            Item {
+                width: header.isNarrow ? 6 : 9
+                height: Theme.controlHeight
+
+                Separator {
+                    x: -2
+                    width: 1
+                    height: parent.height
+                }
+            }
+
+            IconButton {
+                iconName: "import"
+                text: Language.text("导入设置", "Import settings")
+                onClicked: header.viewModel.openImportSettings()
+            }
+
+            IconButton {
+                iconName: "eye"
+                text: Language.text("显示设置", "Display settings")
+                onClicked: header.viewModel.openDisplaySettings()
+            }
+
+            IconButton {
+                iconName: "refresh-cw"
+                text: Language.text("同步设置", "Sync settings")
+                onClicked: header.viewModel.openSyncSettings()
+            }
+        }
+    }
+}

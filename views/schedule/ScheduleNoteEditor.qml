@@ -1,0 +1,62 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The sheet of one schedule, for viewing or editing. Both modes are equally wide, so that the sheet does not jump.
+Sheet {
+    id: sheet
+
+    required property ScheduleNoteModel note
+    required property ScheduleViewModel viewModel
+
+    readonly property bool isEditing: note?.isEditing ?? false
+
+    function takeFocus() {
+        if (isEditing)
+            edit.focusTitle();
+        else
+            primary.forceActiveFocus(Qt.PopupFocusReason);
+    }
+
+    title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
+    sheetWidth: 540
+    onOpened: takeFocus()
+    onIsEditingChanged: {
+        if (opened)
+            takeFocus();
+    }
+    onLeaving: isEditing ? note.cancel() : note.close()
+
+    foot: [
+        AppButton {
+            anchors.right: primary.left
+            anchors.rightMargin: 8
+            isRaised: true
+            text: sheet.isEditing ? Language.text("取消", "Cancel") : Language.text("关闭", "Close")
+            onClicked: sheet.isEditing ? sheet.note.cancel() : sheet.note.close()
+        },
+        AppButton {
+            id: primary
+
+            anchors.right: parent?.right
+            kind: AppButton.Primary
+            text: sheet.isEditing ? Language.text("保存", "Save") : Language.text("编辑", "Edit")
+            onClicked: sheet.isEditing ? sheet.note.save() : sheet.note.startEditing()
+        }
+    ]
+
+    NoteDetails {
+        width: parent?.width ?? 0
+        visible: !sheet.isEditing
+        note: sheet.note
+    }
+
+    NoteForm {
+        id: edit
+
+        width: parent?.width ?? 0
+        visible: sheet.isEditing
+        note: sheet.note
+        viewModel: sheet.viewModel
+    }
+}

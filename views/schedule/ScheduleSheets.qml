@@ -1,0 +1,34 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The sheets of the schedule screen, each made when it first opens.
+Item {
+    id: sheets
+
+    required property ScheduleViewModel viewModel
+
+    SheetLoader {
+        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Display
+        sourceComponent: CalendarDisplaySettingsView {
+            onDone: sheets.viewModel.closeSheet()
+        }
+    }
+
+    SheetLoader {
+        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Sync
+        sourceComponent: CalendarSyncSettingsView {
+            onDone: sheets.viewModel.closeSheet()
+        }
+    }
+
+    SheetLoader {
+        isOpen: sheets.viewModel.isNoteOpen
+        sourceComponent: ScheduleNoteEditor {
+            note: sheets.viewModel.note
+            viewModel: sheets.viewModel
+        }
+    }
+}
