@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 
-import QtQml.Models
 import QtQuick
 import Tessaly.Ui
 
@@ -8,7 +7,7 @@ import Tessaly.Ui
 Rectangle {
     id: box
 
-    required property AbstractItemModel choices
+    required property QtObject choices
     /// A list without accounts, so nothing is indented.
     property bool isPlain: false
 

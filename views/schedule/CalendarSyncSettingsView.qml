@@ -25,7 +25,7 @@ Sheet {
         AppButton {
             isRaised: true
             text: Language.text("立即同步", "Sync now")
-            onClicked: PlannerStore.syncWithAppleCalendar()
+            onClicked: PlannerStore.requestCalendarAccessAndLoad()
         },
         AppButton {
             id: doneButton

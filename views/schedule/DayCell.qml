@@ -80,7 +80,7 @@ T.AbstractButton {
             AppText {
                 anchors.centerIn: parent
                 text: cell.number
-                color: cell.isToday ? Theme.onAccent : cell.isOutside ? Theme.textTertiary : Theme.text
+                color: cell.isToday ? Theme.inkOnAccent : cell.isOutside ? Theme.textTertiary : Theme.text
                 token: cell.isToday ? Theme.captionBold : cell.isOutside ? Theme.caption : Theme.captionMedium
                 Accessible.ignored: true
             }

@@ -56,7 +56,7 @@ T.AbstractButton {
             AppText {
                 anchors.centerIn: parent
                 text: day.number
-                color: day.isToday ? Theme.onAccent : Theme.text
+                color: day.isToday ? Theme.inkOnAccent : Theme.text
                 token: Theme.heading
                 Accessible.ignored: true
             }

@@ -2,15 +2,20 @@
 
 #include "store/PlannerStoreQml.h"
 
+#include "ui/Ui.h"
+
+#include <QGuiApplication>
 #include <QtQml/qqml.h>
 
 namespace tessaly {
 
-void ScheduleViewFixture::qmlEngineAvailable(QQmlEngine *)
+void ScheduleViewFixture::qmlEngineAvailable(QQmlEngine *engine)
 {
     PlannerStoreQml::setStore(m_driver.store.get());
     qmlRegisterSingletonInstance("Tessaly.Test", 1, 0, "TestPlanner", this);
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+    applyInterfaceFont(*qGuiApp);
+    installImageProviders(*engine);
     reset();
 }
 
