@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tessaly.Dashboard
 import Tessaly.Goals
+import Tessaly.Schedule
 import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Todos
@@ -53,7 +54,7 @@ ApplicationWindow {
         // One line for each row of the sidebar, in its order.
         screens: [
             Component { DashboardView {} },
-            Component { PlaceholderScreen { title: Language.text("日程", "Schedule") } },
+            Component { ScheduleView {} },
             Component { ReminderView {} },
             Component { GoalView {} },
             Component { PlaceholderScreen { title: Language.text("文档", "Documents") } }

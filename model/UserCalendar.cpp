@@ -25,17 +25,18 @@ Instant fromUnixMilliseconds(qint64 milliseconds)
     return Instant::fromUnixSeconds(static_cast<double>(milliseconds) / 1000.0);
 }
 
-/// Floor division, so that days before 1970 come out right.
-qint64 dayNumber(qint64 localMilliseconds)
+/// Rounds down, so that times before 1970 come out right.
+qint64 floorDivided(qint64 dividend, qint64 divisor)
 {
-    const qint64 quotient = localMilliseconds / dayMilliseconds;
-    return localMilliseconds % dayMilliseconds < 0 ? quotient - 1 : quotient;
+    const qint64 quotient = dividend / divisor;
+    return dividend % divisor < 0 ? quotient - 1 : quotient;
 }
 
 } // namespace
 
 UserCalendar::UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, const QLocale &locale)
-    : m_zone(zone), m_firstWeekday(firstWeekday), m_locale(locale)
+    : m_zone(zone), m_transitions(std::make_shared<const ZoneTransitions>(zone)), m_firstWeekday(firstWeekday),
+      m_locale(locale)
 {
 }
 
@@ -45,9 +46,10 @@ UserCalendar UserCalendar::system()
     return {QTimeZone::systemTimeZone(), locale.firstDayOfWeek(), locale};
 }
 
-qint64 UserCalendar::offsetAt(qint64 unixMilliseconds) const
+qint64 UserCalendar::localMilliseconds(Instant instant) const
 {
-    return m_zone.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(unixMilliseconds, Qt::UTC));
+    const qint64 utc = unixMilliseconds(instant);
+    return utc + m_transitions->offsetAt(floorDivided(utc, 1000)) * 1000;
 }
 
 QDateTime UserCalendar::dateTime(Instant instant) const
@@ -57,26 +59,20 @@ QDateTime UserCalendar::dateTime(Instant instant) const
 
 QDate UserCalendar::day(Instant instant) const
 {
-    const qint64 utc = unixMilliseconds(instant);
-    return QDate::fromJulianDay(unixEpochJulianDay + dayNumber(utc + offsetAt(utc) * 1000));
+    return QDate::fromJulianDay(unixEpochJulianDay + floorDivided(localMilliseconds(instant), dayMilliseconds));
 }
 
 int UserCalendar::minuteOfDay(Instant instant) const
 {
-    const qint64 utc = unixMilliseconds(instant);
-    const qint64 local = utc + offsetAt(utc) * 1000;
-    return static_cast<int>((local - dayNumber(local) * dayMilliseconds) / 60000);
+    const qint64 local = localMilliseconds(instant);
+    return static_cast<int>((local - floorDivided(local, dayMilliseconds) * dayMilliseconds) / 60000);
 }
 
 Instant UserCalendar::instant(QDate day, QTime time) const
 {
     const qint64 local = (day.toJulianDay() - unixEpochJulianDay) * dayMilliseconds + time.msecsSinceStartOfDay();
-    const qint64 before = local - offsetAt(local - dayMilliseconds) * 1000;
-    const qint64 after = local - offsetAt(local + dayMilliseconds) * 1000;
-    const auto shows = [&](qint64 utc) { return utc + offsetAt(utc) * 1000 == local; };
-    if (shows(before) && shows(after))
-        return fromUnixMilliseconds(std::min(before, after));
-    return fromUnixMilliseconds(shows(after) ? after : before);
+    const qint64 localSeconds = floorDivided(local, 1000);
+    return fromUnixMilliseconds(m_transitions->unixSeconds(localSeconds) * 1000 + local - localSeconds * 1000);
 }
 
 Instant UserCalendar::startOfDay(QDate day) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Instant.h"
+#include "model/ZoneTransitions.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -8,6 +9,7 @@
 #include <QTime>
 #include <QTimeZone>
 
+#include <memory>
 #include <optional>
 
 namespace tessaly {
@@ -48,10 +50,11 @@ public:
 
 private:
     [[nodiscard]] std::optional<Instant> moved(Instant instant, QDate day) const;
-    /// Seconds east of UTC.
-    [[nodiscard]] qint64 offsetAt(qint64 unixMilliseconds) const;
+    /// Milliseconds since 1970-01-01 00:00 on the local clock.
+    [[nodiscard]] qint64 localMilliseconds(Instant instant) const;
 
     QTimeZone m_zone;
+    std::shared_ptr<const ZoneTransitions> m_transitions;
     Qt::DayOfWeek m_firstWeekday;
     QLocale m_locale;
 };

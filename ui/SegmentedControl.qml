@@ -21,7 +21,7 @@ T.Control {
             control.chosen(index);
     }
 
-    implicitWidth: row.implicitWidth + 4
+    implicitWidth: row.implicitWidthOfLabels + 4
     implicitHeight: Theme.controlHeight
     focusPolicy: Qt.StrongFocus
     Keys.onLeftPressed: choose(currentIndex - 1)

@@ -56,7 +56,7 @@ Card {
                 isLastColumn: column === 6
                 showsWeekday: index < 7
                 weekdayHeight: grid.weekdayHeight
-                activeFocusOnTab: index === grid.currentPlace
+                activeFocusOnTab: activeFocus || index === grid.currentPlace
                 onClicked: grid.viewModel.focusPlace(index)
                 Keys.onLeftPressed: grid.focusPlace(index - 1)
                 Keys.onRightPressed: grid.focusPlace(index + 1)

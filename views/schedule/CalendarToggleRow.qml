@@ -43,6 +43,9 @@ Item {
         id: box
 
         x: row.isAccount || row.isPlain ? 12 : 38
+        // Up to the row's end: the title and the mark belong to the target.
+        width: row.width - x
+        height: row.height
         anchors.verticalCenter: parent.verticalCenter
         checked: row.isChecked
         isPartial: row.isPartial
@@ -67,9 +70,5 @@ Item {
         text: row.title
         token: row.isAccount ? Theme.buttonPrimary : Theme.control
         Accessible.ignored: true
-    }
-
-    TapHandler {
-        onTapped: row.chosen(!row.isChecked)
     }
 }

@@ -19,8 +19,8 @@ T.AbstractButton {
     property real weekdayHeight: 0
 
     hoverEnabled: true
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
     Accessible.description: isToday ? Language.text("今天", "Today") : ""

@@ -14,8 +14,8 @@ T.AbstractButton {
     required property string spokenName
 
     hoverEnabled: true
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
     Accessible.description: isToday ? Language.text("今天", "Today") : ""

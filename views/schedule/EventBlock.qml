@@ -29,8 +29,8 @@ T.AbstractButton {
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
     hoverEnabled: true
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.role: Accessible.Button
     Accessible.name: spokenName
     Accessible.selectable: true

@@ -1,11 +1,14 @@
 import QtQuick
 import Tessaly.Schedule
+import Tessaly.Shell
 import Tessaly.Store
-import Tessaly.Ui
 
 /// The schedule screen: header, week or month, list of the focus day, add form, status line, sheets.
-Item {
-    id: screen
+Page {
+    id: page
+
+    isLimited: false
+    status: PlannerStore.calendarSyncMessage
 
     ScheduleViewModel {
         id: model
@@ -13,44 +16,27 @@ Item {
         store: PlannerStore
     }
 
-    ScrollPage {
-        id: page
+    ScheduleHeader {
+        width: page.contentWidth
+        viewModel: model
+    }
 
-        anchors.fill: parent
-        anchors.bottomMargin: status.visible ? status.height : 0
-        contentHeight: column.height + 2 * Theme.pagePadding
+    Loader {
+        width: page.contentWidth
+        sourceComponent: model.scope === ScheduleViewModel.Week ? week : month
+    }
 
-        Column {
-            id: column
+    DayList {
+        width: page.contentWidth
+        viewModel: model
+        onEmptied: form.focusTitle()
+    }
 
-            x: Theme.pagePadding
-            y: Theme.pagePadding
-            width: page.width - 2 * Theme.pagePadding
-            spacing: Theme.pageGap
+    ScheduleForm {
+        id: form
 
-            ScheduleHeader {
-                width: column.width
-                viewModel: model
-            }
-
-            Loader {
-                width: column.width
-                sourceComponent: model.scope === ScheduleViewModel.Week ? week : month
-            }
-
-            DayList {
-                width: column.width
-                viewModel: model
-                onEmptied: form.focusTitle()
-            }
-
-            ScheduleForm {
-                id: form
-
-                width: column.width
-                viewModel: model
-            }
-        }
+        width: page.contentWidth
+        viewModel: model
     }
 
     Component {
@@ -66,26 +52,6 @@ Item {
 
         CalendarGrid {
             viewModel: model
-        }
-    }
-
-    Item {
-        id: status
-
-        anchors.bottom: parent.bottom
-        width: parent.width
-        height: Theme.statusHeight
-        visible: PlannerStore.calendarSyncMessage !== ""
-
-        Separator {
-            width: parent.width
-        }
-
-        StatusLine {
-            x: Theme.pagePadding
-            width: parent.width - 2 * Theme.pagePadding
-            anchors.verticalCenter: parent.verticalCenter
-            message: PlannerStore.calendarSyncMessage
         }
     }
 

@@ -33,13 +33,15 @@ Item {
         EventBlock {
             id: block
 
+            readonly property real leftEdge: area.geometry.dayLeft(dayIndex) + blockX
             readonly property bool isExplained: hovered || visualFocus
 
-            x: area.geometry.dayLeft(dayIndex) + blockX
-            y: blockY
-            width: blockWidth
-            height: blockHeight
-            activeFocusOnTab: index === area.currentRow
+            // On whole pixels, so that edges and fades stay sharp.
+            x: Math.round(leftEdge)
+            y: Math.round(blockY)
+            width: Math.round(leftEdge + blockWidth) - x
+            height: Math.round(blockY + blockHeight) - y
+            activeFocusOnTab: activeFocus || index === area.currentRow
             focusPolicy: index === area.currentRow ? Qt.StrongFocus : Qt.ClickFocus
             onActiveFocusChanged: {
                 if (activeFocus)

@@ -35,7 +35,7 @@ Item {
             y: 2
             width: header.geometry.dayWidth - 6
             height: header.height - 4
-            activeFocusOnTab: index === header.currentPlace
+            activeFocusOnTab: activeFocus || index === header.currentPlace
             onClicked: header.viewModel.focusPlace(index)
             Keys.onLeftPressed: header.focusPlace(index - 1)
             Keys.onRightPressed: header.focusPlace(index + 1)
