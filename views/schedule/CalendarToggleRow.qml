@@ -49,7 +49,6 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         checked: row.isChecked
         isPartial: row.isPartial
-        nextCheckState: () => row.isChecked ? Qt.Unchecked : Qt.Checked
         Accessible.name: row.title
         onToggled: row.chosen(checked)
     }
