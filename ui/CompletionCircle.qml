@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// The round box that ticks an item off. Its target is at least 28 × 28.
-T.AbstractButton {
+T.CheckBox {
     id: circle
 
     property int size: 18
@@ -14,9 +14,9 @@ T.AbstractButton {
     implicitHeight: 28
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isComplete
+    // The item decides whether a click ticks it off.
+    checked: isComplete
+    nextCheckState: () => circle.checkState
     Accessible.name: itemTitle
 
     contentItem: Item {

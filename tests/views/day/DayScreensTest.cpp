@@ -1,0 +1,166 @@
+#include "tests/support/TestMain.h"
+#include "tests/views/shell/WindowUnderTest.h"
+
+#include <QQuickStyle>
+
+using namespace Qt::StringLiterals;
+using namespace tessaly;
+
+namespace {
+
+constexpr QAccessible::Role field = QAccessible::EditableText;
+constexpr QAccessible::Role button = QAccessible::Button;
+constexpr QAccessible::Role circle = QAccessible::CheckBox;
+
+/// The window in English, at one of the screens, over what the store was given.
+struct DayWindow : WindowUnderTest
+{
+    void openAt(ShellModel::SidebarItem section, const SavedData &data)
+    {
+        planner.put(keys::interfaceLanguage, u"en"_s);
+        planner.put(keys::hasAskedPreferredName, true);
+        planner.put(keys::storageKey, *encodeSavedData(data));
+        open();
+        setState("section", section);
+        QTRY_VERIFY(screen());
+    }
+    [[nodiscard]] QPoint middleOf(QAccessible::Role role, const QString &name) const
+    {
+        const QQuickItem *item = find(role, name);
+        return item ? item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint() : QPoint();
+    }
+    [[nodiscard]] QStringList taskTitles() const
+    {
+        QStringList titles;
+        for (const GoalTask &task : *planner.store->goals().first().subgoals->first().tasks)
+            titles.append(task.title);
+        return titles;
+    }
+};
+
+Goal writing()
+{
+    return {.title = u"Write"_s,
+            .subgoals = QList<Subgoal>{
+                {.title = u"Draft"_s,
+                 .tasks = QList<GoalTask>{{.title = u"one"_s}, {.title = u"two"_s}, {.title = u"three"_s}}}}};
+}
+
+} // namespace
+
+class DayScreensTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QQuickStyle::setStyle(u"Basic"_s);
+        QGuiApplication::setApplicationName(u"Tessaly"_s);
+    }
+
+    void aToDoIsTypedTickedAndDeleted()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"Sort"_s}}});
+        QTRY_VERIFY(ui.find(field, u"e.g. Submit weekly report"_s));
+        QVERIFY(ui.click(field, u"e.g. Submit weekly report"_s));
+        ui.type(u"Report"_s);
+        ui.press(Qt::Key_Return);
+
+        QCOMPARE(ui.planner.store->reminders().last().title, u"Report"_s);
+        QTRY_VERIFY(ui.find(circle, u"Report"_s));
+        QVERIFY(ui.hasFocus(field, u"e.g. Submit weekly report"_s));
+        QCOMPARE(ui.find(field, u"e.g. Submit weekly report"_s)->property("text").toString(), QString());
+
+        QVERIFY(ui.click(circle, u"Sort"_s));
+        QVERIFY(ui.planner.store->reminders().first().isComplete);
+        QTRY_VERIFY(!ui.find(circle, u"Sort"_s));
+        QVERIFY(ui.click(button, u"Delete, Report"_s));
+        QCOMPARE(ui.planner.store->reminders().size(), 1);
+    }
+
+    void theDueFieldComesWithItsSwitch()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {});
+        QVERIFY(!ui.visibleTexts().contains(u"Due"_s));
+        QTRY_VERIFY(ui.find(circle, u"Set due date"_s));
+        QVERIFY(ui.click(circle, u"Set due date"_s));
+        QTRY_VERIFY(ui.visibleTexts().contains(u"Due"_s));
+        QVERIFY(ui.click(field, u"e.g. Submit weekly report"_s));
+        ui.type(u"Report"_s);
+        QVERIFY(ui.click(button, u"Add to-do"_s));
+        QCOMPARE(ui.planner.notificationCenter.requests().size(), 1);
+    }
+
+    void typingInATitleKeepsFocusAndCaret()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Edit, two"_s));
+        QVERIFY(ui.click(button, u"Edit, two"_s));
+        QTRY_VERIFY(ui.hasFocus(field, u"Task"_s));
+        ui.press(Qt::Key_Home);
+        ui.press(Qt::Key_Right);
+        const int before = ui.planner.preferences.writeCount();
+
+        ui.type(u"xy"_s);
+
+        QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"txywo"_s, u"three"_s}));
+        QCOMPARE(ui.planner.preferences.writeCount() - before, 2);
+        QVERIFY(ui.hasFocus(field, u"Task"_s));
+        QCOMPARE(ui.find(field, u"Task"_s)->property("cursorPosition").toInt(), 3);
+        ui.press(Qt::Key_Return);
+        QTRY_VERIFY(!ui.find(field, u"Task"_s));
+    }
+
+    void aTaskIsDraggedBeforeAnother()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        // Handles share their name; the first found is the last painted, that of the third task.
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
+        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks"_s);
+        const QPoint to(from.x(), ui.middleOf(circle, u"one"_s).y());
+
+        QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 8; ++step)
+            QTest::mouseMove(&ui.window(), from + (to - from) * step / 8);
+        QCOMPARE(ui.taskTitles().first(), u"one"_s);
+        QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, to);
+
+        QTRY_COMPARE(ui.taskTitles(), (QStringList{u"three"_s, u"one"_s, u"two"_s}));
+    }
+
+    void aHandleMovesItsTaskByKeyboardAndKeepsTheFocus()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
+        QQuickItem *handle = ui.find(button, u"Drag to reorder tasks"_s);
+        handle->forceActiveFocus(Qt::TabFocusReason);
+
+        ui.press(Qt::Key_Up);
+        QCOMPARE(ui.taskTitles().last(), u"three"_s);
+        ui.press(Qt::Key_Up, Qt::ControlModifier);
+        ui.press(Qt::Key_Up, Qt::ControlModifier);
+        QCOMPARE(ui.taskTitles(), (QStringList{u"three"_s, u"one"_s, u"two"_s}));
+        QVERIFY(handle->hasActiveFocus());
+        ui.press(Qt::Key_Down, Qt::ControlModifier);
+        QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"three"_s, u"two"_s}));
+    }
+
+    void theOverviewShowsWhatTheStoreHolds()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Overview, {.reminders = {{.title = u"Sort"_s}}, .goals = {writing()}});
+        QTRY_VERIFY(ui.find(QAccessible::StaticText, u"Open to-dos 1"_s));
+        QVERIFY(ui.find(QAccessible::StaticText, u"Active goals 1"_s));
+        QVERIFY(ui.find(QAccessible::ProgressBar, u"Write"_s));
+        QVERIFY(ui.visibleTexts().contains(u"No schedules yet. Leave space for your day."_s));
+    }
+};
+
+TESSALY_TEST_MAIN(DayScreensTest)
+#include "DayScreensTest.moc"
