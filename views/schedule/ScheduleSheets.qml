@@ -9,6 +9,13 @@ Item {
     required property ScheduleViewModel viewModel
 
     SheetLoader {
+        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Import
+        sourceComponent: CalendarSelectionView {
+            onDone: sheets.viewModel.closeSheet()
+        }
+    }
+
+    SheetLoader {
         isOpen: sheets.viewModel.sheet === ScheduleViewModel.Display
         sourceComponent: CalendarDisplaySettingsView {
             onDone: sheets.viewModel.closeSheet()

@@ -48,6 +48,8 @@ void ScheduleViewFixture::addTask(const QString &schedule, const QString &task)
 
 void ScheduleViewFixture::offerCalendars()
 {
+    if (!m_driver.store->availableCalendars().isEmpty())
+        return;
     m_driver.hasCalendars({{.identifier = QStringLiteral("club"),
                             .title = QStringLiteral("Club"),
                             .sourceTitle = QStringLiteral("Nextcloud")},
@@ -58,6 +60,11 @@ void ScheduleViewFixture::offerCalendars()
                            {.identifier = QStringLiteral("work"),
                             .title = QStringLiteral("Work"),
                             .sourceTitle = QStringLiteral("iCloud")}});
+}
+
+void ScheduleViewFixture::answerDownload(const QString &body)
+{
+    m_driver.feedDownloader.answer(0, body.toUtf8());
 }
 
 void ScheduleViewFixture::speakChinese()

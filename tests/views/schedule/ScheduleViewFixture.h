@@ -25,6 +25,8 @@ public slots:
     void fillSampleWeek();
     void offerCalendars();
     void speakChinese();
+    /// Answers the download of a linked calendar that waits longest.
+    void answerDownload(const QString &body);
 
     [[nodiscard]] int scheduleCount() const;
     /// "2026-09-09 09:30 – 2026-09-09 10:30"

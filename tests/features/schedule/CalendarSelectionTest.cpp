@@ -1,0 +1,105 @@
+#include "tests/store/StoreUnderTest.h"
+#include "tests/support/TestMain.h"
+#include "views/schedule/CalendarSelectionModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+using namespace tessaly;
+
+class CalendarSelectionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_planner = std::make_unique<StoreUnderTest>();
+        m_planner->startInEnglish();
+        m_sheet = std::make_unique<CalendarSelectionModel>();
+        m_sheet->setStore(m_planner->store.get());
+        m_tester = std::make_unique<QAbstractItemModelTester>(m_sheet->feeds());
+    }
+
+    void cleanup()
+    {
+        m_tester.reset();
+        m_sheet.reset();
+    }
+
+    void anAcceptedLinkEmptiesTheFieldAndIsListed()
+    {
+        whenTheUserAdds(QStringLiteral(" https://example.org/timetable.ics"));
+
+        QCOMPARE(m_sheet->feedURL(), QString());
+        QCOMPARE(listed(), QStringList{QStringLiteral("timetable: ")});
+        QCOMPARE(m_planner->message(), QStringLiteral("Updating linked calendar…"));
+    }
+
+    void aRefusedLinkStaysInTheField()
+    {
+        whenTheUserAdds(QStringLiteral("webcal://example.org/timetable.ics"));
+
+        QCOMPARE(m_sheet->feedURL(), QStringLiteral("webcal://example.org/timetable.ics"));
+        QCOMPARE(listed(), QStringList());
+        QCOMPARE(m_planner->message(), QStringLiteral("Enter a valid iCalendar link."));
+    }
+
+    void anUpdateShowsItsTimeInTheLanguageAndChangesOneRow()
+    {
+        whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
+        whenTheUserAdds(QStringLiteral("https://example.org/b.ics"));
+        m_planner->feedDownloader.answer(0, QByteArray());
+        QSignalSpy changed(m_sheet->feeds(), &QAbstractItemModel::dataChanged);
+        QSignalSpy reset(m_sheet->feeds(), &QAbstractItemModel::modelReset);
+
+        m_sheet->updateFeed(1);
+        QCOMPARE(m_planner->feedDownloader.pendingUrl(1), QUrl(QStringLiteral("https://example.org/b.ics")));
+        m_planner->feedDownloader.answer(1, QByteArray());
+
+        const QString time = m_planner->store->dateText(m_planner->clock.now(), false);
+        QCOMPARE(listed(), (QStringList{QStringLiteral("a: ") + time, QStringLiteral("b: ") + time}));
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(reset.size(), 0);
+
+        m_planner->store->setInterfaceLanguage(AppLanguage::Chinese);
+        const QString chinese = m_planner->store->dateText(m_planner->clock.now(), false);
+        QVERIFY(chinese != time);
+        QCOMPARE(listed(), (QStringList{QStringLiteral("a: ") + chinese, QStringLiteral("b: ") + chinese}));
+    }
+
+    void aDeletedLinkLeavesTheList()
+    {
+        whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
+        whenTheUserAdds(QStringLiteral("https://example.org/b.ics"));
+        QSignalSpy counted(m_sheet.get(), &CalendarSelectionModel::feedCountChanged);
+
+        m_sheet->deleteFeed(0);
+
+        QCOMPARE(listed(), QStringList{QStringLiteral("b: ")});
+        QCOMPARE(counted.size(), 1);
+        m_sheet->deleteFeed(1);
+        QCOMPARE(m_sheet->feedCount(), 1);
+    }
+
+private:
+    void whenTheUserAdds(const QString &link)
+    {
+        m_sheet->setFeedURL(link);
+        m_sheet->addTypedLink();
+    }
+    QStringList listed()
+    {
+        QStringList rows;
+        for (const CalendarFeedRow &row : m_sheet->feeds()->rows())
+            rows.append(row.name + QStringLiteral(": ") + row.lastUpdated);
+        return rows;
+    }
+
+    std::unique_ptr<StoreUnderTest> m_planner;
+    std::unique_ptr<CalendarSelectionModel> m_sheet;
+    std::unique_ptr<QAbstractItemModelTester> m_tester;
+};
+
+TESSALY_TEST_MAIN(CalendarSelectionTest)
+#include "CalendarSelectionTest.moc"

@@ -1,0 +1,84 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The linked calendars and the field for another link.
+Column {
+    id: section
+
+    required property CalendarSelectionModel viewModel
+
+    spacing: 8
+
+    Column {
+        width: parent.width
+
+        HeadingText {
+            text: Language.text("通过链接导入", "Import from link")
+        }
+
+        AppText {
+            width: parent.width
+            isMultiline: true
+            text: Language.text("支持 .ics / iCalendar 链接；保存后可随时点击更新。", "Paste an .ics / iCalendar link; update it anytime after saving.")
+            token: Theme.control
+            color: Theme.textSecondary
+        }
+    }
+
+    Rectangle {
+        width: parent.width
+        height: feedColumn.height + 2
+        visible: section.viewModel.feedCount > 0
+        radius: Theme.popupRadius
+        color: Theme.field
+        border.width: 1
+        border.color: Theme.border
+
+        Column {
+            id: feedColumn
+
+            x: 1
+            y: 1
+            width: parent.width - 2
+
+            Repeater {
+                model: section.viewModel.feeds
+
+                CalendarFeedItem {
+                    width: feedColumn.width
+                    onUpdateRequested: section.viewModel.updateFeed(index)
+                    onDeleteRequested: section.viewModel.deleteFeed(index)
+                }
+            }
+        }
+    }
+
+    Item {
+        width: parent.width
+        height: Theme.controlHeight
+
+        AppTextField {
+            id: field
+
+            width: addButton.x - 8
+            // lint-allow(text): a link is the same in both languages
+            placeholderText: "https://…/timetable.ics"
+            inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoAutoUppercase
+            text: section.viewModel.feedURL
+            onTextEdited: section.viewModel.feedURL = text
+            onAccepted: section.viewModel.addTypedLink()
+        }
+
+        AppButton {
+            id: addButton
+
+            anchors.right: parent.right
+            isRaised: true
+            text: Language.text("添加并导入", "Add & import")
+            onClicked: section.viewModel.addTypedLink()
+        }
+    }
+}

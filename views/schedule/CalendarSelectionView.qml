@@ -1,0 +1,84 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Store
+import Tessaly.Ui
+
+/// Which calendars of the system are imported, and the linked calendars.
+Sheet {
+    id: sheet
+
+    signal done
+
+    title: Language.text("导入日历", "Import calendars")
+    sheetWidth: 580
+    onLeaving: sheet.done()
+    onOpened: doneButton.forceActiveFocus(Qt.PopupFocusReason)
+
+    head: AppText {
+        width: parent?.width ?? 0
+        isMultiline: true
+        text: Language.text("选择要导入的账户和日历。导入不会改动 Apple Calendar 中的现有日程。", "Choose accounts and calendars to import. Importing does not change existing Apple Calendar events.")
+        token: Theme.control
+        color: Theme.textSecondary
+    }
+
+    // The store cannot import from the system's calendars yet.
+    foot: [
+        AppButton {
+            enabled: false
+            isRaised: true
+            text: Language.text("全部导入", "Import all")
+        },
+        AppButton {
+            anchors.right: doneButton.left
+            anchors.rightMargin: 8
+            enabled: false
+            kind: AppButton.Primary
+            text: Language.text("导入所选日历", "Import selected")
+        },
+        AppButton {
+            id: doneButton
+
+            anchors.right: parent?.right
+            isRaised: true
+            text: Language.text("完成", "Done")
+            onClicked: sheet.done()
+        }
+    ]
+
+    CalendarGroupsModel {
+        id: groups
+
+        store: PlannerStore
+        purpose: CalendarGroupsModel.Import
+    }
+
+    CalendarSelectionModel {
+        id: selection
+
+        store: PlannerStore
+    }
+
+    CalendarLoadingBox {
+        width: parent?.width ?? 0
+        visible: groups.calendarCount === 0
+    }
+
+    CalendarChoiceBox {
+        width: parent?.width ?? 0
+        visible: groups.calendarCount > 0
+        choices: groups.calendars
+        onChosen: (row, isChosen) => groups.chooseCalendar(row, isChosen)
+    }
+
+    CalendarLinkSection {
+        width: parent?.width ?? 0
+        viewModel: selection
+    }
+
+    StatusLine {
+        width: parent?.width ?? 0
+        visible: message !== ""
+        message: PlannerStore.calendarSyncMessage
+    }
+}
