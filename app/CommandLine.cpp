@@ -48,7 +48,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
     if (!parser.parse(arguments))
         return only(Task::Refuse, parser.errorText());
     if (parser.isSet(help))
-        return only(Task::Print, parser.helpText());
+        return only(Task::Print,
+                    parser.helpText().replace(QLatin1String("<executable_name>"), QLatin1String("tessaly")));
     if (parser.isSet(version))
         return only(Task::Print, QStringLiteral("Tessaly %1\n").arg(ShellModel::versionAndBuild()));
     if (const QStringList surplus = parser.positionalArguments(); !surplus.isEmpty())

@@ -67,11 +67,14 @@ int runPlanner(const CommandLine &commandLine)
                      commandLine.isBackground ? Start::InBackground : Start::WithWindow);
 }
 
+/// Without an application object: help, version and refusal need no display, and Qt forgets how to make things
+/// accessible when a second such object follows a first.
 CommandLine readCommandLine(int argc, char *argv[])
 {
-    // Help, version and refusal need no display.
-    const QCoreApplication application(argc, argv);
-    return parseCommandLine(QCoreApplication::arguments());
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return parseCommandLine(arguments);
 }
 
 int run(const CommandLine &commandLine, int argc, char *argv[])

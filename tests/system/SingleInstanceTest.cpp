@@ -99,9 +99,19 @@ private slots:
     }
 
 private:
-    static std::unique_ptr<QProcess> start(const QString &directory, const QString &token)
+    struct Stop
     {
-        auto process = std::make_unique<QProcess>();
+        void operator()(QProcess *process) const
+        {
+            process->kill();
+            process->waitForFinished();
+            delete process;
+        }
+    };
+
+    static std::unique_ptr<QProcess, Stop> start(const QString &directory, const QString &token)
+    {
+        std::unique_ptr<QProcess, Stop> process(new QProcess);
         process->start(QStringLiteral(INSTANCE_HOLDER_PROGRAM), {directory, token});
         return process;
     }

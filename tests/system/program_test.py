@@ -56,6 +56,14 @@ class Desktop:
         wait_for("the accessibility bus", lambda: bus.call_sync(
             "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
             GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))), None, 0, 1000) or True)
+        # A program that registers before the registry is there is never seen.
+        address = bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, 1000)
+        accessibility = Gio.DBusConnection.new_for_address_sync(
+            address.unpack()[0], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        wait_for("the registry", lambda: accessibility.call_sync(
+            "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root", "org.a11y.atspi.Accessible", "GetChildren",
+            None, None, 0, 5000))
 
     def close(self):
         for process in (self.launcher, self.screen):
@@ -104,8 +112,9 @@ class Planner:
         subprocess.run(["xdotool", *arguments], check=True)
 
     def kill(self):
-        self.process.kill()
-        self.process.communicate()
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.communicate()
 
     def end(self):
         """Waits for the program's own end: exit code and error output."""
@@ -229,7 +238,7 @@ class ProgramTest(unittest.TestCase):
         planner.keys("key", "Return")
         entry = pathlib.Path(self.home.name) / "autostart" / "tessaly.desktop"
         text = wait_for("the autostart entry", lambda: entry.exists() and entry.read_text())
-        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --data-dir {self.data}\n", text)
+        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data}\n", text)
 
 
 if __name__ == "__main__":

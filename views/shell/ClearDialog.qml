@@ -36,8 +36,6 @@ Sheet {
         }
 
         AppButton {
-            id: clearButton
-
             kind: AppButton.DestructiveFill
             text: Language.text("清空", "Clear")
             onClicked: {
@@ -45,10 +43,5 @@ Sheet {
                 dialog.close();
             }
         }
-    }
-
-    Shortcut {
-        sequences: ["Return", "Enter"]
-        enabled: clearButton.activeFocus
     }
 }

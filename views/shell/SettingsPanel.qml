@@ -28,6 +28,7 @@ Item {
             width: 74
             anchors.verticalCenter: parent.verticalCenter
             text: row.label
+            visible: text !== ""
             token: Theme.caption
             color: Theme.textSecondary
         }
