@@ -7,7 +7,7 @@
 namespace tessaly {
 
 /// The rules of a date-time field: its text, which part of it is chosen, and what keys do to that part. Wall-clock
-/// time of the value's own time specification; seconds are cleared by every change.
+/// time of the value's own time zone; seconds are cleared by every change.
 class DateTimeEditor : public QObject
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include "model/OverviewRules.h"
 #include "store/PlannerStore.h"
-#include "views/schedule/RowListModel.h"
+#include "views/RowListModel.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>

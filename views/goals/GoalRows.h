@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/schedule/RowListModel.h"
+#include "views/RowListModel.h"
 
 #include <QObject>
 #include <QString>

@@ -5,12 +5,13 @@
 #include "platform/Clock.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 namespace {
 
-const QString uncategorizedChinese = QStringLiteral("未分类");
-const QString uncategorizedEnglish = QStringLiteral("Uncategorized");
+/// The heading of goals without a category: Chinese, English.
+const std::pair uncategorizedTexts{QStringLiteral("未分类"), QStringLiteral("Uncategorized")};
 
 /// Absent when nothing was typed.
 std::optional<QString> optionalText(const QString &text)
@@ -125,8 +126,8 @@ void GoalViewModel::onChanged(const RowsChange &change)
 void GoalViewModel::translateUncategorized()
 {
     // An open group stays open in the other language.
-    if (m_expandedCategories.remove(m_store->text(uncategorizedEnglish, uncategorizedChinese)))
-        m_expandedCategories.insert(m_store->text(uncategorizedChinese, uncategorizedEnglish));
+    if (m_expandedCategories.remove(m_store->text(uncategorizedTexts.second, uncategorizedTexts.first)))
+        m_expandedCategories.insert(m_store->text(uncategorizedTexts.first, uncategorizedTexts.second));
     refreshRows();
 }
 
@@ -138,7 +139,7 @@ void GoalViewModel::refreshRows()
         if (!goal.isComplete)
             rows.append({.kind = GoalRow::Kind::ActiveGoal, .goalID = goal.id});
     }
-    const QString uncategorized = m_store->text(uncategorizedChinese, uncategorizedEnglish);
+    const QString uncategorized = m_store->text(uncategorizedTexts.first, uncategorizedTexts.second);
     const QList<GoalCategory> categories = completedGoalsByCategory(goals, uncategorized);
     const bool isCompletedExpanded = m_isCompletedExpanded && !categories.isEmpty();
     rows.append({.kind = GoalRow::Kind::Completed, .isExpanded = isCompletedExpanded, .isEmpty = categories.isEmpty()});

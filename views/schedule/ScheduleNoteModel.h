@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/ScheduleDraft.h"
-#include "views/schedule/RowListModel.h"
+#include "views/RowListModel.h"
 
 #include <QDateTime>
 #include <QObject>
