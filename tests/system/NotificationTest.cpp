@@ -1,5 +1,7 @@
+#include "model/UserCalendar.h"
 #include "platform/common/ScheduledNotificationCenter.h"
 #include "platform/common/SqlitePreferences.h"
+#include "platform/common/SystemClock.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakePreferences.h"
 #include "platform/linux/FreedesktopNotifications.h"
@@ -208,7 +210,8 @@ private slots:
         const QTemporaryDir directory;
         const auto missed = [&directory](const QString &body) {
             const auto preferences = SqlitePreferences::open(directory.path());
-            const QString minute = QDateTime::currentDateTime().addSecs(-3600).toString(u"yyyy-MM-ddTHH:mm"_s);
+            const QString minute =
+                UserCalendar::system().dateTime(SystemClock().now().plus(-3600)).toString(u"yyyy-MM-ddTHH:mm"_s);
             QJsonArray requests =
                 QJsonDocument::fromJson(preferences.value()
                                             ->get<QByteArray>(ScheduledNotificationCenter::requestsKey)
