@@ -1,7 +1,7 @@
 #pragma once
 
 #include "store/PlannerStore.h"
-#include "views/schedule/RowListModel.h"
+#include "views/RowListModel.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>
