@@ -72,7 +72,11 @@ QString colorHex(const RgbColor &color)
         return static_cast<uint>(std::clamp(std::round(component * 255.0), 0.0, 255.0));
     };
     const uint value = step(color.red) << 16U | step(color.green) << 8U | step(color.blue);
-    return u'#' + QStringLiteral("%1").arg(value, 6, 16, QLatin1Char('0')).toUpper();
+    // Every block of a crowded week asks for its colour; QString::arg would take most of the layout's time.
+    QString text(7, u'#');
+    for (qsizetype digit = 0; digit < 6; ++digit)
+        text[digit + 1] = QLatin1Char("0123456789ABCDEF"[value >> (4U * static_cast<uint>(5 - digit)) & 0xFU]);
+    return text;
 }
 
 QString paletteColor(QStringView identifier)

@@ -2,8 +2,11 @@ import QtQuick
 
 /// The title of a screen.
 AppText {
+    readonly property bool isChinese: /[\u3000-\u9fff]/.test(text)
+
     token: Theme.pageTitle
     // Letter spacing is for Latin letters only.
-    font.letterSpacing: /[\u3000-\u9fff]/.test(text) ? 0 : token.spacing
+    font.letterSpacing: isChinese ? 0 : token.spacing
+    font.family: isChinese ? Qt.application.font.family : Theme.displayFamily
     Accessible.role: Accessible.Heading
 }

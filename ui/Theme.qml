@@ -107,6 +107,8 @@ QtObject {
     readonly property TypeToken blockTitle: TypeToken { size: 12; line: 15; weight: Font.DemiBold }
     readonly property TypeToken mini: TypeToken { size: 11; line: 13 }
     readonly property TypeToken source: TypeToken { size: 14; line: 23 }
+    /// Family of large Latin titles.
+    readonly property string displayFamily: "Inter Display"
     /// Families of source text and code, best first.
     readonly property list<string> sourceFamilies: ["JetBrains Mono", "SF Mono", "Menlo", "DejaVu Sans Mono", "Noto Sans Mono CJK SC"]
 

@@ -21,11 +21,12 @@ Sheet {
         color: Theme.textSecondary
     }
 
+    // The store cannot sync with the system's calendars yet.
     foot: [
         AppButton {
+            enabled: false
             isRaised: true
             text: Language.text("立即同步", "Sync now")
-            onClicked: PlannerStore.requestCalendarAccessAndLoad()
         },
         AppButton {
             id: doneButton

@@ -13,8 +13,8 @@ Item {
     height: Math.max(22, text.text === "" ? place.childrenRect.height - 4 : text.height)
 
     AppText {
-        y: 1
         width: 64
+        height: 22
         text: detail.label
         token: Theme.control
         color: Theme.textSecondary
@@ -24,7 +24,9 @@ Item {
     AppText {
         id: text
 
+        // Fixed line heights leave their spare space below the line.
         x: 80
+        y: 2
         width: parent.width - x
         isMultiline: true
         text: detail.value

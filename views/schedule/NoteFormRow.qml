@@ -14,7 +14,7 @@ Item {
     AppText {
         id: labelText
 
-        y: 6
+        y: 8
         width: 104
         isMultiline: true
         text: row.label

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace tessaly {
 
@@ -30,11 +31,15 @@ QString countText(qsizetype count, bool isEnglish)
     return QStringLiteral("%1 个日程").arg(count);
 }
 
-QString joined(const QStringList &parts)
+QString joined(std::initializer_list<QStringView> parts)
 {
-    QStringList present = parts;
-    present.removeAll(QString());
-    return present.join(QStringLiteral(", "));
+    QString text;
+    for (const QStringView part : parts) {
+        if (!part.isEmpty() && !text.isEmpty())
+            text += QLatin1String(", ");
+        text += part;
+    }
+    return text;
 }
 
 } // namespace
