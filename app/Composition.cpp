@@ -100,7 +100,10 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
                                 language == AppLanguage::English ? QStringLiteral("Friend") : QStringLiteral("朋友"));
     (void)preferences->setValue(keys::hasAskedPreferredName, true);
     parts->preferences = std::move(preferences);
-    parts->eventStore = std::make_unique<FakeEventStore>();
+    auto eventStore = std::make_unique<FakeEventStore>();
+    for (const EventCalendar &sample : sampleCalendars(language))
+        eventStore->addCalendar(sample);
+    parts->eventStore = std::move(eventStore);
     parts->notificationCenter = std::make_unique<FakeNotificationCenter>();
     parts->loginItem = std::make_unique<FakeLoginItem>();
     parts->feedDownloader = std::make_unique<FakeFeedDownloader>();

@@ -192,4 +192,32 @@ SavedData sampleData(AppLanguage language, const UserCalendar &calendar, Instant
     return Sample(language, calendar, now).data();
 }
 
+QList<EventCalendar> sampleCalendars(AppLanguage language)
+{
+    const auto text = [language](Pair pair) {
+        return QString::fromUtf16(language == AppLanguage::English ? pair.english : pair.chinese);
+    };
+    const QString cloud = QStringLiteral("iCloud");
+    const QString university = text({u"大学", u"University"});
+    return {
+        {.identifier = QStringLiteral("courses"),
+         .title = text({u"课程", u"Courses"}),
+         .sourceTitle = cloud,
+         .color = EventCalendar::Rgb{0.17, 0.40, 0.85}},
+        {.identifier = QStringLiteral("family"),
+         .title = text({u"家庭", u"Family"}),
+         .sourceTitle = cloud,
+         .color = EventCalendar::Rgb{0.80, 0.25, 0.23}},
+        {.identifier = QStringLiteral("seminars"),
+         .title = text({u"研讨会", u"Seminars"}),
+         .sourceTitle = university,
+         .color = EventCalendar::Rgb{0.50, 0.31, 0.80}},
+        {.identifier = QStringLiteral("holidays"),
+         .title = text({u"节假日", u"Holidays"}),
+         .sourceTitle = university,
+         .color = EventCalendar::Rgb{0.14, 0.53, 0.30},
+         .isWritable = false},
+    };
+}
+
 } // namespace tessaly

@@ -3,6 +3,7 @@
 #include "app/Composition.h"
 #include "app/LarkspanApp.h"
 #include "store/PlannerStore.h"
+#include "views/schedule/ScheduleViewModel.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -12,32 +13,74 @@
 #include <QStyleHints>
 
 #include <cstdio>
+#include <functional>
 
 namespace tessaly {
 
 namespace {
 
-/// A place to visit: a screen, and the view state that opens something over it.
+/// A place to visit: a screen, and what opens and closes something over it.
 struct Stop
 {
     QString name;
     ShellModel::SidebarItem section;
-    /// A property of the screen or of the window's content, whichever has it; may be empty.
-    QByteArray state = {};
-    QVariant value = true;
+    /// Both get the window's content and the screen in it; may be empty.
+    std::function<void(QObject &content, QObject &screen)> open = {};
+    std::function<void(QObject &content, QObject &screen)> close = {};
 };
+
+/// Something over the window that a property of its content opens.
+Stop overWindow(const QString &name, const char *property)
+{
+    const auto setter = [property](bool isOpen) {
+        return [property, isOpen](QObject &content, QObject &) {
+            if (content.metaObject()->indexOfProperty(property) < 0)
+                qFatal("The window's content has no %s", property);
+            content.setProperty(property, isOpen);
+        };
+    };
+    return {name, ShellModel::Overview, setter(true), setter(false)};
+}
+
+/// Something on the schedule screen.
+Stop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void (*close)(ScheduleViewModel &))
+{
+    const auto caller = [](void (*change)(ScheduleViewModel &)) {
+        return [change](QObject &, QObject &screen) {
+            auto *viewModel = screen.findChild<ScheduleViewModel *>();
+            if (!viewModel)
+                qFatal("The schedule screen has no view-model");
+            change(*viewModel);
+        };
+    };
+    return {name, ShellModel::Schedule, caller(open), caller(close)};
+}
 
 const QList<Stop> &stops()
 {
+    using ViewModel = ScheduleViewModel;
+    const auto closeSheet = [](ViewModel &viewModel) { viewModel.closeSheet(); };
     static const QList<Stop> list{
         {QStringLiteral("overview"), ShellModel::Overview},
-        {QStringLiteral("schedule"), ShellModel::Schedule},
+        {QStringLiteral("schedule-week"), ShellModel::Schedule},
+        onSchedule(
+            QStringLiteral("schedule-month"), [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Month); },
+            [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Week); }),
+        onSchedule(
+            QStringLiteral("sheet-import"), [](ViewModel &viewModel) { viewModel.openImportSettings(); }, closeSheet),
+        onSchedule(
+            QStringLiteral("sheet-display"), [](ViewModel &viewModel) { viewModel.openDisplaySettings(); }, closeSheet),
+        onSchedule(
+            QStringLiteral("sheet-sync"), [](ViewModel &viewModel) { viewModel.openSyncSettings(); }, closeSheet),
+        onSchedule(
+            QStringLiteral("note"), [](ViewModel &viewModel) { viewModel.editListed(0); },
+            [](ViewModel &viewModel) { viewModel.closeNote(); }),
         {QStringLiteral("todos"), ShellModel::Reminders},
         {QStringLiteral("goals"), ShellModel::Goals},
         {QStringLiteral("documents"), ShellModel::Documents},
-        {QStringLiteral("first-run"), ShellModel::Overview, "showNamePrompt"},
-        {QStringLiteral("dialog-clear"), ShellModel::Overview, "showClearConfirmation"},
-        {QStringLiteral("dialog-about"), ShellModel::Overview, "showAbout"},
+        overWindow(QStringLiteral("first-run"), "showNamePrompt"),
+        overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
+        overWindow(QStringLiteral("dialog-about"), "showAbout"),
     };
     return list;
 }
@@ -70,17 +113,11 @@ public:
 
     void show(const Stop &stop) const
     {
-        QObject *content = contentView();
-        content->setProperty("section", stop.section);
-        if (!stop.state.isEmpty())
-            owner(stop)->setProperty(stop.state, stop.value);
+        contentView().setProperty("section", stop.section);
+        change(stop.open);
     }
 
-    void leave(const Stop &stop) const
-    {
-        if (stop.value.typeId() == QMetaType::Bool && !stop.state.isEmpty())
-            owner(stop)->setProperty(stop.state, false);
-    }
+    void leave(const Stop &stop) const { change(stop.close); }
 
     /// The window's picture once it no longer changes.
     [[nodiscard]] QImage picture() const
@@ -99,17 +136,16 @@ public:
     }
 
 private:
-    [[nodiscard]] QObject *contentView() const { return m_app.window().property("content").value<QObject *>(); }
+    [[nodiscard]] QObject &contentView() const { return *m_app.window().property("content").value<QObject *>(); }
 
-    [[nodiscard]] QObject *owner(const Stop &stop) const
+    void change(const std::function<void(QObject &, QObject &)> &step) const
     {
-        QObject *content = contentView();
-        if (content->metaObject()->indexOfProperty(stop.state) >= 0)
-            return content;
-        auto *screen = content->property("screen").value<QObject *>();
-        if (!screen || screen->metaObject()->indexOfProperty(stop.state) < 0)
-            qFatal("Nothing on the way to %s has %s", qUtf8Printable(stop.name), stop.state.constData());
-        return screen;
+        QObject &content = contentView();
+        auto *screen = content.property("screen").value<QObject *>();
+        if (!screen)
+            qFatal("The window shows no screen");
+        if (step)
+            step(content, *screen);
     }
 
     LarkspanApp &m_app;
