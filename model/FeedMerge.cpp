@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <QStringBuilder>
 
 #include <array>
 #include <charconv>
@@ -12,19 +13,31 @@ namespace tessaly {
 
 namespace {
 
-QString decimal(double value)
+/// Makes the keys of one feed; their common beginning is worded once.
+class EventKeys
 {
-    std::array<char, 400> buffer; // the longest double in fixed notation has 327 characters
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
-    const QLatin1StringView digits(buffer.data(), end);
-    return digits.contains(u'.') ? QString(digits) : digits + QStringLiteral(".0");
-}
+public:
+    explicit EventKeys(const QUuid &feedID) : m_prefix(uuidText(feedID) + u'|') {}
+
+    [[nodiscard]] QString key(const QString &uid, Instant start) const
+    {
+        std::array<char, 400> buffer; // the longest double in fixed notation has 327 characters
+        const auto written =
+            std::to_chars(buffer.data(), buffer.data() + buffer.size(), start.unixSeconds(), std::chars_format::fixed);
+        const QLatin1StringView seconds(buffer.data(), written.ptr);
+        const QLatin1StringView fraction(seconds.contains(u'.') ? "" : ".0");
+        return m_prefix % uid % u'|' % seconds % fraction;
+    }
+
+private:
+    QString m_prefix;
+};
 
 } // namespace
 
 QString feedEventKey(const QUuid &feedID, const QString &uid, Instant start)
 {
-    return uuidText(feedID) + u'|' + uid + u'|' + decimal(start.unixSeconds());
+    return EventKeys(feedID).key(uid, start);
 }
 
 QList<ScheduleItem> mergeFeed(const QList<ParsedEvent> &events, const QUuid &feedID,
@@ -41,12 +54,13 @@ QList<ScheduleItem> mergeFeed(const QList<ParsedEvent> &events, const QUuid &fee
             rows.insert(key, row);
     }
 
+    const EventKeys keys(feedID);
     QList<ScheduleItem> merged;
     merged.reserve(events.size());
     QSet<QString> seen;
     seen.reserve(events.size());
     for (const ParsedEvent &event : events) {
-        const QString key = feedEventKey(feedID, event.uid, event.start);
+        const QString key = keys.key(event.uid, event.start);
         const qsizetype before = seen.size();
         seen.insert(key);
         if (seen.size() == before)
