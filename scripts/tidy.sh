@@ -3,7 +3,7 @@
 # on those of the newest commits (TIDY_FILES of them at most).
 set -euo pipefail
 directory=$1
-limit=${TIDY_FILES:-24}
+limit=${TIDY_FILES:-12}
 
 changed_files() {
     git diff --name-only HEAD

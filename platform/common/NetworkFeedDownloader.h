@@ -20,7 +20,7 @@ public:
     struct Limits
     {
         std::chrono::milliseconds silence = std::chrono::seconds(60);
-        qint64 largestBody = 64 * 1024 * 1024;
+        qint64 largestBody = qint64(64) * 1024 * 1024;
     };
 
     explicit NetworkFeedDownloader(Limits limits);
