@@ -237,7 +237,7 @@ def arrows(source):
         "platform": ("platform/", "model/"),
     }.get(top)
     is_composition = re.match(r"app/(Composition|Demo)\w*\.(h|cpp)$", source.path)
-    for match in re.finditer(r'(?m)^\s*#\s*include\s+"([^"]+)"', source.code):
+    for match in re.finditer(r'(?m)^[ \t]*#\s*include\s+"([^"]+)"', source.code):
         target = match[1]
         is_adapter = re.match(r"platform/(common|linux|macos|fake)/", target)
         if reach and "/" in target and not target.startswith(reach):
