@@ -35,7 +35,12 @@ FocusScope {
             event.accepted = true;
         }
     }
-    onActiveFocusChanged: isFocusVisible = activeFocus
+    // The key that brought the focus here is released here.
+    Keys.onReleased: event => {
+        if (event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab)
+            isFocusVisible = true;
+    }
+    onActiveFocusChanged: isFocusVisible = false
 
     component Caption: Item {
         property alias text: label.text

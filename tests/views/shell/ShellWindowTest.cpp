@@ -156,9 +156,14 @@ private slots:
     {
         WindowUnderTest ui;
         openAnswered(ui);
-        ui.find(QAccessible::List, QStringLiteral("工作台"))->forceActiveFocus(Qt::TabFocusReason);
+        QQuickItem *list = ui.find(QAccessible::List, QStringLiteral("工作台"));
+        QVERIFY2(!list->property("isFocusVisible").toBool(), "the ring is for the keyboard");
+        ui.find(QAccessible::Button, QStringLiteral("菜单"))->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Backtab);
+        QVERIFY(list->hasActiveFocus());
         const QPointer<QQuickItem> first = ui.screen();
 
+        QVERIFY(list->property("isFocusVisible").toBool());
         ui.press(Qt::Key_Down);
         ui.press(Qt::Key_Down);
 
