@@ -17,10 +17,10 @@ function(tessaly_library name)
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
 endfunction()
 
-# tessaly_qml_module(name URI … SOURCES … QML … SINGLETONS … RESOURCES … LINK …): a static library that is one QML
-# module. Executables link <name> and <name>plugin.
+# tessaly_qml_module(name URI … SOURCES … QML … SINGLETONS … RESOURCES … DEPENDS … LINK …): a static library that is one
+# QML module; DEPENDS names the modules whose types its C++ types mention. Executables link <name> and <name>plugin.
 function(tessaly_qml_module name)
-  cmake_parse_arguments(arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;DEPENDS;LINK" ${ARGN})
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   qt_add_library(${name} STATIC)
   # Compiled QML is for speed; a debug build is quicker to make without.
@@ -33,6 +33,7 @@ function(tessaly_qml_module name)
     URI ${arg_URI}
     VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports
+    DEPENDENCIES ${arg_DEPENDS}
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML}
     RESOURCES ${arg_RESOURCES})

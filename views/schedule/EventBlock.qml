@@ -20,7 +20,7 @@ T.AbstractButton {
     required property bool isSelected
     required property string spokenName
 
-    readonly property string explanation: [title, timeRange, tag].filter(part => part !== "").join("\n")
+    readonly property string explanation: title + "\n" + timeRange + (tag === "" ? "" : "\n" + tag)
     readonly property color fullColor: Theme.scheduleColor(colorKey)
     readonly property color fill: Qt.tint(Theme.tint(fullColor, isSelected ? 0.36 : 0.16), Qt.alpha(Theme.text, down ? 0.08 : hovered ? 0.04 : 0))
     readonly property bool isNarrow: width < 72

@@ -8,6 +8,9 @@ Item {
 
     required property ScheduleViewModel viewModel
 
+    // Bound components cannot be made by a Loader of another file in Qt 6.4.
+    // qmllint disable unqualified
+
     SheetLoader {
         isOpen: sheets.viewModel.sheet === ScheduleViewModel.Import
         sourceComponent: CalendarSelectionView {
@@ -36,4 +39,6 @@ Item {
             viewModel: sheets.viewModel
         }
     }
+
+    // qmllint enable unqualified
 }

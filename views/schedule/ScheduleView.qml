@@ -39,6 +39,9 @@ Page {
         viewModel: model
     }
 
+    // Bound components cannot be made by a Loader of another file in Qt 6.4.
+    // qmllint disable unqualified
+
     Component {
         id: week
 
@@ -54,6 +57,8 @@ Page {
             viewModel: model
         }
     }
+
+    // qmllint enable unqualified
 
     ScheduleSheets {
         viewModel: model
