@@ -25,6 +25,7 @@ T.Button {
     rightPadding: leftPadding
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: clicked()
     Accessible.name: text
     // What cannot be undone needs a click or Space.
     Keys.onReturnPressed: event => button.returnPressed(event)

@@ -17,6 +17,7 @@ T.CheckBox {
     // The item decides whether a click ticks it off.
     checked: isComplete
     nextCheckState: () => circle.checkState
+    Accessible.onPressAction: clicked()
     Accessible.name: itemTitle
 
     contentItem: Item {

@@ -13,6 +13,7 @@ T.Button {
     implicitHeight: Theme.controlHeight - 2
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: clicked()
     Accessible.name: text
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

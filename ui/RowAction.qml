@@ -20,6 +20,7 @@ T.Button {
     rightPadding: 8
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: clicked()
     Accessible.name: itemTitle === "" ? text : text + ", " + itemTitle
     Keys.onReturnPressed: action.clicked()
     Keys.onEnterPressed: action.clicked()

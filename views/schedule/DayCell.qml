@@ -22,6 +22,7 @@ T.AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: clicked()
     Accessible.name: spokenName
     Accessible.description: isToday ? Language.text("今天", "Today") : ""
     Accessible.selectable: true

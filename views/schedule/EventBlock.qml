@@ -32,6 +32,7 @@ T.AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: clicked()
     Accessible.name: spokenName
     Accessible.selectable: true
     Accessible.selected: isSelected
