@@ -6,7 +6,6 @@
 using namespace tessaly;
 
 using Task = CommandLine::Task;
-Q_DECLARE_METATYPE(CommandLine::Task)
 
 class CommandLineTest : public QObject
 {

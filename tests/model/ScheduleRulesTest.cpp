@@ -193,7 +193,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(tessaly::Instant)
-Q_DECLARE_METATYPE(tessaly::CalendarScope)
 TESSALY_TEST_MAIN(ScheduleRulesTest)
 #include "ScheduleRulesTest.moc"

@@ -174,6 +174,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(tessaly::Instant)
 TESSALY_TEST_MAIN(UserCalendarTest)
 #include "UserCalendarTest.moc"

@@ -208,6 +208,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(tessaly::DayEvent)
 TESSALY_TEST_MAIN(WeekLayoutTest)
 #include "WeekLayoutTest.moc"

@@ -83,6 +83,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(std::shared_ptr<const Clock>)
 TESSALY_TEST_MAIN(AlarmTest)
 #include "AlarmTest.moc"

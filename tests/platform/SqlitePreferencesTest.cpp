@@ -243,7 +243,6 @@ private:
     QString m_path;
 };
 
-Q_DECLARE_METATYPE(std::function<void(const QString &)>)
 
 TESSALY_TEST_MAIN(SqlitePreferencesTest)
 #include "SqlitePreferencesTest.moc"

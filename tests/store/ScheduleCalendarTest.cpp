@@ -288,7 +288,6 @@ private:
     std::unique_ptr<StoreUnderTest> m_planner;
 };
 
-Q_DECLARE_METATYPE(std::function<void(tessaly::StoreUnderTest &)>)
 
 TESSALY_TEST_MAIN(ScheduleCalendarTest)
 #include "ScheduleCalendarTest.moc"

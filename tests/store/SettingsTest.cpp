@@ -151,7 +151,6 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(std::function<void(tessaly::PlannerStore &)>)
 
 TESSALY_TEST_MAIN(SettingsTest)
 #include "SettingsTest.moc"
