@@ -243,6 +243,5 @@ private:
     QString m_path;
 };
 
-
 TESSALY_TEST_MAIN(SqlitePreferencesTest)
 #include "SqlitePreferencesTest.moc"

@@ -288,6 +288,5 @@ private:
     std::unique_ptr<StoreUnderTest> m_planner;
 };
 
-
 TESSALY_TEST_MAIN(ScheduleCalendarTest)
 #include "ScheduleCalendarTest.moc"

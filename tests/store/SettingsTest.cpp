@@ -19,9 +19,9 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<PreferenceValue>("expected");
 
-        const auto row = [](const char *name, Change change, const char *signal, const QString &key,
+        const auto row = [](const char *name, const Change &change, const char *signal, const QString &key,
                             const PreferenceValue &expected) {
-            QTest::newRow(name) << std::move(change) << QByteArray(signal) << key << expected;
+            QTest::newRow(name) << change << QByteArray(signal) << key << expected;
         };
         const QSet<QString> identifiers{QStringLiteral("x")};
         const QStringList list{QStringLiteral("x")};
@@ -150,7 +150,6 @@ private slots:
                  isEnglish ? QStringLiteral("To-dos") : QStringLiteral("待办"));
     }
 };
-
 
 TESSALY_TEST_MAIN(SettingsTest)
 #include "SettingsTest.moc"
