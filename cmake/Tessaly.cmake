@@ -5,8 +5,7 @@ target_compile_options(tessaly_options INTERFACE
   -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
   # Optimised code makes it see null pointers inside Qt's own headers.
   $<$<NOT:$<CONFIG:Release>>:-Wnull-dereference>
-  # What the optimiser guesses about the flow of values is a hint to read, not a reason to stop.
-  $<$<BOOL:${TESSALY_WERROR}>:-Werror;-Wno-error=maybe-uninitialized;-Wno-error=array-bounds;-Wno-error=stringop-overflow;-Wno-error=stringop-overread;-Wno-error=restrict>)
+  $<$<BOOL:${TESSALY_WERROR}>:-Werror>)
 target_compile_definitions(tessaly_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
