@@ -6,6 +6,7 @@
 #include "store/PlannerStoreQml.h"
 #include "ui/Ui.h"
 
+#include <QCoreApplication>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -17,6 +18,15 @@ namespace {
 
 /// So long may the desktop take to tell its colour scheme before the window shows in a guessed one.
 constexpr int appearanceWaitMs = 150;
+
+/// Where the module with the web engine is: beside the program in its build directory, or where it was installed.
+void addEngineImportPaths(QQmlEngine &engine)
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    // At the end of the list, because nearly all modules are elsewhere.
+    engine.setImportPathList(engine.importPathList() << program + QStringLiteral("/engine")
+                                                     << program + QStringLiteral("/" TESSALY_ENGINE_FROM_PROGRAM));
+}
 
 } // namespace
 
@@ -33,6 +43,7 @@ LarkspanApp::~LarkspanApp() = default;
 bool LarkspanApp::load()
 {
     installImageProviders(m_engine);
+    addEngineImportPaths(m_engine);
     m_engine.setInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
     m_window =

@@ -33,6 +33,7 @@ function(tessaly_qml_module name)
     URI ${arg_URI}
     VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports
+    IMPORT_PATH ${TESSALY_ENGINE_DIRECTORY}
     DEPENDENCIES ${arg_DEPENDS}
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML}
@@ -49,5 +50,5 @@ function(tessaly_test name)
   target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 120
-    ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software")
+    ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QML_IMPORT_PATH=${TESSALY_ENGINE_DIRECTORY}")
 endfunction()

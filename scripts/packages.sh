@@ -9,6 +9,7 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qtcore
+    qt6-webengine-dev qml6-module-qtwebengine libqt6webenginecore6-bin
     libsqlite3-dev zlib1g-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri
     fonts-inter fonts-noto-cjk fonts-jetbrains-mono
@@ -62,7 +63,7 @@ explain_without_apt() {
     local tool lacking=()
     for tool in c++ cmake ninja pkg-config; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
-        "Ninja, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland), SQLite 3, ICU 60, Boost 1.75 with Boost.JSON;" \
+        "Ninja, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, ICU 60, Boost 1.75 with Boost.JSON;" \
         "for the tests libical, nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, python-dbusmock; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."

@@ -1,0 +1,194 @@
+import QtQuick
+import QtWebEngine
+import Tessaly.Ui
+
+/// One page of a document, closed to the outside: it stays where it was sent, asks for nothing and gets nothing.
+WebEngineView {
+    id: pane
+
+    /// Laid over the page's own style.
+    required property string css
+    /// Whether there is a page whose scroll position can be asked for.
+    readonly property bool hasPage: internal.hasPage
+
+    /// The page opened last is complete: formulas, local pictures, fonts, scroll position.
+    signal settled
+    /// The user clicked on a link; only addresses for a browser or a mail program are reported.
+    signal linkActivated(link: url)
+    /// The page's process ended by itself.
+    signal crashed
+
+    /// Loads a page that was published.
+    function open(page: url, scrollTop: real): void {
+        internal.isOpening = true;
+        internal.mayNavigate = true;
+        internal.scrollTop = scrollTop;
+        pane.url = page;
+    }
+
+    /// Tells the vertical scroll position to a function.
+    function tellScrollTop(listener: var): void {
+        runJavaScript("scrollY", listener);
+    }
+
+    function activate(link: url): void {
+        if (/^(https?|mailto):/i.test(link.toString()))
+            linkActivated(link);
+    }
+
+    backgroundColor: Theme.transparent
+    // The list's type is not declared to QML by the engine's own module.
+    // qmllint disable unresolved-type
+    Component.onCompleted: userScripts.collection = [
+        {
+            name: "announce",
+            injectionPoint: WebEngineScript.DocumentReady,
+            worldId: WebEngineScript.MainWorld,
+            sourceCode: internal.announceTypeset
+        }
+    ]
+    // qmllint enable unresolved-type
+
+    settings {
+        accelerated2dCanvasEnabled: false
+        autoLoadIconsForPage: false
+        dnsPrefetchEnabled: false
+        errorPageEnabled: false
+        focusOnNavigationEnabled: false
+        fullScreenSupportEnabled: false
+        hyperlinkAuditingEnabled: false
+        javascriptCanAccessClipboard: false
+        javascriptCanOpenWindows: false
+        javascriptCanPaste: false
+        localContentCanAccessFileUrls: false
+        localContentCanAccessRemoteUrls: false
+        localStorageEnabled: false
+        navigateOnDropEnabled: false
+        pdfViewerEnabled: false
+        pluginsEnabled: false
+        screenCaptureEnabled: false
+        touchIconsEnabled: false
+        unknownUrlSchemePolicy: WebEngineSettings.DisallowUnknownUrlSchemes
+        webGLEnabled: false
+        webRTCPublicInterfacesOnly: true
+    }
+
+    onCssChanged: {
+        if (internal.hasPage)
+            runJavaScript(internal.styleScript());
+    }
+
+    onNavigationRequested: request => {
+        if (request.isMainFrame && internal.mayNavigate && request.url === url) {
+            internal.mayNavigate = false;
+            return;
+        }
+        request.reject();
+        if (request.navigationType === WebEngineNavigationRequest.LinkClickedNavigation)
+            activate(request.url);
+    }
+    onNewWindowRequested: request => {
+        if (request.userInitiated)
+            activate(request.requestedUrl);
+    }
+    onFeaturePermissionRequested: (securityOrigin, feature) => grantFeaturePermission(securityOrigin, feature, false)
+    onAuthenticationDialogRequested: request => {
+        request.accepted = true;
+        request.dialogReject();
+    }
+    onColorDialogRequested: request => {
+        request.accepted = true;
+        request.dialogReject();
+    }
+    onFileDialogRequested: request => {
+        request.accepted = true;
+        request.dialogReject();
+    }
+    onJavaScriptDialogRequested: request => {
+        request.accepted = true;
+        request.dialogReject();
+    }
+    onContextMenuRequested: request => {
+        request.accepted = true;
+        if (request.selectedText !== "")
+            menu.popup(request.position.x, request.position.y);
+    }
+
+    onJavaScriptConsoleMessage: (level, message) => {
+        if (message === "typeset")
+            runJavaScript(internal.settleScript());
+        else if (message === "settled")
+            internal.settle();
+    }
+    onLoadingChanged: request => {
+        if (request.status === WebEngineView.LoadSucceededStatus)
+            patience.restart();
+        else if (request.status === WebEngineView.LoadFailedStatus)
+            internal.settle();
+    }
+    onRenderProcessTerminated: {
+        internal.isOpening = false;
+        internal.hasPage = false;
+        crashed();
+    }
+
+    AppMenu {
+        id: menu
+
+        AppMenuItem {
+            text: Language.text("复制", "Copy")
+            onTriggered: pane.triggerWebAction(WebEngineView.Copy)
+        }
+    }
+
+    // A document can bring a page's scripts to stumble, though not to do anything else.
+    Timer {
+        id: patience
+
+        interval: 3000
+        onTriggered: internal.settle()
+    }
+
+    QtObject {
+        id: internal
+
+        property bool hasPage: false
+        property bool isOpening: false
+        property bool mayNavigate: false
+        property real scrollTop: 0
+
+        readonly property string announceTypeset: `(async () => {
+            try { await MathJax.startup.promise; } finally { console.info("typeset"); }
+        })();`
+
+        function styleScript(): string {
+            return `(() => {
+                const root = document.documentElement;
+                const style = root.tessalyStyle ??= root.appendChild(document.createElement("style"));
+                const loaded = new Promise(done => style.onload = style.onerror = done);
+                style.textContent = ${JSON.stringify(pane.css)};
+                return loaded;
+            })()`;
+        }
+
+        function settleScript(): string {
+            return `(async () => {
+                await ${styleScript()};
+                const pictures = [...document.images].filter(picture => picture.src.startsWith("data:"));
+                await Promise.all(pictures.map(picture => picture.decode().catch(() => {})));
+                await document.fonts.ready;
+                scrollTo(0, ${scrollTop});
+                requestAnimationFrame(() => requestAnimationFrame(() => console.info("settled")));
+            })();`;
+        }
+
+        function settle(): void {
+            patience.stop();
+            if (!isOpening)
+                return;
+            isOpening = false;
+            hasPage = true;
+            pane.settled();
+        }
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QUrl>
+#include <QWebEngineUrlSchemeHandler>
+
+namespace tessaly {
+
+/// Answers requests for "tessaly:" addresses: the files of the npm packages under packageRoot + "npm/", with the paths
+/// that MarkdownPage writes, and pages of any size that were published. Everything else is not found.
+class PageServer : public QWebEngineUrlSchemeHandler
+{
+    Q_OBJECT
+
+public:
+    explicit PageServer(QObject *parent = nullptr);
+
+    /// Makes a page (HTML, UTF-8) ready to be loaded once from the returned address; the oldest of those that nobody
+    /// loads are dropped.
+    [[nodiscard]] QUrl publish(const QByteArray &page);
+
+    void requestStarted(QWebEngineUrlRequestJob *job) override;
+
+private:
+    struct Page
+    {
+        QUrl address;
+        QByteArray text;
+    };
+
+    QList<Page> m_pages;
+    quint64 m_count = 0;
+};
+
+} // namespace tessaly

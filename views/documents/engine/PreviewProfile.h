@@ -1,0 +1,30 @@
+#pragma once
+
+#include "views/documents/engine/PageServer.h"
+#include "views/documents/engine/RequestGate.h"
+
+#include <QQuickWebEngineProfile>
+#include <QtQml/qqmlregistration.h>
+
+namespace tessaly {
+
+/// What all previews share: an engine profile that keeps nothing on disk, serves the pages and lets nothing else
+/// through.
+class PreviewProfile : public QQuickWebEngineProfile
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    explicit PreviewProfile(QObject *parent = nullptr);
+
+    [[nodiscard]] PageServer &server() { return m_server; }
+    [[nodiscard]] RequestGate &gate() { return m_gate; }
+
+private:
+    PageServer m_server;
+    RequestGate m_gate;
+};
+
+} // namespace tessaly

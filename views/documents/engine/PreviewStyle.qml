@@ -1,0 +1,36 @@
+import QtQuick
+import Tessaly.Ui
+
+/// What the view lays over a page's own style, which is made for light paper and names a font that not every system has.
+QtObject {
+    id: style
+
+    readonly property string css: Theme.isDark ? darkCode + shared + dark : shared
+
+    readonly property string darkCode: `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");`
+    readonly property string shared: `
+        body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0}
+        blockquote{margin:1em 0}
+        pre,code{font-family:${families(Theme.sourceFamilies)},monospace}
+        pre{font-size:13px;line-height:1.5}
+        pre code.hljs{background:transparent;padding:0}
+        ::-webkit-scrollbar{width:12px;height:12px}
+        ::-webkit-scrollbar-thumb{background:${rgba(Theme.thumb)};background-clip:content-box;border:3px solid transparent;border-radius:6px}
+        ::-webkit-scrollbar-corner{background:transparent}`
+    readonly property string dark: `
+        body{color:${rgba(Theme.text)}}
+        a{color:${rgba(Theme.accentText)}}
+        pre{background:${rgba(Theme.card)}}
+        code{background:${rgba(Theme.hover)}}
+        th,td{border-color:${rgba(Theme.borderControl)}}
+        blockquote{border-left-color:${rgba(Theme.textDisabled)};color:${rgba(Theme.textSecondary)}}`
+
+    function families(names: list<string>): string {
+        return names.map(name => `"${name}"`).join(",");
+    }
+
+    /// CSS writes the opacity last, QML first.
+    function rgba(value: color): string {
+        return `rgba(${Math.round(value.r * 255)},${Math.round(value.g * 255)},${Math.round(value.b * 255)},${value.a})`;
+    }
+}
