@@ -38,7 +38,7 @@ WebEngineView {
 
     backgroundColor: Theme.transparent
     // The list's type is not declared to QML by the engine's own module.
-    // qmllint disable unresolved-type
+    // qmllint disable
     Component.onCompleted: userScripts.collection = [
         {
             name: "announce",
@@ -47,7 +47,7 @@ WebEngineView {
             sourceCode: internal.announceTypeset
         }
     ]
-    // qmllint enable unresolved-type
+    // qmllint enable
 
     settings {
         accelerated2dCanvasEnabled: false
