@@ -35,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         require(std::abs(event.start.unixSeconds()) < 3e11 && std::abs(event.end.unixSeconds()) < 3e11);
     }
 
-    const QList<ScheduleItem> first = mergeFeed(events, feed, {});
-    const QList<ScheduleItem> again = mergeFeed(events, feed, first);
+    const QList<ScheduleItem> first = mergeFeed(feedSchedules(events, feed), feed, {});
+    const QList<ScheduleItem> again = mergeFeed(feedSchedules(events, feed), feed, first);
     require(first == again && first.size() <= events.size());
     return 0;
 }

@@ -40,8 +40,30 @@ QString feedEventKey(const QUuid &feedID, const QString &uid, Instant start)
     return EventKeys(feedID).key(uid, start);
 }
 
-QList<ScheduleItem> mergeFeed(const QList<ParsedEvent> &events, const QUuid &feedID,
-                              const QList<ScheduleItem> &schedules)
+QList<ScheduleItem> feedSchedules(const QList<ParsedEvent> &events, const QUuid &feedID)
+{
+    const QString calendar = feedCalendarIdentifier(feedID);
+    const EventKeys keys(feedID);
+    QList<ScheduleItem> schedules;
+    schedules.reserve(events.size());
+    QSet<QString> seen;
+    seen.reserve(events.size());
+    for (const ParsedEvent &event : events) {
+        const QString key = keys.key(event.uid, event.start);
+        const qsizetype before = seen.size();
+        seen.insert(key);
+        if (seen.size() == before)
+            continue;
+        schedules.append({.title = event.title,
+                          .date = event.start,
+                          .endDate = event.end,
+                          .calendarEventIdentifier = key,
+                          .calendarIdentifier = calendar});
+    }
+    return schedules;
+}
+
+QList<ScheduleItem> mergeFeed(QList<ScheduleItem> fresh, const QUuid &feedID, const QList<ScheduleItem> &schedules)
 {
     const QString calendar = feedCalendarIdentifier(feedID);
     QHash<QString, qsizetype> rows;
@@ -53,28 +75,19 @@ QList<ScheduleItem> mergeFeed(const QList<ParsedEvent> &events, const QUuid &fee
         if (!rows.contains(key))
             rows.insert(key, row);
     }
-
-    const EventKeys keys(feedID);
-    QList<ScheduleItem> merged;
-    merged.reserve(events.size());
-    QSet<QString> seen;
-    seen.reserve(events.size());
-    for (const ParsedEvent &event : events) {
-        const QString key = keys.key(event.uid, event.start);
-        const qsizetype before = seen.size();
-        seen.insert(key);
-        if (seen.size() == before)
+    if (rows.isEmpty())
+        return fresh;
+    for (ScheduleItem &item : fresh) {
+        const auto row = rows.constFind(item.calendarEventIdentifier.value_or(QString()));
+        if (row == rows.cend())
             continue;
-        const auto row = rows.constFind(key);
-        ScheduleItem item = row != rows.cend() ? schedules.at(*row) : ScheduleItem();
-        item.title = event.title;
-        item.date = event.start;
-        item.endDate = event.end;
-        item.calendarEventIdentifier = key;
-        item.calendarIdentifier = calendar;
-        merged.append(std::move(item));
+        ScheduleItem kept = schedules.at(*row);
+        kept.title = item.title;
+        kept.date = item.date;
+        kept.endDate = item.endDate;
+        item = std::move(kept);
     }
-    return merged;
+    return fresh;
 }
 
 } // namespace tessaly

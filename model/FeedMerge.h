@@ -12,10 +12,14 @@ namespace tessaly {
 /// are written as a decimal number with at least one digit after the point ("1725235200.0").
 [[nodiscard]] QString feedEventKey(const QUuid &feedID, const QString &uid, Instant start);
 
-/// The schedules of a feed after a refresh, in the order of the events. A schedule in `schedules` that belongs to the
-/// feed and has the key of an event keeps everything but title, start and end; any other event becomes a new schedule.
-/// Of several events, or several schedules, with one key the first counts.
-[[nodiscard]] QList<ScheduleItem> mergeFeed(const QList<ParsedEvent> &events, const QUuid &feedID,
+/// The schedules that the events of a feed become, in the order of the events. Of several events with one key the first
+/// counts.
+[[nodiscard]] QList<ScheduleItem> feedSchedules(const QList<ParsedEvent> &events, const QUuid &feedID);
+
+/// The schedules of a feed after a refresh: those of feedSchedules(). One whose key a schedule of the feed in
+/// `schedules` has continues that schedule, which keeps everything but title, start and end. Of several with one key
+/// the first counts.
+[[nodiscard]] QList<ScheduleItem> mergeFeed(QList<ScheduleItem> fresh, const QUuid &feedID,
                                             const QList<ScheduleItem> &schedules);
 
 } // namespace tessaly

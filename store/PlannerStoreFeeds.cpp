@@ -70,31 +70,30 @@ void PlannerStore::readCalendarFeed(Result<QByteArray> body, const QUuid &feedID
             setCalendarFeedError(body.error());
         return;
     }
-    m_feedReader->read(body.value(), untitledEventText(), calendar().zone(),
-                       [this, feedID](const Result<QList<ParsedEvent>> &events) {
-                           if (events)
-                               applyCalendarEvents(events.value(), feedID);
-                           else if (rowOf(m_calendarFeeds, feedID) >= 0)
-                               setCalendarFeedError(events.error());
-                       });
+    m_feedReader->read(body.value(), feedReadingOptions(feedID), [this, feedID](Result<ReadCalendar> calendar) {
+        if (calendar)
+            applyReadCalendar(calendar.takeValue(), feedID);
+        else if (rowOf(m_calendarFeeds, feedID) >= 0)
+            setCalendarFeedError(calendar.error());
+    });
 }
 
-QString PlannerStore::untitledEventText() const
+ReadingOptions PlannerStore::feedReadingOptions(const QUuid &feedID) const
 {
-    return text(QStringLiteral("未命名日程"), QStringLiteral("Untitled event"));
+    return {feedID, text(QStringLiteral("未命名日程"), QStringLiteral("Untitled event")), calendar().zone()};
 }
 
 void PlannerStore::applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID)
 {
-    applyCalendarEvents(parseICalendar(feedText, untitledEventText(), calendar().zone()), feedID);
+    applyReadCalendar(readCalendar(feedText, feedReadingOptions(feedID)), feedID);
 }
 
-void PlannerStore::applyCalendarEvents(const QList<ParsedEvent> &events, const QUuid &feedID)
+void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
 {
     const qsizetype feedRow = rowOf(m_calendarFeeds, feedID);
     if (feedRow < 0)
         return;
-    QList<ScheduleItem> merged = mergeFeed(events, feedID, m_data.schedules);
+    QList<ScheduleItem> merged = mergeFeed(std::move(calendar.schedules), feedID, m_data.schedules);
     const QString identifier = feedCalendarIdentifier(feedID);
     const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
     const qsizetype removed = m_data.schedules.removeIf(isOfFeed);
@@ -108,7 +107,7 @@ void PlannerStore::applyCalendarEvents(const QList<ParsedEvent> &events, const Q
 
     m_calendarFeeds[feedRow].lastUpdated = clock().now();
     calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
-    const QString count = QString::number(events.size());
+    const QString count = QString::number(calendar.eventCount);
     setCalendarSyncMessage(
         text(QStringLiteral("链接日历已更新，共导入 ") + count + QStringLiteral(" 个日程。"),
              QStringLiteral("Linked calendar updated: ") + count + QStringLiteral(" events imported.")));

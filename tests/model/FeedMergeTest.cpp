@@ -13,6 +13,11 @@ ParsedEvent eventOf(const QString &uid, double start, const QString &title = QSt
     return {.uid = uid, .title = title, .start = {start}, .end = {start + 5400}};
 }
 
+QList<ScheduleItem> refreshed(const QList<ParsedEvent> &events, const QList<ScheduleItem> &schedules)
+{
+    return mergeFeed(feedSchedules(events, feedID), feedID, schedules);
+}
+
 } // namespace
 
 class FeedMergeTest : public QObject
@@ -53,7 +58,7 @@ private slots:
                            .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {100}),
                            .calendarIdentifier = feedCalendarIdentifier(feedID)};
 
-        const QList<ScheduleItem> merged = mergeFeed({eventOf(QStringLiteral("UID:a"), 100)}, feedID, {known});
+        const QList<ScheduleItem> merged = refreshed({eventOf(QStringLiteral("UID:a"), 100)}, {known});
 
         known.title = QStringLiteral("SUMMARY:New");
         known.endDate = Instant{5500};
@@ -72,7 +77,7 @@ private slots:
                                    .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {200}),
                                    .calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid())};
 
-        const QList<ScheduleItem> merged = mergeFeed({eventOf(QStringLiteral("UID:a"), 200)}, feedID, {moved, foreign});
+        const QList<ScheduleItem> merged = refreshed({eventOf(QStringLiteral("UID:a"), 200)}, {moved, foreign});
 
         QCOMPARE(merged.size(), 1);
         ScheduleItem expected{.title = QStringLiteral("SUMMARY:New"),
@@ -94,9 +99,9 @@ private slots:
         ScheduleItem second = first;
         second.notes = QStringLiteral("second");
 
-        const QList<ScheduleItem> merged = mergeFeed(
+        const QList<ScheduleItem> merged = refreshed(
             {eventOf(uid, 100, QStringLiteral("one")), eventOf(uid, 50), eventOf(uid, 100, QStringLiteral("two"))},
-            feedID, {first, second});
+            {first, second});
 
         QCOMPARE(merged.size(), 2);
         QCOMPARE(merged.at(0).title, QStringLiteral("one"));
