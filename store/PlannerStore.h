@@ -20,7 +20,8 @@
 namespace tessaly {
 
 class CalendarFeedReader;
-struct ParsedEvent;
+struct ReadCalendar;
+struct ReadingOptions;
 
 /// The one observable object: owns every record and setting, saves each change at once, restores everything at
 /// start. Main thread only. Every assignment to a published property saves itself and raises its signal, once.
@@ -87,6 +88,10 @@ public:
     [[nodiscard]] QString text(const QString &chinese, const QString &english) const;
     /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
     [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
+
+    /// Saves a setting that is not one of the planner's own, such as the window's appearance. A write that fails is
+    /// told and tried again like any other.
+    void savePreference(const QString &key, const PreferenceValue &value);
 
     /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
     /// and with each further change.
@@ -186,7 +191,6 @@ private:
     /// Writes a blob, after the blobs that could not be read at start were kept aside under keys of their own.
     void saveBlob(const QString &key, const std::function<Result<void>()> &write);
     [[nodiscard]] Result<void> keepUnreadableAside();
-    void savePreference(const QString &key, const PreferenceValue &value);
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
 
@@ -197,8 +201,8 @@ private:
     [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
 
     void readCalendarFeed(Result<QByteArray> body, const QUuid &feedID);
-    void applyCalendarEvents(const QList<ParsedEvent> &events, const QUuid &feedID);
-    [[nodiscard]] QString untitledEventText() const;
+    void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
+    [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 
     void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
     void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);

@@ -6,9 +6,9 @@
 
 namespace tessaly {
 
-ShellModel::ShellModel(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
                        QObject *parent)
-    : QObject(parent), m_store(store), m_preferences(preferences), m_systemAppearance(systemAppearance),
+    : QObject(parent), m_store(store), m_systemAppearance(systemAppearance),
       m_appearanceMode(preferences.get<QString>(keys::appearanceMode).value_or(QStringLiteral("system"))),
       m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
 {
@@ -25,7 +25,7 @@ void ShellModel::setAppearanceMode(const QString &mode)
     if (m_appearanceMode == mode)
         return;
     m_appearanceMode = mode;
-    (void)m_preferences.setValue(keys::appearanceMode, mode);
+    m_store.savePreference(keys::appearanceMode, mode);
     emit appearanceModeChanged();
     emit appearanceChanged();
 }
@@ -47,7 +47,7 @@ void ShellModel::answerNamePrompt(const QString &nameDraft)
 void ShellModel::postponeNamePrompt()
 {
     m_hasAskedPreferredName = true;
-    (void)m_preferences.setValue(keys::hasAskedPreferredName, true);
+    m_store.savePreference(keys::hasAskedPreferredName, true);
     emit hasAskedPreferredNameChanged();
 }
 

@@ -31,8 +31,9 @@ public:
     enum SidebarItem { Overview, Schedule, Reminders, Goals, Documents };
     Q_ENUM(SidebarItem)
 
-    /// All must outlive the model. Takes over the appearance's change handler.
-    ShellModel(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
+    /// The store and the appearance must outlive the model; the preferences are only read here. Takes over the
+    /// appearance's change handler.
+    ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
                QObject *parent = nullptr);
     ~ShellModel() override;
 
@@ -60,7 +61,6 @@ signals:
 
 private:
     PlannerStore &m_store;
-    Preferences &m_preferences;
     SystemAppearance &m_systemAppearance;
     QString m_appearanceMode;
     bool m_hasAskedPreferredName = false;

@@ -68,6 +68,21 @@ private slots:
         QCOMPARE(next.appearanceMode(), QStringLiteral("dark"));
     }
 
+    void anAppearanceThatCannotBeWrittenIsToldAndKeptLater()
+    {
+        StoreUnderTest planner;
+        FakeSystemAppearance appearance;
+        ShellModel shell(planner.startInEnglish(), planner.preferences, appearance);
+        planner.preferences.failWritesWith(Error{ErrorCode::StorageFull});
+        shell.setAppearanceMode(QStringLiteral("dark"));
+        QVERIFY(planner.message().startsWith(QStringLiteral("Could not save changes: ")));
+
+        planner.preferences.failWritesWith(std::nullopt);
+        planner.store->retryUnsavedChanges();
+
+        QCOMPARE(planner.preferences.get<QString>(keys::appearanceMode), QStringLiteral("dark"));
+    }
+
     void theNamePromptIsAnsweredOnce_data()
     {
         QTest::addColumn<QString>("draft");
