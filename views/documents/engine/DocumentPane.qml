@@ -68,7 +68,6 @@ WebEngineView {
         pluginsEnabled: false
         screenCaptureEnabled: false
         touchIconsEnabled: false
-        unknownUrlSchemePolicy: WebEngineSettings.DisallowUnknownUrlSchemes
         webGLEnabled: false
         webRTCPublicInterfacesOnly: true
     }

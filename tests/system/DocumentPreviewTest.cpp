@@ -1,0 +1,235 @@
+#include "tests/support/TestMain.h"
+#include "tests/system/DocumentUnderTest.h"
+
+#include <QDesktopServices>
+#include <QImage>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+using namespace tessaly;
+using namespace Qt::StringLiterals;
+
+/// What a user sees of a document, in the real engine.
+class DocumentPreviewTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rendersWhatMarkdownMeans_data();
+    void rendersWhatMarkdownMeans();
+    void showsTwentyMegabytesOfPictures();
+    void showsOnlyFilesThatArePictures();
+    void showsTenThousandLines();
+    void keepsTheOldRenderingUntilTheNewOneIsComplete();
+    void skipsTextsThatComeTooFastButNotTheLast();
+    void reportsLinksForABrowserOnly();
+
+private:
+    std::unique_ptr<DocumentUnderTest> m_document = std::make_unique<DocumentUnderTest>();
+};
+
+namespace {
+
+/// Receives what would be given to the desktop's programs.
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    UrlCatcher()
+    {
+        for (const QString &scheme : schemes)
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+    ~UrlCatcher() override
+    {
+        for (const QString &scheme : schemes)
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl &url) { urls.append(url); }
+
+private:
+    const QStringList schemes{u"http"_s, u"https"_s, u"mailto"_s, u"smb"_s, u"file"_s};
+};
+
+QString count(const QString &selector)
+{
+    return u"document.querySelectorAll('%1').length"_s.arg(selector);
+}
+
+/// Noise, which no format makes smaller.
+QString noisePicture(const QTemporaryDir &folder, const QString &name, int side)
+{
+    QImage image(side, side, QImage::Format_RGB32);
+    QRandomGenerator random(7);
+    for (int row = 0; row < side; ++row)
+        random.fillRange(reinterpret_cast<quint32 *>(image.scanLine(row)), side);
+    const QString path = folder.filePath(name);
+    return image.save(path, "PNG") ? QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) : QString();
+}
+
+} // namespace
+
+void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
+{
+    QTest::addColumn<QString>("markdown");
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QVariant>("expected");
+
+    const QString content = u"document.getElementById('content').textContent.trim()"_s;
+    QTest::newRow("rows of aligned equations")
+        << u"$$\\begin{aligned} a &= b \\\\ c &= d \\\\ e &= f \\end{aligned}$$"_s << count(u"mjx-mtr"_s)
+        << QVariant(3);
+    QTest::newRow("the four delimiters") << u"$a$ \\(b\\)\n\n$$c$$\n\n\\[d\\]"_s
+                                         << count(u"mjx-container"_s) + u"*10+"_s +
+                                                count(u"mjx-container[display=true]"_s)
+                                         << QVariant(42);
+    QTest::newRow("indices are no emphasis")
+        << u"$a_1 + b_2$ and $c_1 * d_2 * e$"_s << count(u"mjx-msub"_s) + u"*10+"_s + count(u"em"_s) << QVariant(40);
+    QTest::newRow("braces and thin spaces") << u"$\\{a\\,b\\}$"_s << count(u"mjx-mspace, mjx-merror"_s) << QVariant(1);
+    QTest::newRow("an extension that MathJax loads later")
+        << u"$\\cancel{x}$"_s << count(u"mjx-menclose"_s) << QVariant(1);
+    QTest::newRow("the typesetter's own fonts")
+        << u"$x$"_s << u"[...document.fonts].some(face => face.family.startsWith('MJX') && face.status === 'loaded')"_s
+        << QVariant(true);
+    QTest::newRow("colours of code") << u"```python\ndef f(): pass\n```"_s
+                                     << u"getComputedStyle(document.querySelector('.hljs-keyword')).color"_s
+                                     << QVariant(u"rgb(215, 58, 73)"_s);
+    QTest::newRow("table") << u"| a | b |\n| - | - |\n| 1 | 2 |"_s
+                           << u"getComputedStyle(document.querySelector('td')).borderTopWidth + "_s + count(u"th, td"_s)
+                           << QVariant(u"1px4"_s);
+    QTest::newRow("nested lists") << u"- a\n  1. b\n     - c"_s << count(u"ul > li > ol > li > ul > li"_s)
+                                  << QVariant(1);
+    QTest::newRow("task list") << u"- [x] done\n- [ ] open"_s
+                               << count(u"input:disabled"_s) + u"*10+"_s + count(u"input:checked"_s) << QVariant(21);
+    QTest::newRow("a line end is a break") << u"a\nb\r\nc"_s << count(u"p > br"_s) << QVariant(2);
+    QTest::newRow("Chinese, emoji, right to left")
+        << u"**中文**测试 😀 👨‍👩‍👧 שלום مرحبا"_s << content
+        << QVariant(u"中文测试 😀 👨‍👩‍👧 שלום مرحبا"_s);
+    QTest::newRow("what would end a script or a literal")
+        << u"```\n</script><!-- <script> ` ${x} \\` \\\n```"_s << content
+        << QVariant(u"</script><!-- <script> ` ${x} \\` \\"_s);
+    QTest::newRow("names that the page uses itself")
+        << u"<i id='content'>a</i><i name='MathJax'>b</i> $x$"_s << count(u"mjx-container"_s) << QVariant(1);
+}
+
+void DocumentPreviewTest::rendersWhatMarkdownMeans()
+{
+    QFETCH(const QString, markdown);
+    QFETCH(const QString, script);
+    QVERIFY(m_document->show(markdown));
+    QTEST(m_document->ask(script), "expected");
+}
+
+void DocumentPreviewTest::showsTwentyMegabytesOfPictures()
+{
+    constexpr int side = 1180; // about 4 MB as PNG
+    constexpr int pictures = 5;
+    const QTemporaryDir folder;
+    QString markdown = u"# Pictures\n"_s;
+    for (int i = 0; i < pictures; ++i)
+        markdown += u"![](%1)\n"_s.arg(
+            noisePicture(folder, u"图 %1 (a) [b].png"_s.arg(i), side).replace(u'(', u"%28"_s).replace(u')', u"%29"_s));
+    QVERIFY(m_document->show(markdown));
+    QCOMPARE(m_document->ask(u"[...document.images].filter(image => image.naturalWidth === %1).length"_s.arg(side)),
+             QVariant(pictures));
+    QVERIFY(m_document->ask(u"[...document.images].reduce((sum, image) => sum + image.src.length, 0)"_s).toInt() >
+            20'000'000);
+}
+
+void DocumentPreviewTest::showsOnlyFilesThatArePictures()
+{
+    const QTemporaryDir folder;
+    QFile secret(folder.filePath(u"secret.png"_s));
+    QVERIFY(secret.open(QIODevice::WriteOnly));
+    secret.write("root:x:0:0");
+    secret.close();
+    const QString picture = noisePicture(folder, u"picture.png"_s, 8);
+    QVERIFY(m_document->show(u"![](%1) ![](%2) ![](file:///dev/zero) <img src='%1'>"_s.arg(
+        picture, QUrl::fromLocalFile(secret.fileName()).toString())));
+    QCOMPARE(m_document->ask(u"[...document.images].map(image => image.naturalWidth + image.src.slice(0, 4)).join()"_s),
+             QVariant(u"8data,0file,0file,0file"_s));
+}
+
+void DocumentPreviewTest::showsTenThousandLines()
+{
+    QString markdown;
+    for (int line = 0; line < 10'000; ++line)
+        markdown += u"Line %1 with **bold** and `code`\n"_s.arg(line) + (line % 10 == 9 ? u"\n"_s : QString());
+    QVERIFY(m_document->show(markdown));
+    QCOMPARE(m_document->ask(count(u"p"_s) + u"+"_s + count(u"br"_s)), QVariant(10'000));
+}
+
+void DocumentPreviewTest::keepsTheOldRenderingUntilTheNewOneIsComplete()
+{
+    const QString blocks = u"<div style='background:#008000;height:4000px'></div>\n\n"_s;
+    const auto isGreen = [this] { return m_document->picture().pixelColor(300, 300) == QColor(0, 128, 0); };
+    QVERIFY(m_document->show(blocks));
+    (void)m_document->ask(u"scrollTo(0, 1234)"_s);
+    QTRY_VERIFY(isGreen());
+
+    int frames = 0;
+    int others = 0;
+    const auto connection = QObject::connect(&m_document->view(), &QQuickWindow::afterRendering, [&] { ++frames; });
+    m_document->type(blocks + u"more\n\n$x$"_s);
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            others += isGreen() ? 0 : 1;
+            return !m_document->isRendering();
+        },
+        60'000));
+    for (int after = frames + 5; frames < after; m_document->view().update()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        others += isGreen() ? 0 : 1;
+    }
+    QObject::disconnect(connection);
+    QCOMPARE(others, 0);
+    QCOMPARE(m_document->ask(u"scrollY"_s), QVariant(1234));
+    QCOMPARE(m_document->ask(count(u"mjx-container"_s)), QVariant(1));
+}
+
+void DocumentPreviewTest::skipsTextsThatComeTooFastButNotTheLast()
+{
+    QVERIFY(m_document->show(u"start"_s));
+    for (int i = 0; i < 20; ++i)
+        m_document->type(u"text %1"_s.arg(i));
+    QVERIFY(m_document->show(u"the last"_s));
+    QCOMPARE(m_document->ask(u"document.getElementById('content').textContent.trim()"_s), QVariant(u"the last"_s));
+}
+
+void DocumentPreviewTest::reportsLinksForABrowserOnly()
+{
+    UrlCatcher openedByTheEngine;
+    QVERIFY(m_document->show(u"[a](https://example.org/a)\n\n<a href='http://example.org/b' target='_blank'>b</a>\n\n"
+                             "[c](file:///etc/passwd)\n\n[d](javascript:alert(1))\n\n[e](other.md)\n\n"
+                             "[f](smb://host/share)\n\n[g](data:text/html,x)\n\n<a id='here' href='#here'>h</a>\n\n"
+                             "[i](mailto:a@example.org)"_s));
+    const QVariant page = m_document->ask(u"location.pathname"_s);
+    for (int link = 0; link < 9; ++link) {
+        const QStringList place =
+            m_document
+                ->ask(u"(r => `${Math.round(r.x + r.width / 2)} ${Math.round(r.y + r.height / 2)}`)("
+                      "document.querySelectorAll('a')[%1].getBoundingClientRect())"_s.arg(link))
+                .toString()
+                .split(u' ');
+        QTest::mouseClick(&m_document->view(), Qt::LeftButton, {}, {place.value(0).toInt(), place.value(1).toInt()});
+    }
+    const QStringList expected{u"https://example.org/a"_s, u"http://example.org/b"_s, u"mailto:a@example.org"_s};
+    QTRY_COMPARE(m_document->links(), expected);
+    QCOMPARE(m_document->ask(u"location.pathname"_s), page);
+    QCOMPARE(openedByTheEngine.urls, QList<QUrl>());
+}
+
+int main(int argc, char *argv[])
+{
+    fixEngineEnvironment();
+    QGuiApplication application(argc, argv);
+    DocumentPreviewTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "DocumentPreviewTest.moc"

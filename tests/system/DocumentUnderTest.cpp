@@ -1,0 +1,99 @@
+#include "tests/system/DocumentUnderTest.h"
+
+#include "tests/support/TestMain.h"
+#include "ui/Ui.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QSignalSpy>
+
+namespace tessaly {
+
+namespace {
+
+/// Room for a machine that does other things too.
+constexpr int patience = 60'000;
+
+const QByteArray scene = R"(
+    import QtQuick
+    import Tessaly.DocumentEngine
+    import Tessaly.Ui
+
+    Rectangle {
+        id: scene
+
+        property alias markdown: preview.markdown
+        property alias isRendering: preview.isRendering
+        property var answer
+        property list<string> links
+
+        signal answered
+        signal rendered
+
+        function ask(script: string): void {
+            const front = Array.from(preview.children).find(child => child.x === 0 && child.hasPage !== undefined);
+            front.runJavaScript(script, result => { answer = result; answered(); });
+        }
+
+        color: Theme.bg
+
+        MarkdownPreview {
+            id: preview
+
+            anchors.fill: parent
+            markdown: ""
+            onLinkActivated: link => scene.links.push(link.toString())
+            onRendered: scene.rendered()
+        }
+    })";
+
+} // namespace
+
+DocumentUnderTest::DocumentUnderTest()
+{
+    installImageProviders(*m_view.engine());
+    auto *component = new QQmlComponent(m_view.engine(), m_view.engine());
+    component->setData(scene, QUrl());
+    m_preview = component->create();
+    if (!m_preview)
+        qFatal("%s", qPrintable(component->errorString()));
+    m_view.setContent(QUrl(), component, m_preview);
+    m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view.resize(600, 700);
+    m_view.show();
+}
+
+bool DocumentUnderTest::show(const QString &markdown)
+{
+    // A real event loop, because the engine runs slowly in one that only looks for events now and then.
+    QSignalSpy rendered(m_preview, SIGNAL(rendered()));
+    if (isRendering() && !rendered.wait(patience))
+        return false;
+    rendered.clear();
+    type(markdown);
+    return !isRendering() || rendered.wait(patience);
+}
+
+void DocumentUnderTest::type(const QString &markdown)
+{
+    m_preview->setProperty("markdown", markdown);
+}
+
+QVariant DocumentUnderTest::ask(const QString &script)
+{
+    QSignalSpy answered(m_preview, SIGNAL(answered()));
+    QMetaObject::invokeMethod(m_preview, "ask", Q_ARG(QString, script));
+    if (answered.isEmpty() && !answered.wait(patience))
+        return {};
+    return m_preview->property("answer");
+}
+
+void fixEngineEnvironment()
+{
+    fixTestEnvironment();
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+} // namespace tessaly

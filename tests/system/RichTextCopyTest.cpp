@@ -1,0 +1,165 @@
+#include "tests/support/TestMain.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+using namespace tessaly;
+using namespace Qt::StringLiterals;
+
+/// Copies through the real engine to the clipboard of a real display, which other programs read.
+class RichTextCopyTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyElementCarriesItsOwnLook_data();
+    void everyElementCarriesItsOwnLook();
+    void anotherProgramFindsExactlyTwoTypes();
+    void ofTwoCopiesOnlyTheLaterAnswers();
+    void aFailureLeavesTheClipboardAlone();
+
+private:
+    [[nodiscard]] std::unique_ptr<QObject> copier()
+    {
+        QQmlComponent component(&m_engine);
+        component.setData("import Tessaly.DocumentEngine\nRichTextCopier {}", QUrl());
+        std::unique_ptr<QObject> made(component.create());
+        if (!made)
+            qFatal("%s", qPrintable(component.errorString()));
+        return made;
+    }
+
+    static void copy(QObject &copier, const QString &markdown)
+    {
+        QMetaObject::invokeMethod(&copier, "copy", Q_ARG(QString, markdown));
+    }
+
+    /// What the clipboard holds after the copy; empty when it failed.
+    [[nodiscard]] QString htmlOf(const QString &markdown)
+    {
+        const auto one = copier();
+        QSignalSpy finished(one.get(), SIGNAL(finished(bool)));
+        copy(*one, markdown);
+        if (!finished.wait(patience) || !finished.first().first().toBool())
+            return {};
+        return QString::fromUtf8(QGuiApplication::clipboard()->mimeData()->data(u"text/html"_s));
+    }
+
+    /// What xclip prints; it asks this program, which must go on meanwhile.
+    [[nodiscard]] static QByteArray clipboardSeenOutside(const QString &target)
+    {
+        QProcess process;
+        QSignalSpy finished(&process, &QProcess::finished);
+        process.start(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-out"_s, u"-target"_s, target});
+        return finished.wait(patience) ? process.readAllStandardOutput() : QByteArray();
+    }
+
+    static constexpr int patience = 60'000;
+    QQmlEngine m_engine;
+};
+
+void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
+{
+    QTest::addColumn<QString>("markdown");
+    QTest::addColumn<QStringList>("patterns");
+
+    const auto row = [](const char *name, const QString &markdown, const QStringList &patterns) {
+        QTest::newRow(name) << markdown << patterns;
+    };
+    const QString service = u"src=\"https://latex\\.codecogs\\.com/svg\\.image\\?"_s;
+    row("formula in a line", u"a $x^2$ b"_s,
+        {u"<p style=[^>]*>a <img "_s + service + u"x%5E2\" alt=\"formula\" style=\"[^\"]*display: inline-block"_s});
+    row("formula of its own", u"a\n$$\nx\n+ y\n$$\nb"_s,
+        {service + u"x%0A%2B%20y\" alt=\"formula\" style=\"[^\"]*margin: 16px auto[^\"]*display: block"_s});
+    row("a lone dollar", u"costs $5\nor $"_s, {u"costs \\$5<br[^>]*>or \\$"_s});
+    row("round and square delimiters stay", u"\\\\(a\\\\)"_s, {u">\\\\\\(a\\\\\\)<"_s});
+    row("paragraphs and list items", u"a\n\n- b"_s,
+        {u"<p style=\"[^\"]*margin: 12px 0px[^\"]*width: auto"_s, u"<li style=\"[^\"]*width: auto"_s,
+         u"<ul style=\"[^\"]*padding: 0px 0px 0px 26px"_s});
+    row("table", u"| a |\n| - |\n| b |"_s,
+        {u"<table style=\"[^\"]*margin: 16px 0px[^\"]*width: 100%"_s,
+         u"<th style=\"[^\"]*background-color: rgb\\(243, 243, 243\\)"_s,
+         u"<td style=\"[^\"]*border-width: 1px[^\"]*|<td style=\"[^\"]*border: 1px solid rgb\\(153, 153, 153\\)"_s});
+    row("colours of code", u"```python\ndef f(): pass\n```"_s,
+        {u"<span style=\"color: rgb\\(215, 58, 73\\)[^>]*>def<"_s});
+    row("heading", u"# Title"_s, {u"<h1 style=\"[^\"]*font-size: 24px; font-weight: 700"_s});
+    row("Chinese, emoji, right to left", u"中文 😀 שלום"_s, {u">中文 😀 שלום<"_s});
+    row("pictures keep their address", u"![](file:///a.png) ![](rel.png)"_s,
+        {u"src=\"file:///a.png\""_s, u"src=\"rel.png\""_s});
+    row("script as text", u"`</script>` <b class='x' id='content'>c</b>"_s,
+        {u"&lt;/script&gt;"_s, u"<b style=[^>]*>c<"_s});
+}
+
+void RichTextCopyTest::everyElementCarriesItsOwnLook()
+{
+    QFETCH(const QString, markdown);
+    QFETCH(const QStringList, patterns);
+    const QString html = htmlOf(markdown);
+    for (const QString &pattern : patterns)
+        QVERIFY2(html.contains(QRegularExpression(pattern)), qPrintable(pattern + u"\nnot in\n"_s + html));
+    QVERIFY(!html.contains(QRegularExpression(u"<[^>]* (class|id)="_s)));
+    // One property that only an element's own style can say, for every element.
+    QCOMPARE(html.count(u"word-break: "_s), html.count(QRegularExpression(u"<[a-z]"_s)));
+}
+
+void RichTextCopyTest::anotherProgramFindsExactlyTwoTypes()
+{
+    const QString markdown = u"# 标题 $x$\n\n- *a*\n"_s;
+    const QString html = htmlOf(markdown);
+    QVERIFY(!html.isEmpty());
+    QCOMPARE(QGuiApplication::clipboard()->mimeData()->formats(), (QStringList{u"text/plain"_s, u"text/html"_s}));
+
+    QByteArrayList types;
+    for (const QByteArray &type : clipboardSeenOutside(u"TARGETS"_s).split('\n')) {
+        if (type.contains('/') && !type.contains(';'))
+            types.append(type);
+    }
+    std::sort(types.begin(), types.end());
+    QCOMPARE(types, (QByteArrayList{"text/html", "text/plain"}));
+    QCOMPARE(QString::fromUtf8(clipboardSeenOutside(u"UTF8_STRING"_s)), markdown);
+    QCOMPARE(QString::fromUtf8(clipboardSeenOutside(u"text/html"_s)), html);
+}
+
+void RichTextCopyTest::ofTwoCopiesOnlyTheLaterAnswers()
+{
+    const auto first = copier();
+    const auto second = copier();
+    QSignalSpy firstFinished(first.get(), SIGNAL(finished(bool)));
+    QSignalSpy secondFinished(second.get(), SIGNAL(finished(bool)));
+    copy(*first, u"first"_s);
+    copy(*second, u"second"_s);
+    QVERIFY(secondFinished.wait(patience));
+    QCOMPARE(secondFinished.first().first(), QVariant(true));
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"second"_s);
+    QVERIFY(!htmlOf(u"third"_s).isEmpty());
+    QCOMPARE(firstFinished.count(), 0);
+    QCOMPARE(secondFinished.count(), 1);
+}
+
+void RichTextCopyTest::aFailureLeavesTheClipboardAlone()
+{
+    QGuiApplication::clipboard()->setText(u"before"_s);
+    const auto one = copier();
+    QSignalSpy finished(one.get(), SIGNAL(finished(bool)));
+    copy(*one, QString()); // Gives an empty page, which counts as none.
+    QVERIFY(finished.wait(patience));
+    QCOMPARE(finished.first().first(), QVariant(false));
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
+}
+
+int main(int argc, char *argv[])
+{
+    fixTestEnvironment();
+    qputenv("QT_QPA_PLATFORM", "xcb"); // Another program cannot see an offscreen clipboard.
+    QGuiApplication application(argc, argv);
+    RichTextCopyTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "RichTextCopyTest.moc"
