@@ -3,6 +3,8 @@
 #include "app/CommandLine.h"
 #include "app/SampleData.h"
 #include "model/RecordCodec.h"
+#include "model/Uuid.h"
+#include "platform/common/LocalFileSystem.h"
 #include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
 #include "platform/common/ScheduledNotificationCenter.h"
@@ -10,6 +12,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationCenter.h"
 #include "platform/fake/FakePreferences.h"
@@ -35,6 +38,8 @@ struct Composition::Parts
     std::unique_ptr<NotificationPresenter> notificationPresenter;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<FeedDownloader> feedDownloader;
+    std::unique_ptr<FileSystem> fileSystem;
+    QString documentsFolder;
     std::unique_ptr<SystemAppearance> systemAppearance;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<NotificationCenter> notificationCenter;
@@ -58,7 +63,8 @@ Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts
 {
     Parts &p = *m_parts;
     p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationCenter,
-                                                          *p.loginItem, *p.feedDownloader, *p.clock, p.calendar});
+                                                          *p.loginItem, *p.feedDownloader, *p.clock, p.calendar,
+                                                          *p.fileSystem, p.documentsFolder});
 }
 
 Composition::~Composition() = default;
@@ -73,6 +79,8 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->eventStore = std::make_unique<NullEventStore>();
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
     parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
+    parts->fileSystem = std::make_unique<LocalFileSystem>();
+    parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
@@ -93,6 +101,15 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
         parts->clock = std::make_unique<LinuxClock>();
     }
     auto preferences = std::make_unique<FakePreferences>();
+    auto fileSystem = std::make_unique<FakeFileSystem>();
+    parts->documentsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Documents");
+    const SampleDocuments documents = sampleDocuments(language, parts->clock->now());
+    (void)preferences->setValue(
+        keys::documentMetadataKey,
+        encodeDocumentLibrary(documents.library.categories, documents.library.documents).value_or(QByteArray()));
+    for (auto text = documents.texts.cbegin(); text != documents.texts.cend(); ++text)
+        fileSystem->write(parts->documentsFolder + u'/' + uuidText(text.key()) + QStringLiteral(".md"), text->toUtf8());
+    parts->fileSystem = std::move(fileSystem);
     const SavedData sample = sampleData(language, parts->calendar, parts->clock->now());
     (void)preferences->setValue(keys::storageKey, encodeSavedData(sample).value_or(QByteArray()));
     (void)preferences->setValue(keys::interfaceLanguage, rawValue(language));

@@ -5,10 +5,20 @@
 #include "model/UserCalendar.h"
 #include "platform/EventStore.h"
 
+#include <QHash>
+
 namespace tessaly {
 
 /// A made-up week around `now` with schedules, to-dos and goals, in the words of the language.
 [[nodiscard]] SavedData sampleData(AppLanguage language, const UserCalendar &calendar, Instant now);
+
+/// Made-up documents in categories, changed before `now`, and the text of each.
+struct SampleDocuments
+{
+    DocumentLibraryData library = {};
+    QHash<QUuid, QString> texts = {};
+};
+[[nodiscard]] SampleDocuments sampleDocuments(AppLanguage language, Instant now);
 
 /// Calendars of made-up accounts.
 [[nodiscard]] QList<EventCalendar> sampleCalendars(AppLanguage language);

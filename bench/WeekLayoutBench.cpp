@@ -3,6 +3,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationCenter.h"
 #include "platform/fake/FakePreferences.h"
@@ -39,8 +40,9 @@ public:
             if (schedule.calendarIdentifier)
                 identifiers.insert(*schedule.calendarIdentifier);
         }
-        store = std::make_unique<PlannerStore>(
-            PlannerPorts{preferences, eventStore, notificationCenter, loginItem, feedDownloader, clock, calendar});
+        store = std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
+                                                            feedDownloader, clock, calendar, files,
+                                                            QStringLiteral("/documents")});
         store->setVisibleCalendarIDs(identifiers);
         screen.setStore(store.get());
         screen.setDayWidth(118);
@@ -54,6 +56,7 @@ public:
     FakeNotificationCenter notificationCenter;
     FakeLoginItem loginItem;
     FakeFeedDownloader feedDownloader;
+    FakeFileSystem files;
     std::unique_ptr<PlannerStore> store;
     ScheduleViewModel screen;
     bool isReady = false;

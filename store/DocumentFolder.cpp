@@ -59,23 +59,24 @@ bool DocumentFolder::write(const QUuid &documentID, const QString &text)
 {
     m_files.makeFolder(m_path);
     const QByteArray bytes = text.toUtf8();
-    keepForeignVersion(documentID, bytes);
-    if (!m_files.write(documentPath(documentID), bytes))
+    if (!keepForeignVersion(documentID, bytes) || !m_files.write(documentPath(documentID), bytes))
         return false;
     m_knownDigests.insert(documentID, digest(bytes));
     return true;
 }
 
-void DocumentFolder::keepForeignVersion(const QUuid &documentID, const QByteArray &ours)
+bool DocumentFolder::keepForeignVersion(const QUuid &documentID, const QByteArray &ours)
 {
     const std::optional<QByteArray> onDisk = m_files.read(documentPath(documentID));
-    if (!onDisk || *onDisk == ours || m_knownDigests.value(documentID) == digest(*onDisk))
-        return;
+    if (!onDisk)
+        return !m_files.exists(documentPath(documentID));
+    if (*onDisk == ours || m_knownDigests.value(documentID) == digest(*onDisk))
+        return true;
     const QString base = m_path + u'/' + uuidText(documentID) + u" (changed elsewhere"_s;
     QString kept = base + u").md"_s;
     for (int number = 2; m_files.exists(kept); ++number)
         kept = base + u' ' + QString::number(number) + u").md"_s;
-    m_files.write(kept, *onDisk);
+    return m_files.write(kept, *onDisk);
 }
 
 void DocumentFolder::remove(const QUuid &documentID)

@@ -26,7 +26,8 @@ public:
     /// The text of the document; empty when its file is missing or not UTF-8. Remembers it as the version known here.
     [[nodiscard]] QString text(const QUuid &documentID);
     /// Writes the text at once and durably. A version that another program has written since the last text() or write()
-    /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number.
+    /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number. On failure, also of that, the former
+    /// file stands.
     bool write(const QUuid &documentID, const QString &text);
     void remove(const QUuid &documentID);
 
@@ -39,7 +40,8 @@ public:
     void moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
 
 private:
-    void keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
+    /// False when what stands there must not be written over.
+    [[nodiscard]] bool keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
 
     FileSystem &m_files;
     QString m_path;

@@ -7,6 +7,7 @@ namespace tessaly {
 class Clock;
 class EventStore;
 class FeedDownloader;
+class FileSystem;
 class LoginItem;
 class NotificationCenter;
 class Preferences;
@@ -21,6 +22,9 @@ struct PlannerPorts
     FeedDownloader &feedDownloader;
     const Clock &clock;
     UserCalendar calendar;
+    FileSystem &fileSystem;
+    /// Absolute path of the folder for documents while the user has chosen none.
+    QString documentsFolder;
 };
 
 } // namespace tessaly

@@ -7,18 +7,13 @@
 
 namespace tessaly {
 
-namespace {
-
-constexpr std::chrono::seconds saveRetryInterval(5);
-
-} // namespace
-
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
-    : QObject(parent), m_ports(ports), m_writer(saveRetryInterval), m_feedReader(std::make_unique<CalendarFeedReader>())
+    : QObject(parent), m_ports(ports), m_documentLibrary(m_ports, m_values), m_values(m_ports),
+      m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     load();
-    connect(&m_writer, &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);
-    connect(&m_writer, &PreferenceWriter::recovered, this, &PlannerStore::tellSaveRecovered);
+    connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);
+    connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerStore::tellSaveRecovered);
 }
 
 PlannerStore::~PlannerStore() = default;
@@ -38,7 +33,7 @@ void PlannerStore::load()
     m_selectedCalendarIDs = loadIdentifiers(keys::selectedCalendarIDs);
     m_visibleCalendarIDs = loadIdentifiers(keys::visibleCalendarIDs);
     loadMainData();
-    loadDocumentMetadata();
+    m_documentLibrary.load();
 }
 
 QSet<QString> PlannerStore::loadIdentifiers(const QString &key) const

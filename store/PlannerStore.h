@@ -8,8 +8,9 @@
 #include "model/UserCalendar.h"
 #include "platform/EventStore.h"
 #include "platform/Preferences.h"
+#include "store/DocumentLibrary.h"
 #include "store/PlannerPorts.h"
-#include "store/PreferenceWriter.h"
+#include "store/StoredValues.h"
 
 #include <QObject>
 #include <QSet>
@@ -53,10 +54,12 @@ public:
     [[nodiscard]] const QList<ScheduleItem> &schedules() const { return m_data.schedules; }
     [[nodiscard]] const QList<ReminderItem> &reminders() const { return m_data.reminders; }
     [[nodiscard]] const QList<Goal> &goals() const { return m_data.goals; }
-    [[nodiscard]] const QList<MarkdownCategory> &documentCategories() const { return m_library.categories; }
-    [[nodiscard]] const QList<MarkdownDocument> &documents() const { return m_library.documents; }
     [[nodiscard]] const QList<CalendarFeed> &calendarFeeds() const { return m_calendarFeeds; }
     [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
+
+    /// The Markdown documents and their categories.
+    [[nodiscard]] DocumentLibrary &documentLibrary() { return m_documentLibrary; }
+    [[nodiscard]] const DocumentLibrary &documentLibrary() const { return m_documentLibrary; }
 
     // Settings
     [[nodiscard]] const std::optional<QString> &calendarSyncMessage() const { return m_calendarSyncMessage; }
@@ -91,12 +94,12 @@ public:
 
     /// Saves a setting that is not one of the planner's own, such as the window's appearance. A write that fails is
     /// told and tried again like any other.
-    void savePreference(const QString &key, const PreferenceValue &value);
+    void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
 
     /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
     /// and with each further change.
-    [[nodiscard]] bool hasUnsavedChanges() const { return m_writer.hasUnsaved(); }
-    Q_INVOKABLE void retryUnsavedChanges() { m_writer.retry(); }
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_values.writer().hasUnsaved(); }
+    Q_INVOKABLE void retryUnsavedChanges() { m_values.writer().retry(); }
 
     // Records. Each verb that changes a list saves it and emits the list's signal, once. Records are found by their
     // id; a verb on an id that is not there does nothing.
@@ -152,8 +155,6 @@ signals:
     void schedulesChanged(const tessaly::RowsChange &change);
     void remindersChanged(const tessaly::RowsChange &change);
     void goalsChanged(const tessaly::RowsChange &change);
-    void documentCategoriesChanged(const tessaly::RowsChange &change);
-    void documentsChanged(const tessaly::RowsChange &change);
     void calendarFeedsChanged(const tessaly::RowsChange &change);
     void availableCalendarsChanged();
     void calendarSyncMessageChanged();
@@ -168,11 +169,7 @@ signals:
 private:
     void load();
     void loadMainData();
-    void loadDocumentMetadata();
     void loadCalendarFeeds();
-    /// The value of the blob under the key; one that cannot be decoded is noted in m_unreadableKeys.
-    template <class Value>
-    [[nodiscard]] std::optional<Value> decoded(const QString &key, std::optional<Value> (*decode)(QByteArrayView));
     [[nodiscard]] QSet<QString> loadIdentifiers(const QString &key) const;
 
     // What runs after an assignment to a published list: it is saved, then announced. The caller has changed the list
@@ -180,17 +177,11 @@ private:
     void schedulesAssigned(const RowsChange &rows);
     void remindersAssigned(const RowsChange &rows);
     void goalsAssigned(const RowsChange &rows);
-    void documentCategoriesAssigned(const RowsChange &rows);
-    void documentsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
 
     void encode(SavedDataEncoder::Section section, const RowsChange &rows);
     void save();
-    void saveDocumentMetadata();
     void saveCalendarFeeds();
-    /// Writes a blob, after the blobs that could not be read at start were kept aside under keys of their own.
-    void saveBlob(const QString &key, const std::function<Result<void>()> &write);
-    [[nodiscard]] Result<void> keepUnreadableAside();
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
 
@@ -219,21 +210,21 @@ private:
     bool m_isStored = false;
     /// Whether the encoder's last splice leads from what stands there to its JSON.
     bool m_isEditOfStored = false;
-    DocumentLibraryData m_library;
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;
     std::optional<QString> m_calendarSyncMessage;
     std::optional<QString> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;
-    QStringList m_unreadableKeys;
     QString m_preferredName;
     AppLanguage m_interfaceLanguage = AppLanguage::Chinese;
     int m_displayStartHour = 0;
     int m_displayEndHour = 24;
     bool m_automaticCalendarSync = true;
     bool m_launchAtLogin = false;
-    PreferenceWriter m_writer;
+    DocumentLibrary m_documentLibrary;
+    /// Goes before what it saves, when it writes a last time.
+    StoredValues m_values;
     std::unique_ptr<CalendarFeedReader> m_feedReader;
 };
 

@@ -1,5 +1,4 @@
 #include "model/RecordCodec.h"
-#include "platform/Clock.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 
@@ -7,58 +6,17 @@ namespace tessaly {
 
 void PlannerStore::loadMainData()
 {
-    std::optional<SavedData> data = decoded(keys::storageKey, decodeSavedData);
+    std::optional<SavedData> data = m_values.decoded(keys::storageKey, decodeSavedData);
     if (!data)
-        data = decoded(keys::backupStorageKey, decodeSavedData);
+        data = m_values.decoded(keys::backupStorageKey, decodeSavedData);
     if (data)
         m_data = *std::move(data);
 }
 
-void PlannerStore::loadDocumentMetadata()
-{
-    if (auto library = decoded(keys::documentMetadataKey, decodeDocumentLibrary))
-        m_library = *std::move(library);
-}
-
 void PlannerStore::loadCalendarFeeds()
 {
-    if (auto feeds = decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
+    if (auto feeds = m_values.decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
-}
-
-template <class Value>
-std::optional<Value> PlannerStore::decoded(const QString &key, std::optional<Value> (*decode)(QByteArrayView))
-{
-    const std::optional<PreferenceValue> stored = m_ports.preferences.value(key);
-    if (!stored)
-        return std::nullopt;
-    const auto *blob = std::get_if<QByteArray>(&*stored);
-    std::optional<Value> value = blob ? decode(*blob) : std::nullopt;
-    if (!value)
-        m_unreadableKeys.append(key);
-    return value;
-}
-
-Result<void> PlannerStore::keepUnreadableAside()
-{
-    while (!m_unreadableKeys.isEmpty()) {
-        const QString &key = m_unreadableKeys.constLast();
-        const QDateTime now = calendar().dateTime(clock().now()).toUTC();
-        const QString aside =
-            key + QStringLiteral("-unreadable-") + now.toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));
-        if (Result<void> kept = m_ports.preferences.keepAside(key, aside); !kept)
-            return kept;
-        m_unreadableKeys.removeLast();
-    }
-    return {};
-}
-
-void PlannerStore::saveBlob(const QString &key, const std::function<Result<void>()> &write)
-{
-    m_writer.write(key, [this, write] {
-        Result<void> kept = keepUnreadableAside();
-        return kept ? write() : kept;
-    });
 }
 
 void PlannerStore::schedulesAssigned(const RowsChange &rows)
@@ -82,18 +40,6 @@ void PlannerStore::goalsAssigned(const RowsChange &rows)
     emit goalsChanged(rows);
 }
 
-void PlannerStore::documentCategoriesAssigned(const RowsChange &rows)
-{
-    saveDocumentMetadata();
-    emit documentCategoriesChanged(rows);
-}
-
-void PlannerStore::documentsAssigned(const RowsChange &rows)
-{
-    saveDocumentMetadata();
-    emit documentsChanged(rows);
-}
-
 void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
 {
     saveCalendarFeeds();
@@ -109,7 +55,7 @@ void PlannerStore::encode(SavedDataEncoder::Section section, const RowsChange &r
 
 void PlannerStore::save()
 {
-    saveBlob(keys::storageKey, [this]() -> Result<void> {
+    m_values.saveBlob(keys::storageKey, [this]() -> Result<void> {
         // What has no JSON form is not saved, and nothing is told.
         if (!m_isEncoded)
             return {};
@@ -123,25 +69,12 @@ void PlannerStore::save()
     });
 }
 
-void PlannerStore::saveDocumentMetadata()
-{
-    saveBlob(keys::documentMetadataKey, [this]() -> Result<void> {
-        const std::optional<QByteArray> json = encodeDocumentLibrary(m_library.categories, m_library.documents);
-        return json ? m_ports.preferences.setValue(keys::documentMetadataKey, *json) : Result<void>();
-    });
-}
-
 void PlannerStore::saveCalendarFeeds()
 {
-    saveBlob(keys::calendarFeedsKey, [this]() -> Result<void> {
+    m_values.saveBlob(keys::calendarFeedsKey, [this]() -> Result<void> {
         const std::optional<QByteArray> json = encodeCalendarFeeds(m_calendarFeeds);
         return json ? m_ports.preferences.setValue(keys::calendarFeedsKey, *json) : Result<void>();
     });
-}
-
-void PlannerStore::savePreference(const QString &key, const PreferenceValue &value)
-{
-    m_writer.write(key, [this, key, value] { return m_ports.preferences.setValue(key, value); });
 }
 
 void PlannerStore::tellSaveFailed(const Error &error)

@@ -59,8 +59,8 @@ private slots:
         QCOMPARE(store.schedules().constFirst().title, QStringLiteral("kept"));
         QCOMPARE(store.reminders().size(), 1);
         QCOMPARE(store.goals().size(), 1);
-        QCOMPARE(store.documentCategories(), QList{category});
-        QCOMPARE(store.documents(), QList{document});
+        QCOMPARE(store.documentLibrary().documentCategories(), QList{category});
+        QCOMPARE(store.documentLibrary().documents(), QList{document});
         QCOMPARE(store.calendarFeeds(), QList{feed});
         QCOMPARE(store.selectedCalendarIDs(), (QSet{QStringLiteral("a"), QStringLiteral("b")}));
         QCOMPARE(store.visibleCalendarIDs(), QSet{QStringLiteral("c")});

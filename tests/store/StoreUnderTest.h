@@ -4,6 +4,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationCenter.h"
 #include "platform/fake/FakePreferences.h"
@@ -22,6 +23,7 @@ struct StoreUnderTest
     FakeNotificationCenter notificationCenter;
     FakeLoginItem loginItem;
     FakeFeedDownloader feedDownloader;
+    FakeFileSystem files;
     FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
     UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     std::unique_ptr<PlannerStore> store;
@@ -29,8 +31,9 @@ struct StoreUnderTest
     PlannerStore &start()
     {
         store.reset();
-        store = std::make_unique<PlannerStore>(
-            PlannerPorts{preferences, eventStore, notificationCenter, loginItem, feedDownloader, clock, calendar});
+        store = std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
+                                                            feedDownloader, clock, calendar, files,
+                                                            QStringLiteral("/documents")});
         return *store;
     }
 
@@ -49,6 +52,9 @@ struct StoreUnderTest
         const std::optional<QByteArray> blob = preferences.get<QByteArray>(key);
         return blob ? decodeSavedData(*blob) : std::nullopt;
     }
+
+    /// The documents of the store.
+    [[nodiscard]] DocumentLibrary &library() const { return store->documentLibrary(); }
 
     /// The message on the status line; empty when there is none.
     [[nodiscard]] QString message() const { return store->calendarSyncMessage().value_or(QString()); }

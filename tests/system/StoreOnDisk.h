@@ -4,6 +4,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationCenter.h"
 #include "store/PlannerStore.h"
@@ -17,7 +18,7 @@ public:
     explicit StoreOnDisk(std::unique_ptr<SqlitePreferences> preferences)
         : m_preferences(std::move(preferences)),
           m_store({*m_preferences, m_eventStore, m_notificationCenter, m_loginItem, m_feedDownloader, m_clock,
-                   UserCalendar(QTimeZone::utc(), Qt::Monday, QLocale::c())})
+                   UserCalendar(QTimeZone::utc(), Qt::Monday, QLocale::c()), m_files, QStringLiteral("/documents")})
     {
     }
 
@@ -30,6 +31,7 @@ private:
     FakeNotificationCenter m_notificationCenter;
     FakeLoginItem m_loginItem;
     FakeFeedDownloader m_feedDownloader;
+    FakeFileSystem m_files;
     FakeClock m_clock{Instant{0}};
     PlannerStore m_store;
 };

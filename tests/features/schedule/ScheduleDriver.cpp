@@ -10,8 +10,9 @@ namespace tessaly {
 ScheduleDriver::ScheduleDriver(Qt::DayOfWeek firstWeekday)
     : calendar(QTimeZone("Europe/Vienna"), firstWeekday, QLocale::c()),
       clock(calendar.instant({2026, 9, 9}, {10, 20, 30})),
-      store(std::make_unique<PlannerStore>(
-          PlannerPorts{preferences, eventStore, notificationCenter, loginItem, feedDownloader, clock, calendar}))
+      store(std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
+                                                        feedDownloader, clock, calendar, files,
+                                                        QStringLiteral("/documents")}))
 {
 }
 

@@ -3,6 +3,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
+#include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationCenter.h"
 #include "platform/fake/FakePreferences.h"
@@ -46,6 +47,7 @@ public:
     FakeNotificationCenter notificationCenter;
     FakeLoginItem loginItem;
     FakeFeedDownloader feedDownloader;
+    FakeFileSystem files;
     std::unique_ptr<PlannerStore> store;
     std::unique_ptr<ScheduleViewModel> screen;
 };

@@ -1,0 +1,58 @@
+#include "platform/fake/FakeFileSystem.h"
+
+namespace tessaly {
+
+bool FakeFileSystem::exists(const QString &path) const
+{
+    const auto inside = m_files.lowerBound(path + u'/');
+    return m_files.contains(path) || (inside != m_files.cend() && inside.key().startsWith(path + u'/'));
+}
+
+std::optional<QByteArray> FakeFileSystem::read(const QString &path) const
+{
+    const auto found = m_files.constFind(path);
+    return found == m_files.cend() ? std::nullopt : std::optional(*found);
+}
+
+QStringList FakeFileSystem::fileNames(const QString &folder) const
+{
+    const QString prefix = folder + u'/';
+    QStringList names;
+    for (auto it = m_files.lowerBound(prefix); it != m_files.cend() && it.key().startsWith(prefix); ++it) {
+        const QString name = it.key().mid(prefix.size());
+        if (!name.contains(u'/'))
+            names.append(name);
+    }
+    return names;
+}
+
+bool FakeFileSystem::makeFolder(const QString &)
+{
+    return !m_isReadOnly;
+}
+
+bool FakeFileSystem::write(const QString &path, const QByteArray &bytes)
+{
+    if (m_isReadOnly)
+        return false;
+    m_files.insert(path, bytes);
+    return true;
+}
+
+bool FakeFileSystem::copy(const QString &from, const QString &to)
+{
+    const std::optional<QByteArray> bytes = read(from);
+    return bytes && !exists(to) && write(to, *bytes);
+}
+
+bool FakeFileSystem::move(const QString &from, const QString &to)
+{
+    return copy(from, to) && remove(from);
+}
+
+bool FakeFileSystem::remove(const QString &path)
+{
+    return !m_isReadOnly && m_files.remove(path) > 0;
+}
+
+} // namespace tessaly

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <QMap>
+
+namespace tessaly {
+
+/// Files in memory. Every folder exists. What changes files can be made to fail.
+class FakeFileSystem final : public FileSystem
+{
+public:
+    [[nodiscard]] bool exists(const QString &path) const override;
+    [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
+    [[nodiscard]] QStringList fileNames(const QString &folder) const override;
+    bool makeFolder(const QString &folder) override;
+    bool write(const QString &path, const QByteArray &bytes) override;
+    bool copy(const QString &from, const QString &to) override;
+    bool move(const QString &from, const QString &to) override;
+    bool remove(const QString &path) override;
+
+    /// Paths of all files, in order.
+    [[nodiscard]] QStringList paths() const { return m_files.keys(); }
+    /// While true, nothing can be changed.
+    void setReadOnly(bool isReadOnly) { m_isReadOnly = isReadOnly; }
+
+private:
+    QMap<QString, QByteArray> m_files;
+    bool m_isReadOnly = false;
+};
+
+} // namespace tessaly

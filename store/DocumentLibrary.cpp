@@ -1,0 +1,193 @@
+#include "store/DocumentLibrary.h"
+
+#include "model/RecordCodec.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "store/PreferenceKeys.h"
+#include "store/RecordRows.h"
+#include "store/StoredValues.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+namespace tessaly {
+
+namespace {
+
+QString folderFromPreferences(const PlannerPorts &ports)
+{
+    const QString stored = ports.preferences.get<QString>(keys::documentSaveLocationKey).value_or(QString());
+    return stored.isEmpty() ? ports.documentsFolder : stored;
+}
+
+/// The text of a file that is UTF-8, without a byte order mark.
+std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
+{
+    if (!bytes)
+        return std::nullopt;
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString text = decoder(*bytes);
+    return decoder.hasError() ? std::nullopt : std::optional(std::move(text));
+}
+
+} // namespace
+
+DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, QObject *parent)
+    : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports))
+{
+}
+
+void DocumentLibrary::load()
+{
+    loadDocumentMetadata();
+}
+
+void DocumentLibrary::loadDocumentMetadata()
+{
+    if (auto library = m_values.decoded(keys::documentMetadataKey, decodeDocumentLibrary))
+        m_library = *std::move(library);
+}
+
+void DocumentLibrary::saveDocumentMetadata()
+{
+    m_values.saveBlob(keys::documentMetadataKey, [this]() -> Result<void> {
+        const std::optional<QByteArray> json = encodeDocumentLibrary(m_library.categories, m_library.documents);
+        return json ? m_ports.preferences.setValue(keys::documentMetadataKey, *json) : Result<void>();
+    });
+}
+
+void DocumentLibrary::documentCategoriesAssigned(const RowsChange &rows)
+{
+    saveDocumentMetadata();
+    emit documentCategoriesChanged(rows);
+}
+
+void DocumentLibrary::documentsAssigned(const RowsChange &rows)
+{
+    saveDocumentMetadata();
+    emit documentsChanged(rows);
+}
+
+template <class Change>
+void DocumentLibrary::touch(const QUuid &id, Change change)
+{
+    const qsizetype row = rowOf(m_library.documents, id);
+    if (row < 0)
+        return;
+    MarkdownDocument &document = m_library.documents[row];
+    change(document);
+    document.updatedAt = m_ports.clock.now();
+    documentsAssigned({RowsChange::Kind::Updated, row, 1});
+}
+
+void DocumentLibrary::setDocumentSaveLocation(const QUrl &folder)
+{
+    if (!folder.isLocalFile())
+        return;
+    m_folder.moveTo(QDir::cleanPath(folder.toLocalFile()), m_library.documents);
+    m_values.save(keys::documentSaveLocationKey, m_folder.path());
+    emit documentSaveLocationChanged();
+}
+
+void DocumentLibrary::addDocumentCategory(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (!trimmed.isEmpty())
+        documentCategoriesAssigned(appendRecord(m_library.categories, MarkdownCategory{.name = trimmed}));
+}
+
+void DocumentLibrary::renameDocumentCategory(const QUuid &id, const QString &name)
+{
+    if (const auto rows = replaceRecord(m_library.categories, MarkdownCategory{.id = id, .name = name}))
+        documentCategoriesAssigned(*rows);
+}
+
+void DocumentLibrary::deleteDocumentCategory(const QUuid &id)
+{
+    const QUuid category = id;
+    if (const auto rows = removeRecords(m_library.categories, category))
+        documentCategoriesAssigned(*rows);
+    bool hasChanged = false;
+    for (qsizetype row = 0; row < m_library.documents.size(); ++row) {
+        if (m_library.documents.at(row).categoryID == category) {
+            m_library.documents[row].categoryID.reset();
+            hasChanged = true;
+        }
+    }
+    if (hasChanged)
+        documentsAssigned({});
+}
+
+std::optional<MarkdownDocument> DocumentLibrary::addDocument(const QString &title,
+                                                             const std::optional<QUuid> &categoryID)
+{
+    const QString trimmed = title.trimmed();
+    if (trimmed.isEmpty())
+        return std::nullopt;
+    const MarkdownDocument document{.title = trimmed, .categoryID = categoryID, .updatedAt = m_ports.clock.now()};
+    documentsAssigned(appendRecord(m_library.documents, document));
+    m_folder.write(document.id, QStringLiteral("# ") + trimmed + u'\n');
+    return document;
+}
+
+std::optional<MarkdownDocument> DocumentLibrary::importMarkdownFiles(const QList<QUrl> &files,
+                                                                     const std::optional<QUuid> &categoryID)
+{
+    std::optional<MarkdownDocument> last;
+    for (const QUrl &url : files) {
+        const QFileInfo file(url.toLocalFile());
+        const QString title = file.completeBaseName().trimmed();
+        if (title.isEmpty() || file.suffix().toLower() != u"md")
+            continue;
+        const std::optional<QString> text = utf8Text(m_ports.fileSystem.read(file.absoluteFilePath()));
+        if (!text)
+            continue;
+        const MarkdownDocument document{.title = title, .categoryID = categoryID, .updatedAt = m_ports.clock.now()};
+        documentsAssigned(appendRecord(m_library.documents, document));
+        (void)saveDocument(document, *text);
+        last = document;
+    }
+    return last;
+}
+
+QString DocumentLibrary::documentContent(const MarkdownDocument &document)
+{
+    return m_folder.text(document.id);
+}
+
+bool DocumentLibrary::saveDocument(const MarkdownDocument &document, const QString &content)
+{
+    const QUuid id = document.id;
+    const bool isWritten = m_folder.write(id, content);
+    touch(id, [](MarkdownDocument &) {});
+    return isWritten;
+}
+
+void DocumentLibrary::renameDocument(const MarkdownDocument &document, const QString &title)
+{
+    const QString trimmed = title.trimmed();
+    if (!trimmed.isEmpty())
+        touch(document.id, [&trimmed](MarkdownDocument &changed) { changed.title = trimmed; });
+}
+
+void DocumentLibrary::setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID)
+{
+    const std::optional<QUuid> category = categoryID;
+    touch(document.id, [&category](MarkdownDocument &changed) { changed.categoryID = category; });
+}
+
+std::optional<QString> DocumentLibrary::importImage(const MarkdownDocument &document, const QUrl &source)
+{
+    return m_folder.importImage(document.id, source);
+}
+
+void DocumentLibrary::deleteDocument(const MarkdownDocument &document)
+{
+    const QUuid id = document.id;
+    m_folder.remove(id);
+    if (const auto rows = removeRecords(m_library.documents, id))
+        documentsAssigned(*rows);
+}
+
+} // namespace tessaly

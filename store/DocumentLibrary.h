@@ -1,0 +1,91 @@
+#pragma once
+
+#include "model/RowsChange.h"
+#include "model/SavedData.h"
+#include "store/DocumentFolder.h"
+
+#include <QObject>
+#include <QUrl>
+
+#include <optional>
+
+namespace tessaly {
+
+class StoredValues;
+struct PlannerPorts;
+
+/// The part of the planner store that owns the documents: the list of categories and documents, saved at each change,
+/// and the text of each document in a file. Failures of the file system are not told, the step merely has no effect;
+/// saveDocument() returns whether it had. Categories and documents are found by their id; a verb on one that is not
+/// there changes no list.
+class DocumentLibrary : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Holds nothing before load(). The ports and values must outlive it.
+    DocumentLibrary(const PlannerPorts &ports, StoredValues &values, QObject *parent = nullptr);
+
+    /// Reads the lists and the place of the files; writes nothing.
+    void load();
+
+    // In the order in which they were added. Never keep a copy of a list: it would make the next change copy it.
+    [[nodiscard]] const QList<MarkdownCategory> &documentCategories() const { return m_library.categories; }
+    [[nodiscard]] const QList<MarkdownDocument> &documents() const { return m_library.documents; }
+
+    /// Absolute path of the folder that holds the files.
+    [[nodiscard]] const QString &documentSaveLocation() const { return m_folder.path(); }
+    /// Moves the files and the pictures to another folder and remembers it. A file that is there already wins over
+    /// the one that would have been moved; what cannot be moved stays. Links to pictures are not rewritten. Anything
+    /// but a local folder is ignored.
+    void setDocumentSaveLocation(const QUrl &folder);
+
+    /// Appends a category; a blank name is ignored.
+    void addDocumentCategory(const QString &name);
+    /// Takes the name as it is typed, blank or not.
+    void renameDocumentCategory(const QUuid &id, const QString &name);
+    /// Its documents stay, without a category.
+    void deleteDocumentCategory(const QUuid &id);
+
+    /// Appends a document whose text is its title as a heading. A blank title adds nothing.
+    std::optional<MarkdownDocument> addDocument(const QString &title, const std::optional<QUuid> &categoryID);
+    /// Adds a copy of each "*.md" file that is UTF-8 text, titled after the file; other files are passed over. Returns
+    /// the last one added.
+    std::optional<MarkdownDocument> importMarkdownFiles(const QList<QUrl> &files,
+                                                        const std::optional<QUuid> &categoryID);
+
+    /// Empty when the file is missing or not UTF-8 text.
+    [[nodiscard]] QString documentContent(const MarkdownDocument &document);
+    /// Writes the text and sets the time of the last change. False when the text is not on the disk: the former text
+    /// stands there.
+    [[nodiscard]] bool saveDocument(const MarkdownDocument &document, const QString &content);
+    /// A blank title is ignored.
+    void renameDocument(const MarkdownDocument &document, const QString &title);
+    void setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID);
+    /// Copies the picture beside the documents; the URL of the copy, or nothing when it could not be copied.
+    [[nodiscard]] std::optional<QString> importImage(const MarkdownDocument &document, const QUrl &source);
+    /// Removes the file and the document.
+    void deleteDocument(const MarkdownDocument &document);
+
+signals:
+    void documentCategoriesChanged(const tessaly::RowsChange &change);
+    void documentsChanged(const tessaly::RowsChange &change);
+    void documentSaveLocationChanged();
+
+private:
+    void loadDocumentMetadata();
+    void saveDocumentMetadata();
+    // What runs after the assignment to a list: it is saved, then announced.
+    void documentCategoriesAssigned(const RowsChange &rows);
+    void documentsAssigned(const RowsChange &rows);
+    /// Lets `change` work on the document with the id; its time of the last change becomes now.
+    template <class Change>
+    void touch(const QUuid &id, Change change);
+
+    const PlannerPorts &m_ports;
+    StoredValues &m_values;
+    DocumentFolder m_folder;
+    DocumentLibraryData m_library;
+};
+
+} // namespace tessaly
