@@ -44,7 +44,9 @@ QString DocumentFolder::text(const QUuid &documentID)
         m_knownDigests.remove(documentID);
         return {};
     }
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    // Stateless: what is cut short at the end is an error, too.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
     QString text = decoder(*bytes);
     if (decoder.hasError()) {
         // Text that cannot be shown was not seen by the user: saving must keep it.

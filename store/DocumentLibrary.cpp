@@ -26,7 +26,7 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 {
     if (!bytes)
         return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder(*bytes);
     return decoder.hasError() ? std::nullopt : std::optional(std::move(text));
 }

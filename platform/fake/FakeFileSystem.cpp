@@ -33,8 +33,9 @@ bool FakeFileSystem::makeFolder(const QString &)
 
 bool FakeFileSystem::write(const QString &path, const QByteArray &bytes)
 {
-    if (m_isReadOnly)
+    if (m_isReadOnly || m_failingWrites-- > 0)
         return false;
+    m_failingWrites = 0;
     m_files.insert(path, bytes);
     return true;
 }

@@ -24,9 +24,13 @@ public:
     /// While true, nothing can be changed.
     void setReadOnly(bool isReadOnly) { m_isReadOnly = isReadOnly; }
 
+    /// The next so many writes fail.
+    void failNextWrites(int count) { m_failingWrites = count; }
+
 private:
     QMap<QString, QByteArray> m_files;
     bool m_isReadOnly = false;
+    int m_failingWrites = 0;
 };
 
 } // namespace tessaly

@@ -37,18 +37,23 @@ private slots:
     void aVersionFromElsewhereIsKeptBesideOurs_data()
     {
         QTest::addColumn<QByteArray>("foreign");
-        QTest::newRow("text") << QByteArray("theirs");
-        QTest::newRow("not UTF-8") << QByteArray("th\xe9irs");
+        QTest::addColumn<bool>("isOpened");
+        QTest::newRow("text") << QByteArray("theirs") << false;
+        QTest::newRow("not UTF-8") << QByteArray("th\xe9irs") << true;
+        QTest::newRow("UTF-8 cut short") << QByteArray("their\xc3") << true;
     }
 
     void aVersionFromElsewhereIsKeptBesideOurs()
     {
         QFETCH(const QByteArray, foreign);
+        QFETCH(const bool, isOpened);
         DocumentFolder folder(m_files, newFolder());
         const QUuid id = QUuid::createUuid();
         QVERIFY(folder.write(id, u"ours"_s));
         QVERIFY(m_files.write(folder.documentPath(id), foreign));
 
+        if (isOpened)
+            QCOMPARE(folder.text(id), QString());
         QVERIFY(folder.write(id, u"ours, later"_s));
         QVERIFY(folder.write(id, u"ours, later still"_s));
 
