@@ -20,7 +20,9 @@
 #include "platform/linux/FreedesktopNotifications.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/PortalAppearance.h"
+#include "platform/linux/PortalFileDialogs.h"
 #include "platform/linux/XdgLoginItem.h"
+#include "platform/quick/QuickFileDialogs.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 
@@ -40,6 +42,8 @@ struct Composition::Parts
     std::unique_ptr<FeedDownloader> feedDownloader;
     std::unique_ptr<FileSystem> fileSystem;
     QString documentsFolder;
+    std::unique_ptr<FileDialogs> fileDialogs =
+        std::make_unique<PortalFileDialogs>(std::make_unique<QuickFileDialogs>());
     std::unique_ptr<SystemAppearance> systemAppearance;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<NotificationCenter> notificationCenter;
@@ -155,6 +159,11 @@ Preferences &Composition::preferences() const
 SystemAppearance &Composition::systemAppearance() const
 {
     return *m_parts->systemAppearance;
+}
+
+FileDialogs &Composition::fileDialogs() const
+{
+    return *m_parts->fileDialogs;
 }
 
 } // namespace tessaly

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] PlannerStore &store() const;
     [[nodiscard]] Preferences &preferences() const;
     [[nodiscard]] SystemAppearance &systemAppearance() const;
+    [[nodiscard]] FileDialogs &fileDialogs() const;
     /// Called when the user clicks the notification of a to-do.
     void setReminderHandler(std::function<void()> handler);
 

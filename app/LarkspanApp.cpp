@@ -31,11 +31,12 @@ void addEngineImportPaths(QQmlEngine &engine)
 } // namespace
 
 LarkspanApp::LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
-                         QObject *parent)
+                         FileDialogs &fileDialogs, QObject *parent)
     : QObject(parent), m_store(store), m_preferences(preferences), m_systemAppearance(systemAppearance),
-      m_shell(store, preferences, systemAppearance)
+      m_shell(store, preferences, systemAppearance), m_documentDesktop(fileDialogs)
 {
     PlannerStoreQml::setStore(&store);
+    DocumentDesktop::setInstance(&m_documentDesktop);
 }
 
 LarkspanApp::~LarkspanApp() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "views/documents/DocumentDesktop.h"
 #include "views/shell/ShellModel.h"
 
 #include <QObject>
@@ -11,6 +12,7 @@ class QQuickWindow;
 
 namespace tessaly {
 
+class FileDialogs;
 class PlannerStore;
 class Preferences;
 class SystemAppearance;
@@ -24,7 +26,7 @@ class LarkspanApp : public QObject
 public:
     /// All must outlive the application. Only one application may exist at a time.
     LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
-                QObject *parent = nullptr);
+                FileDialogs &fileDialogs, QObject *parent = nullptr);
     ~LarkspanApp() override;
 
     /// Loads the window without showing it. False when it cannot be loaded.
@@ -41,6 +43,7 @@ public:
     /// Precondition of both: load().
     [[nodiscard]] QQuickWindow &window() const { return *m_window; }
     [[nodiscard]] ShellModel &shell() { return m_shell; }
+    [[nodiscard]] DocumentDesktop &documentDesktop() { return m_documentDesktop; }
 
     [[nodiscard]] QQmlApplicationEngine &engine() { return m_engine; }
 
@@ -51,6 +54,7 @@ private:
     Preferences &m_preferences;
     SystemAppearance &m_systemAppearance;
     ShellModel m_shell;
+    DocumentDesktop m_documentDesktop;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
     std::unique_ptr<WindowMemory> m_windowMemory;

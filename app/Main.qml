@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessaly.Dashboard
+import Tessaly.Documents
 import Tessaly.Goals
 import Tessaly.Schedule
 import Tessaly.Shell
@@ -57,7 +58,7 @@ ApplicationWindow {
             Component { ScheduleView {} },
             Component { ReminderView {} },
             Component { GoalView {} },
-            Component { PlaceholderScreen { title: Language.text("文档", "Documents") } }
+            Component { DocumentLibraryView {} }
         ]
     }
 }

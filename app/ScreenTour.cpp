@@ -160,7 +160,8 @@ template <class Visit>
 int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Visit visit)
 {
     const auto composition = Composition::forDemo(startLanguage, pictureTime);
-    LarkspanApp app(composition->store(), composition->preferences(), composition->systemAppearance());
+    LarkspanApp app(composition->store(), composition->preferences(), composition->systemAppearance(),
+                    composition->fileDialogs());
     if (!app.load())
         return 1;
     const Tour tour(app);

@@ -24,7 +24,8 @@ enum class Start { WithWindow, InBackground };
 
 int runWindow(Composition &composition, SingleInstance *instance, Start start)
 {
-    LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance());
+    LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance(),
+                    composition.fileDialogs());
     if (!app.load())
         return 1;
     if (instance)

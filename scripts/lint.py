@@ -239,7 +239,7 @@ def arrows(source):
     is_composition = re.match(r"app/(Composition|Demo)\w*\.(h|cpp)$", source.path)
     for match in re.finditer(r'(?m)^[ \t]*#\s*include\s+"([^"]+)"', source.code):
         target = match[1]
-        is_adapter = re.match(r"platform/(common|linux|macos|fake)/", target)
+        is_adapter = re.match(r"platform/(common|linux|macos|quick|fake)/", target)
         if reach and "/" in target and not target.startswith(reach):
             yield match.start(), f"{target}: {top}/ does not reach up"
         elif is_adapter and (top in ("store", "views") or (top == "app" and not is_composition)

@@ -318,7 +318,7 @@ private slots:
         m_server->on(QStringLiteral("/timetable.ics"), response("200 OK", calendar(events)));
         StoreUnderTest fakes;
         PlannerStore store({fakes.preferences, fakes.eventStore, fakes.notificationCenter, fakes.loginItem,
-                            *m_downloader, fakes.clock, fakes.calendar});
+                            *m_downloader, fakes.clock, fakes.calendar, fakes.files, QStringLiteral("/documents")});
 
         store.addCalendarFeed(m_server->url(QStringLiteral("/timetable.ics")).toString());
 

@@ -36,7 +36,7 @@ void WindowUnderTest::open()
 {
     m_app.reset();
     PlannerStore &store = planner.start();
-    m_app = std::make_unique<LarkspanApp>(store, planner.preferences, appearance);
+    m_app = std::make_unique<LarkspanApp>(store, planner.preferences, appearance, fileDialogs);
     QVERIFY(m_app->load());
     m_app->show();
     QVERIFY(QTest::qWaitForWindowExposed(&window()));

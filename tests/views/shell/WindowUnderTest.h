@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/LarkspanApp.h"
+#include "platform/fake/FakeFileDialogs.h"
 #include "platform/fake/FakeSystemAppearance.h"
 #include "tests/store/StoreUnderTest.h"
 
@@ -18,6 +19,7 @@ class WindowUnderTest
 public:
     StoreUnderTest planner;
     FakeSystemAppearance appearance;
+    FakeFileDialogs fileDialogs;
 
     /// Opens the window, after the former one if there was one, and waits until it shows.
     void open();

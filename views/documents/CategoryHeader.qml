@@ -1,0 +1,96 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Ui
+
+/// The header of a category: its name, or a field for it, and what can be done with it.
+Item {
+    id: header
+
+    required property string title
+    required property bool isExpanded
+    required property bool isEditing
+
+    readonly property bool isActive: hover.hovered || disclosure.visualFocus || editAction.visualFocus || deleteAction.visualFocus
+
+    signal expansionRequested(bool isOpen)
+    signal editingRequested(bool isOn)
+    signal renamed(string name)
+    signal removed
+
+    function focusDelete() {
+        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function edit(isOn: bool) {
+        editingRequested(isOn);
+        if (isOn)
+            (editor.item as Item).forceActiveFocus();
+        else
+            editAction.forceActiveFocus();
+    }
+
+    implicitHeight: Theme.groupHeight
+
+    HoverHandler {
+        id: hover
+    }
+
+    DisclosureHeader {
+        id: disclosure
+
+        anchors.fill: parent
+        text: header.isEditing ? "" : header.title
+        isOpen: header.isExpanded
+        Accessible.name: header.title
+        onClicked: header.expansionRequested(!header.isExpanded)
+
+        // Keeps the name clear of the actions, which are no part of this button.
+        Item {
+            width: disclosure.width - 8 - editAction.x
+            height: 1
+        }
+    }
+
+    Loader {
+        id: editor
+
+        x: 46
+        anchors.verticalCenter: parent.verticalCenter
+        active: header.isEditing
+        sourceComponent: AppTextField {
+            width: 260
+            isSmall: true
+            font.pixelSize: Theme.control.size
+            font.weight: Font.Medium
+            placeholderText: Language.text("分类名称", "Category name")
+            text: header.title
+            onTextEdited: header.renamed(text)
+            onAccepted: header.edit(false)
+        }
+    }
+
+    RowAction {
+        id: editAction
+
+        x: (deleteAction.visible ? deleteAction.x - 2 : header.width - 8) - width
+        anchors.verticalCenter: parent.verticalCenter
+        text: header.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")
+        itemTitle: header.title
+        isAccented: header.isEditing
+        isRowActive: header.isActive
+        onClicked: header.edit(!header.isEditing)
+    }
+    RowAction {
+        id: deleteAction
+
+        x: header.width - 8 - width
+        anchors.verticalCenter: parent.verticalCenter
+        visible: !header.isEditing
+        text: Language.text("删除", "Delete")
+        itemTitle: header.title
+        isDestructive: true
+        isRowActive: header.isActive
+        onClicked: header.removed()
+    }
+}

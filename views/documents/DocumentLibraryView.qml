@@ -1,0 +1,63 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tessaly.Documents
+import Tessaly.Store
+import Tessaly.Ui
+
+/// The documents screen: where the library lives, the categories with their documents, and the forms for new ones.
+Rectangle {
+    id: screen
+
+    /// The document is to be opened in the editor.
+    signal editRequested(string documentId)
+
+    color: Theme.bg
+
+    DocumentLibraryViewModel {
+        id: viewModel
+
+        store: PlannerStore
+        desktop: DocumentDesktop
+        onEditRequested: documentId => screen.editRequested(documentId)
+        onAdded: row => {
+            const item = list.itemAtIndex(row) as DocumentListItem;
+            if (item)
+                item.flash();
+        }
+    }
+
+    ListPage {
+        id: list
+
+        anchors.fill: parent
+        model: viewModel.rows
+
+        DocumentHeader {
+            width: list.width
+            columnX: list.columnX
+            columnWidth: list.columnWidth
+            documents: viewModel
+        }
+
+        delegate: DocumentListItem {
+            width: list.width
+            columnX: list.columnX
+            columnWidth: list.columnWidth
+            documents: viewModel
+            onRemoved: (row, kind) => {
+                viewModel.remove(row);
+                const next = list.itemAtIndex(viewModel.rowToFocusAfterRemoval(row, kind)) as DocumentListItem;
+                if (next)
+                    next.takeFocus();
+            }
+        }
+
+        footer: NewDocumentSection {
+            width: list.width
+            columnX: list.columnX
+            columnWidth: list.columnWidth
+            documents: viewModel
+        }
+    }
+}

@@ -1,0 +1,186 @@
+#include "views/documents/DocumentLibraryViewModel.h"
+
+#include "model/Uuid.h"
+#include "platform/FileDialogs.h"
+#include "store/RecordRows.h"
+#include "views/documents/CategoryChoice.h"
+
+#include <QPointer>
+
+namespace tessaly {
+
+using Kind = DocumentRow::Kind;
+
+DocumentLibraryViewModel::DocumentLibraryViewModel(QObject *parent) : QObject(parent), m_rows(documentListRoles())
+{
+}
+
+void DocumentLibraryViewModel::setStore(PlannerStore *store)
+{
+    if (m_store || !store)
+        return;
+    m_store = store;
+    connect(&library(), &DocumentLibrary::documentCategoriesChanged, this,
+            &DocumentLibraryViewModel::onCategoriesChanged);
+    connect(&library(), &DocumentLibrary::documentsChanged, this, &DocumentLibraryViewModel::refreshRows);
+    connect(&library(), &DocumentLibrary::documentSaveLocationChanged, this,
+            &DocumentLibraryViewModel::saveLocationChanged);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &DocumentLibraryViewModel::onCategoriesChanged);
+    onCategoriesChanged();
+    emit storeChanged();
+    emit saveLocationChanged();
+}
+
+QString DocumentLibraryViewModel::saveLocation() const
+{
+    return m_store ? library().documentSaveLocation() : QString();
+}
+
+int DocumentLibraryViewModel::selectedCategory() const
+{
+    return m_store ? categoryEntry(*m_store, m_selectedCategoryID) : 0;
+}
+
+void DocumentLibraryViewModel::setSelectedCategory(int entry)
+{
+    m_selectedCategoryID = categoryOfEntry(*m_store, entry);
+    emit selectedCategoryChanged();
+}
+
+void DocumentLibraryViewModel::onCategoriesChanged()
+{
+    const QList<MarkdownCategory> &categories = library().documentCategories();
+    // A category that is gone can neither be edited nor take new documents.
+    if (m_selectedCategoryID && rowOf(categories, *m_selectedCategoryID) < 0)
+        m_selectedCategoryID.reset();
+    if (rowOf(categories, m_groups.editingCategory) < 0)
+        m_groups.editingCategory = {};
+    m_categories = categoryEntries(*m_store);
+    emit categoriesChanged();
+    emit selectedCategoryChanged();
+    refreshRows();
+}
+
+void DocumentLibraryViewModel::refreshRows()
+{
+    m_rows.setRows(documentListRows(library().documentCategories(), library().documents(), m_groups));
+}
+
+DocumentListRow DocumentLibraryViewModel::rowAt(int row) const
+{
+    const DocumentListRow none{.kind = Kind::NoDocuments};
+    return row >= 0 && row < m_rows.rows().size() ? m_rows.rows().at(row) : none;
+}
+
+void DocumentLibraryViewModel::addCategory()
+{
+    const qsizetype count = library().documentCategories().size();
+    library().addDocumentCategory(m_categoryName);
+    m_categoryName.clear();
+    emit formChanged();
+    if (library().documentCategories().size() > count)
+        emit added(static_cast<int>(m_rows.rows().size()) - 1);
+}
+
+void DocumentLibraryViewModel::addDocument()
+{
+    const std::optional<MarkdownDocument> document = library().addDocument(m_documentTitle, m_selectedCategoryID);
+    if (!document)
+        return;
+    m_documentTitle.clear();
+    emit formChanged();
+    edit(document);
+}
+
+void DocumentLibraryViewModel::importMarkdown()
+{
+    const FileDialogs::FileQuestion question{
+        .title = m_store->text(QStringLiteral("导入 Markdown 文档"), QStringLiteral("Import Markdown documents")),
+        .extensions = {QStringLiteral("md"), QStringLiteral("markdown")},
+        .allowsSeveral = true};
+    m_desktop->fileDialogs().chooseFiles(question, [self = QPointer(this)](const QList<QUrl> &files) {
+        if (self)
+            self->edit(self->library().importMarkdownFiles(files, self->m_selectedCategoryID));
+    });
+}
+
+void DocumentLibraryViewModel::chooseSaveLocation()
+{
+    const QString title =
+        m_store->text(QStringLiteral("选择文档保存位置"), QStringLiteral("Choose document save location"));
+    m_desktop->fileDialogs().chooseFolder(title, QUrl::fromLocalFile(saveLocation()),
+                                          [self = QPointer(this)](const QUrl &folder) {
+                                              if (self && !folder.isEmpty())
+                                                  self->library().setDocumentSaveLocation(folder);
+                                          });
+}
+
+void DocumentLibraryViewModel::setExpanded(int row, bool isExpanded)
+{
+    const DocumentListRow header = rowAt(row);
+    if (header.kind == Kind::Uncategorized)
+        m_groups.isUncategorizedExpanded = isExpanded;
+    else if (header.kind == Kind::Category && isExpanded)
+        m_groups.expandedCategories.insert(header.id);
+    else if (header.kind == Kind::Category)
+        m_groups.expandedCategories.remove(header.id);
+    refreshRows();
+}
+
+void DocumentLibraryViewModel::setEditing(int row, bool isEditing)
+{
+    if (rowAt(row).kind != Kind::Category)
+        return;
+    m_groups.editingCategory = isEditing ? rowAt(row).id : QUuid();
+    refreshRows();
+}
+
+void DocumentLibraryViewModel::renameCategory(int row, const QString &name)
+{
+    if (rowAt(row).kind == Kind::Category)
+        library().renameDocumentCategory(rowAt(row).id, name);
+}
+
+void DocumentLibraryViewModel::openDocument(int row)
+{
+    if (rowAt(row).kind == Kind::Document)
+        emit editRequested(uuidText(rowAt(row).id));
+}
+
+void DocumentLibraryViewModel::remove(int row)
+{
+    const DocumentListRow removed = rowAt(row);
+    if (removed.kind == Kind::Category)
+        library().deleteDocumentCategory(removed.id);
+    else if (removed.kind == Kind::Document)
+        library().deleteDocument({.id = removed.id});
+}
+
+int DocumentLibraryViewModel::rowToFocusAfterRemoval(int row, DocumentRow::Kind kind) const
+{
+    const auto isSame = [this, kind](int candidate) { return rowAt(candidate).kind == kind; };
+    if (kind == Kind::Document) {
+        if (isSame(row) || isSame(row - 1))
+            return isSame(row) ? row : row - 1;
+        // The header of the group, which is empty now.
+        return row - 1;
+    }
+    const auto count = static_cast<int>(m_rows.rows().size());
+    for (int candidate = row; candidate < count; ++candidate) {
+        if (isSame(candidate))
+            return candidate;
+    }
+    for (int candidate = row - 1; candidate > 0; --candidate) {
+        if (isSame(candidate))
+            return candidate;
+    }
+    return 0;
+}
+
+void DocumentLibraryViewModel::edit(const std::optional<MarkdownDocument> &document)
+{
+    if (document)
+        emit editRequested(uuidText(document->id));
+}
+
+} // namespace tessaly

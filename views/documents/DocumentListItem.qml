@@ -1,0 +1,153 @@
+import QtQuick
+import Tessaly.Documents
+import Tessaly.Ui
+
+/// A row of the documents screen: the header of a group, a document, or the line of an empty group. Each draws its part
+/// of the card.
+Item {
+    id: row
+
+    required property int index
+    required property int kind
+    required property string title
+    required property bool isExpanded
+    required property bool isEditing
+    required property bool isLast
+    required property real columnX
+    required property real columnWidth
+    required property DocumentLibraryViewModel documents
+
+    readonly property bool isHeader: kind === DocumentRow.Uncategorized || kind === DocumentRow.Category
+
+    signal removed(int row, int kind)
+
+    /// Focuses the row's Delete, or the header of the documents without a category.
+    function takeFocus() {
+        switch (kind) {
+        case DocumentRow.Document:
+            (content.item as DocumentItem).focusDelete();
+            break;
+        case DocumentRow.Category:
+            (content.item as CategoryHeader).focusDelete();
+            break;
+        default:
+            (content.item as Item).forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
+
+    /// Tints the row for a moment: it is new.
+    function flash() {
+        flashing.restart();
+    }
+
+    height: Theme.groupHeight
+
+    CardSlice {
+        x: row.columnX
+        width: row.columnWidth
+        height: parent.height
+        isFirst: row.kind === DocumentRow.Uncategorized
+        isLast: row.isLast
+    }
+
+    Rectangle {
+        id: tint
+
+        x: row.columnX + 1
+        y: 1
+        width: row.columnWidth - 2
+        height: parent.height - (row.isLast ? 2 : 1)
+        radius: row.isLast ? Theme.cardRadius - 1 : 0
+        color: Theme.accentSoft
+        opacity: 0
+
+        NumberAnimation {
+            id: flashing
+
+            target: tint
+            property: "opacity"
+            from: 1
+            to: 0
+            duration: Theme.flash
+            easing.type: Easing.InQuad
+        }
+    }
+
+    Loader {
+        id: content
+
+        x: row.columnX
+        width: row.columnWidth
+        height: parent.height
+        sourceComponent: {
+            switch (row.kind) {
+            case DocumentRow.Uncategorized:
+                return uncategorized;
+            case DocumentRow.Category:
+                return category;
+            case DocumentRow.Document:
+                return document;
+            default:
+                return noDocuments;
+            }
+        }
+    }
+
+    Separator {
+        x: row.columnX + (row.isHeader ? 1 : 46)
+        width: row.columnX + row.columnWidth - 1 - x
+        visible: row.kind !== DocumentRow.Uncategorized
+    }
+
+    // qmllint disable unqualified
+    Component {
+        id: uncategorized
+
+        DisclosureHeader {
+            text: Language.text("未分类", "Uncategorized")
+            isOpen: row.isExpanded
+            onClicked: row.documents.setExpanded(row.index, !row.isExpanded)
+        }
+    }
+
+    Component {
+        id: category
+
+        CategoryHeader {
+            title: row.title
+            isExpanded: row.isExpanded
+            isEditing: row.isEditing
+            onExpansionRequested: isOpen => row.documents.setExpanded(row.index, isOpen)
+            onEditingRequested: isOn => row.documents.setEditing(row.index, isOn)
+            onRenamed: name => row.documents.renameCategory(row.index, name)
+            onRemoved: row.removed(row.index, row.kind)
+        }
+    }
+
+    Component {
+        id: document
+
+        DocumentItem {
+            title: row.title
+            isLast: row.isLast
+            onOpened: row.documents.openDocument(row.index)
+            onRemoved: row.removed(row.index, row.kind)
+        }
+    }
+
+    Component {
+        id: noDocuments
+
+        Item {
+            AppText {
+                x: 46
+                width: parent.width - x - 16
+                anchors.verticalCenter: parent.verticalCenter
+                text: Language.text("暂无文档", "No documents")
+                token: Theme.control
+                color: Theme.textSecondary
+            }
+        }
+    }
+    // qmllint enable unqualified
+}
