@@ -31,6 +31,7 @@ Rectangle {
         id: list
 
         anchors.fill: parent
+        bottomMargin: section.height + Theme.pagePadding
         model: viewModel.rows
 
         DocumentHeader {
@@ -52,12 +53,16 @@ Rectangle {
                     next.takeFocus();
             }
         }
+    }
 
-        footer: NewDocumentSection {
-            width: list.width
-            columnX: list.columnX
-            columnWidth: list.columnWidth
-            documents: viewModel
-        }
+    NewDocumentSection {
+        id: section
+
+        parent: list.contentItem
+        y: list.originY + list.contentHeight
+        width: list.width
+        columnX: list.columnX
+        columnWidth: list.columnWidth
+        documents: viewModel
     }
 }
