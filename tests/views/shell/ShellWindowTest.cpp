@@ -128,7 +128,8 @@ private slots:
         // Names, and what is in one language on purpose.
         const QStringList names{QStringLiteral("Tessaly"),      QStringLiteral("The Tessaly authors"),
                                 QStringLiteral("中文"),         QStringLiteral("English"),
-                                QStringLiteral("请求通知权限"), QStringLiteral("About Tessaly")};
+                                QStringLiteral("请求通知权限"), QStringLiteral("About Tessaly"),
+                                QStringLiteral("/documents")};
         WindowUnderTest ui;
         openAnswered(ui);
         for (int section = ShellModel::Overview; section <= ShellModel::Documents; ++section) {
