@@ -106,6 +106,7 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     }
     auto preferences = std::make_unique<FakePreferences>();
     auto fileSystem = std::make_unique<FakeFileSystem>();
+    // lint-allow(papers): a made-up folder for the pictures
     parts->documentsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Documents");
     const SampleDocuments documents = sampleDocuments(language, parts->clock->now());
     (void)preferences->setValue(
