@@ -17,7 +17,7 @@ ApplicationWindow {
     readonly property alias content: contentView
 
     minimumWidth: 920
-    minimumHeight: 620
+    minimumHeight: Math.max(620, editor.leastHeight)
     width: 1180
     height: 800
     title: Qt.application.name
@@ -58,7 +58,19 @@ ApplicationWindow {
             Component { ScheduleView {} },
             Component { ReminderView {} },
             Component { GoalView {} },
-            Component { DocumentLibraryView {} }
+            Component {
+                DocumentLibraryView {
+                    onEditRequested: documentId => editor.documentId = documentId
+                }
+            }
         ]
+        // Whoever asks for another screen wants to see it.
+        onSectionChanged: editor.close()
+    }
+
+    MarkdownEditorHost {
+        id: editor
+
+        onLeastHeightChanged: window.height = Math.max(window.height, leastHeight)
     }
 }

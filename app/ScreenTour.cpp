@@ -3,6 +3,7 @@
 #include "app/Composition.h"
 #include "app/LarkspanApp.h"
 #include "store/PlannerStore.h"
+#include "views/documents/DocumentLibraryViewModel.h"
 #include "views/schedule/ScheduleViewModel.h"
 
 #include <QDeadlineTimer>
@@ -28,6 +29,20 @@ struct Stop
     std::function<void(QObject &content, QObject &screen)> open = {};
     std::function<void(QObject &content, QObject &screen)> close = {};
 };
+
+/// The editor on the document of a row of the documents screen. Its preview is left out: pages come from processes of
+/// the web engine's, which no picture waits for.
+Stop editor(const QString &name, int row)
+{
+    return {name, ShellModel::Documents,
+            [row](QObject &, QObject &screen) {
+                auto *viewModel = screen.findChild<DocumentLibraryViewModel *>();
+                if (!viewModel)
+                    qFatal("The documents screen has no view-model");
+                viewModel->openDocument(row);
+            },
+            [](QObject &content, QObject &) { content.setProperty("section", ShellModel::Overview); }};
+}
 
 /// Something over the window that a property of its content opens.
 Stop overWindow(const QString &name, const char *property)
@@ -78,6 +93,7 @@ const QList<Stop> &stops()
         {QStringLiteral("todos"), ShellModel::Reminders},
         {QStringLiteral("goals"), ShellModel::Goals},
         {QStringLiteral("documents"), ShellModel::Documents},
+        editor(QStringLiteral("editor"), 1),
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
         overWindow(QStringLiteral("dialog-about"), "showAbout"),
@@ -164,6 +180,7 @@ int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Vis
                     composition->fileDialogs());
     if (!app.load())
         return 1;
+    app.documentDesktop().setSources({}, {});
     const Tour tour(app);
     for (const QSize &size : windowSizes) {
         app.window().resize(size);

@@ -73,6 +73,7 @@ T.Button {
             }
 
             AppText {
+                visible: text !== ""
                 text: button.text
                 token: button.isFilled ? Theme.buttonPrimary : button.isSmall ? Theme.captionMedium : Theme.button
                 color: button.ink

@@ -23,9 +23,12 @@ public:
 
     /// Opens the window, after the former one if there was one, and waits until it shows.
     void open();
+    /// Ends the program.
+    void quit() { m_app.reset(); }
 
     [[nodiscard]] QQuickWindow &window() const { return m_app->window(); }
     [[nodiscard]] ShellModel &shell() const { return m_app->shell(); }
+    [[nodiscard]] DocumentDesktop &documentDesktop() const { return m_app->documentDesktop(); }
     /// A view state of the window's content, such as "showNamePrompt".
     [[nodiscard]] QVariant state(const char *name) const;
     void setState(const char *name, const QVariant &value) const;

@@ -1,0 +1,99 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tessaly.Documents
+import Tessaly.Ui
+
+/// The head of the editor: the document's name and category, the mode, and what can be done with it.
+RowLayout {
+    id: toolbar
+
+    required property MarkdownEditorModel editor
+    /// Whether there is no room for the words of the two buttons with icons.
+    required property bool isNarrow
+
+    spacing: 12
+
+    T.TextField {
+        id: titleField
+
+        Layout.fillWidth: true
+        Layout.minimumWidth: 120
+        Layout.leftMargin: -2
+        implicitHeight: Theme.controlHeight
+        leftPadding: 9
+        rightPadding: 9
+        verticalAlignment: TextInput.AlignVCenter
+        font.pixelSize: Theme.documentTitle.size
+        font.weight: Theme.documentTitle.weight
+        color: showsElided ? Theme.transparent : Theme.text
+        selectionColor: Theme.accentSoft
+        selectedTextColor: Theme.text
+        selectByMouse: true
+        hoverEnabled: true
+        text: toolbar.editor.title
+        onTextEdited: toolbar.editor.title = text
+        placeholderText: Language.text("文档名称", "Document name")
+        Accessible.name: placeholderText
+        Keys.onEscapePressed: event => event.accepted = true
+
+        readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding
+
+        cursorDelegate: Rectangle {
+            width: 1
+            color: Theme.accentText
+            visible: titleField.cursorVisible
+        }
+        background: FieldFrame {
+            visible: titleField.hovered || titleField.activeFocus
+            isFocused: titleField.activeFocus
+        }
+
+        AppText {
+            anchors.fill: parent
+            anchors.leftMargin: titleField.leftPadding
+            anchors.rightMargin: titleField.rightPadding
+            visible: titleField.showsElided || (titleField.text === "" && titleField.preeditText === "")
+            text: titleField.showsElided ? titleField.text : titleField.placeholderText
+            token: Theme.documentTitle
+            color: titleField.showsElided ? Theme.text : Theme.textTertiary
+            Accessible.ignored: true
+        }
+    }
+
+    AppComboBox {
+        Layout.preferredWidth: 140
+        name: Language.text("分类", "Category")
+        model: toolbar.editor.categories
+        currentIndex: toolbar.editor.category
+        onActivated: index => toolbar.editor.category = index
+    }
+    SegmentedControl {
+        Layout.preferredWidth: 210
+        name: Language.text("模式", "Mode")
+        labels: [Language.text("编辑", "Edit"), Language.text("预览", "Preview"), Language.text("实时", "Live")]
+        currentIndex: toolbar.editor.mode
+        onChosen: index => toolbar.editor.mode = index
+    }
+    ToolbarButton {
+        isNarrow: toolbar.isNarrow
+        label: Language.text("插入图片", "Insert image")
+        iconName: "image"
+        onClicked: toolbar.editor.insertImage()
+    }
+    ToolbarButton {
+        isNarrow: toolbar.isNarrow
+        label: Language.text("复制到公众号", "Copy for WeChat")
+        iconName: "copy"
+        onClicked: toolbar.editor.copyForWeChat()
+    }
+    AppButton {
+        kind: AppButton.Primary
+        text: Language.text("保存", "Save")
+        onClicked: toolbar.editor.save()
+    }
+    AppButton {
+        text: Language.text("关闭", "Close")
+        onClicked: toolbar.editor.close()
+    }
+}

@@ -1,0 +1,12 @@
+import Tessaly.DocumentEngine
+
+/// The preview of the web engine. Loading this file loads the engine.
+PreviewSlot {
+    id: slot
+
+    MarkdownPreview {
+        anchors.fill: parent
+        markdown: slot.markdown
+        onLinkActivated: link => slot.linkActivated(link)
+    }
+}

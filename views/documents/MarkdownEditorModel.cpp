@@ -1,0 +1,174 @@
+#include "views/documents/MarkdownEditorModel.h"
+
+#include "platform/FileDialogs.h"
+#include "store/RecordRows.h"
+#include "views/documents/CategoryChoice.h"
+
+#include <QPointer>
+
+#include <chrono>
+
+namespace tessaly {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds previewDelay(240);
+
+QStringList imageExtensions()
+{
+    return {u"png"_s, u"jpg"_s, u"jpeg"_s, u"gif"_s, u"webp"_s, u"heic"_s};
+}
+
+} // namespace
+
+MarkdownEditorModel::MarkdownEditorModel(QObject *parent) : QObject(parent)
+{
+    m_previewTimer.setSingleShot(true);
+    m_previewTimer.setInterval(previewDelay);
+    connect(&m_source, &SourceText::edited, &m_previewTimer, qOverload<>(&QTimer::start));
+    connect(&m_previewTimer, &QTimer::timeout, this, &MarkdownEditorModel::updatePreview);
+}
+
+MarkdownEditorModel::~MarkdownEditorModel()
+{
+    if (!m_isClosed)
+        save();
+}
+
+void MarkdownEditorModel::open(const QString &documentId)
+{
+    const qsizetype row = rowOf(library().documents(), QUuid::fromString(documentId));
+    if (m_document || row < 0)
+        return;
+    m_document = library().documents().at(row);
+    m_title = m_document->title;
+    m_categoryID = m_document->categoryID;
+    m_source.load(library().documentContent(*m_document));
+    m_previewContent = m_source.text();
+    connect(m_store, &PlannerStore::interfaceLanguageChanged, this, &MarkdownEditorModel::categoriesChanged);
+    emit opened();
+    emit titleChanged();
+    emit categoriesChanged();
+    emit categoryChanged();
+    emit previewContentChanged();
+}
+
+void MarkdownEditorModel::showSource(QQuickTextDocument *document, int lineHeight)
+{
+    m_source.show(*document->textDocument(), lineHeight);
+}
+
+bool MarkdownEditorModel::isFresh() const
+{
+    return content() == u"# "_s + m_title + u'\n';
+}
+
+QStringList MarkdownEditorModel::categories() const
+{
+    return m_store ? categoryEntries(*m_store) : QStringList();
+}
+
+int MarkdownEditorModel::category() const
+{
+    return m_store ? categoryEntry(*m_store, m_categoryID) : 0;
+}
+
+void MarkdownEditorModel::setCategory(int entry)
+{
+    m_categoryID = categoryOfEntry(*m_store, entry);
+    emit categoryChanged();
+}
+
+void MarkdownEditorModel::updatePreview()
+{
+    if (m_previewContent == content())
+        return;
+    m_previewContent = content();
+    emit previewContentChanged();
+}
+
+bool MarkdownEditorModel::save()
+{
+    if (!m_document)
+        return true;
+    library().renameDocument(*m_document, m_title);
+    library().setDocumentCategory(*m_document, m_categoryID);
+    const bool isSaved = library().saveDocument(*m_document, m_source.textToSave());
+    m_saveFailure = isSaved ? QString()
+                            : m_store->text(u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
+                                            u"The document could not be saved. Your text is still here: check the save "
+                                            "location, then save again."_s);
+    emit messageChanged();
+    return isSaved;
+}
+
+void MarkdownEditorModel::close()
+{
+    if (!save())
+        return;
+    m_isClosed = true;
+    emit closed();
+}
+
+void MarkdownEditorModel::insertImage()
+{
+    if (!m_document)
+        return;
+    const FileDialogs::FileQuestion question{.title = m_store->text(u"选择图片"_s, u"Choose image"_s),
+                                             .extensions = imageExtensions()};
+    m_desktop->fileDialogs().chooseFiles(question, [self = QPointer(this)](const QList<QUrl> &files) {
+        if (self && !files.isEmpty())
+            self->takeImage(files.first());
+    });
+}
+
+void MarkdownEditorModel::takeImage(const QUrl &image)
+{
+    const std::optional<QString> url = library().importImage(*m_document, image);
+    if (!url)
+        return;
+    const bool isAtLineStart = content().isEmpty() || content().endsWith(u'\n');
+    append((isAtLineStart ? QString() : u"\n\n"_s) + u"![]("_s + *url + u")\n"_s);
+}
+
+void MarkdownEditorModel::copyForWeChat()
+{
+    save();
+    setCopyMessage(m_store->text(u"正在生成公众号格式…"_s, u"Preparing WeChat formatting…"_s));
+    emit copyRequested(content());
+}
+
+void MarkdownEditorModel::finishCopy(bool isCopied)
+{
+    setCopyMessage(isCopied ? m_store->text(u"已复制公众号富文本；公式已转为图片格式。"_s,
+                                            u"WeChat rich text copied; formulas were converted to images."_s)
+                            : m_store->text(u"格式生成失败，请检查网络后重试。"_s,
+                                            u"Formatting failed. Check your connection and try again."_s));
+}
+
+void MarkdownEditorModel::refuseCopy()
+{
+    setCopyMessage(
+        m_store->text(u"此系统缺少网页组件（Qt WebEngine），无法生成公众号格式。"_s,
+                      u"The web engine (Qt WebEngine) is missing on this system, so the formatting cannot be "
+                      "prepared."_s));
+}
+
+void MarkdownEditorModel::setCopyMessage(const QString &message)
+{
+    m_copyMessage = message;
+    emit messageChanged();
+}
+
+QFont MarkdownEditorModel::fontOf(const QStringList &families, int pixelSize)
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setPixelSize(pixelSize);
+    font.setFixedPitch(true);
+    return font;
+}
+
+} // namespace tessaly

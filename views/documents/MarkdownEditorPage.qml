@@ -1,0 +1,156 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtQuick.Window
+import Tessaly.Documents
+import Tessaly.Store
+import Tessaly.Ui
+
+/// The editor of one document, over the whole window. Closing it saves; what cannot be saved keeps it open.
+T.Popup {
+    id: page
+
+    required property string documentId
+    readonly property alias editor: viewModel
+
+    readonly property int leastHeight: 640
+    /// Below this width of the window the buttons with icons lose their words.
+    readonly property int wordsFrom: 1080
+
+    parent: T.Overlay.overlay
+    width: parent?.width ?? 0
+    height: parent?.height ?? 0
+    padding: 0
+    modal: true
+    dim: false
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+    Component.onCompleted: {
+        viewModel.open(documentId);
+        viewModel.showSource(source.textArea.textDocument, Theme.source.line);
+        source.textArea.cursorPosition = viewModel.isFresh() ? source.textArea.length : 0;
+        open();
+    }
+    onOpened: source.takeFocus(Qt.PopupFocusReason)
+
+    background: Rectangle {
+        color: Theme.bg
+    }
+
+    MarkdownEditorModel {
+        id: viewModel
+
+        store: PlannerStore
+        desktop: DocumentDesktop
+        onClosed: page.close()
+        onCopyRequested: markdown => {
+            copier.active = true;
+            const slot = copier.item as CopierSlot;
+            if (slot)
+                slot.copyRequested(markdown);
+            else
+                viewModel.refuseCopy();
+        }
+    }
+
+    Loader {
+        id: copier
+
+        active: false
+        source: DocumentDesktop.copierSource
+    }
+    Connections {
+        function onFinished(isCopied: bool) {
+            viewModel.finishCopy(isCopied);
+        }
+
+        target: copier.item as CopierSlot
+    }
+    Connections {
+        function onClosing(event: CloseEvent) {
+            event.accepted = viewModel.save();
+        }
+
+        target: page.parent?.Window.window ?? null
+    }
+
+    contentItem: FocusScope {
+        focus: true
+        Accessible.role: Accessible.Dialog
+        Accessible.name: viewModel.title
+        Keys.onEscapePressed: viewModel.close()
+
+        Shortcut {
+            sequences: [StandardKey.Save]
+            onActivated: viewModel.save()
+        }
+        Shortcut {
+            sequences: [StandardKey.Close]
+            onActivated: viewModel.close()
+        }
+
+        EditorToolbar {
+            id: toolbar
+
+            x: 18
+            y: 18
+            width: parent.width - 36
+            editor: viewModel
+            isNarrow: page.width < page.wordsFrom
+        }
+
+        AppText {
+            id: message
+
+            x: 26
+            y: toolbar.y + toolbar.height + 14
+            width: parent.width - 52
+            visible: text !== ""
+            text: viewModel.message
+            token: Theme.caption
+            color: Theme.textSecondary
+            Accessible.role: Accessible.StatusBar
+        }
+
+        Separator {
+            id: line
+
+            y: message.visible ? 92 : 68
+            width: parent.width
+        }
+
+        Item {
+            id: content
+
+            readonly property bool hasSource: viewModel.mode !== MarkdownEditorModel.Preview
+            readonly property bool hasPreview: viewModel.mode !== MarkdownEditorModel.Edit
+            readonly property real half: (width - 1) / 2
+
+            x: 14
+            y: line.y + 15
+            width: parent.width - 28
+            height: parent.height - y - 14
+
+            SourceArea {
+                id: source
+
+                width: content.hasPreview ? content.half : content.width
+                height: parent.height
+                visible: content.hasSource
+                sourceFont: viewModel.fontOf(Theme.sourceFamilies, Theme.source.size)
+            }
+            Separator {
+                x: content.half
+                width: 1
+                height: parent.height
+                visible: content.hasSource && content.hasPreview
+            }
+            PreviewPane {
+                x: content.hasSource ? content.half + 1 : 0
+                width: content.width - x
+                height: parent.height
+                visible: content.hasPreview
+                markdown: viewModel.previewContent
+            }
+        }
+    }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import Tessaly.Documents
+import Tessaly.Ui
+
+/// The preview, brought in with the first document, or words about why there is none.
+Item {
+    id: pane
+
+    required property string markdown
+
+    readonly property PreviewSlot slot: loader.item as PreviewSlot
+
+    /// Opens in the user's browser or mail program what may be opened there.
+    function follow(link: url) {
+        if (/^(https?|mailto):/i.test(link.toString()))
+            Qt.openUrlExternally(link);
+    }
+
+    Loader {
+        id: loader
+
+        anchors.fill: parent
+        source: DocumentDesktop.previewSource
+    }
+
+    Binding {
+        target: pane.slot
+        property: "markdown"
+        value: pane.markdown
+        // A page that nobody sees is not rendered anew.
+        when: pane.slot !== null && pane.visible
+        restoreMode: Binding.RestoreNone
+    }
+    Connections {
+        function onLinkActivated(link: url) {
+            pane.follow(link);
+        }
+
+        target: pane.slot
+    }
+
+    AppText {
+        x: 18
+        y: 18
+        width: parent.width - 36
+        visible: loader.status === Loader.Error || loader.status === Loader.Null
+        text: Language.text("此系统缺少网页组件（Qt WebEngine），无法显示预览。编辑和保存不受影响。", "The web engine (Qt WebEngine) is missing on this system, so there is no preview. Editing and saving work as usual.")
+        isMultiline: true
+        color: Theme.textSecondary
+    }
+}

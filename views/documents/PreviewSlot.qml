@@ -1,0 +1,9 @@
+import QtQuick
+
+/// What shows a document as a page. A file that brings in an engine has it as its root.
+Item {
+    property string markdown
+
+    /// The user has clicked a link in the page.
+    signal linkActivated(url link)
+}

@@ -1,0 +1,108 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tessaly.Ui
+
+/// The source of a document, in the fonts for source text; it scrolls by itself.
+Rectangle {
+    id: area
+
+    property alias textArea: text
+    /// A font of Theme.sourceFamilies.
+    required property font sourceFont
+
+    function takeFocus(reason: int) {
+        text.forceActiveFocus(reason);
+    }
+
+    radius: Theme.cardRadius
+    color: Theme.editor
+
+    Flickable {
+        id: flick
+
+        anchors.fill: parent
+        anchors.margins: 8
+        clip: true
+        contentWidth: width
+        contentHeight: text.height
+        boundsBehavior: Flickable.StopAtBounds
+        // Dragging selects text.
+        interactive: false
+
+        T.ScrollBar.vertical: AppScrollBar {
+            parent: area
+            x: area.width - width
+            height: area.height
+        }
+
+        function follow(rectangle: rect) {
+            if (contentY > rectangle.y)
+                contentY = Math.max(0, rectangle.y - text.topPadding);
+            else if (contentY + height < rectangle.y + rectangle.height)
+                contentY = rectangle.y + rectangle.height - height;
+        }
+
+        function scrollBy(distance: real) {
+            contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance));
+        }
+
+        T.TextArea {
+            id: text
+
+            width: flick.width
+            height: Math.max(contentHeight + topPadding + bottomPadding, flick.height)
+            leftPadding: 6
+            rightPadding: 6
+            topPadding: 4
+            bottomPadding: 4
+            font: area.sourceFont
+            color: Theme.text
+            selectionColor: Theme.accentSoft
+            selectedTextColor: Theme.text
+            selectByMouse: true
+            persistentSelection: true
+            wrapMode: TextEdit.Wrap
+            textFormat: TextEdit.PlainText
+            tabStopDistance: 4 * metrics.advanceWidth("0")
+            // Keeps the language of the input method and the keyboard's guesses out of the way of markup.
+            inputMethodHints: Qt.ImhMultiLine
+            Accessible.name: Language.text("Markdown 源文本", "Markdown source")
+            onCursorRectangleChanged: flick.follow(cursorRectangle)
+            // Left to the input method.
+            Keys.onEscapePressed: event => event.accepted = true
+            Keys.onPressed: event => {
+                const page = event.key === Qt.Key_PageUp ? -1 : event.key === Qt.Key_PageDown ? 1 : 0;
+                if (page !== 0) {
+                    event.accepted = true;
+                    text.moveByPage(page, (event.modifiers & Qt.ShiftModifier) !== 0);
+                }
+            }
+
+            cursorDelegate: Rectangle {
+                width: 1
+                color: Theme.accentText
+                visible: text.cursorVisible
+            }
+
+            function moveByPage(direction: int, isSelecting: bool) {
+                const step = direction * Math.max(Theme.source.line, flick.height - Theme.source.line);
+                flick.scrollBy(step);
+                const position = positionAt(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height / 2 + step);
+                if (isSelecting)
+                    moveCursorSelection(position, TextEdit.SelectCharacters);
+                else
+                    cursorPosition = position;
+            }
+        }
+    }
+
+    FontMetrics {
+        id: metrics
+
+        font: area.sourceFont
+    }
+
+    WheelHandler {
+        onWheel: event => flick.scrollBy(event.pixelDelta.y !== 0 ? -event.pixelDelta.y : -event.angleDelta.y / 120 * 3 * Theme.source.line)
+    }
+}

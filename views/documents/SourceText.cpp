@@ -1,0 +1,96 @@
+#include "views/documents/SourceText.h"
+
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace tessaly {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A part of the document; unlike QTextDocument's own plain text it leaves every character but the line ends as it is.
+QString textBetween(const QTextDocument &document, int begin, int end)
+{
+    QString text;
+    for (QTextBlock block = document.findBlock(begin); block.isValid() && block.position() < end;
+         block = block.next()) {
+        const int from = std::max(begin - block.position(), 0);
+        const int length = block.length() - 1;
+        text += block.text().mid(from, std::min(end - block.position(), length) - from);
+        if (end - block.position() > length)
+            text += u'\n';
+    }
+    return text;
+}
+
+} // namespace
+
+void SourceText::load(const QString &text)
+{
+    m_loaded = text;
+    m_isEdited = false;
+    m_text = text;
+    if (text.contains(u'\r'))
+        m_text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+}
+
+QString SourceText::textToSave() const
+{
+    if (!m_isEdited)
+        return m_loaded;
+    const qsizetype firstEnd = m_loaded.indexOf(u'\n');
+    const bool hasReturns = firstEnd > 0 && m_loaded.at(firstEnd - 1) == u'\r';
+    return hasReturns ? QString(m_text).replace(u'\n', u"\r\n"_s) : m_text;
+}
+
+void SourceText::show(QTextDocument &document, int lineHeight)
+{
+    m_document = &document;
+    document.setUndoRedoEnabled(false);
+    document.setPlainText(m_text);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    QTextBlockFormat format;
+    format.setLineHeight(lineHeight, QTextBlockFormat::FixedHeight);
+    all.mergeBlockFormat(format);
+    document.setUndoRedoEnabled(true);
+    connect(&document, &QTextDocument::contentsChange, this, &SourceText::takeOver);
+}
+
+void SourceText::append(const QString &text)
+{
+    if (m_document) {
+        QTextCursor cursor(m_document);
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(text);
+    } else {
+        m_text += text;
+        markEdited();
+    }
+}
+
+void SourceText::takeOver(int position, int removed, int added)
+{
+    const int length = m_document->characterCount() - 1;
+    const QString text = textBetween(*m_document, position, std::min(position + added, length));
+    const qsizetype replaced = std::min<qsizetype>(removed, m_text.size() - position);
+    if (replaced == text.size() && QStringView(m_text).mid(position, replaced) == text)
+        return; // Only the look has changed.
+    m_text.replace(position, replaced, text);
+    // Larger changes may be reported with more characters than they touched.
+    if (m_text.size() != length)
+        m_text = textBetween(*m_document, 0, length);
+    markEdited();
+}
+
+void SourceText::markEdited()
+{
+    m_isEdited = true;
+    emit edited();
+}
+
+} // namespace tessaly

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class QTextDocument;
+
+namespace tessaly {
+
+/// The source of a document while it is edited, kept in step with the field that shows it. A key costs what it changes:
+/// the text is never taken out of the field as a whole.
+class SourceText : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Starts anew with the text of a file.
+    void load(const QString &text);
+    /// Lines end in "\n".
+    [[nodiscard]] const QString &text() const { return m_text; }
+    /// As it was loaded while nothing was changed; after that with the line ends of the file's first line.
+    [[nodiscard]] QString textToSave() const;
+
+    /// Shows the text in the document, every line `lineHeight` pixels high, and follows what is typed there. Undoing
+    /// begins here.
+    void show(QTextDocument &document, int lineHeight);
+    /// Adds to the end, as if it were typed.
+    void append(const QString &text);
+
+signals:
+    void edited();
+
+private:
+    void takeOver(int position, int removed, int added);
+    void markEdited();
+
+    QString m_text;
+    QString m_loaded;
+    bool m_isEdited = false;
+    QPointer<QTextDocument> m_document;
+};
+
+} // namespace tessaly
