@@ -116,7 +116,8 @@ QtMessageHandler previousHandler = nullptr;
 
 void countComplaint(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    const bool isOfPlatform = QByteArrayView(context.category).startsWith("qt.qpa");
+    const bool isOfPlatform = QByteArrayView(context.category).startsWith("qt.qpa") ||
+                              message.startsWith(QLatin1String("This plugin does not support"));
     if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
         ++complaintCount;
     previousHandler(type, context, message);

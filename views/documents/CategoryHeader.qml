@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tessaly.Ui
 
@@ -58,6 +56,7 @@ Item {
         x: 46
         anchors.verticalCenter: parent.verticalCenter
         active: header.isEditing
+        // qmllint disable unqualified
         sourceComponent: AppTextField {
             width: 260
             isSmall: true
@@ -68,6 +67,7 @@ Item {
             onTextEdited: header.renamed(text)
             onAccepted: header.edit(false)
         }
+        // qmllint enable unqualified
     }
 
     RowAction {

@@ -48,6 +48,7 @@ Rectangle {
             documents: viewModel
             onRemoved: (row, kind) => {
                 viewModel.remove(row);
+                list.forceLayout();
                 const next = list.itemAtIndex(viewModel.rowToFocusAfterRemoval(row, kind)) as DocumentListItem;
                 if (next)
                     next.takeFocus();

@@ -48,6 +48,7 @@ void MarkdownEditorModel::open(const QString &documentId)
     m_source.load(library().documentContent(*m_document));
     m_previewContent = m_source.text();
     connect(m_store, &PlannerStore::interfaceLanguageChanged, this, &MarkdownEditorModel::categoriesChanged);
+    connect(&library(), &DocumentLibrary::documentCategoriesChanged, this, &MarkdownEditorModel::categoriesChanged);
     emit opened();
     emit titleChanged();
     emit categoriesChanged();

@@ -45,6 +45,7 @@ struct Field
 
     explicit Field(const QString &text)
     {
+        document.documentLayout(); // Without one a document tells of no change.
         source.load(text);
         source.show(document, 23);
     }
@@ -217,6 +218,7 @@ private slots:
     void anUnknownDocumentSavesNothing()
     {
         EditorDriver given;
+        given.editor->close();
         given.library().deleteDocument(given.document);
         given.open();
         QVERIFY(given.editor->save());

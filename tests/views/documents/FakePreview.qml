@@ -8,6 +8,8 @@ PreviewSlot {
     Text {
         text: "preview: " + slot.markdown
         textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
 
         TapHandler {
             onTapped: slot.linkActivated("https://example.org/")
