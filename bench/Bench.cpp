@@ -117,7 +117,7 @@ void Report::timesFasterThan(const QString &name, double measured, const QString
 {
     const bool isMet = limit >= factor * measured;
     m_hasMissed |= !isMet;
-    row(name, measured, limitName + QLatin1Char(' ') + duration(limit),
+    row(name, duration(measured), limitName + QLatin1Char(' ') + duration(limit),
         factorText(limit / measured) + QStringLiteral(" faster"), QStringLiteral("≥ ") + factorText(factor),
         isMet ? QStringLiteral("ok") : QStringLiteral("FAIL"));
 }
@@ -126,14 +126,21 @@ void Report::atMostTimes(const QString &name, double measured, const QString &li
 {
     const bool isMet = measured <= factor * limit;
     m_hasMissed |= !isMet;
-    row(name, measured, limitName + QLatin1Char(' ') + duration(limit), factorText(measured / limit),
+    row(name, duration(measured), limitName + QLatin1Char(' ') + duration(limit), factorText(measured / limit),
         QStringLiteral("≤ ") + factorText(factor), isMet ? QStringLiteral("ok") : QStringLiteral("FAIL"));
 }
 
 void Report::shown(const QString &name, double measured, const QString &limitName, double limit)
 {
-    row(name, measured, limitName + QLatin1Char(' ') + duration(limit), factorText(measured / limit), QString(),
-        QString());
+    row(name, duration(measured), limitName + QLatin1Char(' ') + duration(limit), factorText(measured / limit),
+        QString(), QString());
+}
+
+void Report::shownBytes(const QString &name, double measured, const QString &limitName, double limit)
+{
+    const auto megabytes = [](double bytes) { return QString::number(bytes / 1e6, 'f', 0) + QStringLiteral(" MB"); };
+    row(name, megabytes(measured), limitName + QLatin1Char(' ') + megabytes(limit), factorText(measured / limit),
+        QString(), QString());
 }
 
 void Report::failed(const QString &name, const QString &why)
@@ -143,7 +150,7 @@ void Report::failed(const QString &name, const QString &why)
     std::fflush(stdout);
 }
 
-void Report::row(const QString &name, double measured, const QString &limit, const QString &ratio,
+void Report::row(const QString &name, const QString &measured, const QString &limit, const QString &ratio,
                  const QString &demanded, const QString &verdict)
 {
     const auto print = [](const QString &first, const QString &second, const QString &third, const QString &fourth,
@@ -156,7 +163,7 @@ void Report::row(const QString &name, double measured, const QString &limit, con
     if (!std::exchange(m_hasHeader, true))
         print(QStringLiteral("name"), QStringLiteral("measured"), QStringLiteral("limit in the same run"),
               QStringLiteral("ratio"), QStringLiteral("demanded"), QString());
-    print(name, duration(measured), limit, ratio, demanded, verdict);
+    print(name, measured, limit, ratio, demanded, verdict);
 }
 
 int registerBench(const char *name, BenchFunction function)

@@ -27,7 +27,7 @@ void keep(const Value &value)
     asm volatile("" : : "g"(&value) : "memory");
 }
 
-/// Prints the table row by row and remembers whether a demand was missed. All times are seconds.
+/// Prints the table row by row and remembers whether a demand was missed. Times are seconds.
 class Report
 {
 public:
@@ -37,14 +37,16 @@ public:
     void atMostTimes(const QString &name, double measured, const QString &limitName, double limit, double factor);
     /// Shows `measured` / `limit` without demanding anything.
     void shown(const QString &name, double measured, const QString &limitName, double limit);
+    /// The same for memory.
+    void shownBytes(const QString &name, double measured, const QString &limitName, double limit);
     /// A bench that could not do its work counts as a missed demand.
     void failed(const QString &name, const QString &why);
 
     [[nodiscard]] bool hasMissed() const { return m_hasMissed; }
 
 private:
-    void row(const QString &name, double measured, const QString &limit, const QString &ratio, const QString &demanded,
-             const QString &verdict);
+    void row(const QString &name, const QString &measured, const QString &limit, const QString &ratio,
+             const QString &demanded, const QString &verdict);
 
     bool m_hasMissed = false;
     bool m_hasHeader = false;
