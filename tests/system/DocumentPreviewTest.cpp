@@ -6,6 +6,8 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
+#include <csignal>
+
 using namespace tessaly;
 using namespace Qt::StringLiterals;
 
@@ -23,6 +25,9 @@ private slots:
     void keepsTheOldRenderingUntilTheNewOneIsComplete();
     void skipsTextsThatComeTooFastButNotTheLast();
     void reportsLinksForABrowserOnly();
+    void followsTheColourSchemeAtOnce();
+    void restsWhileItIsHidden();
+    void comesBackWhenThePageBreaks();
 
 private:
     std::unique_ptr<DocumentUnderTest> m_document = std::make_unique<DocumentUnderTest>();
@@ -56,6 +61,8 @@ private:
     const QStringList schemes{u"http"_s, u"https"_s, u"mailto"_s, u"smb"_s, u"file"_s};
 };
 
+const QString content = u"document.getElementById('content').textContent.trim()"_s;
+
 QString count(const QString &selector)
 {
     return u"document.querySelectorAll('%1').length"_s.arg(selector);
@@ -80,7 +87,6 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
     QTest::addColumn<QString>("script");
     QTest::addColumn<QVariant>("expected");
 
-    const QString content = u"document.getElementById('content').textContent.trim()"_s;
     QTest::newRow("rows of aligned equations")
         << u"$$\\begin{aligned} a &= b \\\\ c &= d \\\\ e &= f \\end{aligned}$$"_s << count(u"mjx-mtr"_s)
         << QVariant(3);
@@ -198,7 +204,7 @@ void DocumentPreviewTest::skipsTextsThatComeTooFastButNotTheLast()
     for (int i = 0; i < 20; ++i)
         m_document->type(u"text %1"_s.arg(i));
     QVERIFY(m_document->show(u"the last"_s));
-    QCOMPARE(m_document->ask(u"document.getElementById('content').textContent.trim()"_s), QVariant(u"the last"_s));
+    QCOMPARE(m_document->ask(content), QVariant(u"the last"_s));
 }
 
 void DocumentPreviewTest::reportsLinksForABrowserOnly()
@@ -222,6 +228,44 @@ void DocumentPreviewTest::reportsLinksForABrowserOnly()
     QTRY_COMPARE(m_document->links(), expected);
     QCOMPARE(m_document->ask(u"location.pathname"_s), page);
     QCOMPARE(openedByTheEngine.urls, QList<QUrl>());
+}
+
+void DocumentPreviewTest::followsTheColourSchemeAtOnce()
+{
+    const QString look =
+        u"getComputedStyle(document.body).color + getComputedStyle(document.querySelector('.hljs-keyword'"
+        ")).color"_s;
+    QVERIFY(m_document->show(u"```python\ndef f(): pass\n```"_s));
+    const QVariant page = m_document->ask(u"location.pathname"_s);
+    m_document->setDark(true);
+    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(236, 237, 240)rgb(255, 123, 114)"_s));
+    m_document->setDark(false);
+    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(34, 34, 34)rgb(215, 58, 73)"_s));
+    QCOMPARE(m_document->ask(u"location.pathname"_s), page);
+}
+
+void DocumentPreviewTest::restsWhileItIsHidden()
+{
+    QVERIFY(m_document->show(u"seen"_s));
+    m_document->setPreviewVisible(false);
+    m_document->type(u"unseen"_s);
+    QVERIFY(!m_document->isRendering());
+    m_document->setPreviewVisible(true);
+    QVERIFY(m_document->isRendering());
+    QVERIFY(m_document->show(u"unseen"_s));
+    QCOMPARE(m_document->ask(content), QVariant(u"unseen"_s));
+}
+
+void DocumentPreviewTest::comesBackWhenThePageBreaks()
+{
+    QVERIFY(m_document->show(u"text"_s));
+    const int process = m_document->pageProcess();
+    QVERIFY(process > 0);
+    QCOMPARE(::kill(process, SIGKILL), 0);
+    QTRY_VERIFY(m_document->isRendering());
+    QVERIFY(m_document->show(u"text"_s));
+    QVERIFY(m_document->pageProcess() != process);
+    QCOMPARE(m_document->ask(content), QVariant(u"text"_s));
 }
 
 int main(int argc, char *argv[])

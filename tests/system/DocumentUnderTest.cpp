@@ -32,9 +32,24 @@ const QByteArray scene = R"(
         signal answered
         signal rendered
 
+        function front(): Item {
+            return Array.from(preview.children).find(child => child.x === 0 && child.hasPage !== undefined);
+        }
+
         function ask(script: string): void {
-            const front = Array.from(preview.children).find(child => child.x === 0 && child.hasPage !== undefined);
-            front.runJavaScript(script, result => { answer = result; answered(); });
+            front().runJavaScript(script, result => { answer = result; answered(); });
+        }
+
+        function setDark(isDark: bool): void {
+            Theme.isDark = isDark;
+        }
+
+        function setPreviewVisible(isVisible: bool): void {
+            preview.visible = isVisible;
+        }
+
+        function pageProcess(): int {
+            return front().renderProcessPid;
         }
 
         color: Theme.bg
@@ -74,6 +89,23 @@ bool DocumentUnderTest::show(const QString &markdown)
     rendered.clear();
     type(markdown);
     return !isRendering() || rendered.wait(patience);
+}
+
+void DocumentUnderTest::setDark(bool isDark)
+{
+    QMetaObject::invokeMethod(m_preview, "setDark", Q_ARG(bool, isDark));
+}
+
+void DocumentUnderTest::setPreviewVisible(bool isVisible)
+{
+    QMetaObject::invokeMethod(m_preview, "setPreviewVisible", Q_ARG(bool, isVisible));
+}
+
+int DocumentUnderTest::pageProcess() const
+{
+    int process = 0;
+    QMetaObject::invokeMethod(m_preview, "pageProcess", Q_RETURN_ARG(int, process));
+    return process;
 }
 
 void DocumentUnderTest::type(const QString &markdown)

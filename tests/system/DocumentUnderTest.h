@@ -19,6 +19,10 @@ public:
     /// Gives the preview a text and does not wait.
     void type(const QString &markdown);
     [[nodiscard]] bool isRendering() const { return m_preview->property("isRendering").toBool(); }
+    void setDark(bool isDark);
+    void setPreviewVisible(bool isVisible);
+    /// The process that draws the page that is shown.
+    [[nodiscard]] int pageProcess() const;
     /// What a script in the page that is shown answers; invalid when no answer comes.
     [[nodiscard]] QVariant ask(const QString &script);
     /// The links that the preview reported.

@@ -144,7 +144,7 @@ WebEngineView {
     Timer {
         id: patience
 
-        interval: 3000
+        interval: 10000
         onTriggered: internal.settle()
     }
 

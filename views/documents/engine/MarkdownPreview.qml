@@ -5,7 +5,8 @@ import Tessaly.DocumentEngine
 import Tessaly.Ui
 
 /// Shows Markdown as a page, transparent over what is behind. The last rendering stays, at its scroll position, until
-/// the next is complete; texts that come faster than they can be rendered are skipped, the last one never.
+/// the next is complete; texts that come faster than they can be rendered are skipped, the last one never. While the
+/// preview is not visible, it rests.
 Item {
     id: preview
 
@@ -22,6 +23,10 @@ Item {
     Accessible.role: Accessible.Pane
     Accessible.name: Language.text("预览", "Preview")
     onMarkdownChanged: internal.render()
+    onVisibleChanged: {
+        if (internal.isOutdated)
+            internal.render();
+    }
     Component.onCompleted: internal.render()
 
     PreviewStyle {
@@ -72,8 +77,8 @@ Item {
         readonly property DocumentPane backPane: front === 0 ? second : first
 
         function render(): void {
-            isOutdated = stage !== 0;
-            if (isOutdated)
+            isOutdated = stage !== 0 || !preview.visible;
+            if (isOutdated || (preview.markdown === "" && !frontPane.hasPage))
                 return;
             stage = 1;
             publisher.publish(preview.markdown);
