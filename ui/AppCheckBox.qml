@@ -12,7 +12,15 @@ T.CheckBox {
     leftPadding: 16 + (text === "" ? 0 : 10)
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
+    // Qt 6.4 changes the state when it is asked to, and tells nobody.
+    Accessible.onPressAction: switchOver()
+    Accessible.onToggleAction: switchOver()
     Accessible.name: text
+
+    function switchOver() {
+        toggle();
+        toggled();
+    }
 
     indicator: Rectangle {
         readonly property bool isFilled: box.checked || box.isPartial

@@ -40,6 +40,7 @@ T.ComboBox {
     focusPolicy: Qt.StrongFocus
     wheelEnabled: false
     Accessible.name: name
+    Accessible.onPressAction: popup.open()
     Keys.onReturnPressed: event => {
         if (!popup.visible)
             popup.open();
@@ -98,6 +99,7 @@ T.ComboBox {
         hoverEnabled: true
         text: combo.textAt(index)
         Accessible.name: text
+        Accessible.onPressAction: clicked()
 
         background: Rectangle {
             radius: Theme.actionRadius
@@ -126,7 +128,7 @@ T.ComboBox {
         }
     }
 
-    popup: T.Popup {
+    popup: RisingPopup {
         id: popup
 
         readonly property real longest: {
@@ -147,7 +149,7 @@ T.ComboBox {
         width: Math.max(combo.width + 10, Math.min(longest + 62, 420))
         height: Math.min(combo.count, 9) * combo.entryHeight + 10
         x: -5
-        y: Math.round((combo.height - combo.entryHeight) / 2) - 5 - Math.min(Math.max(combo.currentIndex, 0), 8) * combo.entryHeight
+        restY: Math.round((combo.height - combo.entryHeight) / 2) - 5 - Math.min(Math.max(combo.currentIndex, 0), 8) * combo.entryHeight
 
         contentItem: ListView {
             id: list
@@ -158,26 +160,6 @@ T.ComboBox {
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             T.ScrollBar.vertical: AppScrollBar {}
-        }
-
-        background: PopupFrame {}
-
-        enter: Transition {
-            NumberAnimation {
-                property: "opacity"
-                from: 0
-                to: 1
-                duration: Theme.popupIn
-                easing.type: Easing.OutCubic
-            }
-        }
-        exit: Transition {
-            NumberAnimation {
-                property: "opacity"
-                to: 0
-                duration: Theme.popupOut
-                easing.type: Easing.InQuad
-            }
         }
     }
 }

@@ -13,6 +13,24 @@ T.Menu {
 
     background: PopupFrame {}
 
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.popupIn
+            easing.type: Easing.OutCubic
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.popupOut
+            easing.type: Easing.InQuad
+        }
+    }
+
     contentItem: ListView {
         implicitHeight: contentHeight
         implicitWidth: {

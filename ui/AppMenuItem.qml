@@ -10,6 +10,10 @@ T.MenuItem {
     leftPadding: 10
     rightPadding: 10
     Accessible.name: text
+    Accessible.onPressAction: {
+        menu?.close();
+        triggered();
+    }
 
     background: Rectangle {
         radius: Theme.actionRadius

@@ -15,6 +15,14 @@ T.Slider {
     focusPolicy: Qt.StrongFocus
     wheelEnabled: false
     Accessible.name: name
+    Accessible.onIncreaseAction: {
+        increase();
+        moved();
+    }
+    Accessible.onDecreaseAction: {
+        decrease();
+        moved();
+    }
     Keys.onPressed: event => {
         const jump = {
             [Qt.Key_PageUp]: slider.value + 10 * slider.stepSize,

@@ -10,6 +10,7 @@ Text {
     property bool isMultiline: false
 
     color: Theme.text
+    font.family: token.family
     font.pixelSize: token.size
     font.weight: token.weight
     // Chinese is never letter-spaced.

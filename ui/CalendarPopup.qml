@@ -6,7 +6,7 @@ import Tessaly.Ui
 
 /// A month to choose a day from, and the time beneath. Arrows move by day, Page keys by month; a choice applies at
 /// once.
-T.Popup {
+RisingPopup {
     id: popup
 
     required property DateTimeEditor editor
@@ -19,24 +19,6 @@ T.Popup {
     implicitHeight: contentItem.implicitHeight + 24
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onOpened: days.forceActiveFocus(Qt.PopupFocusReason)
-
-    background: PopupFrame {}
-
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Theme.popupIn
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            property: "opacity"
-            to: 0
-            duration: Theme.popupOut
-        }
-    }
 
     contentItem: Column {
         spacing: 4

@@ -21,6 +21,7 @@ T.AbstractButton {
     Accessible.role: Accessible.ButtonDropDown
     Accessible.name: name
     Accessible.description: hex
+    Accessible.onPressAction: clicked()
     onClicked: popup.open()
     Keys.onReturnPressed: popup.open()
     Keys.onEnterPressed: popup.open()
@@ -52,10 +53,10 @@ T.AbstractButton {
         }
     }
 
-    T.Popup {
+    RisingPopup {
         id: popup
 
-        y: well.height + 4
+        restY: well.height + 4
         x: well.width - width
         width: 194
         implicitHeight: contentItem.implicitHeight + 24
@@ -68,8 +69,6 @@ T.AbstractButton {
             (swatches.itemAt(Math.max(0, place)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
         }
         onClosed: well.forceActiveFocus(Qt.PopupFocusReason)
-
-        background: PopupFrame {}
 
         contentItem: Column {
             spacing: 10
@@ -93,6 +92,8 @@ T.AbstractButton {
                         height: 28
                         focusPolicy: Qt.StrongFocus
                         focus: index === 0
+                        Accessible.role: Accessible.Button
+                        Accessible.onPressAction: clicked()
                         Accessible.name: Theme.palette[index][0]
                         Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)

@@ -18,6 +18,7 @@ T.CheckBox {
     checked: isComplete
     nextCheckState: () => circle.checkState
     Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     Accessible.name: itemTitle
 
     contentItem: Item {

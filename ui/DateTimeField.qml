@@ -126,7 +126,7 @@ T.Control {
 
         editor: editor
         now: field.now
-        y: field.height + 4
+        restY: field.height + 4
         onClosed: field.forceActiveFocus(Qt.PopupFocusReason)
     }
 }

@@ -20,6 +20,7 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     enabled: !isVoid || trailingRow.children.length > 0
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: clicked()
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isOpen

@@ -25,6 +25,8 @@ T.Popup {
     property AppButton primaryButton: null
     /// Takes the focus when the sheet has opened; without it the primary button does, or the sheet itself.
     property Item initialFocus: null
+    /// How far below its place it still is.
+    property real rise: 0
 
     /// Esc was pressed and no popup inside took it.
     signal leaving
@@ -38,7 +40,7 @@ T.Popup {
 
     parent: T.Overlay.overlay
     x: Math.round(((parent?.width ?? 0) - width) / 2)
-    y: Math.round(((parent?.height ?? 0) - height) / 2)
+    y: Math.round(((parent?.height ?? 0) - height) / 2) + rise
     width: sheetWidth
     height: Math.min((parent?.height ?? 0) - 48, headColumn.height + bodyColumn.height + footBox.height)
     modal: true
@@ -78,7 +80,8 @@ T.Popup {
 
         Behavior on opacity {
             NumberAnimation {
-                duration: Theme.sheetIn
+                duration: sheet.isShown ? Theme.sheetIn : Theme.sheetOut
+                easing.type: sheet.isShown ? Easing.OutCubic : Easing.InCubic
             }
         }
     }
@@ -93,6 +96,13 @@ T.Popup {
             property: "opacity"
             from: 0
             to: 1
+            duration: Theme.sheetIn
+            easing.type: Easing.OutCubic
+        }
+        NumberAnimation {
+            property: "rise"
+            from: Theme.sheetRise
+            to: 0
             duration: Theme.sheetIn
             easing.type: Easing.OutCubic
         }

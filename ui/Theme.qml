@@ -107,8 +107,6 @@ QtObject {
     readonly property TypeToken blockTitle: TypeToken { size: 12; line: 15; weight: Font.DemiBold }
     readonly property TypeToken mini: TypeToken { size: 11; line: 13 }
     readonly property TypeToken source: TypeToken { size: 14; line: 23 }
-    /// Family of large Latin titles.
-    readonly property string displayFamily: "Inter Display"
     /// Families of source text and code, best first.
     readonly property list<string> sourceFamilies: ["JetBrains Mono", "SF Mono", "Menlo", "DejaVu Sans Mono", "Noto Sans Mono CJK SC"]
 
@@ -137,6 +135,10 @@ QtObject {
     readonly property int sheetRadius: 14
 
     readonly property real draggedOpacity: 0.92
+
+    // How far popups and sheets rise while they fade in
+    readonly property int popupRise: isReducedMotion ? 0 : 4
+    readonly property int sheetRise: isReducedMotion ? 0 : 8
 
     // Durations, milliseconds
     readonly property int fast: isReducedMotion ? 0 : 90

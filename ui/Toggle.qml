@@ -11,7 +11,15 @@ T.Switch {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
+    // Qt 6.4 changes the state when it is asked to, and tells nobody.
+    Accessible.onPressAction: switchOver()
+    Accessible.onToggleAction: switchOver()
     Accessible.name: text
+
+    function switchOver() {
+        toggle();
+        toggled();
+    }
 
     indicator: Rectangle {
         y: (toggle.height - height) / 2

@@ -6,4 +6,6 @@ QtObject {
     property int line: 22
     property int weight: Font.Normal
     property real spacing: 0
+    /// Where a family is missing the next best stands in for it, see applyInterfaceFont().
+    readonly property string family: size >= 20 ? "Inter Display" : "Inter"
 }

@@ -10,11 +10,13 @@ namespace tessaly {
 
 void applyInterfaceFont(QGuiApplication &application)
 {
-    QStringList families{QStringLiteral("Inter")};
-    families += QGuiApplication::font().families();
-    families += QStringLiteral("Noto Sans CJK SC");
+    const QString interface = QStringLiteral("Inter");
+    const QStringList standIns = QGuiApplication::font().families() << QStringLiteral("Noto Sans CJK SC");
+    // QML of Qt 6.4 can name one family only; the others join it here.
+    QFont::insertSubstitutions(interface, standIns);
+    QFont::insertSubstitutions(QStringLiteral("Inter Display"), QStringList{interface} + standIns);
     QFont font;
-    font.setFamilies(families);
+    font.setFamilies(QStringList{interface} + standIns);
     font.setPixelSize(14);
     font.setStyleStrategy(QFont::PreferAntialias);
     application.setFont(font);

@@ -1,0 +1,73 @@
+"""A schedule's life on the real window: added, found in list, week and month, noted, ticked, deleted.
+
+usage: dbus-run-session -- python3 schedule_flow_test.py PROGRAM
+"""
+from planner_driver import CHECKED, FOCUSED, SELECTED, PlannerTestCase, main, press
+
+
+class ScheduleFlow(PlannerTestCase):
+    def test_a_schedule_is_added_noted_ticked_and_deleted(self):
+        self.in_both_languages(("日程", "Schedule"), self.flow)
+
+    def flow(self, planner, text):
+        planner.wait("heading", text("本周", "This week"))
+        planner.wait("label", text("当天还没有日程。", "No schedules for this day."))
+        self.add(planner, text)
+        self.write_note_and_task(planner, text)
+        self.tick_task(planner, text)
+        self.find_in_month(planner, text)
+        self.delete(planner, text)
+
+    def add(self, planner, text):
+        planner.type_into(text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1"), "Lecture on trees")
+        planner.type_into(text("标签（可选）", "Tag (optional)"), "Forest")
+        planner.press("push button", text("添加日程", "Add schedule"))
+        planner.wait("push button", text("编辑, Lecture on trees", "Edit, Lecture on trees"))
+        planner.wait("label", "Lecture on trees")
+        planner.wait_gone("label", text("当天还没有日程。", "No schedules for this day."))
+        block = planner.wait_like("push button", "Lecture on trees", " – ", "Forest")
+        self.assertIn(text("星期", "day, "), block.get_name())
+
+    def write_note_and_task(self, planner, text):
+        planner.press("push button", text("编辑, Lecture on trees", "Edit, Lecture on trees"))
+        planner.wait("dialog", text("编辑日程", "Edit schedule"))
+        planner.wait_state("text", text("日程名称", "Name"), FOCUSED)
+        planner.type_into(text("备注", "Notes"), "Bring the map")
+        planner.type_into(text("添加任务", "Add task"), "Print the map")
+        planner.press("push button", text("添加", "Add"))
+        planner.wait_text(text("任务", "Task"), "Print the map")
+        planner.press("push button", text("保存", "Save"))
+        planner.wait_gone("dialog")
+
+    def open_block(self, planner):
+        press(planner.wait_like("push button", "Lecture on trees", " – "))
+        planner.wait("dialog", "Lecture on trees")
+
+    def tick_task(self, planner, text):
+        self.open_block(planner)
+        planner.wait("label", text("备注: Bring the map", "Notes: Bring the map"))
+        planner.wait_state("check box", "Print the map", CHECKED, expected=False)
+        planner.press("check box", "Print the map")
+        planner.wait_gone("dialog")
+
+        self.open_block(planner)
+        planner.wait_state("check box", "Print the map", CHECKED)
+        planner.press("push button", text("关闭", "Close"))
+        planner.wait_gone("dialog")
+
+    def find_in_month(self, planner, text):
+        planner.press("page tab", text("月", "Month"))
+        planner.wait_state("page tab", text("月", "Month"), SELECTED)
+        planner.wait_like("push button", text("1 个日程", "1 schedule"))
+        planner.wait_like("label", "Lecture on trees", " – ", "Forest")
+        planner.press("page tab", text("周", "Week"))
+
+    def delete(self, planner, text):
+        planner.wait_like("push button", "Lecture on trees", " – ")
+        planner.press("push button", text("删除, Lecture on trees", "Delete, Lecture on trees"))
+        planner.wait_gone("push button", "Lecture on trees")
+        planner.wait("label", text("当天还没有日程。", "No schedules for this day."))
+
+
+if __name__ == "__main__":
+    main()

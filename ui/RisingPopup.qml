@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A popup that fades in while it rises a little, and fades out. It rests at `restY`.
+T.Popup {
+    id: popup
+
+    property real restY: 0
+    /// How far below its place it still is.
+    property real rise: 0
+
+    y: restY + rise
+
+    background: PopupFrame {}
+
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.popupIn
+            easing.type: Easing.OutCubic
+        }
+        NumberAnimation {
+            property: "rise"
+            from: Theme.popupRise
+            to: 0
+            duration: Theme.popupIn
+            easing.type: Easing.OutCubic
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.popupOut
+            easing.type: Easing.InQuad
+        }
+    }
+}
