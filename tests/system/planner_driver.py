@@ -85,8 +85,9 @@ class Planner:
     """One run of the program. Roles and names are those that a screen reader is told."""
 
     def __init__(self, data, *options, environment=None):
+        place = [] if "--demo" in options else ["--data-dir", str(data)]
         self.process = subprocess.Popen(
-            [PROGRAM, "--data-dir", str(data), *options], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            [PROGRAM, *place, *options], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.PIPE, text=True,
             env=os.environ | {"QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software",
                               "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
@@ -177,6 +178,28 @@ class Planner:
     def keys(self, *arguments):
         subprocess.run(["xdotool", "windowfocus", "--sync", self.window()], check=True)
         subprocess.run(["xdotool", *arguments], check=True)
+
+    def processor_ticks(self):
+        """Processor time used so far, in hundredths of a second."""
+        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return int(fields[11]) + int(fields[12])
+
+    def ticks_while_idle(self, seconds):
+        """Processor time used while nobody does anything, once what was begun before is over."""
+        def is_still():
+            before = self.processor_ticks()
+            self._outlives(1)
+            return self.processor_ticks() == before
+        wait_for("rest", is_still)
+        before = self.processor_ticks()
+        self._outlives(seconds)
+        return self.processor_ticks() - before
+
+    def _outlives(self, seconds):
+        try:
+            raise AssertionError(f"the program ended with {self.process.wait(seconds)}")
+        except subprocess.TimeoutExpired:
+            pass
 
     def kill(self):
         if self.process.poll() is None:

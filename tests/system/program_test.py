@@ -8,6 +8,8 @@ import subprocess
 
 from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, wait_for
 
+IDLE_SECONDS = 10
+
 
 class ProgramTest(PlannerTestCase):
     def test_what_was_typed_is_there_after_a_kill(self):
@@ -67,6 +69,12 @@ class ProgramTest(PlannerTestCase):
         planner = self.start()
         planner.wait("list item", "概览")
         wait_for("the former place", lambda: geometry(planner.window()) == [60, 80, 1000, 700])
+
+    def test_an_open_week_uses_no_processor_time(self):
+        planner = self.start("--demo")
+        planner.press("list item", "日程")
+        planner.wait("heading", "本周")
+        self.assertLessEqual(planner.ticks_while_idle(IDLE_SECONDS), 1)
 
     def refusal(self, data, chinese, english):
         """What a start says that cannot open its data; its window is left with the Esc key."""
