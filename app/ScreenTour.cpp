@@ -2,14 +2,18 @@
 
 #include "app/Composition.h"
 #include "app/LarkspanApp.h"
+#include "model/Uuid.h"
 #include "store/PlannerStore.h"
 #include "views/documents/DocumentLibraryViewModel.h"
+#include "views/goals/GoalViewModel.h"
 #include "views/schedule/ScheduleViewModel.h"
+#include "views/todos/ReminderViewModel.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QStyleHints>
 
@@ -57,18 +61,57 @@ Stop overWindow(const QString &name, const char *property)
     return {name, ShellModel::Overview, setter(true), setter(false)};
 }
 
-/// Something on the schedule screen.
+/// What the verb does with the screen's view-model.
+template <class ViewModel>
+std::function<void(QObject &, QObject &)> onViewModel(void (*verb)(ViewModel &))
+{
+    return [verb](QObject &, QObject &screen) {
+        auto *viewModel = screen.findChild<ViewModel *>();
+        if (!viewModel)
+            qFatal("The screen has no %s", ViewModel::staticMetaObject.className());
+        verb(*viewModel);
+    };
+}
+
 Stop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void (*close)(ScheduleViewModel &))
 {
-    const auto caller = [](void (*change)(ScheduleViewModel &)) {
-        return [change](QObject &, QObject &screen) {
-            auto *viewModel = screen.findChild<ScheduleViewModel *>();
-            if (!viewModel)
-                qFatal("The schedule screen has no view-model");
-            change(*viewModel);
-        };
+    return {name, ShellModel::Schedule, onViewModel(open), onViewModel(close)};
+}
+
+/// The next visit makes the screen anew.
+void leaveToOverview(QObject &content, QObject &)
+{
+    content.setProperty("section", ShellModel::Overview);
+}
+
+/// The foot of a long screen.
+Stop atFoot(const QString &name, ShellModel::SidebarItem section)
+{
+    const auto scroll = [](QObject &, QObject &screen) {
+        auto *page = screen.findChild<QQuickItem *>(QStringLiteral("page"));
+        if (!page)
+            qFatal("The screen does not scroll");
+        const auto number = [page](const char *property) { return page->property(property).toReal(); };
+        page->setProperty("contentY", number("originY") + number("contentHeight") - page->height());
     };
-    return {name, ShellModel::Schedule, caller(open), caller(close)};
+    return {name, section, scroll, leaveToOverview};
+}
+
+void openAllGroups(ReminderViewModel &reminders)
+{
+    for (int row = 0; row < reminders.list()->rowCount(); ++row)
+        reminders.list()->setExpanded(row, true);
+}
+
+/// Edits the first goal, its first subgoal and that one's first task.
+void editFirstGoal(GoalViewModel &goals)
+{
+    if (goals.rows()->rows().isEmpty())
+        return;
+    GoalCardModel *card = goals.card(uuidText(goals.rows()->rows().first().goalID));
+    card->toggleEditing();
+    card->toggleRowEditing(0);
+    card->toggleRowEditing(1);
 }
 
 const QList<Stop> &stops()
@@ -90,8 +133,19 @@ const QList<Stop> &stops()
         onSchedule(
             QStringLiteral("note"), [](ViewModel &viewModel) { viewModel.editListed(0); },
             [](ViewModel &viewModel) { viewModel.closeNote(); }),
+        onSchedule(
+            QStringLiteral("note-view"),
+            [](ViewModel &viewModel) {
+                viewModel.editListed(0);
+                viewModel.note()->cancel();
+            },
+            [](ViewModel &viewModel) { viewModel.closeNote(); }),
+        atFoot(QStringLiteral("schedule-lower"), ShellModel::Schedule),
         {QStringLiteral("todos"), ShellModel::Reminders},
+        {QStringLiteral("todos-open"), ShellModel::Reminders, onViewModel(openAllGroups), leaveToOverview},
         {QStringLiteral("goals"), ShellModel::Goals},
+        {QStringLiteral("goals-edit"), ShellModel::Goals, onViewModel(editFirstGoal), leaveToOverview},
+        atFoot(QStringLiteral("goals-lower"), ShellModel::Goals),
         {QStringLiteral("documents"), ShellModel::Documents},
         editor(QStringLiteral("editor"), 1),
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),

@@ -60,6 +60,8 @@ public:
 
     virtual ~EventStore() = default;
 
+    /// False where the system has no calendar service at all: there is nothing to wait for.
+    [[nodiscard]] virtual bool isAvailable() const { return true; }
     /// Answers whether the user lets the planner read and write events, or why the question could not be put.
     virtual void requestAccess(AccessCompletion completion) = 0;
 

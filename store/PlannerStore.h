@@ -34,6 +34,7 @@ class PlannerStore : public QObject
     Q_PROPERTY(bool isEnglish READ isEnglish NOTIFY interfaceLanguageChanged)
     Q_PROPERTY(QString preferredName READ preferredName WRITE setPreferredName NOTIFY preferredNameChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY launchAtLoginChanged)
+    Q_PROPERTY(bool hasCalendarService READ hasCalendarService CONSTANT)
     Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
     Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
                    automaticCalendarSyncChanged)
@@ -142,6 +143,8 @@ public:
     Q_INVOKABLE void deleteCalendarFeed(const QUuid &feedID);
 
     // System calendar
+    /// Whether calendars can ever be listed.
+    [[nodiscard]] bool hasCalendarService() const { return m_ports.eventStore.isAvailable(); }
     /// "#RRGGBB", upper-case, each component rounded to the nearest; nothing for a calendar without a colour.
     [[nodiscard]] static std::optional<QString> colorHex(const EventCalendar &calendar);
     /// Asks for access and lists the calendars; refusal and failure are told.

@@ -13,7 +13,8 @@ T.TextField {
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
     leftPadding: isSmall ? 8 : 10
     rightPadding: leftPadding
-    topPadding: 0
+    // Chinese makes the line taller, but Qt keeps the baseline at the same distance from its top.
+    topPadding: Math.max(0, contentHeight - Math.ceil(metrics.height))
     bottomPadding: 0
     verticalAlignment: TextInput.AlignVCenter
     font.pixelSize: isSmall ? Theme.caption.size : Theme.control.size
@@ -29,6 +30,12 @@ T.TextField {
     Keys.onEscapePressed: event => event.accepted = field.inputMethodComposing
 
     readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding
+
+    FontMetrics {
+        id: metrics
+
+        font: field.font
+    }
 
     cursorDelegate: Rectangle {
         width: 1

@@ -36,6 +36,7 @@ ListView {
         return false;
     }
 
+    objectName: "page"
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     keyNavigationEnabled: false

@@ -52,7 +52,8 @@ T.Control {
             implicitHeight: contentHeight + topPadding + bottomPadding
             leftPadding: 10
             rightPadding: 10
-            topPadding: 8
+            // The first line stands where it would if the lines were as tall as the style's.
+            topPadding: 8 + Math.max(0, Math.round((Theme.control.line - contentHeight / Math.max(1, lineCount)) / 2))
             bottomPadding: 8
             font.pixelSize: Theme.control.size
             color: enabled ? Theme.text : Theme.textDisabled
@@ -70,7 +71,7 @@ T.Control {
 
             AppText {
                 x: area.leftPadding
-                y: area.topPadding
+                y: 8
                 width: area.width - area.leftPadding - area.rightPadding
                 visible: area.text === "" && area.preeditText === ""
                 text: control.placeholder

@@ -27,6 +27,7 @@ Flickable {
         return false;
     }
 
+    objectName: "page"
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
     clip: true

@@ -17,8 +17,10 @@ T.Control {
     signal chosen(int index)
 
     function choose(index: int) {
-        if (index >= 0 && index < labels.length && index !== currentIndex)
-            control.chosen(index);
+        if (index < 0 || index >= labels.length || index === currentIndex)
+            return;
+        thumb.isSliding = true;
+        control.chosen(index);
     }
 
     implicitWidth: row.implicitWidthOfLabels + 4
@@ -40,6 +42,43 @@ T.Control {
         }
     }
 
+    Rectangle {
+        id: thumb
+
+        readonly property Item segment: segments.count > 0 ? segments.itemAt(control.currentIndex) : null
+        // It slides when the user chooses, not when the labels change their widths.
+        property bool isSliding: false
+
+        x: row.x + (segment?.x ?? 0)
+        y: 2
+        width: segment?.width ?? 0
+        height: control.height - 4
+        radius: Theme.actionRadius
+        color: Theme.segmentOn
+        border.width: 0.5
+        border.color: Theme.segmentShadow
+        visible: segment !== null
+
+        Behavior on x {
+            enabled: thumb.isSliding
+
+            NumberAnimation {
+                duration: Theme.switching
+                easing.type: Easing.OutCubic
+                onStopped: thumb.isSliding = false
+            }
+        }
+
+        Rectangle {
+            z: -1
+            y: 1
+            width: parent.width
+            height: parent.height
+            radius: parent.radius
+            color: Theme.segmentShadow
+        }
+    }
+
     Row {
         id: row
 
@@ -51,7 +90,7 @@ T.Control {
 
             model: control.labels
 
-            Rectangle {
+            Item {
                 id: segment
 
                 required property string modelData
@@ -61,25 +100,11 @@ T.Control {
                 width: control.width > row.implicitWidthOfLabels + 4 ? (control.width - 4) / control.labels.length : label.implicitWidth + 2 * control.segmentPadding
                 height: control.height - 4
                 implicitWidth: label.implicitWidth + 2 * control.segmentPadding
-                radius: Theme.actionRadius
-                color: isOn ? Theme.segmentOn : Theme.transparent
-                border.width: isOn ? 0.5 : 0
-                border.color: Theme.segmentShadow
                 Accessible.role: Accessible.PageTab
                 Accessible.name: modelData
                 Accessible.selectable: true
                 Accessible.selected: isOn
                 Accessible.onPressAction: control.choose(index)
-
-                Rectangle {
-                    z: -1
-                    y: 1
-                    width: parent.width
-                    height: parent.height
-                    radius: parent.radius
-                    color: Theme.segmentShadow
-                    visible: segment.isOn
-                }
 
                 AppText {
                     id: label

@@ -6,7 +6,8 @@ namespace tessaly {
 
 void NullEventStore::requestAccess(AccessCompletion completion)
 {
-    QTimer::singleShot(0, &m_alive, [completion = std::move(completion)] { completion(false); });
+    QTimer::singleShot(0, &m_alive,
+                       [completion = std::move(completion)] { completion(Error{ErrorCode::CalendarAccessFailed}); });
 }
 
 void NullEventStore::save(const CalendarEvent &, SaveCompletion completion)

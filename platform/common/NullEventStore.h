@@ -6,10 +6,11 @@
 
 namespace tessaly {
 
-/// Stands in where the system has no calendar service: access is refused, and there is nothing to read.
+/// Stands in where the system has no calendar service: access fails, and there is nothing to read.
 class NullEventStore final : public EventStore
 {
 public:
+    [[nodiscard]] bool isAvailable() const override { return false; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return {}; }
     [[nodiscard]] std::optional<EventCalendar> calendar(const QString &) const override { return {}; }

@@ -11,6 +11,7 @@ namespace tessaly {
 class FakeEventStore final : public EventStore
 {
 public:
+    [[nodiscard]] bool isAvailable() const override { return m_isAvailable; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return m_calendars; }
     [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override;
@@ -28,6 +29,7 @@ public:
     void setDefaultCalendar(const QString &identifier) { m_defaultCalendar = identifier; }
     void putEvent(const CalendarEvent &event);
     void dropEvent(const QString &eventIdentifier);
+    void setAvailable(bool isAvailable) { m_isAvailable = isAvailable; }
     void announceChange() const;
     void answerAccessWith(Result<bool> answer) { m_access = std::move(answer); }
     void failWritesWith(std::optional<Error> error) { m_writeFailure = std::move(error); }
@@ -52,6 +54,7 @@ private:
     int m_nextIdentifier = 1;
     int m_accessRequestCount = 0;
     bool m_isHolding = false;
+    bool m_isAvailable = true;
 };
 
 } // namespace tessaly

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tessaly.Goals
 import Tessaly.Ui
@@ -55,6 +53,8 @@ Item {
         y: 36
         width: Math.min(420, track.x - x - 12)
         active: header.card.isEditing
+        // Bound components cannot be made inside those of another file in Qt 6.4.
+        // qmllint disable unqualified
         sourceComponent: AppTextField {
             Accessible.name: Language.text("总目标", "Main goal")
             font.pixelSize: Theme.heading.size
@@ -63,6 +63,7 @@ Item {
             onTextEdited: header.card.title = text
             onAccepted: header.card.toggleEditing()
         }
+        // qmllint enable unqualified
     }
     AppText {
         x: 49

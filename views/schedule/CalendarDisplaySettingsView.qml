@@ -104,7 +104,6 @@ Sheet {
     Column {
         width: parent?.width ?? 0
         spacing: 8
-        visible: groups.calendarCount > 0
 
         AppText {
             text: Language.text("显示已导入日历", "Show imported calendars")
@@ -112,8 +111,14 @@ Sheet {
             Accessible.role: Accessible.Heading
         }
 
+        CalendarLoadingBox {
+            width: parent.width
+            visible: groups.calendarCount === 0
+        }
+
         CalendarChoiceBox {
             width: parent.width
+            visible: groups.calendarCount > 0
             choices: groups.calendars
             onChosen: (row, isChosen) => groups.chooseCalendar(row, isChosen)
         }

@@ -1,7 +1,8 @@
 import QtQuick
+import Tessaly.Store
 import Tessaly.Ui
 
-/// Stands in for the list of calendars until there is one.
+/// Stands in for the list of calendars until there is one, or tells that there will be none.
 Rectangle {
     id: box
 
@@ -10,7 +11,7 @@ Rectangle {
     color: Theme.field
     border.width: 1
     border.color: Theme.border
-    Accessible.role: Accessible.Indicator
+    Accessible.role: Accessible.StaticText
     Accessible.name: label.text
 
     Row {
@@ -19,12 +20,13 @@ Rectangle {
 
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
+            visible: PlannerStore.hasCalendarService
         }
 
         AppText {
             id: label
 
-            text: Language.text("正在读取日历…", "Loading calendars…")
+            text: PlannerStore.hasCalendarService ? Language.text("正在读取日历…", "Loading calendars…") : Language.text("此系统没有可用的日历服务。", "No calendar service is available on this system.")
             token: Theme.control
             color: Theme.textSecondary
             Accessible.ignored: true

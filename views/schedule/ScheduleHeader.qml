@@ -11,7 +11,7 @@ Item {
 
     readonly property bool isNarrow: width < 700
     readonly property real gap: isNarrow ? 8 : 12
-    readonly property bool isWrapped: title.implicitWidth + 10 + tools.width > width
+    readonly property bool isWrapped: title.implicitWidth + 10 + tools.width + tools.anchors.rightMargin > width
 
     implicitHeight: isWrapped ? title.height + 8 + tools.height : title.height
 
