@@ -17,8 +17,8 @@ T.Switch {
     Accessible.name: text
 
     function switchOver() {
-        toggle();
-        toggled();
+        toggle.toggle();
+        toggle.toggled();
     }
 
     indicator: Rectangle {

@@ -110,13 +110,17 @@ void GoalViewModel::onChanged(const RowsChange &change)
     if (change.kind == RowsChange::Kind::Updated && change.count == 1) {
         if (GoalCardModel *card = m_cards.value(m_store->goals().at(change.first).id))
             card->refresh();
-    } else {
-        for (GoalCardModel *card : std::as_const(m_cards))
-            card->refresh();
+        refreshRows();
+        return;
     }
+    QSet<QUuid> present;
+    for (const Goal &goal : m_store->goals())
+        present.insert(goal.id);
+    for (GoalCardModel *card : std::as_const(m_cards))
+        card->refresh();
     refreshRows();
-    m_cards.removeIf([this](const auto &entry) {
-        const bool isGone = std::ranges::find(m_store->goals(), entry.key(), &Goal::id) == m_store->goals().cend();
+    m_cards.removeIf([&present](const auto &entry) {
+        const bool isGone = !present.contains(entry.key());
         if (isGone)
             entry.value()->deleteLater();
         return isGone;
