@@ -9,6 +9,9 @@ Text {
     property TypeToken token: Theme.body
     property bool isMultiline: false
 
+    // Qt puts what a fixed line height leaves over beneath the letters. Chinese letters leave less over.
+    readonly property real spareAbove: isMultiline ? Math.max(0, Math.round((token.line - token.size * (/[\u2e80-\uffef]/.test(text) ? 1.45 : 1.21)) / 2)) : 0
+
     color: Theme.text
     font.family: token.family
     font.pixelSize: token.size
@@ -20,6 +23,8 @@ Text {
     wrapMode: isMultiline ? Text.Wrap : Text.NoWrap
     lineHeightMode: isMultiline ? Text.FixedHeight : Text.ProportionalHeight
     lineHeight: isMultiline ? token.line : 1
+    topPadding: spareAbove
+    bottomPadding: -spareAbove
     verticalAlignment: isMultiline ? Text.AlignTop : Text.AlignVCenter
     height: isMultiline ? implicitHeight : token.line
     Layout.preferredHeight: isMultiline ? -1 : token.line

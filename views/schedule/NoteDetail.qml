@@ -24,9 +24,7 @@ Item {
     AppText {
         id: text
 
-        // Fixed line heights leave their spare space below the line.
         x: 80
-        y: 2
         width: parent.width - x
         isMultiline: true
         text: detail.value

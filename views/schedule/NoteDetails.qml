@@ -64,7 +64,7 @@ Column {
                         id: text
 
                         x: 28
-                        y: 6
+                        y: 4
                         width: parent.width - x
                         isMultiline: true
                         text: task.title

@@ -14,7 +14,7 @@ Item {
     AppText {
         id: labelText
 
-        y: 8
+        y: 6
         width: 104
         isMultiline: true
         text: row.label

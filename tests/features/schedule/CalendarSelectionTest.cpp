@@ -1,5 +1,6 @@
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
+#include "views/schedule/CalendarGroupsModel.h"
 #include "views/schedule/CalendarSelectionModel.h"
 
 #include <QAbstractItemModelTester>
@@ -82,7 +83,39 @@ private slots:
         QCOMPARE(m_sheet->feedCount(), 1);
     }
 
+    void linkedCalendarsAreShownAndHiddenLikeTheOthers()
+    {
+        PlannerStore &store = *m_planner->store;
+        m_planner->eventStore.addCalendar({.identifier = QStringLiteral("work"),
+                                           .title = QStringLiteral("Work"),
+                                           .sourceTitle = QStringLiteral("A")});
+        store.requestCalendarAccessAndLoad();
+        QTRY_COMPARE(store.availableCalendars().size(), 1);
+        whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
+        CalendarGroupsModel groups;
+        groups.setPurpose(CalendarGroupsModel::Purpose::Display);
+        groups.setStore(&store);
+        const QString link = feedCalendarIdentifier(store.calendarFeeds().first().id);
+        store.setVisibleCalendarIDs({});
+        QCOMPARE(isChecked(*groups.links(), 0), false);
+
+        groups.chooseAll();
+        QCOMPARE(store.visibleCalendarIDs(), (QSet<QString>{QStringLiteral("work"), link}));
+        QCOMPARE(isChecked(*groups.links(), 0), true);
+
+        groups.chooseLink(0, false);
+        QCOMPARE(store.visibleCalendarIDs(), QSet<QString>{QStringLiteral("work")});
+
+        groups.setPurpose(CalendarGroupsModel::Purpose::Import);
+        QCOMPARE(groups.linkCount(), 0);
+    }
+
 private:
+    static bool isChecked(const RowListModel<CalendarChoiceRow> &rows, int row)
+    {
+        return rows.rows().at(row).isChecked;
+    }
+
     void whenTheUserAdds(const QString &link)
     {
         m_sheet->setFeedURL(link);
