@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <QSet>
-#include <QStringBuilder>
 
 #include <array>
 #include <charconv>
@@ -17,25 +16,29 @@ namespace {
 class EventKeys
 {
 public:
-    explicit EventKeys(const QUuid &feedID) : m_prefix(uuidText(feedID) + u'|') {}
+    explicit EventKeys(const QUuid &feedID) : m_key(uuidText(feedID).toLatin1() + '|'), m_prefixSize(m_key.size()) {}
 
-    [[nodiscard]] QString key(const QString &uid, Instant start) const
+    [[nodiscard]] QString key(const QByteArray &uid, Instant start)
     {
         std::array<char, 400> buffer; // the longest double in fixed notation has 327 characters
         const auto written =
             std::to_chars(buffer.data(), buffer.data() + buffer.size(), start.unixSeconds(), std::chars_format::fixed);
-        const QLatin1StringView seconds(buffer.data(), written.ptr);
-        const QLatin1StringView fraction(seconds.contains(u'.') ? "" : ".0");
-        return m_prefix % uid % u'|' % seconds % fraction;
+        const QByteArrayView seconds(buffer.data(), written.ptr);
+        m_key.truncate(m_prefixSize);
+        m_key.append(uid).append('|').append(seconds);
+        if (!seconds.contains('.'))
+            m_key.append(".0");
+        return QString::fromUtf8(m_key);
     }
 
 private:
-    QString m_prefix;
+    QByteArray m_key;
+    qsizetype m_prefixSize;
 };
 
 } // namespace
 
-QString feedEventKey(const QUuid &feedID, const QString &uid, Instant start)
+QString feedEventKey(const QUuid &feedID, const QByteArray &uid, Instant start)
 {
     return EventKeys(feedID).key(uid, start);
 }
@@ -43,7 +46,7 @@ QString feedEventKey(const QUuid &feedID, const QString &uid, Instant start)
 QList<ScheduleItem> feedSchedules(const QList<ParsedEvent> &events, const QUuid &feedID)
 {
     const QString calendar = feedCalendarIdentifier(feedID);
-    const EventKeys keys(feedID);
+    EventKeys keys(feedID);
     QList<ScheduleItem> schedules;
     schedules.reserve(events.size());
     QSet<QString> seen;

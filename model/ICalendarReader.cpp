@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -22,6 +23,11 @@ QString toQString(string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QByteArray toBytes(string_view text)
+{
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
 /// The text without the characters at both ends for which the predicate holds.
 template <class Predicate>
 string_view trimmed(string_view text, Predicate isDropped)
@@ -33,8 +39,13 @@ string_view trimmed(string_view text, Predicate isDropped)
     return text;
 }
 
-enum class Property { Start, End, Uid, Summary };
+// Plain values stand for "none" below where an optional would do: this is the part that runs for every line, and the
+// compiler passes optionals through memory.
+
+enum class Property { Start, End, Uid, Summary, Other };
 constexpr std::size_t propertyCount = 4;
+/// Stands for a date or time that cannot be read.
+constexpr qint64 unreadable = std::numeric_limits<qint64>::min();
 constexpr string_view beginEvent = "BEGIN:VEVENT";
 constexpr string_view endEvent = "END:VEVENT";
 constexpr string_view calendarNamePrefix = "X-WR-CALNAME:";
@@ -66,6 +77,8 @@ struct DividedLine
 /// Where the property's name begins: the first piece that is not empty, between semicolons, before the first colon.
 string_view fromName(string_view line)
 {
+    if (line.empty() || (line.front() != ':' && line.front() != ';'))
+        return line;
     line = withoutLeadingColons(line);
     while (line.starts_with(';'))
         line.remove_prefix(1);
@@ -83,21 +96,21 @@ bool isNamed(string_view text, const char (&name)[size])
     return text.size() == length || text[length] == ':' || text[length] == ';';
 }
 
-/// The property that the line sets, if it is one of those that are read.
-std::optional<Property> propertyOf(string_view line)
+/// The property that the line sets.
+Property propertyOf(string_view line)
 {
     const string_view text = fromName(line);
     switch (text.empty() ? '\0' : text.front()) {
     case 'D':
         if (isNamed(text, "DTSTART"))
             return Property::Start;
-        return isNamed(text, "DTEND") ? std::optional(Property::End) : std::nullopt;
+        return isNamed(text, "DTEND") ? Property::End : Property::Other;
     case 'U':
-        return isNamed(text, "UID") ? std::optional(Property::Uid) : std::nullopt;
+        return isNamed(text, "UID") ? Property::Uid : Property::Other;
     case 'S':
-        return isNamed(text, "SUMMARY") ? std::optional(Property::Summary) : std::nullopt;
+        return isNamed(text, "SUMMARY") ? Property::Summary : Property::Other;
     default:
-        return std::nullopt;
+        return Property::Other;
     }
 }
 
@@ -107,7 +120,7 @@ bool matters(string_view line)
     const string_view text = fromName(line);
     const auto endsName = [](char c) { return c == ':' || c == ';'; };
     const bool isNameComplete = std::ranges::any_of(text, endsName) && !text.starts_with(':');
-    return !isNameComplete || propertyOf(line) || isNamed(text, "BEGIN") || isNamed(text, "END") ||
+    return !isNameComplete || propertyOf(line) != Property::Other || isNamed(text, "BEGIN") || isNamed(text, "END") ||
            isNamed(text, "X-WR-CALNAME");
 }
 
@@ -193,45 +206,56 @@ int daysInMonth(int year, int month)
     return month == 2 && isLeap ? 29 : days[static_cast<std::size_t>(month - 1)];
 }
 
-/// Of eight digits.
-std::optional<qint64> dateSeconds(const char *digits)
+/// Of eight digits; or unreadable.
+qint64 dateSeconds(const char *digits)
 {
     const int year = number(digits, 4);
     const int month = number(digits + 4, 2);
     const int day = number(digits + 6, 2);
     if (year < 1 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month))
-        return std::nullopt;
+        return unreadable;
     return daysSince1970(year, month, day) * 86400;
 }
 
-/// Of six digits.
-std::optional<int> timeSeconds(const char *digits)
+/// Of six digits; or unreadable.
+qint64 timeSeconds(const char *digits)
 {
     const int hour = number(digits, 2);
     const int minute = number(digits + 2, 2);
     const int second = number(digits + 4, 2);
     if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
-        return std::nullopt;
-    return hour * 3600 + minute * 60 + second;
+        return unreadable;
+    return hour * qint64{3600} + minute * 60 + second;
 }
 
-/// A value as seconds from 1970-01-01 00:00 on its own clock.
-std::optional<qint64> wallClockSeconds(string_view value)
+/// Reads dates and times. A date that repeats the one before, as the end of most events does, is not worked out again.
+class WallClockReader
 {
-    constexpr std::size_t dateLength = 8;
-    constexpr std::size_t dateTimeLength = 15;
-    const bool isDateOnly = value.size() == dateLength;
-    const string_view digits = trimmed(value, [](char c) { return c == 'Z'; });
-    if (digits.size() != (isDateOnly ? dateLength : dateTimeLength))
-        return std::nullopt;
-    const std::optional<qint64> date = dateSeconds(digits.data());
-    if (!date || isDateOnly)
-        return date;
-    const std::optional<int> time = timeSeconds(digits.data() + dateLength + 1);
-    if (!time || digits[dateLength] != 'T')
-        return std::nullopt;
-    return *date + *time;
-}
+public:
+    /// A value as seconds from 1970-01-01 00:00 on its own clock; or unreadable.
+    qint64 seconds(string_view value)
+    {
+        const bool isDateOnly = value.size() == dateLength;
+        const string_view digits = trimmed(value, [](char c) { return c == 'Z'; });
+        if (digits.size() != (isDateOnly ? dateLength : dateTimeLength))
+            return unreadable;
+        if (std::memcmp(digits.data(), m_lastDigits.data(), dateLength) != 0) {
+            std::memcpy(m_lastDigits.data(), digits.data(), dateLength);
+            m_lastDate = dateSeconds(digits.data());
+        }
+        if (m_lastDate == unreadable || isDateOnly)
+            return m_lastDate;
+        const qint64 time = timeSeconds(digits.data() + dateLength + 1);
+        return time == unreadable || digits[dateLength] != 'T' ? unreadable : m_lastDate + time;
+    }
+
+private:
+    static constexpr std::size_t dateLength = 8;
+    static constexpr std::size_t dateTimeLength = 15;
+
+    std::array<char, dateLength> m_lastDigits{};
+    qint64 m_lastDate = unreadable;
+};
 
 /// The zones that one file names, each listed once.
 class NamedZones
@@ -310,10 +334,10 @@ private:
 
     void keep(string_view line, UnfoldedLines &lines)
     {
-        const std::optional<Property> property = propertyOf(line);
-        if (!property)
+        const Property property = propertyOf(line);
+        if (property == Property::Other)
             return;
-        Kept &kept = m_kept[static_cast<std::size_t>(*property)];
+        Kept &kept = m_kept[static_cast<std::size_t>(property)];
         kept.isPresent = true;
         kept.line = line;
         if (lines.isJoined()) {
@@ -324,18 +348,17 @@ private:
 
     [[nodiscard]] const Kept &kept(Property property) const { return m_kept[static_cast<std::size_t>(property)]; }
 
-    std::optional<Instant> date(Property property)
+    /// Seconds since 1970-01-01 00:00 UTC; or unreadable.
+    qint64 date(Property property)
     {
         const Kept &found = kept(property);
         if (!found.isPresent)
-            return std::nullopt;
+            return unreadable;
         const DividedLine divided(found.line);
-        const std::optional<qint64> wallClock = wallClockSeconds(divided.value);
-        if (!wallClock)
-            return std::nullopt;
-        const bool isUtc = divided.value.ends_with('Z');
-        const qint64 seconds = isUtc ? *wallClock : m_zones.zone(divided.parameters).unixSeconds(*wallClock);
-        return Instant::fromUnixSeconds(static_cast<double>(seconds));
+        const qint64 wallClock = m_wallClock.seconds(divided.value);
+        if (wallClock == unreadable || divided.value.ends_with('Z'))
+            return wallClock;
+        return m_zones.zone(divided.parameters).unixSeconds(wallClock);
     }
 
     void finish()
@@ -343,18 +366,21 @@ private:
         if (!m_isInEvent)
             return;
         m_isInEvent = false;
-        const std::optional<Instant> start = date(Property::Start);
-        const std::optional<Instant> end = date(Property::End);
-        if (!start || !end)
+        const qint64 start = date(Property::Start);
+        const qint64 end = date(Property::End);
+        if (start == unreadable || end == unreadable)
             return;
         const Kept &uid = kept(Property::Uid);
         const Kept &summary = kept(Property::Summary);
-        m_events.append({uid.isPresent ? toQString(uid.line) : uuidText(QUuid::createUuid()),
-                         summary.isPresent ? toQString(summary.line) : m_untitled, *start, *end, m_calendarName});
+        m_events.append({uid.isPresent ? toBytes(uid.line) : uuidText(QUuid::createUuid()).toLatin1(),
+                         summary.isPresent ? toQString(summary.line) : m_untitled,
+                         Instant::fromUnixSeconds(static_cast<double>(start)),
+                         Instant::fromUnixSeconds(static_cast<double>(end)), m_calendarName});
     }
 
     QString m_untitled;
     NamedZones m_zones;
+    WallClockReader m_wallClock;
     std::array<Kept, propertyCount> m_kept;
     std::optional<QString> m_calendarName;
     bool m_isInEvent = false;

@@ -2,6 +2,7 @@
 
 #include "model/Instant.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
@@ -14,8 +15,8 @@ namespace tessaly {
 /// An event of an iCalendar file.
 struct ParsedEvent
 {
-    /// The whole UID line, or a fresh UUID when there was none.
-    QString uid = {};
+    /// The whole UID line as it stands in the file, or a fresh UUID when there was none. Never shown, only compared.
+    QByteArray uid = {};
     /// The whole SUMMARY line.
     QString title = {};
     Instant start = {};
@@ -36,7 +37,8 @@ struct ParsedEvent
 /// Dates are "yyyyMMdd" and "yyyyMMdd'T'HHmmss", in UTC after a "Z", else in the zone named by TZID if the time zone
 /// database knows it, else in `currentZone`. Skipped and repeated local times: RFC 5545, 3.3.5.
 ///
-/// `untitled` is the title of events without SUMMARY. Any bytes are accepted; those that are not UTF-8 become U+FFFD.
+/// `untitled` is the title of events without SUMMARY. Any bytes are accepted; in titles and names those that are not UTF-8
+/// become U+FFFD.
 [[nodiscard]] QList<ParsedEvent> parseICalendar(QByteArrayView text, const QString &untitled,
                                                 const QTimeZone &currentZone);
 

@@ -8,7 +8,7 @@ namespace {
 
 const QUuid feedID(QStringLiteral("11111111-2222-3333-4444-abcdefabcdef"));
 
-ParsedEvent eventOf(const QString &uid, double start, const QString &title = QStringLiteral("SUMMARY:New"))
+ParsedEvent eventOf(const QByteArray &uid, double start, const QString &title = QStringLiteral("SUMMARY:New"))
 {
     return {.uid = uid, .title = title, .start = {start}, .end = {start + 5400}};
 }
@@ -42,7 +42,7 @@ private slots:
         QFETCH(const double, unixSeconds);
         QFETCH(const QString, expected);
 
-        QCOMPARE(feedEventKey(feedID, QStringLiteral("UID:a|b"), Instant::fromUnixSeconds(unixSeconds)),
+        QCOMPARE(feedEventKey(feedID, "UID:a|b", Instant::fromUnixSeconds(unixSeconds)),
                  QStringLiteral("11111111-2222-3333-4444-ABCDEFABCDEF|UID:a|b|") + expected);
     }
 
@@ -55,10 +55,10 @@ private slots:
                            .tag = QStringLiteral("Study"),
                            .colorName = QStringLiteral("pink"),
                            .customColorHex = QStringLiteral("#112233"),
-                           .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {100}),
+                           .calendarEventIdentifier = feedEventKey(feedID, "UID:a", {100}),
                            .calendarIdentifier = feedCalendarIdentifier(feedID)};
 
-        const QList<ScheduleItem> merged = refreshed({eventOf(QStringLiteral("UID:a"), 100)}, {known});
+        const QList<ScheduleItem> merged = refreshed({eventOf("UID:a", 100)}, {known});
 
         known.title = QStringLiteral("SUMMARY:New");
         known.endDate = Instant{5500};
@@ -67,17 +67,17 @@ private slots:
 
     void anEventWithAnotherStartOrOfAnotherFeedIsNew()
     {
-        const QString key = feedEventKey(feedID, QStringLiteral("UID:a"), {100});
+        const QString key = feedEventKey(feedID, "UID:a", {100});
         const ScheduleItem moved{.date = {100},
                                  .notes = QStringLiteral("Mine"),
                                  .calendarEventIdentifier = key,
                                  .calendarIdentifier = feedCalendarIdentifier(feedID)};
         const ScheduleItem foreign{.date = {200},
                                    .notes = QStringLiteral("Theirs"),
-                                   .calendarEventIdentifier = feedEventKey(feedID, QStringLiteral("UID:a"), {200}),
+                                   .calendarEventIdentifier = feedEventKey(feedID, "UID:a", {200}),
                                    .calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid())};
 
-        const QList<ScheduleItem> merged = refreshed({eventOf(QStringLiteral("UID:a"), 200)}, {moved, foreign});
+        const QList<ScheduleItem> merged = refreshed({eventOf("UID:a", 200)}, {moved, foreign});
 
         QCOMPARE(merged.size(), 1);
         ScheduleItem expected{.title = QStringLiteral("SUMMARY:New"),
@@ -92,7 +92,7 @@ private slots:
 
     void ofDuplicatesTheFirstCounts()
     {
-        const QString uid = QStringLiteral("UID:a");
+        const QByteArray uid = "UID:a";
         const ScheduleItem first{.notes = QStringLiteral("first"),
                                  .calendarEventIdentifier = feedEventKey(feedID, uid, {100}),
                                  .calendarIdentifier = feedCalendarIdentifier(feedID)};
