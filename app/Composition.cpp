@@ -18,6 +18,7 @@
 #include "platform/fake/FakePreferences.h"
 #include "platform/fake/FakeSystemAppearance.h"
 #include "platform/linux/FreedesktopNotifications.h"
+#include "platform/linux/GlobalMenu.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/PortalFileDialogs.h"
@@ -139,6 +140,11 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
 PlannerStore &Composition::store() const
 {
     return *m_parts->store;
+}
+
+bool Composition::hasNativeMenuBar() const
+{
+    return hasGlobalMenu();
 }
 
 void Composition::setReminderHandler(std::function<void()> handler)

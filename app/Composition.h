@@ -35,6 +35,8 @@ public:
     [[nodiscard]] Preferences &preferences() const;
     [[nodiscard]] SystemAppearance &systemAppearance() const;
     [[nodiscard]] FileDialogs &fileDialogs() const;
+    /// Whether the desktop shows a menu bar outside the window.
+    [[nodiscard]] bool hasNativeMenuBar() const;
     /// Called when the user clicks the notification of a to-do.
     void setReminderHandler(std::function<void()> handler);
 

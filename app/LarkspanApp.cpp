@@ -7,6 +7,7 @@
 #include "ui/Ui.h"
 
 #include <QCoreApplication>
+#include <QQmlComponent>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -50,6 +51,16 @@ bool LarkspanApp::load()
     m_window =
         m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
     return m_window != nullptr;
+}
+
+void LarkspanApp::showNativeMenuBar()
+{
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/NativeMenuBar.qml")));
+    m_nativeMenuBar.reset(
+        component.createWithInitialProperties({{QStringLiteral("content"), m_window->property("content")},
+                                               {QStringLiteral("window"), QVariant::fromValue(m_window)}}));
+    if (!m_nativeMenuBar)
+        qWarning("tessaly: no native menu bar: %s", qUtf8Printable(component.errorString()));
 }
 
 void LarkspanApp::show()

@@ -31,6 +31,8 @@ public:
 
     /// Loads the window without showing it. False when it cannot be loaded.
     [[nodiscard]] bool load();
+    /// Puts the menu commands into the desktop's own menu bar as well. Precondition: load().
+    void showNativeMenuBar();
     /// Shows the window where it last was, as soon as the desktop has told whether it is dark, and starts the automatic
     /// calendar sync. Precondition: load().
     void show();
@@ -57,6 +59,7 @@ private:
     DocumentDesktop m_documentDesktop;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
+    std::unique_ptr<QObject> m_nativeMenuBar;
     std::unique_ptr<WindowMemory> m_windowMemory;
     bool m_hasAppeared = false;
 };

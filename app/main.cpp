@@ -28,6 +28,8 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
                     composition.fileDialogs());
     if (!app.load())
         return 1;
+    if (composition.hasNativeMenuBar())
+        app.showNativeMenuBar();
     if (instance)
         QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
     composition.setReminderHandler([&app] { app.showReminders(); });

@@ -37,8 +37,8 @@ struct ParsedEvent
 /// Dates are "yyyyMMdd" and "yyyyMMdd'T'HHmmss", in UTC after a "Z", else in the zone named by TZID if the time zone
 /// database knows it, else in `currentZone`. Skipped and repeated local times: RFC 5545, 3.3.5.
 ///
-/// `untitled` is the title of events without SUMMARY. Any bytes are accepted; in titles and names those that are not UTF-8
-/// become U+FFFD.
+/// `untitled` is the title of events without SUMMARY. Any bytes are accepted; in titles and names those that are not
+/// UTF-8 become U+FFFD.
 [[nodiscard]] QList<ParsedEvent> parseICalendar(QByteArrayView text, const QString &untitled,
                                                 const QTimeZone &currentZone);
 

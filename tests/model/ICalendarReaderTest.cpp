@@ -57,8 +57,7 @@ private slots:
         };
         const QList<ParsedEvent> expected{
             {"UID:a@x", QStringLiteral("SUMMARY:Nameless"), at(2, 8), at(2, 9), std::nullopt},
-            {"UID;X=1:b@x", QStringLiteral("SUMMARY:微\\, \\n"), at(3, 8), at(3, 9),
-             QStringLiteral("课程: A;B")}};
+            {"UID;X=1:b@x", QStringLiteral("SUMMARY:微\\, \\n"), at(3, 8), at(3, 9), QStringLiteral("课程: A;B")}};
         QCOMPARE(events, expected);
     }
 

@@ -6,6 +6,7 @@ import os
 import pathlib
 import subprocess
 
+from global_menu import GlobalMenu
 from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, wait_for
 
 IDLE_SECONDS = 10
@@ -38,6 +39,19 @@ class ProgramTest(PlannerTestCase):
         wait_for("the focus", lambda: subprocess.run(["xdotool", "getwindowfocus"], capture_output=True,
                                                      text=True).stdout.strip() == window)
         self.assertIsNone(first.process.poll())
+
+    def test_the_desktops_own_menu_bar_has_the_commands(self):
+        menu = GlobalMenu()
+        self.addCleanup(menu.close)
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.keys("key", "Escape")
+
+        items = wait_for("the menu", lambda: (found := menu.items()).get("About Tessaly") and found)
+        self.assertIn("请求通知权限", items)
+        menu.choose(items["About Tessaly"])
+
+        planner.wait("dialog", "Tessaly")
 
     def test_size_and_position_come_back(self):
         planner = self.start()

@@ -1,0 +1,33 @@
+import QtQuick
+import Qt.labs.platform as Native
+import Tessaly.Shell
+import Tessaly.Store
+import Tessaly.Ui
+
+/// The menu commands in the menu bar that the desktop shows outside the window. Only loaded where there is one.
+Native.MenuBar {
+    id: menuBar
+
+    required property ContentView content
+
+    Native.Menu {
+        title: Qt.application.name
+
+        Native.MenuItem {
+            // lint-allow(text): the menu's commands are in one language each, on purpose
+            text: "About Tessaly"
+            role: Native.MenuItem.AboutRole
+            onTriggered: menuBar.content.showAbout = true
+        }
+    }
+
+    Native.Menu {
+        title: Language.text("文件", "File")
+
+        Native.MenuItem {
+            // lint-allow(text): the menu's commands are in one language each, on purpose
+            text: "请求通知权限"
+            onTriggered: PlannerStore.requestNotificationPermission()
+        }
+    }
+}
