@@ -139,4 +139,5 @@ int main(int argc, char *argv[])
     print("edit-1m", editToPreview(preview, document(1'000'000), 3));
     print("copy-10k", copy(*preview.view().engine(), document(10'000)));
     print("copy-100k", copy(*preview.view().engine(), document(100'000)));
+    print("copy-1m", copy(*preview.view().engine(), document(1'000'000)));
 }

@@ -22,7 +22,7 @@ namespace {
 constexpr int mostAttempts = 30;
 constexpr auto pollInterval = 200ms;
 /// How long a page may take to load, large documents on slow machines included.
-constexpr auto loadLimit = 30s;
+constexpr auto loadLimit = 60s;
 
 /// Stays on the one page that it was told to load, and keeps quiet.
 class SilentPage : public QWebEnginePage
