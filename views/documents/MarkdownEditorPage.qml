@@ -123,7 +123,8 @@ T.Popup {
 
             readonly property bool hasSource: viewModel.mode !== MarkdownEditorModel.Preview
             readonly property bool hasPreview: viewModel.mode !== MarkdownEditorModel.Edit
-            readonly property real half: (width - 1) / 2
+            // Whole pixels, so that the pages beside it are drawn sharp.
+            readonly property real half: Math.floor((width - 1) / 2)
 
             x: 14
             y: line.y + 15
