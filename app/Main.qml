@@ -71,6 +71,16 @@ ApplicationWindow {
     MarkdownEditorHost {
         id: editor
 
-        onLeastHeightChanged: window.height = Math.max(window.height, leastHeight)
+        property int heightBefore: 0
+
+        onLeastHeightChanged: {
+            if (leastHeight > window.height) {
+                heightBefore = window.height;
+                window.height = leastHeight;
+            } else if (leastHeight === 0 && heightBefore > 0) {
+                window.height = heightBefore;
+                heightBefore = 0;
+            }
+        }
     }
 }

@@ -1,6 +1,8 @@
 #include "bench/Bench.h"
 
-#include <QCoreApplication>
+#include "tests/support/TestMain.h"
+
+#include <QQuickStyle>
 
 #include <algorithm>
 #include <chrono>
@@ -202,8 +204,10 @@ int runBenches(const char *filter)
 /// Exit code 1 when a demanded ratio is missed.
 int main(int argc, char *argv[])
 {
-    // The store and its database keep timers.
-    const QCoreApplication application(argc, argv);
+    // The store and its database keep timers, the editor a window.
+    tessaly::fixTestEnvironment();
+    const QGuiApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
     if (argc == 1)
         return tessaly::bench::runBenches("");
     if (argc == 3 && std::strcmp(argv[1], "--filter") == 0)

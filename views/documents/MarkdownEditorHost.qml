@@ -21,9 +21,11 @@ Item {
         id: loader
 
         active: host.isOpen
+        // qmllint disable unqualified
         sourceComponent: MarkdownEditorPage {
             documentId: host.documentId
             onClosed: host.documentId = ""
         }
+        // qmllint enable unqualified
     }
 }

@@ -5,6 +5,7 @@
 #include "views/documents/CategoryChoice.h"
 
 #include <QPointer>
+#include <QQuickItem>
 
 #include <chrono>
 
@@ -58,6 +59,9 @@ void MarkdownEditorModel::open(const QString &documentId)
 
 void MarkdownEditorModel::showSource(QQuickTextDocument *document, int lineHeight)
 {
+    // Only what can be seen is drawn. The field would see to that by itself if the text came through its own property.
+    if (auto *field = qobject_cast<QQuickItem *>(document->parent()))
+        field->setFlag(QQuickItem::ItemObservesViewport);
     m_source.show(*document->textDocument(), lineHeight);
 }
 

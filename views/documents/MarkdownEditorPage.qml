@@ -26,11 +26,14 @@ T.Popup {
     closePolicy: T.Popup.NoAutoClose
     Component.onCompleted: {
         viewModel.open(documentId);
-        viewModel.showSource(source.textArea.textDocument, Theme.source.line);
-        source.textArea.cursorPosition = viewModel.isFresh() ? source.textArea.length : 0;
         open();
     }
-    onOpened: source.takeFocus(Qt.PopupFocusReason)
+    onOpened: {
+        // Not before the page has its size: a long text would be laid out twice.
+        viewModel.showSource(source.textArea.textDocument, Theme.source.line);
+        source.textArea.cursorPosition = viewModel.isFresh() ? source.textArea.length : 0;
+        source.takeFocus(Qt.PopupFocusReason);
+    }
 
     background: Rectangle {
         color: Theme.bg
@@ -80,11 +83,15 @@ T.Popup {
         Keys.onEscapePressed: viewModel.close()
 
         Shortcut {
+            // qmllint disable unqualified
             sequences: [StandardKey.Save]
+            // qmllint enable unqualified
             onActivated: viewModel.save()
         }
         Shortcut {
+            // qmllint disable unqualified
             sequences: [StandardKey.Close]
+            // qmllint enable unqualified
             onActivated: viewModel.close()
         }
 

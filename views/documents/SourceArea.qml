@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
@@ -6,12 +8,12 @@ import Tessaly.Ui
 Rectangle {
     id: area
 
-    property alias textArea: text
+    property alias textArea: field
     /// A font of Theme.sourceFamilies.
     required property font sourceFont
 
     function takeFocus(reason: int) {
-        text.forceActiveFocus(reason);
+        field.forceActiveFocus(reason);
     }
 
     radius: Theme.cardRadius
@@ -24,7 +26,7 @@ Rectangle {
         anchors.margins: 8
         clip: true
         contentWidth: width
-        contentHeight: text.height
+        contentHeight: field.height
         boundsBehavior: Flickable.StopAtBounds
         // Dragging selects text.
         interactive: false
@@ -37,7 +39,7 @@ Rectangle {
 
         function follow(rectangle: rect) {
             if (contentY > rectangle.y)
-                contentY = Math.max(0, rectangle.y - text.topPadding);
+                contentY = Math.max(0, rectangle.y - field.topPadding);
             else if (contentY + height < rectangle.y + rectangle.height)
                 contentY = rectangle.y + rectangle.height - height;
         }
@@ -47,7 +49,7 @@ Rectangle {
         }
 
         T.TextArea {
-            id: text
+            id: field
 
             width: flick.width
             height: Math.max(contentHeight + topPadding + bottomPadding, flick.height)
@@ -74,14 +76,14 @@ Rectangle {
                 const page = event.key === Qt.Key_PageUp ? -1 : event.key === Qt.Key_PageDown ? 1 : 0;
                 if (page !== 0) {
                     event.accepted = true;
-                    text.moveByPage(page, (event.modifiers & Qt.ShiftModifier) !== 0);
+                    field.moveByPage(page, (event.modifiers & Qt.ShiftModifier) !== 0);
                 }
             }
 
             cursorDelegate: Rectangle {
                 width: 1
                 color: Theme.accentText
-                visible: text.cursorVisible
+                visible: field.cursorVisible
             }
 
             function moveByPage(direction: int, isSelecting: bool) {

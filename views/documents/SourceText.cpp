@@ -51,12 +51,15 @@ void SourceText::show(QTextDocument &document, int lineHeight)
 {
     m_document = &document;
     document.setUndoRedoEnabled(false);
-    document.setPlainText(m_text);
-    QTextCursor all(&document);
-    all.select(QTextCursor::Document);
+    document.clear();
+    // In one step, and the first line before the others, which take its format: a long text is laid out once.
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
     QTextBlockFormat format;
     format.setLineHeight(lineHeight, QTextBlockFormat::FixedHeight);
-    all.mergeBlockFormat(format);
+    cursor.setBlockFormat(format);
+    cursor.insertText(m_text);
+    cursor.endEditBlock();
     document.setUndoRedoEnabled(true);
     connect(&document, &QTextDocument::contentsChange, this, &SourceText::takeOver);
 }

@@ -1,0 +1,128 @@
+#include "bench/Bench.h"
+#include "platform/fake/FakeFileDialogs.h"
+#include "store/PlannerStoreQml.h"
+#include "tests/store/StoreUnderTest.h"
+#include "ui/Ui.h"
+#include "views/documents/DocumentDesktop.h"
+
+#include "model/Uuid.h"
+
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+#include <utility>
+
+namespace tessaly {
+namespace {
+
+constexpr char pageQml[] = R"(
+import QtQuick
+import Tessaly.Documents
+
+Item {
+    property alias host: editor
+
+    width: 1180
+    height: 800
+
+    MarkdownEditorHost {
+        id: editor
+    }
+}
+)";
+
+/// The editor in a window, on a document of so many bytes. Pages are left out.
+class Editor
+{
+public:
+    explicit Editor(qsizetype size)
+    {
+        QByteArray text;
+        for (int line = 0; text.size() < size; ++line)
+            text += line % 5 == 4 ? QByteArray("\n")
+                                  : QByteArray("A line of **Markdown** with some words, as people write them down. ") +
+                                        QByteArray::number(line) + '\n';
+        m_planner.startInEnglish();
+        const MarkdownDocument document = *m_planner.library().addDocument(QStringLiteral("Long"), {});
+        m_planner.files.write(QStringLiteral("/documents/") + uuidText(document.id) + QStringLiteral(".md"), text);
+        PlannerStoreQml::setStore(m_planner.store.get());
+        DocumentDesktop::setInstance(&m_desktop);
+        m_desktop.setSources({}, {});
+        m_view = std::make_unique<QQuickView>();
+        installImageProviders(*m_view->engine());
+        QQmlComponent component(m_view->engine());
+        component.setData(pageQml, QUrl());
+        QObject *root = component.create();
+        if (!root)
+            qFatal("%s", qPrintable(component.errorString()));
+        m_view->setContent({}, &component, root);
+        m_view->show();
+        (void)QTest::qWaitForWindowExposed(m_view.get());
+        m_host = root->property("host").value<QObject *>();
+        m_id = uuidText(document.id);
+    }
+
+    void open()
+    {
+        m_host->setProperty("documentId", m_id);
+        render();
+    }
+    void close()
+    {
+        m_host->setProperty("documentId", QString());
+        render();
+    }
+    /// A key, and the frame that shows what it does.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(m_view.get(), key, modifiers);
+        render();
+    }
+
+private:
+    void render()
+    {
+        QSignalSpy swapped(m_view.get(), &QQuickWindow::frameSwapped);
+        m_view->update();
+        (void)swapped.wait();
+    }
+
+    StoreUnderTest m_planner;
+    FakeFileDialogs m_dialogs;
+    DocumentDesktop m_desktop{m_dialogs};
+    std::unique_ptr<QQuickView> m_view;
+    QObject *m_host = nullptr;
+    QString m_id;
+};
+
+} // namespace
+
+TESSALY_BENCH(editor)
+{
+    const QString limitName = QStringLiteral("the same at 10 KB");
+    double small = 0;
+    for (const auto &[size, name] :
+         {std::pair(10'000, "10 KB"), std::pair(100'000, "100 KB"), std::pair(1'000'000, "1 MB")}) {
+        Editor editor(size);
+        const auto opening = bench::medianSeconds(3, {{[&] { editor.open(); }, [&] { editor.close(); }}});
+        const auto atStart = bench::medianSeconds(15, {{[&] { editor.press(Qt::Key_X); }, [] {}}});
+        editor.press(Qt::Key_End, Qt::ControlModifier);
+        const auto atEnd = bench::medianSeconds(15, {{[&] { editor.press(Qt::Key_X); }, [] {}}});
+        const auto lineEnds = bench::medianSeconds(15, {{[&] { editor.press(Qt::Key_Return); }, [] {}}});
+        if (small == 0)
+            small = atStart[0];
+        const QString of = QStringLiteral(", %1").arg(QLatin1String(name));
+        report.shown(QStringLiteral("open a document") + of, opening[0], QStringLiteral("a key at 10 KB"), small);
+        report.atMostTimes(QStringLiteral("key to frame at the start") + of, atStart[0], limitName, small, 10);
+        report.atMostTimes(QStringLiteral("key to frame at the end") + of, atEnd[0], limitName, small, 10);
+        report.atMostTimes(QStringLiteral("line end to frame") + of, lineEnds[0], limitName, small, 10);
+    }
+}
+
+} // namespace tessaly
