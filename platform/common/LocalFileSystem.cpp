@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <filesystem>
+#include <system_error>
+
 namespace tessaly {
 
 bool LocalFileSystem::exists(const QString &path) const
@@ -42,18 +45,19 @@ bool LocalFileSystem::write(const QString &path, const QByteArray &bytes)
 
 bool LocalFileSystem::copy(const QString &from, const QString &to)
 {
-    return QFile::copy(from, to);
+    // QFile::copy may not notice that the last bytes found no room.
+    const std::optional<QByteArray> bytes = exists(to) ? std::nullopt : read(from);
+    return bytes && write(to, *bytes);
 }
 
 bool LocalFileSystem::move(const QString &from, const QString &to)
 {
-    // QFile::rename would copy across devices in place, where a crash leaves half a file under the final name.
-    if (exists(to))
-        return false;
-    if (QDir().rename(from, to))
-        return true;
-    const std::optional<QByteArray> bytes = read(from);
-    return bytes && write(to, *bytes) && QFile::remove(from);
+    // Renaming by Qt turns to copying where it must, and on a full disk removes the original of a copy that is not
+    // whole. A second name for the file is given at once or not at all, and never takes the place of another file.
+    std::error_code error;
+    std::filesystem::create_hard_link(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(),
+                                      error);
+    return (!error || copy(from, to)) && QFile::remove(from);
 }
 
 bool LocalFileSystem::remove(const QString &path)
