@@ -8,7 +8,8 @@ run_packages=(
     qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools 'qt6-svg-dev|libqt6svg6-dev' qt6-wayland
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts
-    qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qtcore qml6-module-qt-labs-platform
+    qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel
+    qml6-module-qtcore qml6-module-qt-labs-platform
     qt6-webengine-dev qml6-module-qtwebengine libqt6webenginecore6-bin
     libsqlite3-dev zlib1g-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri

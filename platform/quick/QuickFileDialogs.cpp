@@ -12,9 +12,11 @@ namespace tessaly {
 
 namespace {
 
-constexpr char fileDialog[] = "import QtQuick.Dialogs\nFileDialog {}";
-constexpr char severalFilesDialog[] = "import QtQuick.Dialogs\nFileDialog { fileMode: FileDialog.OpenFiles }";
-constexpr char folderDialog[] = "import QtQuick.Dialogs\nFolderDialog {}";
+// Where Qt has to draw a dialog itself and the second module is missing, it crashes; so that one is asked for as well.
+constexpr char imports[] = "import QtQuick.Dialogs\nimport Qt.labs.folderlistmodel\n";
+constexpr char fileDialog[] = "FileDialog {}";
+constexpr char severalFilesDialog[] = "FileDialog { fileMode: FileDialog.OpenFiles }";
+constexpr char folderDialog[] = "FolderDialog {}";
 
 /// One dialog, which shows as soon as it is made, and its answer. It deletes itself.
 class Question : public QObject
@@ -50,7 +52,7 @@ private:
         if (!engine)
             return false;
         QQmlComponent component(engine);
-        component.setData(qml, QUrl());
+        component.setData(QByteArray(imports) + qml, QUrl());
         properties.insert(QStringLiteral("parentWindow"), QVariant::fromValue(window));
         properties.insert(QStringLiteral("modality"), Qt::WindowModal);
         m_dialog.reset(component.createWithInitialProperties(properties));

@@ -1,8 +1,5 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Tessaly.Documents
 import Tessaly.Ui
 
@@ -16,50 +13,24 @@ RowLayout {
 
     spacing: 12
 
-    T.TextField {
+    AppTextField {
         id: titleField
 
         Layout.fillWidth: true
         Layout.minimumWidth: 120
         Layout.leftMargin: -2
-        implicitHeight: Theme.controlHeight
         leftPadding: 9
-        rightPadding: 9
-        verticalAlignment: TextInput.AlignVCenter
         font.pixelSize: Theme.documentTitle.size
         font.weight: Theme.documentTitle.weight
-        color: showsElided ? Theme.transparent : Theme.text
-        selectionColor: Theme.accentSoft
-        selectedTextColor: Theme.text
-        selectByMouse: true
-        hoverEnabled: true
         text: toolbar.editor.title
         onTextEdited: toolbar.editor.title = text
         placeholderText: Language.text("文档名称", "Document name")
-        Accessible.name: placeholderText
+        // Left to the input method.
         Keys.onEscapePressed: event => event.accepted = true
 
-        readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding
-
-        cursorDelegate: Rectangle {
-            width: 1
-            color: Theme.accentText
-            visible: titleField.cursorVisible
-        }
         background: FieldFrame {
             visible: titleField.hovered || titleField.activeFocus
             isFocused: titleField.activeFocus
-        }
-
-        AppText {
-            anchors.fill: parent
-            anchors.leftMargin: titleField.leftPadding
-            anchors.rightMargin: titleField.rightPadding
-            visible: titleField.showsElided || (titleField.text === "" && titleField.preeditText === "")
-            text: titleField.showsElided ? titleField.text : titleField.placeholderText
-            token: Theme.documentTitle
-            color: titleField.showsElided ? Theme.text : Theme.textTertiary
-            Accessible.ignored: true
         }
     }
 

@@ -41,6 +41,8 @@ Rectangle {
         width: parent.width - 16 - x
         height: parent.height
         padding: 0
+        // As in AppTextField.
+        topPadding: Math.max(0, contentHeight - Math.ceil(metrics.height))
         verticalAlignment: TextInput.AlignVCenter
         readOnly: true
         selectByMouse: true
@@ -53,6 +55,11 @@ Rectangle {
         onActiveFocusChanged: if (!activeFocus)
             deselect()
 
+        FontMetrics {
+            id: metrics
+
+            font: field.font
+        }
         FocusRing {
             visible: field.activeFocus && (field.focusReason === Qt.TabFocusReason || field.focusReason === Qt.BacktabFocusReason)
             anchors.margins: 4
