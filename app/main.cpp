@@ -30,8 +30,11 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         return 1;
     if (composition.hasNativeMenuBar())
         app.showNativeMenuBar();
-    if (instance)
+    if (instance) {
         QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
+        QObject::connect(instance, &SingleInstance::residenceRequested, &app,
+                         [] { QGuiApplication::setQuitOnLastWindowClosed(false); });
+    }
     composition.setReminderHandler([&app] { app.showReminders(); });
     if (start == Start::WithWindow)
         app.show();
@@ -58,7 +61,8 @@ int runPlanner(const CommandLine &commandLine)
     if (!QDir().mkpath(commandLine.dataDirectory))
         return showStartFailure({ErrorCode::StorageUnwritable, commandLine.dataDirectory});
     SingleInstance instance(commandLine.dataDirectory);
-    const Result<SingleInstance::Role> role = instance.claim(takeActivationToken());
+    const Result<SingleInstance::Role> role =
+        instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = takeActivationToken()});
     if (!role)
         return showStartFailure(role.error());
     if (role.value() == SingleInstance::Role::Second)

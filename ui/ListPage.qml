@@ -13,6 +13,8 @@ ListView {
     default property alias head: headHolder.data
 
     readonly property real leastContentY: originY - topMargin
+    /// Pixels a second by which the page scrolls by itself, see driftNear(); negative upwards.
+    property real driftSpeed: 0
     /// Height of the head when the view was last put right.
     property real settledTop: 0
 
@@ -26,6 +28,16 @@ ListView {
             contentY = Math.max(leastContentY, top);
         else if (bottom > contentY + height)
             contentY = Math.min(Math.max(leastContentY, originY + contentHeight + bottomMargin - height), bottom - height);
+    }
+
+    /// Scrolls on by itself while something is held at height `y` of the rows, near an edge of the view; no further
+    /// than from `top` to `bottom`.
+    function driftNear(y: real, top: real, bottom: real) {
+        const above = contentY + Theme.driftZone - y;
+        const below = y - (contentY + height - Theme.driftZone);
+        drift.least = Math.max(leastContentY, Math.min(contentY, top - focusMargin));
+        drift.most = Math.max(contentY, bottom + focusMargin - height);
+        driftSpeed = above > 0 ? -Theme.driftPerPixel * above : below > 0 ? Theme.driftPerPixel * below : 0;
     }
 
     function isInside(item: Item): bool {
@@ -51,6 +63,41 @@ ListView {
     }
     Component.onCompleted: contentY = leastContentY
     T.ScrollBar.vertical: AppScrollBar {}
+
+    // What a group opens fades in while the rows beneath slide out of its way.
+    add: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.disclose
+            easing.type: Easing.OutCubic
+        }
+    }
+    displaced: Transition {
+        NumberAnimation {
+            property: "y"
+            duration: Theme.disclose
+            easing.type: Easing.OutCubic
+        }
+        // A row that moves on before it has appeared must not stay pale.
+        NumberAnimation {
+            property: "opacity"
+            to: 1
+            duration: Theme.disclose
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    FrameAnimation {
+        id: drift
+
+        property real least: 0
+        property real most: 0
+
+        running: page.driftSpeed !== 0
+        onTriggered: page.contentY = Math.max(least, Math.min(most, page.contentY + page.driftSpeed * frameTime))
+    }
 
     Item {
         id: headHolder

@@ -135,6 +135,10 @@ QtObject {
     readonly property int sheetRadius: 14
 
     readonly property real draggedOpacity: 0.92
+    /// So near an edge does something that is dragged make the page scroll.
+    readonly property int driftZone: 48
+    /// Pixels a second for each pixel into that zone.
+    readonly property real driftPerPixel: 12
 
     // How far popups and sheets rise while they fade in
     readonly property int popupRise: isReducedMotion ? 0 : 4

@@ -7,13 +7,17 @@
 #include <QStandardPaths>
 #include <QThread>
 
+#include <algorithm>
+
 namespace tessaly {
 
 namespace {
 
 constexpr int answerLimitMs = 3000;
 constexpr int retryMs = 50;
-constexpr qsizetype longestToken = 1024;
+constexpr qsizetype longestLine = 1024;
+const QByteArray show("show ");
+const QByteArray stay("stay");
 
 /// In the runtime directory, since the data directory's path may be longer than a socket's path can be.
 QString serverNameFor(const QString &directory)
@@ -37,7 +41,7 @@ SingleInstance::SingleInstance(const QString &directory, QObject *parent)
 
 SingleInstance::~SingleInstance() = default;
 
-Result<SingleInstance::Role> SingleInstance::claim(const QByteArray &activationToken)
+Result<SingleInstance::Role> SingleInstance::claim(const Wish &wish)
 {
     const QDeadlineTimer deadline(answerLimitMs);
     while (true) {
@@ -47,7 +51,7 @@ Result<SingleInstance::Role> SingleInstance::claim(const QByteArray &activationT
         }
         if (m_lock.error() != QLockFile::LockFailedError)
             return Error{ErrorCode::StorageUnwritable, m_directory};
-        if (askFirst(activationToken))
+        if (askFirst(wish))
             return Role::Second;
         // The first process may be about to start listening, or about to end.
         if (deadline.hasExpired())
@@ -70,28 +74,37 @@ void SingleInstance::answer()
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         const auto read = [this, socket] {
             if (!socket->canReadLine()) {
-                if (socket->bytesAvailable() > longestToken)
+                if (socket->bytesAvailable() > longestLine)
                     socket->abort();
                 return;
             }
-            const QByteArray token = socket->readLine(longestToken).trimmed();
-            socket->write("shown\n");
+            const QByteArray line = socket->readLine(longestLine).trimmed();
+            socket->write("done\n");
             socket->disconnectFromServer();
-            emit activationRequested(token);
+            obey(line);
         };
         connect(socket, &QLocalSocket::readyRead, socket, read);
         read();
     }
 }
 
-bool SingleInstance::askFirst(const QByteArray &activationToken) const
+void SingleInstance::obey(const QByteArray &line)
+{
+    if (line == stay)
+        emit residenceRequested();
+    else
+        emit activationRequested(line.sliced(std::min(show.size(), line.size())));
+}
+
+bool SingleInstance::askFirst(const Wish &wish) const
 {
     QLocalSocket socket;
     socket.connectToServer(m_serverName);
     if (!socket.waitForConnected(answerLimitMs))
         return false;
-    socket.write(activationToken.left(longestToken - 1) + '\n');
-    return socket.waitForReadyRead(answerLimitMs) && socket.readAll().startsWith("shown");
+    const QByteArray line = wish.isWindowWanted ? show + wish.activationToken : stay;
+    socket.write(line.left(longestLine - 1) + '\n');
+    return socket.waitForReadyRead(answerLimitMs) && socket.readAll().startsWith("done");
 }
 
 } // namespace tessaly

@@ -11,8 +11,7 @@
 
 namespace tessaly {
 
-/// Sees to it that only one process works on a data directory. A second process hands its wish to come to the front to
-/// the first one.
+/// Sees to it that only one process works on a data directory. A second process hands its wish to the first one.
 class SingleInstance : public QObject
 {
     Q_OBJECT
@@ -21,27 +20,38 @@ public:
     enum class Role {
         /// This process holds the directory, until it ends.
         First,
-        /// Another process holds it and has been asked to show itself.
+        /// Another process holds it and has been told the wish.
         Second,
+    };
+
+    /// What a second process was started for.
+    struct Wish
+    {
+        /// Else the planner shall only be there in the background; what the first shows stays as it is.
+        bool isWindowWanted = true;
+        /// What the launcher gave this process so that a window may come to the front; may be empty.
+        QByteArray activationToken = {};
     };
 
     /// `directory` must exist; different paths to the same directory are the same.
     explicit SingleInstance(const QString &directory, QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    /// `activationToken` is what the launcher gave this process so that a window may come to the front; may be empty.
     /// Fails with StorageUnwritable where the directory cannot be locked, and with StorageLocked where another process
     /// holds the directory but does not answer within three seconds. The lock of a killed process is taken over.
-    [[nodiscard]] Result<Role> claim(const QByteArray &activationToken);
+    [[nodiscard]] Result<Role> claim(const Wish &wish);
 
 signals:
-    /// Another process was started on the same directory.
+    /// Another process was started on the same directory, to show its window.
     void activationRequested(const QByteArray &activationToken);
+    /// Another process was started on the same directory, to stay in the background.
+    void residenceRequested();
 
 private:
     void listen();
     void answer();
-    [[nodiscard]] bool askFirst(const QByteArray &activationToken) const;
+    void obey(const QByteArray &line);
+    [[nodiscard]] bool askFirst(const Wish &wish) const;
 
     QString m_directory;
     QString m_serverName;

@@ -1,5 +1,6 @@
-// Claims the directory of its first argument with the token of its second, says on its standard output what came of
-// it, and then what it is asked for, until its standard input ends.
+// Claims the directory of its first argument with the token of its second, or for the background when that is
+// "background". Says on its standard output what came of it, and then what it is asked for, until its standard input
+// ends.
 #include "platform/common/SingleInstance.h"
 
 #include <QCoreApplication>
@@ -24,7 +25,9 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     SingleInstance instance(application.arguments().at(1));
-    const Result<SingleInstance::Role> role = instance.claim(application.arguments().at(2).toUtf8());
+    const QByteArray token = application.arguments().at(2).toUtf8();
+    const Result<SingleInstance::Role> role =
+        instance.claim({.isWindowWanted = token != "background", .activationToken = token});
     if (!role) {
         say(role.error().code == ErrorCode::StorageLocked ? "locked" : "unwritable");
         return 1;
@@ -35,6 +38,7 @@ int main(int argc, char *argv[])
     }
     QObject::connect(&instance, &SingleInstance::activationRequested,
                      [](const QByteArray &token) { say("asked " + token); });
+    QObject::connect(&instance, &SingleInstance::residenceRequested, [] { say("resident"); });
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
     say("first");

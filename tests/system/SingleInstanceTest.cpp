@@ -30,6 +30,17 @@ private slots:
         QCOMPARE(second->exitCode(), 0);
     }
 
+    void aSecondProcessForTheBackgroundShowsNothing()
+    {
+        const auto first = start(m_directory->path(), QString());
+        QCOMPARE(line(*first), "first");
+
+        const auto second = start(m_directory->path(), QStringLiteral("background"));
+
+        QCOMPARE(line(*second), "second");
+        QCOMPARE(line(*first), "resident");
+    }
+
     void anotherPathToTheSameDirectoryIsTheSame()
     {
         const QString link = m_directory->path() + QStringLiteral("-link");

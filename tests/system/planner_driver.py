@@ -170,10 +170,12 @@ class Planner:
         self.press("list item", entry)
         self.wait_gone("list item", entry)
 
+    def visible_windows(self):
+        return subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--name", "^Tessaly$"],
+                              capture_output=True, text=True).stdout.split()
+
     def window(self):
-        return wait_for("the window", lambda: subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--name", "^Tessaly$"],
-            capture_output=True, text=True).stdout.split())[0]
+        return wait_for("the window", self.visible_windows)[0]
 
     def keys(self, *arguments):
         subprocess.run(["xdotool", "windowfocus", "--sync", self.window()], check=True)
@@ -188,14 +190,15 @@ class Planner:
         """Processor time used while nobody does anything, once what was begun before is over."""
         def is_still():
             before = self.processor_ticks()
-            self._outlives(1)
+            self.outlives(1)
             return self.processor_ticks() == before
         wait_for("rest", is_still)
         before = self.processor_ticks()
-        self._outlives(seconds)
+        self.outlives(seconds)
         return self.processor_ticks() - before
 
-    def _outlives(self, seconds):
+    def outlives(self, seconds):
+        """Lets time pass in which nothing may happen, least of all the program's end."""
         try:
             raise AssertionError(f"the program ended with {self.process.wait(seconds)}")
         except subprocess.TimeoutExpired:

@@ -12,6 +12,10 @@ from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, w
 IDLE_SECONDS = 10
 
 
+def focused_window():
+    return subprocess.run(["xdotool", "getwindowfocus"], capture_output=True, text=True).stdout.strip()
+
+
 class ProgramTest(PlannerTestCase):
     def test_what_was_typed_is_there_after_a_kill(self):
         planner = self.start()
@@ -36,8 +40,7 @@ class ProgramTest(PlannerTestCase):
         second = self.start()
 
         self.assertEqual(second.end()[0], 0)
-        wait_for("the focus", lambda: subprocess.run(["xdotool", "getwindowfocus"], capture_output=True,
-                                                     text=True).stdout.strip() == window)
+        wait_for("the focus", lambda: focused_window() == window)
         self.assertIsNone(first.process.poll())
 
     def test_the_desktops_own_menu_bar_has_the_commands(self):
@@ -52,6 +55,20 @@ class ProgramTest(PlannerTestCase):
         menu.choose(items["About Tessaly"])
 
         planner.wait("dialog", "Tessaly")
+
+    def test_the_background_shows_nothing_until_it_is_asked(self):
+        resident = self.start("--background")
+        wait_for("its data", lambda: (self.data / "planner.sqlite").exists())
+
+        self.assertEqual(self.start("--background").end()[0], 0)
+        resident.outlives(1)
+        self.assertEqual(resident.visible_windows(), [])
+
+        self.assertEqual(self.start().end()[0], 0)
+        window = resident.window()
+        wait_for("the focus", lambda: focused_window() == window)
+        resident.wait("list item", "概览")
+        self.assertIsNone(resident.process.poll())
 
     def test_size_and_position_come_back(self):
         planner = self.start()

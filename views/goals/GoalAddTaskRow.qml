@@ -7,6 +7,10 @@ Item {
 
     required property GoalRowBase row
 
+    function takeFocus() {
+        field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     function add() {
         if (row.card.addTask(row.index))
             field.forceActiveFocus();

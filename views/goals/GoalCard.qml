@@ -13,12 +13,41 @@ Item {
     /// Row that is being dragged and the row before which it would land; -1 for none.
     property int draggedRow: -1
     property int targetRow: -1
+    /// How far the page that the card is on is scrolled.
+    property real pageY: 0
+    property real pageYAtStart: 0
 
     signal deleteRequested
+    /// A row is dragged with the pointer at that height of the card.
+    signal dragMoved(real y)
+    signal dragEnded
+
+    function focusDelete() {
+        header.focusDelete();
+    }
+
+    /// The next subgoal's or task's Delete takes the focus, else the previous one's, else the field for a new one.
+    function removeRow(row: int) {
+        const part = (rowItems.itemAt(row) as GoalCardRow).part;
+        card.removeRow(row);
+        let next = rowItems.itemAt(row) as GoalCardRow;
+        for (let before = row - 1; next?.part !== part && before >= 0; --before) {
+            const former = rowItems.itemAt(before) as GoalCardRow;
+            if (former.part === part)
+                next = former;
+            else if (part === GoalRow.Task)
+                break;
+        }
+        if (next && (part === GoalRow.Task || next.part === part))
+            next.takeFocus();
+        else
+            newSubgoal.forceActiveFocus(Qt.OtherFocusReason);
+    }
 
     /// Looks for the row before which the dragged one would land, `y` being a place in the rows.
     function dragTo(y: real) {
         const place = rows.childAt(1, Math.max(0, Math.min(y, rows.height - 1))) as GoalCardRow;
+        dragMoved(rows.y + y);
         targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
     }
     function endDrag() {
@@ -26,6 +55,7 @@ Item {
         const target = targetRow;
         draggedRow = -1;
         targetRow = -1;
+        dragEnded();
         if (dragged && target >= 0)
             card.drop(dragged.itemId, target);
     }
@@ -55,7 +85,12 @@ Item {
                 width: rows.width
                 card: goalCard.card
                 z: goalCard.draggedRow === index ? 1 : 0
-                onDragStarted: goalCard.draggedRow = index
+                scrolledBy: goalCard.draggedRow === index ? goalCard.pageY - goalCard.pageYAtStart : 0
+                onDeleteRequested: goalCard.removeRow(index)
+                onDragStarted: {
+                    goalCard.pageYAtStart = goalCard.pageY;
+                    goalCard.draggedRow = index;
+                }
                 onDraggedTo: y => goalCard.dragTo(mapToItem(rows, 0, y).y)
                 onDragEnded: goalCard.endDrag()
             }

@@ -6,6 +6,14 @@ import Tessaly.Ui
 GoalRowBase {
     id: cardRow
 
+    /// Focuses the row's Delete, or the field of a row where a task is added.
+    function takeFocus() {
+        if (part === GoalRow.AddTask)
+            (loader.item as GoalAddTaskRow).takeFocus();
+        else
+            (loader.item as GoalItemRow).focusDelete();
+    }
+
     height: part === GoalRow.Subgoal ? 67 : part === GoalRow.Task ? 34 : 48
 
     Separator {
@@ -15,6 +23,8 @@ GoalRowBase {
     }
 
     Loader {
+        id: loader
+
         width: cardRow.width
         height: cardRow.height
         sourceComponent: cardRow.part === GoalRow.AddTask ? addTask : item

@@ -10,6 +10,10 @@ Item {
     required property real columnWidth
     required property GoalViewModel goals
 
+    function focusTitle() {
+        titleField.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     function add() {
         if (goals.add())
             titleField.forceActiveFocus();

@@ -13,6 +13,10 @@ Item {
 
     signal deleteRequested
 
+    function focusDelete() {
+        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     height: (card.isEditing ? 88 : 72) + (card.dueText === "" ? 0 : 18)
 
     HoverHandler {
@@ -122,6 +126,8 @@ Item {
         }
     }
     RowAction {
+        id: deleteAction
+
         x: rail.deleteX + rail.deleteWidth - width
         y: header.middle - height / 2
         text: Language.text("删除", "Delete")

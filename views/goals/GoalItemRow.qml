@@ -15,6 +15,23 @@ Item {
     readonly property real textX: isSubgoal ? 49 : 75
     readonly property real textEnd: (isSubgoal ? rail.handleX - 12 : weightLabel.x - 10)
 
+    function tellPlace() {
+        row.draggedTo(middle + handle.offset + row.scrolledBy);
+    }
+
+    function focusDelete() {
+        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    Connections {
+        function onScrolledByChanged() {
+            if (handle.isDragged)
+                itemRow.tellPlace();
+        }
+
+        target: itemRow.row
+    }
+
     HoverHandler {
         id: hover
     }
@@ -26,7 +43,7 @@ Item {
         height: parent.height
         opacity: handle.isDragged ? Theme.draggedOpacity : 1
         transform: Translate {
-            y: handle.isDragged ? handle.offset : 0
+            y: handle.isDragged ? handle.offset + itemRow.row.scrolledBy : 0
         }
 
         PopupFrame {
@@ -96,7 +113,7 @@ Item {
             help: itemRow.isSubgoal ? Language.text("拖动调整子目标顺序", "Drag to reorder subgoals") : Language.text("拖动调整任务顺序", "Drag to reorder tasks")
             onMoved: step => itemRow.card.moveBy(itemRow.row.index, step)
             onDragStarted: itemRow.row.dragStarted()
-            onDragged: itemRow.row.draggedTo(itemRow.middle + offset)
+            onDragged: itemRow.tellPlace()
             onDragEnded: itemRow.row.dragEnded()
         }
 
@@ -114,13 +131,15 @@ Item {
             }
         }
         RowAction {
+            id: deleteAction
+
             x: rail.deleteX + rail.deleteWidth - width
             y: itemRow.middle - height / 2
             text: Language.text("删除", "Delete")
             itemTitle: itemRow.row.title
             isDestructive: true
             isRowActive: itemRow.isActive || visualFocus
-            onClicked: itemRow.card.removeRow(itemRow.row.index)
+            onClicked: itemRow.row.deleteRequested()
         }
     }
 

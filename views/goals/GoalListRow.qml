@@ -16,13 +16,29 @@ Item {
     required property real columnX
     required property real columnWidth
     required property GoalViewModel goals
+    property real pageY: 0
 
     readonly property bool isGoal: kind === GoalRow.ActiveGoal || kind === GoalRow.CompletedGoal
     readonly property bool beginsCard: kind === GoalRow.ActiveGoal || kind === GoalRow.Completed
     readonly property int gap: beginsCard && index > 0 ? Theme.pageGap : 0
 
     signal removed
+    /// One of the goal's rows is dragged with the pointer at that height of this row.
+    signal dragMoved(real y)
+    signal dragEnded
     signal expansionRequested(bool isOpen)
+
+    /// Focuses the goal's Delete, or the header; false when it cannot be focused.
+    function takeFocus(): bool {
+        const item = content.item as Item;
+        if (!item?.enabled)
+            return false;
+        if (isGoal)
+            (item as GoalCard).focusDelete();
+        else
+            item.forceActiveFocus(Qt.TabFocusReason);
+        return true;
+    }
 
     height: gap + content.height
 
@@ -69,7 +85,10 @@ Item {
 
         GoalCard {
             card: row.goals.card(row.goalId)
+            pageY: row.pageY
             onDeleteRequested: row.removed()
+            onDragMoved: y => row.dragMoved(row.gap + y)
+            onDragEnded: row.dragEnded()
         }
     }
     // qmllint enable unqualified

@@ -12,7 +12,10 @@ Item {
     required property bool isComplete
     required property bool isEditing
     required property GoalCardModel card
+    /// How far the page has scrolled since the row began to be dragged.
+    property real scrolledBy: 0
 
+    signal deleteRequested
     signal dragStarted
     /// `y` is the pointer's place in the row.
     signal draggedTo(real y)

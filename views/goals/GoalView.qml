@@ -9,6 +9,18 @@ import Tessaly.Ui
 Rectangle {
     id: screen
 
+    /// Puts the focus where a deletion leads: the next row, else the previous one, else the form.
+    function focusAfterRemoval(row: int) {
+        // Until then the list answers with the rows of before.
+        list.forceLayout();
+        for (const candidate of [row, row - 1]) {
+            const item = list.itemAtIndex(candidate) as GoalListRow;
+            if (item?.takeFocus())
+                return;
+        }
+        form.focusTitle();
+    }
+
     color: Theme.bg
 
     GoalViewModel {
@@ -23,6 +35,8 @@ Rectangle {
         model: viewModel.rows
 
         GoalForm {
+            id: form
+
             width: list.width
             columnX: list.columnX
             columnWidth: list.columnWidth
@@ -34,7 +48,14 @@ Rectangle {
             columnX: list.columnX
             columnWidth: list.columnWidth
             goals: viewModel
-            onRemoved: viewModel.remove(goalId)
+            pageY: list.contentY
+            onRemoved: {
+                const row = index;
+                viewModel.remove(goalId);
+                screen.focusAfterRemoval(row);
+            }
+            onDragMoved: pointerY => list.driftNear(y + pointerY, y, y + height)
+            onDragEnded: list.driftSpeed = 0
             onExpansionRequested: isOpen => viewModel.setExpanded(index, isOpen)
         }
     }

@@ -119,10 +119,13 @@ void GoalViewModel::onChanged(const RowsChange &change)
     for (GoalCardModel *card : std::as_const(m_cards))
         card->refresh();
     refreshRows();
-    m_cards.removeIf([&present](const auto &entry) {
+    // The view lets go of a card a little later than of its row.
+    for (GoalCardModel *card : std::exchange(m_goneCards, {}))
+        card->deleteLater();
+    m_cards.removeIf([&](const auto &entry) {
         const bool isGone = !present.contains(entry.key());
         if (isGone)
-            entry.value()->deleteLater();
+            m_goneCards.append(entry.value());
         return isGone;
     });
 }

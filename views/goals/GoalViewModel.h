@@ -47,7 +47,8 @@ public:
 
     /// Adds the form's goal and empties its texts; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
-    /// The card of a goal, made when first asked for; null for an unknown id. It lives as long as the goal.
+    /// The card of a goal, made when first asked for; null for an unknown id. It lives as long as the
+    /// goal, and on until the next change of the list.
     Q_INVOKABLE tessaly::GoalCardModel *card(const QString &goalId);
     /// Deletes the goal without asking.
     Q_INVOKABLE void remove(const QString &goalId);
@@ -66,6 +67,8 @@ private:
     PlannerStore *m_store = nullptr;
     GoalListRows m_rows;
     QHash<QUuid, GoalCardModel *> m_cards;
+    /// Of the goals that the last change removed.
+    QList<GoalCardModel *> m_goneCards;
     QString m_title;
     QString m_summary;
     QString m_category;

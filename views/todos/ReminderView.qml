@@ -11,6 +11,8 @@ Rectangle {
 
     /// Puts the focus where a deletion leads: the next row's Delete, else the previous row's, else the header.
     function focusAfterRemoval(row: int) {
+        // Until then the list answers with the rows of before.
+        list.forceLayout();
         for (const candidate of [row, row - 1]) {
             const item = list.itemAtIndex(candidate) as ReminderListRow;
             if (item && item.takeFocus())

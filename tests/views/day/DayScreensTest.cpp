@@ -80,6 +80,20 @@ private slots:
         QCOMPARE(ui.planner.store->reminders().size(), 1);
     }
 
+    void aDeletedToDoPassesTheFocusOn()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(button, u"Delete, B"_s));
+        ui.find(button, u"Delete, B"_s)->forceActiveFocus(Qt::TabFocusReason);
+
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, C"_s));
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, A"_s));
+        QCOMPARE(ui.planner.store->reminders().size(), 1);
+    }
+
     void theDueFieldComesWithItsSwitch()
     {
         DayWindow ui;
@@ -131,6 +145,66 @@ private slots:
         QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, to);
 
         QTRY_COMPARE(ui.taskTitles(), (QStringList{u"three"_s, u"one"_s, u"two"_s}));
+    }
+
+    void thePageScrollsOnWhileATaskIsHeldAtItsEdge()
+    {
+        DayWindow ui;
+        QList<GoalTask> tasks;
+        for (int number = 1; number <= 40; ++number)
+            tasks.append({.title = QString::number(number)});
+        ui.openAt(ShellModel::Goals,
+                  {.goals = {{.title = u"Long"_s, .subgoals = QList<Subgoal>{{.title = u"S"_s, .tasks = tasks}}}}});
+        QTRY_VERIFY(ui.find(circle, u"1"_s));
+        auto *page = ui.screen()->findChild<QQuickItem *>(u"page"_s);
+        const QPoint from(ui.middleOf(button, u"Drag to reorder tasks"_s).x(), ui.middleOf(circle, u"1"_s).y());
+        const double before = page->property("contentY").toDouble();
+
+        QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
+        const QPoint edge(from.x(), ui.window().height() - 4);
+        for (int step = 1; step <= 80; ++step)
+            QTest::mouseMove(&ui.window(), from + (edge - from) * step / 80);
+        // Far enough that the last task is there to be dropped on, and no further than the card.
+        QTRY_VERIFY(ui.find(circle, u"40"_s) && ui.middleOf(circle, u"40"_s).y() < edge.y() - 30);
+        QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, edge);
+        QVERIFY(page->property("contentY").toDouble() > before);
+        QCOMPARE(page->property("driftSpeed").toDouble(), 0.0);
+    }
+
+    void aDeletionInACardPassesTheFocusOn()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Delete, two"_s));
+        ui.find(button, u"Delete, two"_s)->forceActiveFocus(Qt::TabFocusReason);
+
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, three"_s));
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, one"_s));
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(field, u"Add a task"_s));
+        QVERIFY(ui.taskTitles().isEmpty());
+
+        ui.find(button, u"Delete, Draft"_s)->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(field, u"Add a subgoal"_s));
+    }
+
+    void aDeletedGoalPassesTheFocusOn()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(button, u"Delete, B"_s));
+        ui.find(button, u"Delete, B"_s)->forceActiveFocus(Qt::TabFocusReason);
+
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, C"_s));
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, A"_s));
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Write a microeconomics textbook"_s));
+        QVERIFY(ui.planner.store->goals().isEmpty());
     }
 
     void aHandleMovesItsTaskByKeyboardAndKeepsTheFocus()
