@@ -134,7 +134,7 @@ private slots:
         ui.press(Qt::Key_Space);
         QTRY_VERIFY(ui.hasFocus(button, u"Uncategorized"_s));
         QVERIFY(ui.planner.library().documents().isEmpty());
-        QVERIFY(ui.visibleTexts().contains(u"No documents"_s));
+        QTRY_VERIFY(ui.visibleTexts().contains(u"No documents"_s));
     }
 
     void theModesShowSourcePreviewOrBoth()
