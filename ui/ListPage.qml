@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
+import Tessaly.Ui
 
 /// A screen that is one long list: rows are created as they come into view. The children stand above the rows and
 /// scroll with them. Rows are as wide as the page and put their content at `columnX`, `columnWidth` wide.
@@ -48,6 +49,11 @@ ListView {
         return false;
     }
 
+    /// Rows are made in the order in which they come into view, but Tab goes down the page.
+    function putInOrder() {
+        TabOrder.goDown(contentItem, originY);
+    }
+
     objectName: "page"
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -61,8 +67,18 @@ ListView {
         contentY += settledTop - topMargin;
         settledTop = topMargin;
     }
+    onCountChanged: ordering.restart()
+    onContentHeightChanged: ordering.restart()
     Component.onCompleted: contentY = leastContentY
     T.ScrollBar.vertical: AppScrollBar {}
+
+    // Once the rows that changed are there.
+    Timer {
+        id: ordering
+
+        interval: 0
+        onTriggered: page.putInOrder()
+    }
 
     // What a group opens fades in while the rows beneath slide out of its way.
     add: Transition {
@@ -111,8 +127,11 @@ ListView {
     Connections {
         function onActiveFocusItemChanged() {
             const item = page.Window.activeFocusItem as Item;
-            if (item && item !== page.contentItem && page.isInside(item))
+            if (item && item !== page.contentItem && page.isInside(item)) {
                 page.reveal(item);
+                page.forceLayout();
+                page.putInOrder();
+            }
         }
 
         target: page.Window.window

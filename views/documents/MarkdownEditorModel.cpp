@@ -94,6 +94,17 @@ void MarkdownEditorModel::updatePreview()
     emit previewContentChanged();
 }
 
+bool MarkdownEditorModel::mayLeave()
+{
+    const bool isWarned = !m_saveFailure.isEmpty() && m_isLeaveRefused;
+    if (save() || isWarned)
+        return true;
+    m_isLeaveRefused = true;
+    m_saveFailure += m_store->text(u"再次关闭窗口将放弃这些文字。"_s, u" Closing the window once more gives it up."_s);
+    emit messageChanged();
+    return false;
+}
+
 bool MarkdownEditorModel::save()
 {
     if (!m_document)
@@ -101,6 +112,7 @@ bool MarkdownEditorModel::save()
     library().renameDocument(*m_document, m_title);
     library().setDocumentCategory(*m_document, m_categoryID);
     const bool isSaved = library().saveDocument(*m_document, m_source.textToSave());
+    m_isLeaveRefused = m_isLeaveRefused && !isSaved;
     m_saveFailure = isSaved ? QString()
                             : m_store->text(u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
                                             u"The document could not be saved. Your text is still here: check the save "
@@ -173,6 +185,8 @@ QFont MarkdownEditorModel::fontOf(const QStringList &families, int pixelSize)
     font.setFamilies(families);
     font.setPixelSize(pixelSize);
     font.setFixedPitch(true);
+    // Source text has no ligatures: each character shows as what it is.
+    font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::PreferNoShaping));
     return font;
 }
 

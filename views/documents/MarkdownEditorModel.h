@@ -63,6 +63,9 @@ public:
 
     /// Saves title, category and text. False when the text is not on the disk; the message then says so.
     Q_INVOKABLE bool save();
+    /// Saves before the window goes. What cannot be saved holds the window once, and the message then says that the next
+    /// time it is given up.
+    Q_INVOKABLE bool mayLeave();
     /// Saves, and emits closed() when everything is on the disk.
     Q_INVOKABLE void close();
     /// Lets the user choose a picture and adds its link to the end of the source.
@@ -107,6 +110,7 @@ private:
     QString m_copyMessage;
     QString m_saveFailure;
     bool m_isClosed = false;
+    bool m_isLeaveRefused = false;
 };
 
 } // namespace tessaly

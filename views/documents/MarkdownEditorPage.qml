@@ -70,7 +70,7 @@ T.Popup {
     }
     Connections {
         function onClosing(event: CloseEvent) {
-            event.accepted = viewModel.save();
+            event.accepted = viewModel.mayLeave();
         }
 
         target: page.parent?.Window.window ?? null

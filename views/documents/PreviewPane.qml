@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Tessaly.Documents
 import Tessaly.Ui
 
@@ -20,7 +21,16 @@ Item {
         id: loader
 
         anchors.fill: parent
+        active: false
         source: DocumentDesktop.previewSource
+    }
+    Connections {
+        // The engine takes a moment to load: the source is shown before.
+        function onFrameSwapped() {
+            loader.active = true;
+        }
+
+        target: loader.active ? null : pane.Window.window
     }
 
     Binding {
@@ -43,7 +53,7 @@ Item {
         x: 18
         y: 18
         width: parent.width - 36
-        visible: loader.status === Loader.Error || loader.status === Loader.Null
+        visible: loader.active && (loader.status === Loader.Error || loader.status === Loader.Null)
         text: Language.text("此系统缺少网页组件（Qt WebEngine），无法显示预览。编辑和保存不受影响。", "The web engine (Qt WebEngine) is missing on this system, so there is no preview. Editing and saving work as usual.")
         isMultiline: true
         color: Theme.textSecondary

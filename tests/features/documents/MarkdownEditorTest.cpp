@@ -142,6 +142,25 @@ private slots:
         QVERIFY(given.editor->message().startsWith(u"WeChat rich text copied"_s));
     }
 
+    void aWindowIsHeldOnceByWhatCannotBeSaved()
+    {
+        EditorDriver given;
+        given.editor->append(u"more"_s);
+        QVERIFY(given.editor->mayLeave());
+        QCOMPARE(given.onDisk(), u"# a\nmore"_s);
+
+        given.files.setReadOnly(true);
+        QVERIFY(!given.editor->mayLeave());
+        QVERIFY2(given.editor->message().endsWith(u"Closing the window once more gives it up."_s),
+                 qPrintable(given.editor->message()));
+        QVERIFY(given.editor->mayLeave());
+
+        given.files.setReadOnly(false);
+        QVERIFY(given.editor->save());
+        given.files.setReadOnly(true);
+        QVERIFY(!given.editor->mayLeave());
+    }
+
     void anEditorThatIsTakenAwaySavesWhatWasTyped()
     {
         EditorDriver given;

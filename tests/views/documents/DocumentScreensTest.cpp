@@ -137,6 +137,31 @@ private slots:
         QTRY_VERIFY(ui.visibleTexts().contains(u"No documents"_s));
     }
 
+    void tabGoesDownTheScreenAlsoThroughRowsThatCameLater()
+    {
+        DocumentWindow ui;
+        ui.openLibrary();
+        ui.planner.library().addDocumentCategory(u"x"_s);
+        ui.planner.library().addDocumentCategory(u"y"_s);
+        (void)ui.planner.library().addDocument(u"doc"_s, ui.planner.library().documentCategories().first().id);
+        QTRY_VERIFY(ui.find(button, u"x"_s));
+        QVERIFY(ui.click(button, u"x"_s));
+        QTRY_VERIFY(ui.find(button, u"doc"_s));
+        QVERIFY(ui.click(field, u"New category"_s));
+
+        QStringList names;
+        while (names.value(names.size() - 1) != u"New Markdown document" && names.size() < 20) {
+            QCoreApplication::processEvents();
+            ui.press(Qt::Key_Tab);
+            const QAccessibleInterface *focused = QAccessible::queryAccessibleInterface(ui.window().activeFocusItem());
+            names.append(focused->text(QAccessible::Name));
+        }
+
+        QCOMPARE(names.join(u" > "_s),
+                 u"Add > Uncategorized > x > Edit, x > Delete, x > doc > Edit, doc > Delete, doc > y > Edit, y > "
+                 "Delete, y > New Markdown document"_s);
+    }
+
     void theModesShowSourcePreviewOrBoth()
     {
         DocumentWindow ui;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QObject>
+#include <QQuickItem>
+#include <QtQml/qqml.h>
+
+namespace tessaly {
+
+/// The order in which Tab visits the items beside each other: that in which they are painted.
+class TabOrder : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    /// Puts the rows of a list, the children of its content item, in order of their property `index`. What has none
+    /// stands before the first row, which begins at `firstRowY`, or after the last. Focus and looks stay as they are,
+    /// as long as the children do not lie over each other.
+    Q_INVOKABLE static void goDown(QQuickItem *contentItem, qreal firstRowY);
+};
+
+} // namespace tessaly
