@@ -63,8 +63,8 @@ public:
 
     /// Saves title, category and text. False when the text is not on the disk; the message then says so.
     Q_INVOKABLE bool save();
-    /// Saves before the window goes. What cannot be saved holds the window once, and the message then says that the next
-    /// time it is given up.
+    /// Saves before the window goes. What cannot be saved holds the window once, and the message then says that the
+    /// next time it is given up.
     Q_INVOKABLE bool mayLeave();
     /// Saves, and emits closed() when everything is on the disk.
     Q_INVOKABLE void close();

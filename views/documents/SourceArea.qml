@@ -55,8 +55,8 @@ Rectangle {
             height: Math.max(contentHeight + topPadding + bottomPadding, flick.height)
             leftPadding: 6
             rightPadding: 6
-            topPadding: 4
-            bottomPadding: 4
+            topPadding: 5
+            bottomPadding: 3
             font: area.sourceFont
             color: Theme.text
             selectionColor: Theme.accentSoft
