@@ -12,7 +12,11 @@ Rectangle {
     /// The document is to be opened in the editor.
     signal editRequested(string documentId)
 
+    /// The rows of the start are there; what comes later is animated.
+    property bool isReady: false
+
     color: Theme.bg
+    Component.onCompleted: isReady = true
 
     DocumentLibraryViewModel {
         id: viewModel
@@ -65,5 +69,15 @@ Rectangle {
         columnX: list.columnX
         columnWidth: list.columnWidth
         documents: viewModel
+
+        // With the rows above it.
+        Behavior on y {
+            enabled: screen.isReady
+
+            NumberAnimation {
+                duration: Theme.disclose
+                easing.type: Easing.OutCubic
+            }
+        }
     }
 }

@@ -1,0 +1,87 @@
+"""A document's life on the real window, with the real web engine: filed, written, previewed, copied, found again after
+a kill, deleted.
+
+usage: dbus-run-session -- python3 document_flow_test.py PROGRAM
+"""
+import subprocess
+
+from planner_driver import PlannerTestCase, main, press, text_in, wait_for
+
+
+class DocumentFlow(PlannerTestCase):
+    def test_a_document_is_filed_written_copied_and_deleted(self):
+        self.in_both_languages(("文档", "Documents"), self.flow)
+
+    def test_a_document_survives_a_kill(self):
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.press("push button", "稍后再说")
+        planner.wait_gone("dialog")
+        planner.press("list item", "文档")
+        planner.type_into("新建 Markdown 文档", "Diary")
+        planner.press("push button", "新建")
+        self.write(planner, "Markdown 源文本", "kept")
+        planner.keys("key", "ctrl+s")
+        wait_for("the text on the disk", lambda: self.texts(self.data) == ["# Diary\nkept"])
+        planner.keys("type", " lost")
+        planner.kill()
+
+        planner = self.start()
+        planner.press("list item", "文档")
+        planner.press("push button", "Diary")
+        planner.wait_text("Markdown 源文本", "# Diary\u2029kept")
+
+    def flow(self, planner, text):
+        data = self.data.with_name("data-" + text("0", "1"))
+        self.file(planner, text)
+        source = text("Markdown 源文本", "Markdown source")
+        self.write(planner, source, "A **word**")
+        self.copy(planner, text)
+        planner.press("push button", text("关闭", "Close"))
+        planner.wait_gone("text", source)
+        assert self.texts(data) == ["# Plan\nA **word**"], self.texts(data)
+        self.delete(planner, text)
+        assert self.texts(data) == [], self.texts(data)
+
+    @staticmethod
+    def texts(data):
+        return [path.read_text() for path in (data / "Documents").glob("*.md")]
+
+    @staticmethod
+    def write(planner, source, words):
+        planner.focus("text", source)
+        planner.keys("key", "ctrl+End")
+        planner.keys("type", "--delay", "5", words)
+        wait_for(words, lambda: text_in(planner.find("text", source)).endswith(words))
+
+    def file(self, planner, text):
+        planner.wait("heading", text("文档", "Documents"))
+        planner.type_into(text("新建分类", "New category"), "Work")
+        planner.press("push button", text("添加", "Add"))
+        planner.press("push button", text("编辑, ", "Edit, ") + "Work")
+        planner.type_into(text("分类名称", "Category name"), "Office")
+        planner.press("push button", text("完成, ", "Done, ") + "Office")
+        planner.type_into(text("新建 Markdown 文档", "New Markdown document"), "Plan")
+        planner.choose(text("分类", "Category"), "Office")
+        planner.press("push button", text("新建", "New"))
+
+    def copy(self, planner, text):
+        planner.press("push button", text("复制到公众号", "Copy for WeChat"))
+        planner.wait_like("status bar", text("已复制公众号富文本", "WeChat rich text copied"))
+        html = subprocess.run(["xclip", "-selection", "clipboard", "-o", "-t", "text/html"],
+                              capture_output=True, text=True, check=True, timeout=20).stdout
+        assert "<strong" in html and "word</strong>" in html, html
+
+    def delete(self, planner, text):
+        group = planner.reach("push button", "Office")
+        press(group)
+        planner.wait("push button", "Plan")
+        planner.press("push button", text("删除, ", "Delete, ") + "Office")
+        planner.wait_gone("push button", "Office")
+        planner.press("push button", text("删除, ", "Delete, ") + "Plan")
+        planner.wait_gone("push button", "Plan")
+        planner.wait("label", text("暂无文档", "No documents"))
+
+
+if __name__ == "__main__":
+    main()
