@@ -29,7 +29,7 @@ public:
 
     /// Speaks TLS from now on.
     void setTls(const QSslConfiguration &configuration) { m_tls = configuration; }
-    void on(const QString &path, Answer answer) { m_answers.insert(path.toUtf8(), std::move(answer)); }
+    void on(const QString &path, const Answer &answer) { m_answers.insert(path.toUtf8(), answer); }
     /// Answers with these bytes and closes the connection.
     void on(const QString &path, const QByteArray &bytes)
     {
