@@ -63,6 +63,7 @@ class DocumentFlow(PlannerTestCase):
         planner.press("push button", text("完成, ", "Done, ") + "Office")
         planner.type_into(text("新建 Markdown 文档", "New Markdown document"), "Plan")
         planner.choose(text("分类", "Category"), "Office")
+        assert not planner.has_loaded("libQt6WebEngineCore"), "the engine is there before a document is open"
         planner.press("push button", text("新建", "New"))
 
     def copy(self, planner, text):
@@ -70,6 +71,7 @@ class DocumentFlow(PlannerTestCase):
         planner.wait_like("status bar", text("已复制公众号富文本", "WeChat rich text copied"))
         html = subprocess.run(["xclip", "-selection", "clipboard", "-o", "-t", "text/html"],
                               capture_output=True, text=True, check=True, timeout=20).stdout
+        assert planner.has_loaded("libQt6WebEngineCore")
         assert "<strong" in html and "word</strong>" in html, html
 
     def delete(self, planner, text):

@@ -181,6 +181,9 @@ class Planner:
         subprocess.run(["xdotool", "windowfocus", "--sync", self.window()], check=True)
         subprocess.run(["xdotool", *arguments], check=True)
 
+    def has_loaded(self, library):
+        return library in pathlib.Path(f"/proc/{self.process.pid}/maps").read_text()
+
     def processor_ticks(self):
         """Processor time used so far, in hundredths of a second."""
         fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
