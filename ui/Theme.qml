@@ -135,6 +135,8 @@ QtObject {
     readonly property int sheetRadius: 14
 
     readonly property real draggedOpacity: 0.92
+    /// Cannot be told from 1 by eye.
+    readonly property real nearlyOpaque: 0.998
     /// So near an edge does something that is dragged make the page scroll.
     readonly property int driftZone: 48
     /// Pixels a second for each pixel into that zone.

@@ -51,6 +51,8 @@ Rectangle {
         T.TextArea {
             id: field
 
+            property bool isRedrawn: false
+
             width: flick.width
             height: Math.max(contentHeight + topPadding + bottomPadding, flick.height)
             leftPadding: 6
@@ -60,7 +62,9 @@ Rectangle {
             font: area.sourceFont
             color: Theme.text
             selectionColor: Theme.accentSoft
-            selectedTextColor: Theme.text
+            // A new colour, though nobody sees that it is one, has all lines in view drawn anew. After a change of the
+            // selection alone, Qt 6.4 draws those above it a second time over themselves.
+            selectedTextColor: isRedrawn ? Theme.text : Qt.alpha(Theme.text, Theme.nearlyOpaque)
             selectByMouse: true
             persistentSelection: true
             wrapMode: TextEdit.Wrap
@@ -69,6 +73,11 @@ Rectangle {
             // Keeps the language of the input method and the keyboard's guesses out of the way of markup.
             inputMethodHints: Qt.ImhMultiLine
             Accessible.name: Language.text("Markdown 源文本", "Markdown source")
+            onSelectionStartChanged: redraw()
+            onSelectionEndChanged: redraw()
+            onActiveFocusChanged: redraw()
+            onPressed: redraw()
+            onReleased: redraw()
             onCursorRectangleChanged: flick.follow(cursorRectangle)
             // Left to the input method.
             Keys.onEscapePressed: event => event.accepted = true
@@ -84,6 +93,10 @@ Rectangle {
                 width: 1
                 color: Theme.accentText
                 visible: field.cursorVisible
+            }
+
+            function redraw() {
+                isRedrawn = !isRedrawn;
             }
 
             function moveByPage(direction: int, isSelecting: bool) {
@@ -105,6 +118,7 @@ Rectangle {
     }
 
     WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
         onWheel: event => flick.scrollBy(event.pixelDelta.y !== 0 ? -event.pixelDelta.y : -event.angleDelta.y / 120 * 3 * Theme.source.line)
     }
 }

@@ -185,6 +185,24 @@ private slots:
         QTRY_COMPARE(ui.previewText(), u"text"_s);
     }
 
+    void selectingDrawsTheLinesAboveAsTheyWere()
+    {
+        DocumentWindow ui;
+        ui.openEditor(u"A line of words that are far from the cursor.\n"_s.repeated(100));
+        for (int line = 0; line < 15; ++line)
+            ui.press(Qt::Key_Down);
+        const QRect firstLines(40, 80, 400, 100);
+        QCoreApplication::processEvents();
+        const QImage before = ui.window().grabWindow().copy(firstLines);
+
+        for (int line = 0; line < 3; ++line) {
+            ui.press(Qt::Key_Down, Qt::ShiftModifier);
+            QCoreApplication::processEvents();
+            QCOMPARE(ui.window().grabWindow().copy(firstLines), before);
+        }
+        QVERIFY(ui.find(field, u"Markdown source"_s)->property("selectedText").toString().size() > 100);
+    }
+
     void keysSaveAndClose()
     {
         DocumentWindow ui;
