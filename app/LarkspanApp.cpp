@@ -37,6 +37,9 @@ LarkspanApp::LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAp
       m_shell(store, preferences, systemAppearance), m_documentDesktop(fileDialogs)
 {
     PlannerStoreQml::setStore(&store);
+    // Before the screens hear of it: the dates in their bindings are JavaScript's.
+    connect(&store, &PlannerStore::timeZoneChanged, this,
+            [this] { m_engine.evaluate(QStringLiteral("Date.timeZoneUpdated()")); });
     DocumentDesktop::setInstance(&m_documentDesktop);
 }
 

@@ -22,6 +22,8 @@ public:
     UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, const QLocale &locale);
     /// Time zone, first weekday and locale of the system.
     [[nodiscard]] static UserCalendar system();
+    /// The same user's calendar in another place.
+    [[nodiscard]] UserCalendar inZone(const QTimeZone &zone) const { return {zone, m_firstWeekday, m_locale}; }
 
     [[nodiscard]] const QTimeZone &zone() const { return m_zone; }
     [[nodiscard]] Qt::DayOfWeek firstWeekday() const { return m_firstWeekday; }

@@ -2,6 +2,8 @@
 
 #include "model/Instant.h"
 
+#include <QTimeZone>
+
 #include <functional>
 #include <memory>
 
@@ -20,7 +22,14 @@ public:
     virtual void cancel() = 0;
 };
 
-/// The current time.
+/// Watches the user's time zone. Deleting it ends that.
+class ZoneWatch
+{
+public:
+    virtual ~ZoneWatch() = default;
+};
+
+/// The current time and where the user's clock hangs.
 class Clock
 {
 public:
@@ -29,6 +38,11 @@ public:
     [[nodiscard]] virtual Instant now() const = 0;
     /// An alarm that is not set. It must not outlive the clock.
     [[nodiscard]] virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> callback) const = 0;
+    /// The user's time zone now.
+    [[nodiscard]] virtual QTimeZone zone() const = 0;
+    /// Calls back from the event loop whenever zone() has changed. It must not outlive the clock; null where the system
+    /// cannot tell.
+    [[nodiscard]] virtual std::unique_ptr<ZoneWatch> watchZone(std::function<void()> callback) const = 0;
 };
 
 } // namespace tessaly

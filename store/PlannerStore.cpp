@@ -1,5 +1,6 @@
 #include "store/PlannerStore.h"
 
+#include "platform/Clock.h"
 #include "platform/LoginItem.h"
 #include "store/CalendarFeedReader.h"
 #include "store/ErrorText.h"
@@ -11,6 +12,10 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : QObject(parent), m_ports(ports), m_documentLibrary(m_ports, m_values), m_values(m_ports),
       m_feedReader(std::make_unique<CalendarFeedReader>())
 {
+    m_zoneWatch = m_ports.clock.watchZone([this] {
+        m_ports.calendar = m_ports.calendar.inZone(m_ports.clock.zone());
+        emit timeZoneChanged();
+    });
     load();
     connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);
     connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerStore::tellSaveRecovered);

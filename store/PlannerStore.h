@@ -21,6 +21,7 @@
 namespace tessaly {
 
 class CalendarFeedReader;
+class ZoneWatch;
 struct ReadCalendar;
 struct ReadingOptions;
 
@@ -155,6 +156,8 @@ public:
     Q_INVOKABLE void setAutomaticCalendarSync(bool isOn);
 
 signals:
+    /// Days and times are others from now on: calendar() has changed.
+    void timeZoneChanged();
     void schedulesChanged(const tessaly::RowsChange &change);
     void remindersChanged(const tessaly::RowsChange &change);
     void goalsChanged(const tessaly::RowsChange &change);
@@ -205,6 +208,7 @@ private:
     void loadCalendars();
 
     PlannerPorts m_ports;
+    std::unique_ptr<ZoneWatch> m_zoneWatch;
     SavedData m_data;
     SavedDataEncoder m_encoder;
     /// Whether the encoder holds the JSON of m_data.

@@ -31,7 +31,10 @@ const QString ScheduledNotificationCenter::requestsKey = QStringLiteral("larkspa
 ScheduledNotificationCenter::ScheduledNotificationCenter(Preferences &preferences, NotificationPresenter &presenter,
                                                          const Clock &clock, UserCalendar calendar)
     : m_preferences(preferences), m_presenter(presenter), m_clock(clock), m_calendar(std::move(calendar)),
-      m_alarm(clock.makeAlarm([this] { deliverDue(); }))
+      m_alarm(clock.makeAlarm([this] { deliverDue(); })), m_zoneWatch(clock.watchZone([this] {
+          m_calendar = m_calendar.inZone(m_clock.zone());
+          deliverDue();
+      }))
 {
     load();
     m_presenter.setAvailabilityHandler([this] { deliverDue(); });

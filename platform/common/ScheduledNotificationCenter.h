@@ -59,6 +59,8 @@ private:
     UserCalendar m_calendar;
     QList<NotificationRequest> m_requests;
     std::unique_ptr<Alarm> m_alarm;
+    /// A minute of the wall clock is another instant elsewhere.
+    std::unique_ptr<ZoneWatch> m_zoneWatch;
     bool m_isStarted = false;
     QObject m_alive;
 };

@@ -61,4 +61,9 @@ std::unique_ptr<Alarm> SystemClock::makeAlarm(std::function<void()> callback) co
     return std::make_unique<PollingAlarm>(*this, std::move(callback));
 }
 
+std::unique_ptr<ZoneWatch> SystemClock::watchZone(std::function<void()>) const
+{
+    return nullptr;
+}
+
 } // namespace tessaly

@@ -11,6 +11,9 @@ class SystemClock : public Clock
 public:
     [[nodiscard]] Instant now() const override;
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> callback) const override;
+    [[nodiscard]] QTimeZone zone() const override { return QTimeZone::systemTimeZone(); }
+    /// Null.
+    [[nodiscard]] std::unique_ptr<ZoneWatch> watchZone(std::function<void()> callback) const override;
 };
 
 } // namespace tessaly

@@ -33,6 +33,37 @@ private:
     std::optional<Instant> m_when;
 };
 
+class FakeClock::FakeZoneWatch final : public ZoneWatch
+{
+public:
+    FakeZoneWatch(QList<FakeZoneWatch *> &watches, std::function<void()> callback)
+        : m_watches(watches), m_callback(std::move(callback))
+    {
+        m_watches.append(this);
+    }
+    ~FakeZoneWatch() override { m_watches.removeOne(this); }
+    Q_DISABLE_COPY_MOVE(FakeZoneWatch)
+
+    void tell() { m_callback(); }
+
+private:
+    QList<FakeZoneWatch *> &m_watches;
+    std::function<void()> m_callback;
+};
+
+std::unique_ptr<ZoneWatch> FakeClock::watchZone(std::function<void()> callback) const
+{
+    return std::make_unique<FakeZoneWatch>(m_zoneWatches, std::move(callback));
+}
+
+void FakeClock::setZone(const QTimeZone &zone)
+{
+    m_zone = zone;
+    const QList<FakeZoneWatch *> watches = m_zoneWatches;
+    for (FakeZoneWatch *watch : watches)
+        watch->tell();
+}
+
 std::unique_ptr<Alarm> FakeClock::makeAlarm(std::function<void()> callback) const
 {
     return std::make_unique<FakeAlarm>(m_alarms, std::move(callback));

@@ -15,6 +15,11 @@ public:
     [[nodiscard]] Instant now() const override { return m_now; }
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> callback) const override;
 
+    [[nodiscard]] QTimeZone zone() const override { return m_zone; }
+    [[nodiscard]] std::unique_ptr<ZoneWatch> watchZone(std::function<void()> callback) const override;
+
+    /// The user travels; whoever watches the zone is told.
+    void setZone(const QTimeZone &zone);
     /// The clock is set: every alarm that is set rings.
     void setNow(Instant now);
     /// Time passes: alarms ring each at its time, in order.
@@ -24,9 +29,12 @@ public:
 
 private:
     class FakeAlarm;
+    class FakeZoneWatch;
 
     Instant m_now;
+    QTimeZone m_zone = QTimeZone::utc();
     mutable QList<FakeAlarm *> m_alarms;
+    mutable QList<FakeZoneWatch *> m_zoneWatches;
 };
 
 } // namespace tessaly

@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxClock.h"
 
+#include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -58,7 +60,58 @@ private:
     QSocketNotifier m_notifier;
 };
 
+class DirectoryZoneWatch final : public ZoneWatch
+{
+public:
+    DirectoryZoneWatch(const LinuxClock &clock, const QString &directory, std::function<void()> callback)
+        : m_clock(clock), m_zone(clock.zone()), m_callback(std::move(callback))
+    {
+        m_watcher.addPath(directory);
+        QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_watcher, [this] { look(); });
+    }
+
+private:
+    void look()
+    {
+        if (const QTimeZone now = m_clock.zone(); now != m_zone) {
+            m_zone = now;
+            m_callback();
+        }
+    }
+
+    const LinuxClock &m_clock;
+    QTimeZone m_zone;
+    std::function<void()> m_callback;
+    QFileSystemWatcher m_watcher;
+};
+
 } // namespace
+
+QString LinuxClock::localtimePath()
+{
+    return qEnvironmentVariableIsEmpty("TZ") ? QStringLiteral("/etc/localtime") : QString();
+}
+
+LinuxClock::LinuxClock(const QString &localtimePath) : m_localtimePath(localtimePath)
+{
+}
+
+QTimeZone LinuxClock::zone() const
+{
+    const QString directory = QStringLiteral("/zoneinfo/");
+    const QString target = m_localtimePath.isEmpty() ? QString() : QFileInfo(m_localtimePath).symLinkTarget();
+    const qsizetype place = target.indexOf(directory);
+    // A copy of the zone's file has no name; Qt finds one for it.
+    const QTimeZone linked(place < 0 ? QByteArray() : target.sliced(place + directory.size()).toUtf8());
+    return linked.isValid() ? linked : SystemClock::zone();
+}
+
+std::unique_ptr<ZoneWatch> LinuxClock::watchZone(std::function<void()> callback) const
+{
+    if (m_localtimePath.isEmpty())
+        return nullptr;
+    return std::make_unique<DirectoryZoneWatch>(*this, QFileInfo(m_localtimePath).path(), std::move(callback));
+}
 
 std::unique_ptr<Alarm> LinuxClock::makeAlarm(std::function<void()> callback) const
 {

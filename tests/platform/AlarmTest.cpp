@@ -5,6 +5,11 @@
 #include "platform/linux/LinuxClock.h"
 #endif
 
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
 using namespace tessaly;
 
 class AlarmTest : public QObject
@@ -20,6 +25,30 @@ private slots:
         QTest::newRow("linux") << std::shared_ptr<const Clock>(std::make_shared<LinuxClock>());
 #endif
     }
+
+#ifdef Q_OS_LINUX
+    void aZoneThatIsSetAnewIsNoticed()
+    {
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(QStringLiteral("localtime"));
+        const auto setZone = [&](const QByteArray &name) {
+            // As the system does it: the name never points nowhere.
+            const QString fresh = directory.filePath(QStringLiteral("fresh"));
+            QVERIFY(QFile::link(QStringLiteral("/usr/share/zoneinfo/") + QString::fromLatin1(name), fresh));
+            QCOMPARE(std::rename(qPrintable(fresh), qPrintable(path)), 0);
+        };
+        setZone("Europe/Vienna");
+        const LinuxClock clock(path);
+        QCOMPARE(clock.zone().id(), QByteArray("Europe/Vienna"));
+        int calls = 0;
+        const auto watch = clock.watchZone([&calls] { ++calls; });
+
+        QVERIFY(QFile(directory.filePath(QStringLiteral("unrelated"))).open(QIODevice::WriteOnly));
+        setZone("Asia/Kolkata");
+        QTRY_COMPARE(calls, 1);
+        QCOMPARE(clock.zone().id(), QByteArray("Asia/Kolkata"));
+    }
+#endif
 
     void anAlarmRingsOnceAndNotBeforeItsTime()
     {

@@ -114,6 +114,18 @@ private slots:
         QCOMPARE(process.shown(), (QStringList{u"a"_s, u"b"_s}));
     }
 
+    void aMinuteIsThatOfThePlaceWhereTheUserIs()
+    {
+        Process process;
+        process.center->add(request(u"a"_s, 9, 14, 0));
+
+        process.clock.setZone(QTimeZone("Europe/London"));
+        process.clock.setNow(at(9, 14, 30));
+        QVERIFY(process.shown().isEmpty());
+        process.clock.advance(1800);
+        QCOMPARE(process.shown(), (QStringList{u"a"_s}));
+    }
+
     void whatFellDueWhileThePlannerWasNotRunningComesAtTheNextStart_data()
     {
         QTest::addColumn<double>("restart");

@@ -26,6 +26,7 @@ void DashboardViewModel::setStore(PlannerStore *store)
     m_alarm = store->clock().makeAlarm([this] { lookAtDay(); });
     connect(store, &PlannerStore::remindersChanged, this, &DashboardViewModel::countReminders);
     connect(store, &PlannerStore::schedulesChanged, this, &DashboardViewModel::lookAtDay);
+    connect(store, &PlannerStore::timeZoneChanged, this, &DashboardViewModel::lookAtDay);
     connect(store, &PlannerStore::goalsChanged, this, &DashboardViewModel::lookAtGoals);
     connect(store, &PlannerStore::preferredNameChanged, this, &DashboardViewModel::greetingChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &DashboardViewModel::greetingChanged);

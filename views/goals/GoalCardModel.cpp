@@ -41,6 +41,7 @@ GoalCardModel::GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *
     : QObject(parent), m_store(store), m_goalID(goalID), m_rows(goalCardRoles())
 {
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &GoalCardModel::goalChanged);
+    connect(&store, &PlannerStore::timeZoneChanged, this, &GoalCardModel::goalChanged);
     refresh();
 }
 

@@ -34,6 +34,8 @@ void GoalViewModel::setStore(PlannerStore *store)
     m_targetDate = store->calendar().addingMonths(now, 1).value_or(now);
     connect(store, &PlannerStore::goalsChanged, this, &GoalViewModel::onChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &GoalViewModel::translateUncategorized);
+    connect(store, &PlannerStore::timeZoneChanged, this, &GoalViewModel::formChanged);
+    connect(store, &PlannerStore::timeZoneChanged, this, &GoalViewModel::storeChanged);
     refreshRows();
     emit storeChanged();
     emit formChanged();

@@ -22,6 +22,8 @@ ScheduleNoteModel::ScheduleNoteModel(const PlannerStore &store, const ScheduleIt
       })
 {
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleNoteModel::languageChanged);
+    connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::languageChanged);
+    connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::fieldsChanged);
     refreshTasks();
 }
 

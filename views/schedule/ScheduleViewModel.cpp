@@ -30,6 +30,7 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     connect(store, &PlannerStore::visibleCalendarIDsChanged, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::displayHoursChanged, this, &ScheduleViewModel::onDisplayHoursChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleViewModel::refresh);
+    connect(store, &PlannerStore::timeZoneChanged, this, &ScheduleViewModel::onTimeZoneChanged);
     connect(m_todayWatch.get(), &TodayWatch::todayChanged, this, &ScheduleViewModel::refresh);
     emit storeChanged();
     emit measuresChanged();
@@ -270,6 +271,13 @@ int ScheduleViewModel::neighbourBlock(int row, int dayStep, int timeStep) const
 void ScheduleViewModel::onSchedulesChanged(const RowsChange &change)
 {
     m_index.apply(change, m_store->schedules());
+    refresh();
+}
+
+void ScheduleViewModel::onTimeZoneChanged()
+{
+    m_todayWatch->setCalendar(m_store->calendar());
+    emit m_form->timesChanged();
     refresh();
 }
 

@@ -145,6 +145,7 @@ private:
     void selectSchedule(const QUuid &id);
     void onSchedulesChanged(const RowsChange &change);
     void onDisplayHoursChanged();
+    void onTimeZoneChanged();
     void refresh();
     void refreshBlocks(const QList<QList<DayEvent>> &events);
 

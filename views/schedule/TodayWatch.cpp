@@ -10,6 +10,12 @@ TodayWatch::TodayWatch(const Clock &clock, UserCalendar calendar, QObject *paren
     check();
 }
 
+void TodayWatch::setCalendar(const UserCalendar &calendar)
+{
+    m_calendar = calendar;
+    check();
+}
+
 void TodayWatch::check()
 {
     const QDate today = m_calendar.day(m_clock.now());

@@ -21,6 +21,8 @@ public:
     TodayWatch(const Clock &clock, UserCalendar calendar, QObject *parent = nullptr);
 
     [[nodiscard]] QDate today() const { return m_today; }
+    /// Looks at the days of another calendar from now on, and at the clock.
+    void setCalendar(const UserCalendar &calendar);
     /// Reads the clock, and emits todayChanged() if it is another day.
     void check();
 

@@ -31,10 +31,11 @@ int ReminderListModel::Block::height() const
 }
 
 ReminderListModel::ReminderListModel(const PlannerStore &store, QObject *parent)
-    : QAbstractListModel(parent), m_store(store), m_labels(store.calendar()),
+    : QAbstractListModel(parent), m_store(store), m_labels(std::make_unique<DateLabels>(store.calendar())),
       m_nextMonth(store.clock().makeAlarm([this] { placeUndated(); }))
 {
     connect(&store, &PlannerStore::remindersChanged, this, &ReminderListModel::onChanged);
+    connect(&store, &PlannerStore::timeZoneChanged, this, &ReminderListModel::onTimeZoneChanged);
     reset();
     placeUndated();
 }
@@ -111,7 +112,7 @@ QVariant ReminderListModel::itemData(const ReminderItem &item, int role) const
     case RequirementRole:
         return item.requirement.value_or(QString());
     case DueTextRole:
-        return item.dueDate ? m_labels.dayAndTime(*item.dueDate) : QString();
+        return item.dueDate ? m_labels->dayAndTime(*item.dueDate) : QString();
     case IsCompleteRole:
         return item.isComplete;
     case IsExpandedRole:
@@ -224,6 +225,15 @@ void ReminderListModel::reset()
     m_blocks = blocks();
 }
 
+void ReminderListModel::onTimeZoneChanged()
+{
+    beginResetModel();
+    m_labels = std::make_unique<DateLabels>(m_store.calendar());
+    reset();
+    endResetModel();
+    placeUndated();
+}
+
 void ReminderListModel::placeUndated()
 {
     for (qsizetype row = 0; row < m_placements.size(); ++row) {
@@ -294,7 +304,7 @@ void ReminderListModel::shift(qsizetype first, qsizetype by)
 
 ReminderPlacement ReminderListModel::placement(const ReminderItem &item) const
 {
-    return reminderPlacement(item, m_store.calendar(), m_labels, m_store.clock().now());
+    return reminderPlacement(item, m_store.calendar(), *m_labels, m_store.clock().now());
 }
 
 ReminderGroups &ReminderListModel::section(ReminderSection section)

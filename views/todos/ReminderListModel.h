@@ -90,6 +90,7 @@ private:
 
     void onChanged(const RowsChange &change);
     void reset();
+    void onTimeZoneChanged();
     void placeUndated();
     void updateRow(qsizetype storeRow);
     void insertItem(qsizetype storeRow);
@@ -115,7 +116,7 @@ private:
     [[nodiscard]] QVariant itemData(const ReminderItem &item, int role) const;
 
     const PlannerStore &m_store;
-    DateLabels m_labels;
+    std::unique_ptr<DateLabels> m_labels;
     std::unique_ptr<Alarm> m_nextMonth;
     /// Of every row of the store.
     QList<ReminderPlacement> m_placements;

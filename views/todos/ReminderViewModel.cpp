@@ -20,6 +20,8 @@ void ReminderViewModel::setStore(PlannerStore *store)
     m_store = store;
     m_list = std::make_unique<ReminderListModel>(*store);
     m_dueDate = store->clock().now().plus(oneHour);
+    connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::formChanged);
+    connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::storeChanged);
     emit storeChanged();
     emit formChanged();
 }

@@ -122,6 +122,23 @@ private slots:
         QCOMPARE(driver.clock.pendingAlarms(), 1);
     }
 
+    void theScreenFollowsTheUserToAnotherTimeZone()
+    {
+        ScheduleDriver driver;
+        driver.has(lecture, wednesday, {23, 30}, {23, 45});
+        driver.opensScreen();
+        driver.clock.setNow(driver.at(wednesday, {20, 0}));
+        QCOMPARE(driver.blocks(), QStringList{QStringLiteral("2 Lecture")});
+        QCOMPARE(driver.todayPlace(), 2);
+
+        driver.clock.setZone(QTimeZone("Asia/Tokyo"));
+
+        QCOMPARE(driver.blocks(), QStringList{QStringLiteral("3 Lecture")});
+        QCOMPARE(driver.screen->blocks()->rows().first().startText, QStringLiteral("06:30"));
+        QCOMPARE(driver.todayPlace(), 3);
+        QCOMPARE(driver.screen->form()->start().time(), QTime(17, 20, 30));
+    }
+
     void hiddenCalendarsAreShownNowhere()
     {
         ScheduleDriver driver;

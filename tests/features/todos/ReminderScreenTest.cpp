@@ -72,6 +72,18 @@ private slots:
         QVERIFY(given.screen->property("requirement").toString().isEmpty());
     }
 
+    void weeksFollowTheUserToAnotherTimeZone()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"Sunday night"_s, .dueDate = given.at(13, 23, 30)}});
+        QVERIFY(given.row(u"Sep 7, 2026 – Sep 13"_s) >= 0);
+
+        given.clock.setZone(QTimeZone("Asia/Tokyo"));
+
+        QCOMPARE(given.row(u"Sep 7, 2026 – Sep 13"_s), -1);
+        QVERIFY(given.row(u"Sep 14, 2026 – Sep 20"_s) >= 0);
+    }
+
     void weeksRememberByTheirLabelThatTheyAreOpen()
     {
         ReminderDriver given;
