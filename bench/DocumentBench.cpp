@@ -84,6 +84,7 @@ TESSALY_BENCH(documents)
     report.atMostTimes(u"edit to preview, 10 KB"_s, values["edit-10k"], emptyPage, empty, 4);
     report.atMostTimes(u"edit to preview, 100 KB"_s, values["edit-100k"], emptyPage, empty, 25);
     report.atMostTimes(u"edit to preview, 1 MB"_s, values["edit-1m"], emptyPage, empty, 200);
+    report.shown(u"longest pause of the window meanwhile"_s, values["pause-1m"], u"one frame"_s, 1.0 / 60);
     report.shown(u"copy as rich text, 10 KB"_s, values["copy-10k"], u"its preview"_s, values["edit-10k"]);
     report.shown(u"copy as rich text, 100 KB"_s, values["copy-100k"], u"its preview"_s, values["edit-100k"]);
     report.shown(u"copy as rich text, 1 MB"_s, values["copy-1m"], u"its preview"_s, values["edit-1m"]);

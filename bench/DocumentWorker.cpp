@@ -8,6 +8,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -60,6 +61,26 @@ double editToPreview(DocumentUnderTest &preview, const QString &text, int sample
     }
     return median(times);
 }
+
+/// Seconds of the longest time in which the main thread answered nobody while it runs.
+class LongestPause
+{
+public:
+    LongestPause()
+    {
+        QObject::connect(&m_tick, &QTimer::timeout, [this] { m_longest = std::max(m_longest, m_sinceTick.restart()); });
+        m_tick.setTimerType(Qt::PreciseTimer);
+        m_tick.start(1);
+        m_sinceTick.start();
+    }
+
+    [[nodiscard]] double seconds() const { return double(m_longest) / 1e3; }
+
+private:
+    QTimer m_tick;
+    QElapsedTimer m_sinceTick;
+    qint64 m_longest = 0;
+};
 
 double copy(QQmlEngine &engine, const QString &text)
 {
@@ -136,7 +157,9 @@ int main(int argc, char *argv[])
     print("edit-empty", editToPreview(preview, {}, 9));
     print("edit-10k", editToPreview(preview, document(10'000), 9));
     print("edit-100k", editToPreview(preview, document(100'000), 5));
+    const LongestPause pause;
     print("edit-1m", editToPreview(preview, document(1'000'000), 3));
+    print("pause-1m", pause.seconds());
     print("copy-10k", copy(*preview.view().engine(), document(10'000)));
     print("copy-100k", copy(*preview.view().engine(), document(100'000)));
     print("copy-1m", copy(*preview.view().engine(), document(1'000'000)));
