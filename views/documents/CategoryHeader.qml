@@ -60,6 +60,7 @@ Item {
         sourceComponent: AppTextField {
             width: 260
             isSmall: true
+            leftPadding: 10
             font.pixelSize: Theme.control.size
             font.weight: Font.Medium
             placeholderText: Language.text("分类名称", "Category name")

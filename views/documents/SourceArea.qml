@@ -23,7 +23,8 @@ Rectangle {
         id: flick
 
         anchors.fill: parent
-        anchors.margins: 8
+        anchors.leftMargin: 8
+        anchors.rightMargin: 8
         clip: true
         contentWidth: width
         contentHeight: field.height
@@ -38,10 +39,10 @@ Rectangle {
         }
 
         function follow(rectangle: rect) {
-            if (contentY > rectangle.y)
+            if (contentY > rectangle.y - field.topPadding)
                 contentY = Math.max(0, rectangle.y - field.topPadding);
-            else if (contentY + height < rectangle.y + rectangle.height)
-                contentY = rectangle.y + rectangle.height - height;
+            else if (contentY + height < rectangle.y + rectangle.height + field.bottomPadding)
+                contentY = rectangle.y + rectangle.height + field.bottomPadding - height;
         }
 
         function scrollBy(distance: real) {
@@ -57,8 +58,8 @@ Rectangle {
             height: Math.max(contentHeight + topPadding + bottomPadding, flick.height)
             leftPadding: 6
             rightPadding: 6
-            topPadding: 5
-            bottomPadding: 3
+            topPadding: 13
+            bottomPadding: 11
             font: area.sourceFont
             color: Theme.text
             selectionColor: Theme.accentSoft
@@ -70,8 +71,6 @@ Rectangle {
             wrapMode: TextEdit.Wrap
             textFormat: TextEdit.PlainText
             tabStopDistance: 4 * metrics.advanceWidth("0")
-            // Keeps the language of the input method and the keyboard's guesses out of the way of markup.
-            inputMethodHints: Qt.ImhMultiLine
             Accessible.name: Language.text("Markdown 源文本", "Markdown source")
             onSelectionStartChanged: redraw()
             onSelectionEndChanged: redraw()
