@@ -76,12 +76,14 @@ T.Popup {
     }
 
     T.Overlay.modal: Rectangle {
+        id: scrim
+
         color: Theme.scrim
 
         Behavior on opacity {
             NumberAnimation {
-                duration: sheet.isShown ? Theme.sheetIn : Theme.sheetOut
-                easing.type: sheet.isShown ? Easing.OutCubic : Easing.InCubic
+                duration: scrim.opacity < 0.5 ? Theme.sheetIn : Theme.sheetOut
+                easing.type: scrim.opacity < 0.5 ? Easing.OutCubic : Easing.InCubic
             }
         }
     }

@@ -1,6 +1,5 @@
 import QtQuick
 import Tessaly.Schedule
-import Tessaly.Ui
 
 /// The sheets of the schedule screen, each made when it first opens.
 Item {

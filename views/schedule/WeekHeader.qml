@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tessaly.Schedule
-import Tessaly.Ui
 
 /// The seven day headers: one stop for the Tab key, arrows inside.
 Item {
