@@ -151,6 +151,7 @@ const QList<Stop> &stops()
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
         overWindow(QStringLiteral("dialog-about"), "showAbout"),
+        overWindow(QStringLiteral("dialog-unreadable"), "showUnreadable"),
     };
     return list;
 }

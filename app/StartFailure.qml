@@ -18,6 +18,8 @@ ApplicationWindow {
     visible: true
     title: Qt.application.name
     color: Theme.bg
+    // Keys reach it without a window manager, too.
+    Component.onCompleted: requestActivate()
 
     Column {
         id: column
@@ -47,6 +49,8 @@ ApplicationWindow {
             text: "关闭 / Close"
             focus: true
             onClicked: window.close()
+            Keys.onReturnPressed: window.close()
+            Keys.onEnterPressed: window.close()
             Keys.onEscapePressed: window.close()
         }
     }

@@ -39,6 +39,7 @@ void PlannerStore::load()
     m_visibleCalendarIDs = loadIdentifiers(keys::visibleCalendarIDs);
     loadMainData();
     m_documentLibrary.load();
+    m_hadUnreadableData = m_values.hasUnreadable();
 }
 
 QSet<QString> PlannerStore::loadIdentifiers(const QString &key) const

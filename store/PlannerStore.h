@@ -41,6 +41,7 @@ class PlannerStore : public QObject
                    automaticCalendarSyncChanged)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
+    Q_PROPERTY(bool hadUnreadableData READ hadUnreadableData CONSTANT)
 
 public:
     /// Loads everything and writes nothing. The ports must outlive the store.
@@ -97,6 +98,10 @@ public:
     /// Saves a setting that is not one of the planner's own, such as the window's appearance. A write that fails is
     /// told and tried again like any other.
     void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
+
+    /// Whether something that was stored could not be decoded at the start, so that less may be shown than was entered.
+    /// It is kept aside under a key of its own before a save can take its place.
+    [[nodiscard]] bool hadUnreadableData() const { return m_hadUnreadableData; }
 
     /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
     /// and with each further change.
@@ -229,6 +234,7 @@ private:
     int m_displayEndHour = 24;
     bool m_automaticCalendarSync = true;
     bool m_launchAtLogin = false;
+    bool m_hadUnreadableData = false;
     DocumentLibrary m_documentLibrary;
     /// Goes before what it saves, when it writes a last time.
     StoredValues m_values;

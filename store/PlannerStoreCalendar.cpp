@@ -81,6 +81,9 @@ void PlannerStore::removeCalendarEvent(const QString &eventIdentifier)
 
 void PlannerStore::requestCalendarAccessAndLoad()
 {
+    // Where there is no service there is nothing to ask for, and the sheet says so.
+    if (!m_ports.eventStore.isAvailable())
+        return;
     m_ports.eventStore.requestAccess([self = QPointer(this)](const Result<bool> &granted) {
         if (!self)
             return;

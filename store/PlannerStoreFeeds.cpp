@@ -26,7 +26,7 @@ QString feedName(const QUrl &url)
 
 bool isHttp(const QUrl &url)
 {
-    return url.isValid() && (url.scheme() == u"http" || url.scheme() == u"https");
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"http" || url.scheme() == u"https");
 }
 
 } // namespace

@@ -38,6 +38,9 @@ public:
         return value;
     }
 
+    /// Whether a blob was there that could not be decoded and is not kept aside yet.
+    [[nodiscard]] bool hasUnreadable() const { return !m_unreadableKeys.isEmpty(); }
+
     /// Writes a blob, after the blobs that could not be read at start were kept aside under keys of their own.
     void saveBlob(const QString &key, const PreferenceWriter::Write &write);
     /// Stores a plain value.

@@ -50,8 +50,9 @@ private slots:
         row("https://example.org/%E8%AF%BE%E8%A1%A8.ics", "课表");
         row("https://example.org/课表.ics", "课表");
         row("https://example.org/a%2Fb.ics", "a/b");
-        for (const char *refused : {"", "   ", "webcal://example.org/a.ics", "ftp://example.org/a.ics",
-                                    "example.org/a.ics", "not a link", "https://exa mple.org/a.ics", "file:///a.ics"})
+        for (const char *refused :
+             {"", "   ", "webcal://example.org/a.ics", "ftp://example.org/a.ics", "example.org/a.ics", "not a link",
+              "http://", "https://exa mple.org/a.ics", "file:///a.ics"})
             row(refused, "");
     }
 

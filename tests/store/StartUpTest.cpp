@@ -98,16 +98,17 @@ private slots:
         QTest::addColumn<std::optional<PreferenceValue>>("main");
         QTest::addColumn<std::optional<PreferenceValue>>("backup");
         QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("isTold");
 
         using Value = std::optional<PreferenceValue>;
         const Value newer = dataWith(QStringLiteral("new"));
         const Value older = dataWith(QStringLiteral("old"));
-        QTest::newRow("both good") << newer << older << "new";
-        QTest::newRow("main damaged") << Value(garbage) << older << "old";
-        QTest::newRow("main of another type") << Value(QStringLiteral("text")) << older << "old";
-        QTest::newRow("main missing") << Value() << older << "old";
-        QTest::newRow("both damaged") << Value(garbage) << Value(garbage) << "";
-        QTest::newRow("both missing") << Value() << Value() << "";
+        QTest::newRow("both good") << newer << older << "new" << false;
+        QTest::newRow("main damaged") << Value(garbage) << older << "old" << true;
+        QTest::newRow("main of another type") << Value(QStringLiteral("text")) << older << "old" << true;
+        QTest::newRow("main missing") << Value() << older << "old" << false;
+        QTest::newRow("both damaged") << Value(garbage) << Value(garbage) << "" << true;
+        QTest::newRow("both missing") << Value() << Value() << "" << false;
     }
 
     void unreadableMainDataFallsBackToTheBackup()
@@ -115,6 +116,7 @@ private slots:
         QFETCH(const std::optional<PreferenceValue>, main);
         QFETCH(const std::optional<PreferenceValue>, backup);
         QFETCH(const QString, expected);
+        QFETCH(const bool, isTold);
         StoreUnderTest planner;
         if (main)
             planner.put(keys::storageKey, *main);
@@ -126,6 +128,7 @@ private slots:
 
         QCOMPARE(store.schedules().isEmpty() ? QString() : store.schedules().constFirst().title, expected);
         QVERIFY(!store.calendarSyncMessage());
+        QCOMPARE(store.hadUnreadableData(), isTold);
         QCOMPARE(planner.preferences.writeCount(), writes);
     }
 

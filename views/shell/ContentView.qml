@@ -17,10 +17,14 @@ FocusScope {
     property alias showClearConfirmation: clearDialog.isShown
     property alias showNamePrompt: namePrompt.isShown
     property alias showAbout: aboutDialog.isShown
+    property alias showUnreadable: unreadableDialog.isShown
     readonly property Item screen: loader.item as Item
 
     focus: true
-    Component.onCompleted: showNamePrompt = !shell.hasAskedPreferredName
+    Component.onCompleted: {
+        showNamePrompt = !shell.hasAskedPreferredName;
+        showUnreadable = PlannerStore.hadUnreadableData;
+    }
 
     Sidebar {
         id: sidebar
@@ -76,6 +80,10 @@ FocusScope {
         id: namePrompt
 
         shell: view.shell
+    }
+
+    UnreadableDialog {
+        id: unreadableDialog
     }
 
     AboutDialog {

@@ -51,6 +51,19 @@ private slots:
                  QStringLiteral("Ada"));
     }
 
+    void damagedDataIsToldAtTheStart()
+    {
+        WindowUnderTest ui;
+        ui.planner.put(keys::hasAskedPreferredName, true);
+        ui.planner.put(keys::storageKey, QByteArray("{"));
+        ui.open();
+        QTRY_VERIFY(ui.find(QAccessible::Dialog, QStringLiteral("部分数据无法读取")));
+
+        ui.press(Qt::Key_Return);
+
+        QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("部分数据无法读取")));
+    }
+
     void leavingTheNamePromptCountsAsAnswer_data()
     {
         QTest::addColumn<bool>("isByKey");

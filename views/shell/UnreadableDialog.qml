@@ -1,0 +1,33 @@
+import QtQuick
+import Tessaly.Ui
+
+/// Says at the start that not everything that was stored could be read, so that nobody takes a gap for the truth.
+Sheet {
+    id: dialog
+
+    title: Language.text("部分数据无法读取", "Some data could not be read")
+    titleToken: Theme.headline
+    sheetWidth: 400
+    bodyTopPadding: 6
+    onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
+    onLeaving: close()
+
+    AppText {
+        width: parent.width
+        text: Language.text("保存的数据有一部分已损坏，Tessaly 显示的是仍能读取的内容或上一次的备份。损坏的数据会原样另行保留，不会被覆盖。", "Part of the saved data is damaged. Tessaly shows what can still be read, or the backup from the save before. The damaged data is kept aside as it is and is never overwritten.")
+        token: Theme.control
+        isMultiline: true
+        color: Theme.textSecondary
+        bottomPadding: 4
+    }
+
+    AppButton {
+        id: closeButton
+
+        anchors.right: parent.right
+        kind: AppButton.Primary
+        focus: true
+        text: Language.text("关闭", "Close")
+        onClicked: dialog.close()
+    }
+}
