@@ -34,8 +34,11 @@ struct Stop
     std::function<void(QObject &content, QObject &screen)> close = {};
 };
 
-/// The editor on the document of a row of the documents screen. Its preview is left out: pages come from processes of
-/// the web engine's, which no picture waits for.
+/// Stands in the place of the preview, which is left out: pages come from processes of the web engine's, which no
+/// picture waits for.
+const QUrl emptyPreview(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Documents/PreviewSlot.qml"));
+
+/// The editor on the document of a row of the documents screen.
 Stop editor(const QString &name, int row)
 {
     return {name, ShellModel::Documents,
@@ -236,7 +239,7 @@ int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Vis
                     composition->fileDialogs());
     if (!app.load())
         return 1;
-    app.documentDesktop().setSources({}, {});
+    app.documentDesktop().setSources(emptyPreview, {});
     const Tour tour(app);
     for (const QSize &size : windowSizes) {
         app.window().resize(size);

@@ -202,7 +202,7 @@ private:
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
     [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
 
-    void readCalendarFeed(Result<QByteArray> body, const QUuid &feedID);
+    void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
     void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 

@@ -57,13 +57,13 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
         return;
     setCalendarSyncMessage(text(QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")));
     // The downloader may outlive the store.
-    m_ports.feedDownloader.download(url, [store = QPointer(this), feedID](Result<QByteArray> body) {
+    m_ports.feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
         if (store)
-            store->readCalendarFeed(std::move(body), feedID);
+            store->readCalendarFeed(body, feedID);
     });
 }
 
-void PlannerStore::readCalendarFeed(Result<QByteArray> body, const QUuid &feedID)
+void PlannerStore::readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID)
 {
     if (!body) {
         if (rowOf(m_calendarFeeds, feedID) >= 0)

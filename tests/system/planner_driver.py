@@ -95,10 +95,14 @@ class Planner:
 
     def _application(self):
         desktop = Atspi.get_desktop(0)
+        desktop.clear_cache()
         for index in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(index)
-            if child is not None and child.get_process_id() == self.process.pid:
-                return child
+            try:
+                child = desktop.get_child_at_index(index)
+                if child is not None and child.get_process_id() == self.process.pid:
+                    return child
+            except GLib.Error:
+                pass  # A program that ended while it registered can stay in the list.
         return None
 
     def find_all(self, role, matches):
