@@ -73,6 +73,8 @@ ApplicationWindow {
 
         property int heightBefore: 0
 
+        anchors.fill: parent
+        anchors.leftMargin: Theme.sidebarWidth
         onLeastHeightChanged: {
             if (leastHeight > window.height) {
                 heightBefore = window.height;

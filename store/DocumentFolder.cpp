@@ -26,6 +26,9 @@ QString assetsFolder(const QString &path)
     return path + u"/Assets"_s;
 }
 
+/// What follows the id in the name of a version that another program has written.
+const QString foreignVersionMark = u" (changed elsewhere"_s;
+
 } // namespace
 
 DocumentFolder::DocumentFolder(FileSystem &files, QString path) : m_files(files), m_path(std::move(path))
@@ -57,28 +60,29 @@ QString DocumentFolder::text(const QUuid &documentID)
     return text;
 }
 
-bool DocumentFolder::write(const QUuid &documentID, const QString &text)
+DocumentWrite DocumentFolder::write(const QUuid &documentID, const QString &text)
 {
     m_files.makeFolder(m_path);
     const QByteArray bytes = text.toUtf8();
-    if (!keepForeignVersion(documentID, bytes) || !m_files.write(documentPath(documentID), bytes))
-        return false;
+    std::optional<QString> kept = keepForeignVersion(documentID, bytes);
+    if (!kept || !m_files.write(documentPath(documentID), bytes))
+        return {};
     m_knownDigests.insert(documentID, digest(bytes));
-    return true;
+    return {true, *std::move(kept)};
 }
 
-bool DocumentFolder::keepForeignVersion(const QUuid &documentID, const QByteArray &ours)
+std::optional<QString> DocumentFolder::keepForeignVersion(const QUuid &documentID, const QByteArray &ours)
 {
     const std::optional<QByteArray> onDisk = m_files.read(documentPath(documentID));
     if (!onDisk)
-        return !m_files.exists(documentPath(documentID));
+        return m_files.exists(documentPath(documentID)) ? std::nullopt : std::optional(QString());
     if (*onDisk == ours || m_knownDigests.value(documentID) == digest(*onDisk))
-        return true;
-    const QString base = m_path + u'/' + uuidText(documentID) + u" (changed elsewhere"_s;
-    QString kept = base + u").md"_s;
-    for (int number = 2; m_files.exists(kept); ++number)
-        kept = base + u' ' + QString::number(number) + u").md"_s;
-    return m_files.write(kept, *onDisk);
+        return QString();
+    const QString start = uuidText(documentID) + foreignVersionMark;
+    QString name = start + u").md"_s;
+    for (int number = 2; m_files.exists(m_path + u'/' + name); ++number)
+        name = start + u' ' + QString::number(number) + u").md"_s;
+    return m_files.write(m_path + u'/' + name, *onDisk) ? std::optional(name) : std::nullopt;
 }
 
 void DocumentFolder::remove(const QUuid &documentID)
@@ -110,9 +114,14 @@ void DocumentFolder::moveTo(const QString &newPath, const QList<MarkdownDocument
         if (m_files.exists(from) && !m_files.exists(to))
             m_files.move(from, to);
     };
+    const QStringList foreignVersions = m_files.fileNames(oldPath).filter(foreignVersionMark);
     for (const MarkdownDocument &document : documents) {
         const QString name = u'/' + uuidText(document.id) + u".md"_s;
         moveUnlessThere(oldPath + name, newPath + name);
+        for (const QString &version : foreignVersions) {
+            if (version.startsWith(uuidText(document.id)))
+                moveUnlessThere(oldPath + u'/' + version, newPath + u'/' + version);
+        }
     }
     const QString oldAssets = assetsFolder(oldPath);
     if (!m_files.exists(oldAssets))

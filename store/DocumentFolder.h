@@ -12,6 +12,17 @@ namespace tessaly {
 
 class FileSystem;
 
+/// How a document was written.
+struct DocumentWrite
+{
+    /// Whether the text is on the disk.
+    bool isWritten = false;
+    /// Name of the file that now holds the version of another program; empty when there was none.
+    QString keptVersion = {};
+
+    explicit operator bool() const { return isWritten; }
+};
+
 /// The files of the document library in one folder: "<ID>.md" for each document, and their pictures in "Assets".
 /// Failures of the file system have no effect beyond the step that failed.
 class DocumentFolder
@@ -28,20 +39,21 @@ public:
     /// Writes the text at once and durably. A version that another program has written since the last text() or write()
     /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number. On failure, also of that, the former
     /// file stands.
-    bool write(const QUuid &documentID, const QString &text);
+    DocumentWrite write(const QUuid &documentID, const QString &text);
     void remove(const QUuid &documentID);
 
     /// Copies the picture into "Assets" under a new name; the copy's URL, percent-encoded so that it can stand in a
     /// Markdown link, or nothing when copying failed.
     [[nodiscard]] std::optional<QString> importImage(const QUuid &documentID, const QUrl &source);
 
-    /// Moves the documents' files and the pictures to another folder. What exists there is never overwritten, what
-    /// cannot be moved stays.
+    /// Moves the documents' files, versions from elsewhere included, and the pictures to another folder. What exists
+    /// there is never overwritten, what cannot be moved stays.
     void moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
 
 private:
-    /// False when what stands there must not be written over.
-    [[nodiscard]] bool keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
+    /// The name it was kept under, empty when there was none to keep; nothing when what stands there must not be
+    /// written over.
+    [[nodiscard]] std::optional<QString> keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
 
     FileSystem &m_files;
     QString m_path;

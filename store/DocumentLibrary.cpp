@@ -156,12 +156,12 @@ QString DocumentLibrary::documentContent(const MarkdownDocument &document)
     return m_folder.text(document.id);
 }
 
-bool DocumentLibrary::saveDocument(const MarkdownDocument &document, const QString &content)
+DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, const QString &content)
 {
     const QUuid id = document.id;
-    const bool isWritten = m_folder.write(id, content);
+    DocumentWrite outcome = m_folder.write(id, content);
     touch(id, [](MarkdownDocument &) {});
-    return isWritten;
+    return outcome;
 }
 
 void DocumentLibrary::renameDocument(const MarkdownDocument &document, const QString &title)

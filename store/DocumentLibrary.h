@@ -56,9 +56,9 @@ public:
 
     /// Empty when the file is missing or not UTF-8 text.
     [[nodiscard]] QString documentContent(const MarkdownDocument &document);
-    /// Writes the text and sets the time of the last change. False when the text is not on the disk: the former text
-    /// stands there.
-    [[nodiscard]] bool saveDocument(const MarkdownDocument &document, const QString &content);
+    /// Writes the text and sets the time of the last change. When the text is not on the disk, the former text stands
+    /// there.
+    [[nodiscard]] DocumentWrite saveDocument(const MarkdownDocument &document, const QString &content);
     /// A blank title is ignored.
     void renameDocument(const MarkdownDocument &document, const QString &title);
     void setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID);

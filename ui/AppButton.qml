@@ -11,6 +11,8 @@ T.Button {
     property bool isSmall: false
     property bool isRaised: false
     property string iconName
+    /// Shows a check in the place of the words.
+    property bool isDone: false
 
     readonly property bool isFilled: kind === AppButton.Primary || kind === AppButton.DestructiveFill
     readonly property color restFill: kind === AppButton.Primary ? Theme.accent : kind === AppButton.DestructiveFill ? Theme.destructiveFill : isRaised ? Theme.buttonRestRaised : Theme.buttonRest
@@ -64,6 +66,7 @@ T.Button {
 
             anchors.centerIn: parent
             spacing: 7
+            opacity: button.isDone ? 0 : 1
 
             Icon {
                 anchors.verticalCenter: parent.verticalCenter
@@ -79,6 +82,13 @@ T.Button {
                 color: button.ink
                 Accessible.ignored: true
             }
+        }
+
+        Icon {
+            anchors.centerIn: parent
+            name: "check"
+            visible: button.isDone
+            color: button.ink
         }
     }
 }

@@ -158,6 +158,8 @@ QtObject {
     readonly property int toastOut: isReducedMotion ? 80 : 240
     readonly property int toastStay: 4000
     readonly property int flash: 600
+    /// How long a button shows that it has done its work.
+    readonly property int done: 1600
     readonly property int progress: isReducedMotion ? 0 : 240
     readonly property int toolTipDelay: 500
     /// One turn of the sign of something that is being fetched.

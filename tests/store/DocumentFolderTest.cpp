@@ -54,12 +54,12 @@ private slots:
 
         if (isOpened)
             QCOMPARE(folder.text(id), QString());
-        QVERIFY(folder.write(id, u"ours, later"_s));
-        QVERIFY(folder.write(id, u"ours, later still"_s));
+        const QString kept = uuidText(id) + u" (changed elsewhere).md"_s;
+        QCOMPARE(folder.write(id, u"ours, later"_s).keptVersion, kept);
+        QCOMPARE(folder.write(id, u"ours, later still"_s).keptVersion, QString());
 
         QCOMPARE(folder.text(id), u"ours, later still"_s);
-        const QString kept = folder.path() + u'/' + uuidText(id) + u" (changed elsewhere).md"_s;
-        QCOMPARE(m_files.read(kept), foreign);
+        QCOMPARE(m_files.read(folder.path() + u'/' + kept), foreign);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
     }
 
@@ -102,6 +102,8 @@ private slots:
         const MarkdownDocument moved;
         const MarkdownDocument there;
         QVERIFY(folder.write(moved.id, u"moved"_s) && folder.write(there.id, u"old"_s));
+        const QString foreign = u'/' + uuidText(moved.id) + u" (changed elsewhere 2).md"_s;
+        QVERIFY(m_files.write(oldPath + foreign, "theirs"));
         QVERIFY(m_files.makeFolder(oldPath + u"/Assets"_s) && m_files.write(oldPath + u"/Assets/a.png"_s, "a"));
         QVERIFY(m_files.makeFolder(newPath) && m_files.write(newPath + u'/' + uuidText(there.id) + u".md"_s, "new"));
 
@@ -110,6 +112,7 @@ private slots:
         QCOMPARE(folder.text(moved.id), u"moved"_s);
         QCOMPARE(folder.text(there.id), u"new"_s);
         QCOMPARE(m_files.read(newPath + u"/Assets/a.png"_s), QByteArray("a"));
+        QCOMPARE(m_files.read(newPath + foreign), QByteArray("theirs"));
         QCOMPARE(m_files.read(oldPath + u'/' + uuidText(there.id) + u".md"_s), QByteArray("old"));
         QVERIFY(!m_files.exists(oldPath + u'/' + uuidText(moved.id) + u".md"_s));
     }

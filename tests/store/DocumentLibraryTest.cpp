@@ -285,7 +285,7 @@ private slots:
         its.clock.advance(60);
 
         QCOMPARE(its->documentContent(*document), QString());
-        QCOMPARE(its->saveDocument(*document, u"text"_s), isWritable);
+        QCOMPARE(its->saveDocument(*document, u"text"_s).isWritten, isWritable);
         QCOMPARE(its->documentContent(*document), isWritable ? u"text"_s : QString());
         // The record changes in any case, as does one whose first text cannot be written.
         QCOMPARE(its->documents().first().updatedAt, its.clock.now());

@@ -11,6 +11,9 @@ RowLayout {
     /// Whether there is no room for the words of the two buttons with icons.
     required property bool isNarrow
 
+    /// A button has done what it is for; writing goes on.
+    signal acted
+
     spacing: 12
 
     AppTextField {
@@ -52,21 +55,45 @@ RowLayout {
         isNarrow: toolbar.isNarrow
         label: Language.text("插入图片", "Insert image")
         iconName: "image"
-        onClicked: toolbar.editor.insertImage()
+        onClicked: {
+            toolbar.acted();
+            toolbar.editor.insertImage();
+        }
     }
     ToolbarButton {
         isNarrow: toolbar.isNarrow
         label: Language.text("复制到公众号", "Copy for WeChat")
         iconName: "copy"
-        onClicked: toolbar.editor.copyForWeChat()
+        onClicked: {
+            toolbar.acted();
+            toolbar.editor.copyForWeChat();
+        }
     }
     AppButton {
         kind: AppButton.Primary
         text: Language.text("保存", "Save")
-        onClicked: toolbar.editor.save()
+        isDone: savedSign.running
+        Accessible.description: isDone ? Language.text("已保存", "Saved") : ""
+        onClicked: {
+            toolbar.acted();
+            toolbar.editor.save();
+        }
     }
     AppButton {
         text: Language.text("关闭", "Close")
         onClicked: toolbar.editor.close()
+    }
+
+    Timer {
+        id: savedSign
+
+        interval: Theme.done
+    }
+    Connections {
+        function onSaved() {
+            savedSign.restart();
+        }
+
+        target: toolbar.editor
     }
 }

@@ -1,8 +1,9 @@
 import QtQuick
 import Tessaly.Documents
+import Tessaly.Ui
 
 /// Where the editor is presented: it stands beside the screens, so that no change of the screen can take away a text
-/// that is not saved.
+/// that is not saved. Its own place is that of the screens, for what is to be said once the editor is gone.
 Item {
     id: host
 
@@ -24,8 +25,22 @@ Item {
         // qmllint disable unqualified
         sourceComponent: MarkdownEditorPage {
             documentId: host.documentId
-            onClosed: host.documentId = ""
+            onClosed: {
+                const words = editor.keptVersionMessage;
+                host.documentId = "";
+                // Nobody could have read it in the editor.
+                if (words !== "")
+                    toast.show(words);
+            }
         }
         // qmllint enable unqualified
+    }
+
+    Toast {
+        id: toast
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 24
     }
 }

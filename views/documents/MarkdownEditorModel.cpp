@@ -111,14 +111,32 @@ bool MarkdownEditorModel::save()
         return true;
     library().renameDocument(*m_document, m_title);
     library().setDocumentCategory(*m_document, m_categoryID);
-    const bool isSaved = library().saveDocument(*m_document, m_source.textToSave());
+    const DocumentWrite outcome = library().saveDocument(*m_document, m_source.textToSave());
+    const bool isSaved = outcome.isWritten;
     m_isLeaveRefused = m_isLeaveRefused && !isSaved;
     m_saveFailure = isSaved ? QString()
                             : m_store->text(u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
                                             u"The document could not be saved. Your text is still here: check the save "
                                             "location, then save again."_s);
+    m_keptVersionMessage =
+        outcome.keptVersion.isEmpty()
+            ? QString()
+            : m_store
+                  ->text(u"其他程序改动过此文档，那个版本已另存为“%1”。"_s,
+                         u"Another program had changed this document; its version is kept as “%1”."_s)
+                  .arg(outcome.keptVersion);
     emit messageChanged();
+    if (isSaved)
+        emit saved();
     return isSaved;
+}
+
+QString MarkdownEditorModel::message() const
+{
+    if (!m_saveFailure.isEmpty())
+        return m_saveFailure;
+    const bool isBoth = !m_copyMessage.isEmpty() && !m_keptVersionMessage.isEmpty();
+    return m_copyMessage + (isBoth ? u" "_s : QString()) + m_keptVersionMessage;
 }
 
 void MarkdownEditorModel::close()
@@ -153,7 +171,7 @@ void MarkdownEditorModel::takeImage(const QUrl &image)
 void MarkdownEditorModel::copyForWeChat()
 {
     save();
-    setCopyMessage(m_store->text(u"正在生成公众号格式…"_s, u"Preparing WeChat formatting…"_s));
+    setCopyMessage(m_store->text(u"正在生成公众号格式…"_s, u"Preparing WeChat formatting…"_s), false);
     emit copyRequested(content());
 }
 
@@ -162,7 +180,8 @@ void MarkdownEditorModel::finishCopy(bool isCopied)
     setCopyMessage(isCopied ? m_store->text(u"已复制公众号富文本；公式已转为图片格式。"_s,
                                             u"WeChat rich text copied; formulas were converted to images."_s)
                             : m_store->text(u"格式生成失败，请检查网络后重试。"_s,
-                                            u"Formatting failed. Check your connection and try again."_s));
+                                            u"Formatting failed. Check your connection and try again."_s),
+                   !isCopied);
 }
 
 void MarkdownEditorModel::refuseCopy()
@@ -170,12 +189,14 @@ void MarkdownEditorModel::refuseCopy()
     setCopyMessage(
         m_store->text(u"此系统缺少网页组件（Qt WebEngine），无法生成公众号格式。"_s,
                       u"The web engine (Qt WebEngine) is missing on this system, so the formatting cannot be "
-                      "prepared."_s));
+                      "prepared."_s),
+        true);
 }
 
-void MarkdownEditorModel::setCopyMessage(const QString &message)
+void MarkdownEditorModel::setCopyMessage(const QString &message, bool hasFailed)
 {
     m_copyMessage = message;
+    m_hasCopyFailed = hasFailed;
     emit messageChanged();
 }
 

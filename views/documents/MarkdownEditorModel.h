@@ -28,6 +28,8 @@ class MarkdownEditorModel : public QObject
     Q_PROPERTY(tessaly::MarkdownEditorModel::MarkdownMode mode MEMBER m_mode NOTIFY modeChanged)
     Q_PROPERTY(QString previewContent READ previewContent NOTIFY previewContentChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    Q_PROPERTY(QString keptVersionMessage MEMBER m_keptVersionMessage NOTIFY messageChanged)
+    Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY messageChanged)
 
 public:
     enum class MarkdownMode {
@@ -58,8 +60,11 @@ public:
     void setCategory(int entry);
     /// What the preview shows: the source, 240 milliseconds after the last key of a burst.
     [[nodiscard]] const QString &previewContent() const { return m_previewContent; }
-    /// Why the text could not be saved, else how the last copy went; may be empty.
-    [[nodiscard]] QString message() const { return m_saveFailure.isEmpty() ? m_copyMessage : m_saveFailure; }
+    /// Why the text could not be saved, else how the last copy went and where the last save kept the version of another
+    /// program; may be empty.
+    [[nodiscard]] QString message() const;
+    /// Whether the message tells of a failure.
+    [[nodiscard]] bool hasFailed() const { return !m_saveFailure.isEmpty() || m_hasCopyFailed; }
 
     /// Saves title, category and text. False when the text is not on the disk; the message then says so.
     Q_INVOKABLE bool save();
@@ -88,13 +93,15 @@ signals:
     void modeChanged();
     void previewContentChanged();
     void messageChanged();
+    /// Everything is on the disk.
+    void saved();
     void copyRequested(const QString &markdown);
     void closed();
 
 private:
     [[nodiscard]] DocumentLibrary &library() const { return m_store->documentLibrary(); }
     void updatePreview();
-    void setCopyMessage(const QString &message);
+    void setCopyMessage(const QString &message, bool hasFailed);
     void takeImage(const QUrl &image);
 
     PlannerStore *m_store = nullptr;
@@ -108,7 +115,9 @@ private:
     QTimer m_previewTimer;
     MarkdownMode m_mode = MarkdownMode::Split;
     QString m_copyMessage;
+    bool m_hasCopyFailed = false;
     QString m_saveFailure;
+    QString m_keptVersionMessage;
     bool m_isClosed = false;
     bool m_isLeaveRefused = false;
 };

@@ -103,6 +103,10 @@ T.Popup {
             width: parent.width - 36
             editor: viewModel
             isNarrow: page.width < page.wordsFrom
+            onActed: {
+                if (source.visible)
+                    source.takeFocus(Qt.OtherFocusReason);
+            }
         }
 
         AppText {
@@ -114,8 +118,17 @@ T.Popup {
             visible: text !== ""
             text: viewModel.message
             token: Theme.caption
-            color: Theme.textSecondary
+            color: viewModel.hasFailed ? Theme.destructive : Theme.textSecondary
             Accessible.role: Accessible.StatusBar
+
+            HoverHandler {
+                id: hover
+            }
+
+            AppToolTip {
+                text: message.text
+                visible: hover.hovered && message.truncated
+            }
         }
 
         Separator {

@@ -127,10 +127,12 @@ private slots:
         given.files.setReadOnly(true);
         given.editor->append(u"more"_s);
         const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
+        const QSignalSpy saved(given.editor.get(), &MarkdownEditorModel::saved);
         given.editor->finishCopy(true);
+        QVERIFY(!given.editor->hasFailed());
 
         given.editor->close();
-        QVERIFY(closed.isEmpty());
+        QVERIFY(closed.isEmpty() && saved.isEmpty() && given.editor->hasFailed());
         QVERIFY2(given.editor->message().startsWith(u"The document could not be saved."_s),
                  qPrintable(given.editor->message()));
         QCOMPARE(given.editor->content(), u"# a\nmore"_s);
@@ -140,6 +142,20 @@ private slots:
         QCOMPARE(closed.size(), 1);
         QCOMPARE(given.onDisk(), u"# a\nmore"_s);
         QVERIFY(given.editor->message().startsWith(u"WeChat rich text copied"_s));
+        QVERIFY(saved.size() == 1 && !given.editor->hasFailed());
+    }
+
+    void theVersionOfAnotherProgramIsToldUntilTheNextSave()
+    {
+        EditorDriver given;
+        given.files.write(given.path(), "theirs");
+        given.editor->finishCopy(true);
+        QVERIFY(given.editor->save());
+        QCOMPARE(given.editor->message(),
+                 u"WeChat rich text copied; formulas were converted to images. Another program had changed this "
+                 "document; its version is kept as “%1 (changed elsewhere).md”."_s.arg(uuidText(given.document.id)));
+        QVERIFY(given.editor->save());
+        QCOMPARE(given.editor->message(), u"WeChat rich text copied; formulas were converted to images."_s);
     }
 
     void aWindowIsHeldOnceByWhatCannotBeSaved()
@@ -229,6 +245,7 @@ private slots:
         QVERIFY(given.editor->message().startsWith(u"WeChat"_s));
         given.editor->finishCopy(false);
         QCOMPARE(given.editor->message(), u"Formatting failed. Check your connection and try again."_s);
+        QVERIFY(given.editor->hasFailed());
         given.store->setInterfaceLanguage(AppLanguage::Chinese);
         given.editor->finishCopy(true);
         QCOMPARE(given.editor->message(), u"已复制公众号富文本；公式已转为图片格式。"_s);
