@@ -101,7 +101,7 @@ void ScheduledNotificationCenter::deliverDue()
         return;
     const Instant now = m_clock.now();
     const auto isLater = [&](const NotificationRequest &request) { return due(request) > now; };
-    const auto firstDue = std::ranges::stable_partition(m_requests, isLater).begin();
+    const auto firstDue = std::stable_partition(m_requests.begin(), m_requests.end(), isLater);
     QList<NotificationRequest> dueRequests(std::make_move_iterator(firstDue),
                                            std::make_move_iterator(m_requests.end()));
     if (!dueRequests.isEmpty()) {
