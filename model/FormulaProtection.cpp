@@ -60,11 +60,17 @@ struct Formula
     qsizetype delimiterLength = 0;
 };
 
+/// What is done about formulas and about the dollars that begin none.
+enum class Treatment { ProtectFormulas, HideOtherDollars };
+
+constexpr QChar dollarStandIn(0xFDD1);
+
 class Scanner
 {
 public:
-    explicit Scanner(QStringView text)
-        : m_text(text), m_hasUnderscorePair(text.count(u'_') > 1), m_hasAsteriskPair(text.count(u'*') > 1)
+    Scanner(QStringView text, Treatment treatment)
+        : m_text(text), m_treatment(treatment), m_hasDollarPair(text.count(u'$') > 1),
+          m_hasUnderscorePair(text.count(u'_') > 1), m_hasAsteriskPair(text.count(u'*') > 1)
     {
     }
 
@@ -84,6 +90,7 @@ public:
                 const bool isBlank = line.trimmed().isEmpty();
                 if (isBlank || (isIndented && afterBlankLine)) {
                     afterBlankLine = true;
+                    // Within a list such lines may be no code, so that a formula in them stays one.
                     copy(line.size());
                     continue;
                 }
@@ -101,12 +108,20 @@ private:
         m_at += length;
     }
 
+    void copyCode(qsizetype length)
+    {
+        const qsizetype begin = m_output.size();
+        copy(length);
+        if (m_treatment == Treatment::HideOtherDollars)
+            std::replace(m_output.begin() + begin, m_output.end(), QChar(u'$'), dollarStandIn);
+    }
+
     void copyFencedBlock(QStringView fence)
     {
         copy(endOfLine(m_text, m_at) - m_at);
         while (m_at < m_text.size()) {
             const QStringView line = m_text.mid(m_at, endOfLine(m_text, m_at) - m_at);
-            copy(line.size());
+            copyCode(line.size());
             if (closesFence(line, fence))
                 return;
         }
@@ -119,11 +134,23 @@ private:
             copyCodeSpan();
         } else if (const std::optional<Formula> formula = formulaAt()) {
             copyProtected(*formula);
+        } else if (c == u'\\' && m_text.mid(m_at + 1).startsWith(u'$')) {
+            copyEscapedDollar();
         } else if (c == u'\\' && m_at + 1 < m_text.size()) {
             copy(2);
         } else {
             copy(1);
         }
+    }
+
+    void copyEscapedDollar()
+    {
+        // The typesetter knows the escape, too, if the Markdown parser leaves it one.
+        if (m_treatment == Treatment::HideOtherDollars)
+            m_output += dollarStandIn;
+        else
+            m_output += m_hasDollarPair ? QStringView(u"\\\\\\$") : QStringView(u"\\$");
+        m_at += 2;
     }
 
     void copyCodeSpan()
@@ -135,7 +162,7 @@ private:
                 break;
             const qsizetype closing = runLength(m_text, at, u'`');
             if (closing == length) {
-                copy(at + closing - m_at);
+                copyCode(at + closing - m_at);
                 return;
             }
             at += closing;
@@ -145,6 +172,8 @@ private:
 
     [[nodiscard]] std::optional<Formula> formulaAt() const
     {
+        if (m_treatment != Treatment::ProtectFormulas)
+            return std::nullopt;
         const QStringView rest = m_text.mid(m_at);
         if (rest.startsWith(u"$$"))
             return closedBy(u"$$", Extent::Paragraph);
@@ -248,6 +277,8 @@ private:
     QStringView m_text;
     QString m_output;
     qsizetype m_at = 0;
+    Treatment m_treatment;
+    bool m_hasDollarPair = false;
     bool m_hasUnderscorePair = false;
     bool m_hasAsteriskPair = false;
 };
@@ -258,7 +289,14 @@ QString protectFormulas(const QString &markdown)
 {
     if (!markdown.contains(u'$') && !markdown.contains(u"\\(") && !markdown.contains(u"\\["))
         return markdown;
-    return Scanner(markdown).run();
+    return Scanner(markdown, Treatment::ProtectFormulas).run();
+}
+
+QString protectDollars(const QString &markdown)
+{
+    if (!markdown.contains(u'$'))
+        return markdown;
+    return Scanner(markdown, Treatment::HideOtherDollars).run();
 }
 
 } // namespace tessaly

@@ -6,7 +6,12 @@ namespace tessaly {
 
 /// Markdown in which the formulas between $…$, $$…$$, \(…\) and \[…\] (outside code) reach the reader of the parsed
 /// text as they were written: every character that a Markdown parser would take for its own (CommonMark 0.30, backslash
-/// escapes, emphasis, line starts) gets a backslash. A text without such characters in formulas is returned unchanged.
+/// escapes, emphasis, line starts) gets a backslash. So does an escaped dollar that another could make a formula with.
+/// A text without such characters is returned unchanged.
 [[nodiscard]] QString protectFormulas(const QString &markdown);
+
+/// Markdown in which dollars within code, and escaped ones, cannot be taken for the delimiters of a formula: U+FDD1
+/// stands for each, until the text is parsed.
+[[nodiscard]] QString protectDollars(const QString &markdown);
 
 } // namespace tessaly

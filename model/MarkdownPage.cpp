@@ -117,16 +117,30 @@ QString inlineStylePage(const QString &markdown)
         uR"(root.innerHTML=marked.parse(prepared,{gfm:true,breaks:true});root.querySelectorAll('pre code').forEach(block=>hljs.highlightElement(block));)"_s;
     static const QString inlineStyles =
         uR"(const inlineStyles=()=>{const properties=['color','backgroundColor','fontSize','fontWeight','fontStyle','textDecorationLine','lineHeight','textAlign','marginTop','marginRight','marginBottom','marginLeft','paddingTop','paddingRight','paddingBottom','paddingLeft','borderTop','borderRight','borderBottom','borderLeft','borderRadius','display','width','maxWidth','whiteSpace','wordBreak','verticalAlign'];)"
-        uR"(root.querySelectorAll('*').forEach(element=>{const computed=getComputedStyle(element);)"
-        uR"(element.style.cssText=properties.map(p=>p.replace(/[A-Z]/g,m=>'-'+m.toLowerCase())+':'+computed[p]).join(';');)"
+        // Reading a style after a change has the page's styles computed anew, so all is read before anything is
+        // written; only line heights, once written, are those of what is within. What tag, class, own style and
+        // ancestors decide is computed once for all of a kind.
+        uR"(const looks=new Map(),written=new Map(),kindOf=new Map([[root,new Map()]]);)"
+        uR"([...root.children].map(element=>[element.style,getComputedStyle(element).lineHeight]).forEach(([style,height])=>style.lineHeight=height);)"
+        uR"(const harmless=['class','style','href','src','alt','title','data-highlighted'];)"
+        uR"(const hasRules=root.querySelector('style,summary,legend')!==null;const elements=[...root.querySelectorAll('*')];)"
+        uR"(elements.forEach(element=>{const siblings=kindOf.get(element.parentNode);)"
+        uR"(const isAlone=hasRules||element.getAttributeNames().some(name=>!harmless.includes(name));)"
+        uR"(const key=isAlone?element:[element.localName,element.hasAttribute('href'),element.getAttribute('class'),element.getAttribute('style')].join();)"
+        uR"(if(!siblings.has(key)){const computed=getComputedStyle(element);const kind=new Map();siblings.set(key,kind);)"
+        uR"(looks.set(kind,properties.map(p=>p.replace(/[A-Z]/g,m=>'-'+m.toLowerCase())+':'+computed[p]).join(';'));})"
+        uR"(kindOf.set(element,siblings.get(key));});)"
+        uR"(elements.forEach(element=>{const kind=kindOf.get(element);)"
+        uR"(if(written.has(kind))element.setAttribute('style',written.get(kind));)"
+        uR"(else{element.style.cssText=looks.get(kind);written.set(kind,element.getAttribute('style'));})"
         uR"(element.removeAttribute('class');element.removeAttribute('id');});};)"
         uR"(inlineStyles();window.brennicCopyReady=true;</script></body></html>)"_s;
 
     // With the body not rendered, computed widths and margins are the values as written, not the page's geometry.
     return headStart() + style + scriptElement(u"npm/marked/marked.min.js"_s) +
            scriptElement(highlightPackage + u"lib/common.min.js"_s) +
-           uR"(</head><body hidden><div id="content"></div><script>const source=`)"_s + templateLiteralText(markdown) +
-           formulas.arg(formulaService) + inlineStyles;
+           uR"(</head><body hidden><div id="content"></div><script>const source=`)"_s +
+           templateLiteralText(protectDollars(markdown)) + formulas.arg(formulaService) + inlineStyles;
 }
 
 } // namespace tessaly

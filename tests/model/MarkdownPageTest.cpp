@@ -35,7 +35,8 @@ private slots:
         QTest::newRow("fenced code") << u"```\n$a_1 b_2$\n```\n$\\{$"_s << u"```\n$a_1 b_2$\n```\n$\\\\{$"_s;
         QTest::newRow("indented code") << u"x\n\n    $\\{$\n\n$\\{$"_s << u"x\n\n    $\\{$\n\n$\\\\{$"_s;
         QTest::newRow("an unclosed dollar is text") << u"it costs $5 \\{ and\nmore"_s << u"it costs $5 \\{ and\nmore"_s;
-        QTest::newRow("an escaped dollar is text") << u"\\$a_1 b_2\\$"_s << u"\\$a_1 b_2\\$"_s;
+        QTest::newRow("an escaped dollar is text") << u"\\$a_1 b_2\\$"_s << u"\\\\\\$a_1 b_2\\\\\\$"_s;
+        QTest::newRow("one that nothing closes needs no care") << u"\\$5 `a`"_s << u"\\$5 `a`"_s;
         QTest::newRow("a dollar does not reach over list items") << u"- $5 *a*\n- $6 *b*"_s << u"- $5 *a*\n- $6 *b*"_s;
         QTest::newRow("a display formula ends at a blank line") << u"$$a\n\n*b* *c* $$"_s << u"$$a\n\n*b* *c* $$"_s;
     }
@@ -45,6 +46,12 @@ private slots:
         QFETCH(const QString, markdown);
         QFETCH(const QString, expected);
         QCOMPARE(protectFormulas(markdown), expected);
+    }
+
+    void dollarsInCodeMakeNoPictures()
+    {
+        QCOMPARE(protectDollars(u"$a$ `$b$` \\$c $\n```\n$d$\n```\n\n    $e$"_s),
+                 u"$a$ `\uFDD1b\uFDD1` \uFDD1c $\n```\n\uFDD1d\uFDD1\n```\n\n    $e$"_s);
     }
 
     void textStaysInsideTheTemplateLiteral_data()

@@ -119,6 +119,23 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
     QTest::newRow("what would end a script or a literal")
         << u"```\n</script><!-- <script> ` ${x} \\` \\\n```"_s << content
         << QVariant(u"</script><!-- <script> ` ${x} \\` \\"_s);
+    for (const char *start : {"<script>", "<ScRiPt src='x'>", "</script>", "<!-- a", "<style>", "<textarea>", "<title>",
+                              "<select>", "<video src='x'>", "<xmp>", "<?php", "<plaintext>"}) {
+        QTest::addRow("unclosed %s", start)
+            << QLatin1String(start) + u"\n**b** <i>c</i>\n\n- `<style>`\n- d"_s
+            << u"["_s + count(u"strong, i, li, code"_s) +
+                   u", document.body.innerText.includes(`%1`)].join()"_s.arg(QLatin1String(start))
+            << QVariant(u"5,true"_s);
+    }
+    QTest::newRow("closed elements are what they are")
+        << u"x <style>b{color:red}</style> <textarea>y</textarea> <!-- y --> <b>z</b> \\<title>"_s
+        << u"getComputedStyle(document.querySelector('b')).color + document.querySelector('textarea').value + "
+           "document.querySelector('b').nextSibling.data"_s
+        << QVariant(u"rgb(255, 0, 0)y <title>"_s);
+    QTest::newRow("escaped dollars") << u"\\$5 and \\$6, $x$"_s
+                                     << u"document.querySelector('p').innerText.slice(0, 10) + "_s +
+                                            count(u"mjx-container"_s)
+                                     << QVariant(u"$5 and $6,1"_s);
     QTest::newRow("names that the page uses itself")
         << u"<i id='content'>a</i><i name='MathJax'>b</i> $x$"_s << count(u"mjx-container"_s) << QVariant(1);
 }

@@ -94,6 +94,19 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
         {u"src=\"file:///a.png\""_s, u"src=\"rel.png\""_s});
     row("script as text", u"`</script>` <b class='x' id='content'>c</b>"_s,
         {u"&lt;/script&gt;"_s, u"<b style=[^>]*>c<"_s});
+    row("dollars that are none of a formula", u"\\$5, \\$6, `$HOME $PATH`\n\n```sh\necho $a $b\n```"_s,
+        {u">\\$5, \\$6, <"_s, u">\\$HOME \\$PATH<"_s, u">\\$a<.*>\\$b<"_s});
+    row("what could run or load",
+        u"<iframe src='x'></iframe><form action='x'><b onclick='x' data-x='y'>a</b></form>"
+        "<a href='java&#10;script:x'>b</a> <a href='data:text/html,x'>c</a>"
+        "<style>i{color:red}</style><meta name='x'><base href='x'><object></object>"_s,
+        {u">a</b>"_s, u"<a style=[^>]*>b</a>"_s, u"<a style=[^>]*>c</a>"_s});
+    row("alike but not the same", u"<b style='color:red'><i>a</i></b> <b><i>b</i></b> [c](d) <a>e</a>\n> *f*"_s,
+        {u"<i style=\"color: rgb\\(255, 0, 0\\)[^>]*>a"_s, u"<i style=\"color: rgb\\(34, 34, 34\\)[^>]*>b"_s,
+         u"<a [^>]*style=\"color: rgb\\(0, 0, 238\\)[^>]*>c"_s, u"<a style=\"color: rgb\\(34, 34, 34\\)[^>]*>e"_s,
+         u"<em style=\"color: rgb\\(85, 85, 85\\)[^>]*>f"_s});
+    row("line heights of larger text", u"# a\n\n> # b"_s,
+        {u"<h1 [^>]*line-height: 42px[^>]*>a"_s, u"<h1 [^>]*line-height: 28px[^>]*>b"_s});
 }
 
 void RichTextCopyTest::everyElementCarriesItsOwnLook()
@@ -103,7 +116,8 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook()
     const QString html = htmlOf(markdown);
     for (const QString &pattern : patterns)
         QVERIFY2(html.contains(QRegularExpression(pattern)), qPrintable(pattern + u"\nnot in\n"_s + html));
-    QVERIFY(!html.contains(QRegularExpression(u"<[^>]* (class|id)="_s)));
+    QVERIFY(!html.contains(QRegularExpression(u"<[^>]* (class|id|on[a-z]+|data-[a-z]+)="_s)));
+    QVERIFY(!html.contains(QRegularExpression(u"<(script|style|iframe|form|meta|base|object)"_s)));
     // One property that only an element's own style can say, for every element.
     QCOMPARE(html.count(u"word-break: "_s), html.count(QRegularExpression(u"<[a-z]"_s)));
 }

@@ -1,0 +1,56 @@
+// Served behind marked. A browser looks for the end of a script, a comment or a text area through the whole page, and
+// Markdown through the whole text. What nobody ends would take in all that follows, so it shows as it was written; a
+// script does so always, as in GitHub Flavored Markdown (6.11).
+{
+  const parse = marked.parse;
+  // They stand for "<" here and for "$" where the page was made (FormulaProtection); no text holds noncharacters.
+  const lessThan = "\uFDD0";
+  const dollar = "\uFDD1";
+  const ends = { "<!--": "-->", "<?": "?>", "<![CDATA[": "]]>" };
+  const tag = "style|textarea|title|xmp|iframe|noembed|noframes|noscript|template|select|datalist|object|video|audio|" +
+    "canvas|dialog";
+  const start = new RegExp(`(<!--|<\\?|<!\\[CDATA\\[)|<(?:/?(script|plaintext)|(/?)(${tag}))(?![-\\w])`, "gi");
+
+  const places = (text, isEscaped) => {
+    const found = [];
+    const open = new Map();
+    const endless = new Set();
+    let passed = 0;
+    for (const match of text.matchAll(start)) {
+      const [, sign, always, slash, name] = match;
+      if (match.index < passed || isEscaped(match.index)) continue;
+      if (sign) {
+        const end = endless.has(sign) ? -1 : text.indexOf(ends[sign.toUpperCase()], match.index + 2);
+        if (end < 0) {
+          endless.add(sign);
+          found.push(match.index);
+        } else {
+          passed = end;
+        }
+      } else if (always) {
+        found.push(match.index);
+      } else {
+        const key = name.toLowerCase();
+        if (!open.has(key)) open.set(key, []);
+        slash ? open.get(key).pop() : open.get(key).push(match.index);
+      }
+    }
+    return found.concat(...open.values()).sort((a, b) => a - b);
+  };
+  const shown = (text, sign, isEscaped) => {
+    let result = "";
+    let copied = 0;
+    for (const place of places(text, isEscaped)) {
+      result += text.slice(copied, place) + sign;
+      copied = place + 1;
+    }
+    return result + text.slice(copied);
+  };
+  const parseShown = (source, options) => {
+    const html = parse(shown(source, lessThan, place => source[place - 1] === "\\"), options)
+      .replaceAll(lessThan, "&lt;").replaceAll(encodeURI(lessThan), "%3C")
+      .replaceAll(dollar, "$").replaceAll(encodeURI(dollar), "%24");
+    return shown(html, "&lt;", () => false);
+  };
+  globalThis.marked = Object.create(marked, { parse: { value: parseShown } }); // Its own members are read-only.
+}
