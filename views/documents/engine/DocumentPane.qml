@@ -6,8 +6,10 @@ import Tessaly.Ui
 WebEngineView {
     id: pane
 
-    /// Laid over the page's own style.
+    /// Laid over the page's own style, from the start.
     required property string css
+    /// Rules of others to import beneath it; they may change colours only.
+    required property string cssImports
     /// Whether there is a page whose scroll position can be asked for.
     readonly property bool hasPage: internal.hasPage
 
@@ -37,17 +39,7 @@ WebEngineView {
     }
 
     backgroundColor: Theme.transparent
-    // The list's type is not declared to QML by the engine's own module.
-    // qmllint disable
-    Component.onCompleted: userScripts.collection = [
-        {
-            name: "announce",
-            injectionPoint: WebEngineScript.DocumentReady,
-            worldId: WebEngineScript.MainWorld,
-            sourceCode: internal.announceTypeset
-        }
-    ]
-    // qmllint enable
+    Component.onCompleted: internal.injectScripts()
 
     settings {
         accelerated2dCanvasEnabled: false
@@ -73,8 +65,13 @@ WebEngineView {
     }
 
     onCssChanged: {
+        internal.injectScripts();
         if (internal.hasPage)
-            runJavaScript(internal.styleScript());
+            runJavaScript(internal.adoptStyle);
+    }
+    onCssImportsChanged: {
+        if (internal.hasPage)
+            runJavaScript(internal.importScript());
     }
 
     onNavigationRequested: request => {
@@ -160,19 +157,46 @@ WebEngineView {
             try { await MathJax.startup.promise; } finally { console.info("typeset"); }
         })();`
 
-        function styleScript(): string {
+        // Once the text is laid out, another font would have all of it laid out again.
+        readonly property string adoptStyle: `{
+            const sheet = new CSSStyleSheet();
+            sheet.replaceSync(${JSON.stringify(pane.css)});
+            document.adoptedStyleSheets = [sheet];
+        }`
+
+        function injectScripts(): void {
+            // The list's type is not declared to QML by the engine's own module.
+            // qmllint disable
+            userScripts.collection = [
+                {
+                    name: "style",
+                    injectionPoint: WebEngineScript.DocumentCreation,
+                    worldId: WebEngineScript.MainWorld,
+                    sourceCode: adoptStyle
+                },
+                {
+                    name: "announce",
+                    injectionPoint: WebEngineScript.DocumentReady,
+                    worldId: WebEngineScript.MainWorld,
+                    sourceCode: announceTypeset
+                }
+            ];
+            // qmllint enable
+        }
+
+        function importScript(): string {
             return `(() => {
                 const root = document.documentElement;
                 const style = root.tessalyStyle ??= root.appendChild(document.createElement("style"));
                 const loaded = new Promise(done => style.onload = style.onerror = done);
-                style.textContent = ${JSON.stringify(pane.css)};
+                style.textContent = ${JSON.stringify(pane.cssImports)};
                 return loaded;
             })()`;
         }
 
         function settleScript(): string {
             return `(async () => {
-                await ${styleScript()};
+                await ${importScript()};
                 const pictures = [...document.images].filter(picture => picture.src.startsWith("data:"));
                 await Promise.all(pictures.map(picture => picture.decode().catch(() => {})));
                 await document.fonts.ready;

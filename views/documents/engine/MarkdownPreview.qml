@@ -49,6 +49,7 @@ Item {
         height: preview.height
         profile: PreviewProfile
         css: style.css
+        cssImports: style.imports
         onLinkActivated: link => preview.linkActivated(link)
         onSettled: internal.show(place)
         onCrashed: internal.recover()

@@ -5,9 +5,9 @@ import Tessaly.Ui
 QtObject {
     id: style
 
-    readonly property string css: Theme.isDark ? darkCode + shared + dark : shared
+    readonly property string css: Theme.isDark ? shared + dark : shared
+    readonly property string imports: Theme.isDark ? `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");` : ""
 
-    readonly property string darkCode: `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");`
     readonly property string shared: `
         body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0}
         blockquote{margin:1em 0}
