@@ -10,6 +10,7 @@ RisingPopup {
     id: popup
 
     required property DateTimeEditor editor
+    property alias firstWeekday: month.firstWeekday
     property date now
 
     width: 268
@@ -19,6 +20,13 @@ RisingPopup {
     implicitHeight: contentItem.implicitHeight + 24
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onOpened: days.forceActiveFocus(Qt.PopupFocusReason)
+
+    MonthSheet {
+        id: month
+
+        value: popup.editor.value
+        isEnglish: popup.editor.isEnglish
+    }
 
     contentItem: Column {
         spacing: 4
@@ -30,7 +38,7 @@ RisingPopup {
             AppText {
                 x: 8
                 anchors.verticalCenter: parent.verticalCenter
-                text: popup.editor.monthTitle
+                text: month.title
                 token: Theme.buttonPrimary
             }
 
@@ -40,20 +48,20 @@ RisingPopup {
                 IconButton {
                     iconName: "chevron-left"
                     text: Language.text("上一页", "Previous")
-                    onClicked: popup.editor.showMonth(-1)
+                    onClicked: month.turn(-1)
                 }
 
                 IconButton {
                     iconName: "chevron-right"
                     text: Language.text("下一页", "Next")
-                    onClicked: popup.editor.showMonth(1)
+                    onClicked: month.turn(1)
                 }
             }
         }
 
         Row {
             Repeater {
-                model: popup.editor.weekdayLetters
+                model: month.weekdayLetters
 
                 AppText {
                     required property string modelData
@@ -89,23 +97,23 @@ RisingPopup {
             }
 
             Repeater {
-                model: popup.editor.dayNumbers
+                model: month.dayNumbers
 
                 Item {
                     id: cell
 
                     required property int modelData
                     required property int index
-                    readonly property bool isChosen: index === popup.editor.chosenDay
-                    readonly property bool isOther: index < popup.editor.firstOfMonth || index > popup.editor.lastOfMonth
-                    readonly property bool isToday: popup.editor.monthTitle !== "" && index === popup.editor.positionOf(popup.now)
+                    readonly property bool isChosen: index === month.chosenDay
+                    readonly property bool isOther: index < month.firstOfMonth || index > month.lastOfMonth
+                    readonly property bool isToday: month.title !== "" && index === month.positionOf(popup.now)
 
                     width: 244 / 7
                     height: 28
                     Accessible.role: Accessible.Button
-                    Accessible.name: popup.editor.dayName(index)
+                    Accessible.name: month.dayName(index)
                     Accessible.selected: isChosen
-                    Accessible.onPressAction: popup.editor.chooseDay(index)
+                    Accessible.onPressAction: popup.editor.chooseDate(month.dateAt(index))
 
                     Rectangle {
                         anchors.centerIn: parent
@@ -135,7 +143,7 @@ RisingPopup {
 
                     TapHandler {
                         onTapped: {
-                            popup.editor.chooseDay(cell.index);
+                            popup.editor.chooseDate(month.dateAt(cell.index));
                             days.forceActiveFocus(Qt.MouseFocusReason);
                         }
                     }

@@ -1,9 +1,11 @@
 #include "ui/DateTimeEditor.h"
 
-#include <QLocale>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTimeZone>
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -11,13 +13,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int shownDays = 42;
-
-QLocale localeFor(bool isEnglish)
+/// What a part takes: so many digits, and the largest number.
+struct PartLimit
 {
-    return isEnglish ? QLocale(QLocale::English, QLocale::UnitedStates)
-                     : QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
+    int digits;
+    int largest;
+};
+
+PartLimit limitOf(DateTimePart part)
+{
+    switch (part) {
+    case DateTimePart::Year:
+        return {4, 9999};
+    case DateTimePart::Month:
+        return {2, 12};
+    case DateTimePart::Day:
+        return {2, 31};
+    case DateTimePart::Hour:
+        return {2, 23};
+    case DateTimePart::Minute:
+        break;
+    }
+    return {2, 59};
 }
+
+constexpr int firstYear = 1000;
 
 } // namespace
 
@@ -29,8 +49,9 @@ void DateTimeEditor::setValue(const QDateTime &value)
 {
     if (m_value == value)
         return;
+    m_typing.reset();
+    m_isRefused = false;
     m_value = value;
-    showMonthOf(value.date());
     emit valueChanged();
     emit partChanged();
 }
@@ -39,10 +60,10 @@ void DateTimeEditor::setEnglish(bool isEnglish)
 {
     if (m_isEnglish == isEnglish)
         return;
+    finishTyping();
     m_isEnglish = isEnglish;
     emit valueChanged();
     emit partChanged();
-    emit shownMonthChanged();
 }
 
 void DateTimeEditor::setDateOnly(bool isDateOnly)
@@ -55,44 +76,16 @@ void DateTimeEditor::setDateOnly(bool isDateOnly)
     emit partChanged();
 }
 
-void DateTimeEditor::setFirstWeekday(int weekday)
+QList<DateTimePiece> DateTimeEditor::pieces() const
 {
-    if (m_firstWeekday == weekday)
-        return;
-    m_firstWeekday = weekday;
-    emit valueChanged();
-    emit shownMonthChanged();
+    const bool isTyping = m_typing && !m_typing->isSpoilt;
+    return dateTimePieces(isTyping ? m_typing->parts : dateTimeParts(m_value), m_isEnglish, m_isDateOnly);
 }
 
-QList<DateTimeEditor::Piece> DateTimeEditor::pieces() const
+QList<DateTimePart> DateTimeEditor::order() const
 {
-    const QDate date = m_value.date();
-    const QString year = QString::number(date.year());
-    const QString day = QString::number(date.day());
-    QList<Piece> result;
-    if (m_isEnglish) {
-        result = {{Part::Month, localeFor(true).monthName(date.month(), QLocale::ShortFormat), true},
-                  {Part::Day, u" "_s},
-                  {Part::Day, day, true},
-                  {Part::Year, u", "_s},
-                  {Part::Year, year, true}};
-    } else {
-        result = {{Part::Year, year, true}, {Part::Year, u"年"_s},  {Part::Month, QString::number(date.month()), true},
-                  {Part::Month, u"月"_s},   {Part::Day, day, true}, {Part::Day, u"日"_s}};
-    }
-    if (!m_isDateOnly) {
-        result += {{Part::Hour, m_isEnglish ? u", "_s : u" "_s},
-                   {Part::Hour, m_value.toString(u"HH"), true},
-                   {Part::Minute, u":"_s},
-                   {Part::Minute, m_value.toString(u"mm"), true}};
-    }
-    return result;
-}
-
-QList<DateTimeEditor::Part> DateTimeEditor::order() const
-{
-    QList<Part> parts;
-    for (const Piece &piece : pieces()) {
+    QList<DateTimePart> parts;
+    for (const DateTimePiece &piece : pieces()) {
         if (piece.isEditable)
             parts.append(piece.part);
     }
@@ -102,7 +95,7 @@ QList<DateTimeEditor::Part> DateTimeEditor::order() const
 QString DateTimeEditor::text() const
 {
     QString result;
-    for (const Piece &piece : pieces())
+    for (const DateTimePiece &piece : pieces())
         result += piece.text;
     return result;
 }
@@ -111,7 +104,7 @@ int DateTimeEditor::partStart() const
 {
     qsizetype start = 0;
     int index = 0;
-    for (const Piece &piece : pieces()) {
+    for (const DateTimePiece &piece : pieces()) {
         if (piece.isEditable && index++ == m_partIndex)
             return static_cast<int>(start);
         start += piece.text.size();
@@ -122,106 +115,240 @@ int DateTimeEditor::partStart() const
 int DateTimeEditor::partLength() const
 {
     int index = 0;
-    for (const Piece &piece : pieces()) {
+    for (const DateTimePiece &piece : pieces()) {
         if (piece.isEditable && index++ == m_partIndex)
             return static_cast<int>(piece.text.size());
     }
     return 0;
 }
 
+void DateTimeEditor::takeKeysOf(QQuickItem *item) const
+{
+    item->setFlag(QQuickItem::ItemAcceptsInputMethod, false);
+}
+
+void DateTimeEditor::choosePart(int index)
+{
+    if (m_typing) {
+        completePart();
+        applyTyping();
+        // What is not a moment yet can become one in another part.
+        if (!m_isRefused || m_typing->isSpoilt)
+            m_typing.reset();
+    }
+    m_isRefused = m_typing.has_value();
+    m_partIndex = std::clamp(index, 0, static_cast<int>(order().size()) - 1);
+    emit valueChanged();
+    emit partChanged();
+}
+
 void DateTimeEditor::movePart(int delta)
 {
-    const int last = static_cast<int>(order().size()) - 1;
-    m_partIndex = std::clamp(m_partIndex + delta, 0, last);
-    m_typed = 0;
-    m_typedDigits = 0;
-    emit partChanged();
+    choosePart(m_partIndex + delta);
 }
 
 void DateTimeEditor::choosePartAt(int textPosition)
 {
     qsizetype end = 0;
     int index = -1;
-    m_typed = 0;
-    m_typedDigits = 0;
-    for (const Piece &piece : pieces()) {
+    for (const DateTimePiece &piece : pieces()) {
         end += piece.text.size();
-        if (piece.isEditable)
-            m_partIndex = ++index;
+        index += piece.isEditable ? 1 : 0;
         if (textPosition < end && index >= 0)
             break;
     }
+    choosePart(index);
+}
+
+void DateTimeEditor::commit(const QDateTime &value)
+{
+    if (value == m_value)
+        return;
+    m_value = value;
+    emit valueChanged();
     emit partChanged();
+    emit edited(value);
 }
 
 void DateTimeEditor::edit(QDate date, QTime time)
 {
+    finishTyping();
     const QDateTime changed(date, QTime(time.hour(), time.minute()), m_value.timeZone());
-    if (!date.isValid() || !changed.isValid() || changed == m_value)
-        return;
-    setValue(changed);
-    emit edited(changed);
+    if (date.isValid() && changed.isValid())
+        commit(changed);
 }
 
 void DateTimeEditor::step(int delta)
 {
-    m_typed = 0;
-    m_typedDigits = 0;
+    finishTyping();
     const QDate date = m_value.date();
     const QTime time = m_value.time();
-    switch (order().value(m_partIndex)) {
-    case Part::Year:
+    switch (part()) {
+    case DateTimePart::Year:
         return edit(date.addYears(delta), time);
-    case Part::Month:
+    case DateTimePart::Month:
         return edit(date.addMonths(delta), time);
-    case Part::Day:
+    case DateTimePart::Day:
         return edit(date.addDays(delta), time);
-    case Part::Hour:
+    case DateTimePart::Hour:
         return edit(date, time.addSecs(delta * 3600));
-    case Part::Minute:
+    case DateTimePart::Minute:
         return edit(date, time.addSecs(delta * 60));
     }
 }
 
-void DateTimeEditor::typeDigit(int digit)
+bool DateTimeEditor::type(const QString &character)
 {
-    const Part part = order().value(m_partIndex);
-    const int limit = part == Part::Year    ? 9999
-                      : part == Part::Month ? 12
-                      : part == Part::Day   ? 31
-                      : part == Part::Hour  ? 23
-                                            : 59;
-    const int appended = m_typed * 10 + digit;
-    const bool isContinued = m_typedDigits > 0 && appended <= limit;
-    m_typed = isContinued ? appended : digit;
-    m_typedDigits = isContinued ? m_typedDigits + 1 : 1;
-    const int number = m_typed;
-    const QDate date = m_value.date();
-    const QTime time = m_value.time();
-    switch (part) {
-    case Part::Year:
-        if (number >= 1000)
-            edit(QDate(number, date.month(), std::min(date.day(), QDate(number, date.month(), 1).daysInMonth())), time);
-        break;
-    case Part::Month:
-        if (number >= 1)
-            edit(QDate(date.year(), number, std::min(date.day(), QDate(date.year(), number, 1).daysInMonth())), time);
-        break;
-    case Part::Day:
-        if (number >= 1)
-            edit(QDate(date.year(), date.month(), std::min(number, date.daysInMonth())), time);
-        break;
-    case Part::Hour:
-        edit(date, QTime(number, time.minute()));
-        break;
-    case Part::Minute:
-        edit(date, QTime(time.hour(), number));
-        break;
+    if (character.size() != 1 || !character.front().isPrint())
+        return false;
+    const QChar typed = character.front();
+    const bool isSeparator = u" :/-,."_s.contains(typed);
+    if (!m_typing && isSeparator) {
+        if (typed != u' ')
+            movePart(1);
+        return typed != u' ';
     }
+    if (!m_typing)
+        m_typing = Typing{m_value, dateTimeParts(m_value), m_partIndex};
+    if (m_typing->isSpoilt)
+        return true;
+    if (isSeparator)
+        typeSeparator(typed);
+    else if (typed >= u'0' && typed <= u'9')
+        typeDigit(typed);
+    else
+        typeLetter(typed);
+    applyTyping();
+    return true;
+}
+
+void DateTimeEditor::typeDigit(QChar digit)
+{
+    if (!m_typing->text.isEmpty() && m_typing->text.front().isLetter())
+        leaveTypedPart();
+    const PartLimit limit = limitOf(part());
+    // The last part, once full, begins again.
+    if (m_typing->text.size() == limit.digits)
+        m_typing->text.clear();
+    m_typing->text += digit;
+    m_typing->hasSeparator = false;
+    m_typing->isDayTyped |= part() == DateTimePart::Day;
+    const int number = m_typing->text.toInt();
+    partOf(m_typing->parts, part()) = number;
     // No further digit fits: the next part is meant.
-    const int width = part == Part::Year ? 4 : 2;
-    if (number * 10 > limit || m_typedDigits == width)
-        movePart(1);
+    if (!isLastPart() && (m_typing->text.size() == limit.digits || number * 10 > limit.largest))
+        leaveTypedPart();
+}
+
+void DateTimeEditor::typeLetter(QChar letter)
+{
+    const QString letters = m_typing->text + letter;
+    const int month = m_isEnglish && part() == DateTimePart::Month ? monthBeginningWith(letters) : 0;
+    m_typing->isSpoilt = month == 0;
+    if (month == 0)
+        return;
+    m_typing->text = letters;
+    m_typing->hasSeparator = false;
+    m_typing->parts.month = month;
+}
+
+void DateTimeEditor::typeSeparator(QChar separator)
+{
+    const bool isBlank = separator == u' ';
+    const bool isTyped = !m_typing->text.isEmpty();
+    m_typing->isSpoilt = !isBlank && (m_typing->hasSeparator || (isTyped && isLastPart()));
+    m_typing->hasSeparator |= !isBlank;
+    if (isTyped && !isLastPart())
+        leaveTypedPart();
+}
+
+void DateTimeEditor::leaveTypedPart()
+{
+    completePart();
+    m_partIndex = std::min(m_partIndex + 1, static_cast<int>(order().size()) - 1);
+}
+
+void DateTimeEditor::completePart()
+{
+    // Two digits are a year of the same century.
+    if (part() == DateTimePart::Year && m_typing->text.size() == 2)
+        m_typing->parts.year += m_typing->valueBefore.date().year() / 100 * 100;
+    m_typing->text.clear();
+}
+
+QDateTime DateTimeEditor::typedMoment() const
+{
+    const DateTimeParts &parts = m_typing->parts;
+    const int lastDay = QDate(parts.year, parts.month, 1).daysInMonth();
+    const QDate date(parts.year, parts.month, m_typing->isDayTyped ? parts.day : std::min(parts.day, lastDay));
+    const QTime time(parts.hour, parts.minute);
+    if (m_typing->isSpoilt || parts.year < firstYear || !date.isValid() || !time.isValid())
+        return {};
+    return {date, time, m_typing->valueBefore.timeZone()};
+}
+
+void DateTimeEditor::applyTyping()
+{
+    const QDateTime moment = typedMoment();
+    const qsizetype typed = m_typing->text.size();
+    const bool isPartOpen = typed > 0 && typed < limitOf(part()).digits;
+    m_isRefused = m_typing->isSpoilt || (!moment.isValid() && !isPartOpen);
+    commit(moment.isValid() ? moment : m_typing->valueBefore);
+    emit valueChanged();
+    emit partChanged();
+}
+
+void DateTimeEditor::erase()
+{
+    if (!m_typing || m_typing->isSpoilt) {
+        cancelTyping();
+        return;
+    }
+    DateTimeParts before = dateTimeParts(m_typing->valueBefore);
+    partOf(m_typing->parts, part()) = partOf(before, part());
+    m_typing->isDayTyped &= part() != DateTimePart::Day;
+    m_typing->text.clear();
+    applyTyping();
+}
+
+bool DateTimeEditor::cancelTyping()
+{
+    const std::optional<Typing> dropped = std::exchange(m_typing, std::nullopt);
+    if (dropped) {
+        m_partIndex = dropped->firstPartIndex;
+        commit(dropped->valueBefore);
+    }
+    finishTyping();
+    return dropped.has_value();
+}
+
+bool DateTimeEditor::finishTyping()
+{
+    if (m_typing) {
+        completePart();
+        applyTyping();
+    }
+    const bool isUnderstood = !m_typing || !m_isRefused;
+    m_typing.reset();
+    m_isRefused = false;
+    emit valueChanged();
+    emit partChanged();
+    return isUnderstood;
+}
+
+void DateTimeEditor::paste()
+{
+    const std::optional<QDateTime> read = readDateTime(QGuiApplication::clipboard()->text(), m_value);
+    finishTyping();
+    m_isRefused = !read || !read->isValid() || read->date().year() < firstYear;
+    if (!m_isRefused)
+        edit(read->date(), read->time());
+    emit valueChanged();
+}
+
+void DateTimeEditor::copy() const
+{
+    QGuiApplication::clipboard()->setText(text());
 }
 
 void DateTimeEditor::setTime(int hour, int minute)
@@ -239,72 +366,9 @@ void DateTimeEditor::moveMonth(int months)
     edit(m_value.date().addMonths(months), m_value.time());
 }
 
-void DateTimeEditor::chooseDay(int position)
+void DateTimeEditor::chooseDate(QDate date)
 {
-    edit(gridStart().addDays(position), m_value.time());
-}
-
-void DateTimeEditor::showMonthOf(QDate date)
-{
-    m_shownMonth = QDate(date.year(), date.month(), 1);
-    emit shownMonthChanged();
-}
-
-void DateTimeEditor::showMonth(int delta)
-{
-    showMonthOf(m_shownMonth.addMonths(delta));
-}
-
-QString DateTimeEditor::monthTitle() const
-{
-    return localeFor(m_isEnglish).toString(m_shownMonth, m_isEnglish ? u"MMMM yyyy" : u"yyyy年M月");
-}
-
-QStringList DateTimeEditor::weekdayLetters() const
-{
-    QStringList letters;
-    for (int column = 0; column < 7; ++column)
-        letters += localeFor(m_isEnglish).dayName((m_firstWeekday - 1 + column) % 7 + 1, QLocale::NarrowFormat);
-    return letters;
-}
-
-QDate DateTimeEditor::gridStart() const
-{
-    return m_shownMonth.addDays(-((m_shownMonth.dayOfWeek() - m_firstWeekday + 7) % 7));
-}
-
-QList<int> DateTimeEditor::dayNumbers() const
-{
-    QList<int> numbers;
-    for (int position = 0; position < shownDays; ++position)
-        numbers += gridStart().addDays(position).day();
-    return numbers;
-}
-
-int DateTimeEditor::firstOfMonth() const
-{
-    return static_cast<int>(gridStart().daysTo(m_shownMonth));
-}
-
-int DateTimeEditor::lastOfMonth() const
-{
-    return firstOfMonth() + m_shownMonth.daysInMonth() - 1;
-}
-
-int DateTimeEditor::chosenDay() const
-{
-    return positionOf(m_value);
-}
-
-int DateTimeEditor::positionOf(const QDateTime &moment) const
-{
-    const qint64 position = gridStart().daysTo(moment.date());
-    return position >= 0 && position < shownDays ? static_cast<int>(position) : -1;
-}
-
-QString DateTimeEditor::dayName(int position) const
-{
-    return localeFor(m_isEnglish).toString(gridStart().addDays(position), QLocale::LongFormat);
+    edit(date, m_value.time());
 }
 
 } // namespace tessaly

@@ -1,13 +1,18 @@
 #pragma once
 
-#include <QDateTime>
+#include "ui/DateTimeText.h"
+
 #include <QObject>
+#include <QQuickItem>
 #include <QtQml/qqml.h>
 
 namespace tessaly {
 
 /// The rules of a date-time field: its text, which part of it is chosen, and what keys do to that part. Wall-clock
 /// time of the value's own time zone; seconds are cleared by every change.
+///
+/// Typing goes on from the first character until a part is chosen otherwise or the field is left. The value follows
+/// while all that was typed is a moment; else it is what it was before, and isRefused says so.
 class DateTimeEditor : public QObject
 {
     Q_OBJECT
@@ -15,27 +20,16 @@ class DateTimeEditor : public QObject
     Q_PROPERTY(QDateTime value READ value WRITE setValue NOTIFY valueChanged)
     Q_PROPERTY(bool isEnglish READ isEnglish WRITE setEnglish NOTIFY valueChanged)
     Q_PROPERTY(bool isDateOnly READ isDateOnly WRITE setDateOnly NOTIFY valueChanged)
-    /// Weekday that weeks start with, 1 (Monday) to 7 (Sunday).
-    Q_PROPERTY(int firstWeekday READ firstWeekday WRITE setFirstWeekday NOTIFY valueChanged)
+    /// The value, or what is being typed.
     Q_PROPERTY(QString text READ text NOTIFY valueChanged)
+    /// What was typed or pasted is not understood, or no such moment exists.
+    Q_PROPERTY(bool isRefused READ isRefused NOTIFY valueChanged)
     Q_PROPERTY(int partStart READ partStart NOTIFY partChanged)
     Q_PROPERTY(int partLength READ partLength NOTIFY partChanged)
-    /// The month that the calendar shows, as its first day; follows the value.
-    Q_PROPERTY(QDate shownMonth READ shownMonth NOTIFY shownMonthChanged)
-    Q_PROPERTY(QString monthTitle READ monthTitle NOTIFY shownMonthChanged)
-    Q_PROPERTY(QStringList weekdayLetters READ weekdayLetters NOTIFY valueChanged)
     Q_PROPERTY(int hour READ hour NOTIFY valueChanged)
     Q_PROPERTY(int minute READ minute NOTIFY valueChanged)
-    /// The 42 days shown, as days of the month.
-    Q_PROPERTY(QList<int> dayNumbers READ dayNumbers NOTIFY shownMonthChanged)
-    /// Positions within the 42 days: the first and the last of the shown month, and the value's day or -1.
-    Q_PROPERTY(int firstOfMonth READ firstOfMonth NOTIFY shownMonthChanged)
-    Q_PROPERTY(int lastOfMonth READ lastOfMonth NOTIFY shownMonthChanged)
-    Q_PROPERTY(int chosenDay READ chosenDay NOTIFY shownMonthChanged)
 
 public:
-    enum class Part { Year, Month, Day, Hour, Minute };
-
     explicit DateTimeEditor(QObject *parent = nullptr);
 
     [[nodiscard]] QDateTime value() const { return m_value; }
@@ -44,67 +38,84 @@ public:
     void setEnglish(bool isEnglish);
     [[nodiscard]] bool isDateOnly() const { return m_isDateOnly; }
     void setDateOnly(bool isDateOnly);
-    [[nodiscard]] int firstWeekday() const { return m_firstWeekday; }
-    void setFirstWeekday(int weekday);
 
     [[nodiscard]] QString text() const;
+    [[nodiscard]] bool isRefused() const { return m_isRefused; }
     [[nodiscard]] int partStart() const;
     [[nodiscard]] int partLength() const;
-    [[nodiscard]] QDate shownMonth() const { return m_shownMonth; }
-    [[nodiscard]] QString monthTitle() const;
-    [[nodiscard]] QStringList weekdayLetters() const;
     [[nodiscard]] int hour() const { return m_value.time().hour(); }
     [[nodiscard]] int minute() const { return m_value.time().minute(); }
-    [[nodiscard]] QList<int> dayNumbers() const;
-    [[nodiscard]] int firstOfMonth() const;
-    [[nodiscard]] int lastOfMonth() const;
-    [[nodiscard]] int chosenDay() const;
 
     // Each of these that changes the value emits edited().
     Q_INVOKABLE void step(int delta);
-    Q_INVOKABLE void typeDigit(int digit);
-    Q_INVOKABLE void chooseDay(int position);
+    /// Takes a digit, a letter of a month's name or a separator, which leads to the next part; refuses other printable
+    /// characters. False when the character is not for the text: a blank before anything is typed, a control character.
+    Q_INVOKABLE bool type(const QString &character);
+    /// Empties the part that is being typed: it is again what it was before.
+    Q_INVOKABLE void erase();
+    /// Drops what is being typed and chooses the part where it began; false when there is nothing.
+    Q_INVOKABLE bool cancelTyping();
+    /// Ends typing; false when what was typed is no moment.
+    Q_INVOKABLE bool finishTyping();
+    /// Takes over a whole date, or date and time, from the clipboard.
+    Q_INVOKABLE void paste();
+    Q_INVOKABLE void copy() const;
+    Q_INVOKABLE void chooseDate(QDate date);
     Q_INVOKABLE void moveDay(int days);
     Q_INVOKABLE void moveMonth(int months);
     Q_INVOKABLE void setTime(int hour, int minute);
 
+    /// Keeps input methods from the item: it gets the keys as they are.
+    Q_INVOKABLE void takeKeysOf(QQuickItem *item) const;
+
+    /// By so many parts, as far as there are any.
     Q_INVOKABLE void movePart(int delta);
     Q_INVOKABLE void choosePartAt(int textPosition);
-    Q_INVOKABLE void showMonth(int delta);
-    /// Position of the day among the 42 shown, or -1.
-    Q_INVOKABLE int positionOf(const QDateTime &moment) const;
-    /// Full date of a shown day, for assistive technology.
-    Q_INVOKABLE QString dayName(int position) const;
 
 signals:
     void valueChanged();
     void partChanged();
-    void shownMonthChanged();
     /// The user changed the value.
     void edited(const QDateTime &value);
 
 private:
-    struct Piece
+    struct Typing
     {
-        Part part = Part::Year;
-        QString text;
-        bool isEditable = false;
+        QDateTime valueBefore;
+        DateTimeParts parts;
+        int firstPartIndex = 0;
+        /// What was typed of the current part.
+        QString text = {};
+        bool isDayTyped = false;
+        /// A separator other than a blank was typed since the last digit or letter.
+        bool hasSeparator = false;
+        /// A character was not understood: nothing of what was typed counts.
+        bool isSpoilt = false;
     };
 
-    [[nodiscard]] QList<Piece> pieces() const;
-    [[nodiscard]] QList<Part> order() const;
-    [[nodiscard]] QDate gridStart() const;
+    [[nodiscard]] QList<DateTimePiece> pieces() const;
+    [[nodiscard]] QList<DateTimePart> order() const;
+    [[nodiscard]] DateTimePart part() const { return order().value(m_partIndex); }
+    [[nodiscard]] bool isLastPart() const { return m_partIndex == order().size() - 1; }
+    void choosePart(int index);
+    void typeDigit(QChar digit);
+    void typeLetter(QChar letter);
+    void typeSeparator(QChar separator);
+    /// Nothing more is typed of the current part.
+    void completePart();
+    void leaveTypedPart();
+    /// The moment that is typed; invalid when there is none.
+    [[nodiscard]] QDateTime typedMoment() const;
+    void applyTyping();
     void edit(QDate date, QTime time);
-    void showMonthOf(QDate date);
+    void commit(const QDateTime &value);
 
     QDateTime m_value;
-    QDate m_shownMonth;
-    int m_firstWeekday = 1;
+    std::optional<Typing> m_typing;
     int m_partIndex = 0;
-    int m_typed = 0;
-    int m_typedDigits = 0;
     bool m_isEnglish = false;
     bool m_isDateOnly = false;
+    bool m_isRefused = false;
 };
 
 } // namespace tessaly

@@ -1,16 +1,18 @@
 import QtQuick
 
-/// Outline and fill of a field; with the focus its border is coloured and a halo surrounds it.
+/// Outline and fill of a field; with the focus its border is coloured and a halo surrounds it. The border of a field
+/// that refuses what is typed is red.
 Rectangle {
     id: frame
 
     property bool isFocused: false
     property bool isEnabled: true
+    property bool isRefused: false
 
     radius: Theme.controlRadius
     color: isEnabled ? Theme.field : Theme.transparent
     border.width: 1
-    border.color: isFocused ? Theme.focus : isEnabled ? Theme.borderControl : Theme.border
+    border.color: isRefused ? Theme.destructive : isFocused ? Theme.focus : isEnabled ? Theme.borderControl : Theme.border
 
     Rectangle {
         anchors.fill: parent

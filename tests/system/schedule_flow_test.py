@@ -2,7 +2,8 @@
 
 usage: dbus-run-session -- python3 schedule_flow_test.py PROGRAM
 """
-from planner_driver import CHECKED, FOCUSED, SELECTED, PlannerTestCase, main, press
+from planner_driver import (CHECKED, FOCUSED, SELECTED, Atspi, PlannerTestCase, has_state, main, press, text_in,
+                            wait_for)
 
 
 class ScheduleFlow(PlannerTestCase):
@@ -30,12 +31,24 @@ class ScheduleFlow(PlannerTestCase):
     def add(self, planner, text):
         planner.type_into(text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1"), "Lecture on trees")
         planner.type_into(text("标签（可选）", "Tag (optional)"), "Forest")
+        self.choose_minute(planner, text("开始", "Start"))
         planner.press("push button", text("添加日程", "Add schedule"))
         planner.wait("push button", text("编辑, Lecture on trees", "Edit, Lecture on trees"))
         planner.wait("label", "Lecture on trees")
         planner.wait_gone("label", text("当天还没有日程。", "No schedules for this day."))
-        block = planner.wait_like("push button", "Lecture on trees", " – ", "Forest")
+        block = planner.wait_like("push button", "Lecture on trees", ":30 – ", "Forest")
         self.assertIn(text("星期", "day, "), block.get_name())
+
+    def choose_minute(self, planner, name):
+        """A screen reader is told the date-time as an editable text, the chosen part as its selection."""
+        field = planner.focus("text", name)
+        states = [has_state(field, state) for state in (Atspi.StateType.EDITABLE, Atspi.StateType.READ_ONLY)]
+        self.assertEqual(states, [True, False])
+        planner.keys("key", "End")
+        planner.keys("type", "30")
+        wait_for("half past", lambda: text_in(field).endswith(":30"))
+        chosen = Atspi.Text.get_selection(field, 0)
+        self.assertEqual(text_in(field)[chosen.start_offset:chosen.end_offset], "30")
 
     def write_note_and_task(self, planner, text):
         planner.press("push button", text("编辑, Lecture on trees", "Edit, Lecture on trees"))

@@ -8,6 +8,10 @@ Item {
     width: 500
     height: 500
 
+    TextInput {
+        id: clipboard
+    }
+
     TestCase {
         id: testCase
 
@@ -39,7 +43,7 @@ Item {
         }
 
         function pressAll(keys: string) {
-            const codes = {"<": Qt.Key_Left, ">": Qt.Key_Right, "^": Qt.Key_Up, "v": Qt.Key_Down};
+            const codes = {"←": Qt.Key_Left, "→": Qt.Key_Right, "↑": Qt.Key_Up, "↓": Qt.Key_Down, "⇤": Qt.Key_Home, "⇥": Qt.Key_End, "⌫": Qt.Key_Backspace};
             for (const key of keys)
                 keyClick(codes[key] ?? key);
         }
@@ -48,19 +52,29 @@ Item {
             const other = new Date(2024, 1, 29, 23, 59);
             const endOfJanuary = new Date(2026, 0, 31, 8, 0);
             return [
-                {tag: "year up", keys: "^", result: new Date(2027, 8, 11, 17, 5)},
-                {tag: "month down", keys: ">v", result: new Date(2026, 7, 11, 17, 5)},
-                {tag: "month keeps to the month's end", from: endOfJanuary, keys: ">^", result: new Date(2026, 1, 28, 8, 0)},
-                {tag: "leap day in a common year", from: other, keys: "^", result: new Date(2025, 1, 28, 23, 59)},
-                {tag: "hour wraps within the day", from: other, keys: ">>>^", result: new Date(2024, 1, 29, 0, 59)},
-                {tag: "minute typed with two digits", keys: ">>>>42", result: new Date(2026, 8, 11, 17, 42)},
-                {tag: "hour typed, then minute without a key between", keys: ">>>0942", result: new Date(2026, 8, 11, 9, 42)},
-                {tag: "hour 01 hands over to the minutes", keys: ">>>0130", result: new Date(2026, 8, 11, 1, 30)},
+                {tag: "year up", keys: "↑", result: new Date(2027, 8, 11, 17, 5)},
+                {tag: "month down", keys: "→↓", result: new Date(2026, 7, 11, 17, 5)},
+                {tag: "month keeps to the month's end", from: endOfJanuary, keys: "→↑", result: new Date(2026, 1, 28, 8, 0)},
+                {tag: "leap day in a common year", from: other, keys: "↑", result: new Date(2025, 1, 28, 23, 59)},
+                {tag: "hour wraps within the day", from: other, keys: "→→→↑", result: new Date(2024, 1, 29, 0, 59)},
+                {tag: "minute typed with two digits", keys: "→→→→42", result: new Date(2026, 8, 11, 17, 42)},
+                {tag: "hour typed, then minute without a key between", keys: "→→→0942", result: new Date(2026, 8, 11, 9, 42)},
+                {tag: "hour 01 hands over to the minutes", keys: "→→→0130", result: new Date(2026, 8, 11, 1, 30)},
                 {tag: "year typed in full", keys: "2031", result: new Date(2031, 8, 11, 17, 5)},
                 {tag: "date typed from the left", keys: "20280229", result: new Date(2028, 1, 29, 17, 5)},
-                {tag: "left stays at the first part", keys: "<<v", result: new Date(2025, 8, 11, 17, 5)},
-                {tag: "English begins with the month", isEnglish: true, keys: "^", result: new Date(2026, 9, 11, 17, 5)},
-                {tag: "English month typed", isEnglish: true, keys: "12", result: new Date(2026, 11, 11, 17, 5)}
+                {tag: "left stays at the first part", keys: "←←↓", result: new Date(2025, 8, 11, 17, 5)},
+                {tag: "English begins with the month", isEnglish: true, keys: "↑", result: new Date(2026, 9, 11, 17, 5)},
+                {tag: "English month typed", isEnglish: true, keys: "12", result: new Date(2026, 11, 11, 17, 5)},
+                {tag: "first and last part", keys: "⇥↓⇤↑", result: new Date(2027, 8, 11, 17, 4)},
+                {tag: "separators lead on", keys: "-/.:↑", result: new Date(2026, 8, 11, 17, 6)},
+                {tag: "ISO 8601", keys: "2026-11-21 09:30", result: new Date(2026, 10, 21, 9, 30)},
+                {tag: "single digits", keys: "2026/3/4 9:07", result: new Date(2026, 2, 4, 9, 7)},
+                {tag: "English text", isEnglish: true, keys: "Nov 21, 2026, 09:30", result: new Date(2026, 10, 21, 9, 30)},
+                {tag: "English month in full", isEnglish: true, keys: "june 3, 27→", result: new Date(2027, 5, 3, 17, 5)},
+                {tag: "the leap day before its year", isEnglish: true, keys: "Feb 29, 2028", result: new Date(2028, 1, 29, 17, 5)},
+                {tag: "a month keeps to its end until a day is typed", isEnglish: true, from: endOfJanuary, keys: "Feb ↑⇤↑", result: new Date(2026, 3, 1, 8, 0)},
+                {tag: "an erased day is as before", keys: "→→2⌫→0", result: new Date(2026, 8, 11, 0, 5)},
+                {tag: "after what was refused, from the start", keys: "→9x⌫8", result: new Date(2026, 7, 11, 17, 5)}
             ];
         }
 
@@ -71,6 +85,58 @@ Item {
             pressAll(data.keys);
             compare(field.value.getTime(), data.result.getTime());
             compare(field.last.getTime(), data.result.getTime());
+        }
+
+        function test_what_is_no_moment_is_refused_data() {
+            return [
+                {tag: "day beyond the month", keys: "2026-02-30"},
+                {tag: "hour", keys: "→→→25:00"},
+                {tag: "month", keys: "→13"},
+                {tag: "incomplete year", isEnglish: true, keys: "Nov 21, 202, "},
+                {tag: "other words", isEnglish: true, keys: "Nov 21st, 2026"},
+                {tag: "afternoon", isEnglish: true, keys: "Nov 21, 2026, 09:30 pm"},
+                {tag: "English in Chinese", keys: "Nov 21, 2026, 09:30"},
+                {tag: "Chinese order in English", isEnglish: true, keys: "2026-11-21 09:30"},
+                {tag: "seconds", keys: "2026-11-21 09:30:15"},
+                {tag: "an empty part", keys: "2026--21"}
+            ];
+        }
+
+        function test_what_is_no_moment_is_refused(data) {
+            Language.isEnglish = data.isEnglish ?? false;
+            const field = createTemporaryObject(fieldComponent, stage);
+            field.forceActiveFocus(Qt.TabFocusReason);
+            pressAll(data.keys);
+            compare((field.background as FieldFrame).isRefused, true);
+            compare(field.value.getTime(), start.getTime());
+            stage.forceActiveFocus();
+            compare((field.background as FieldFrame).isRefused, false);
+            compare(field.value.getTime(), start.getTime());
+        }
+
+        function test_a_whole_text_is_pasted_data() {
+            const november = new Date(2026, 10, 21, 9, 30);
+            return [
+                {tag: "ISO 8601", text: "2026-11-21 09:30", result: november},
+                {tag: "with T and seconds", text: " 2026-11-21T09:30:15\n", result: november},
+                {tag: "English", text: "Nov 21, 2026, 09:30", result: november},
+                {tag: "Chinese", isEnglish: true, text: "2026年11月21日 09:30", result: november},
+                {tag: "date alone", text: "2026-11-21", result: new Date(2026, 10, 21, 17, 5)},
+                {tag: "no such day", text: "2026-02-30 09:30", isRefused: true},
+                {tag: "another text", text: "tomorrow", isRefused: true}
+            ];
+        }
+
+        function test_a_whole_text_is_pasted(data) {
+            Language.isEnglish = data.isEnglish ?? false;
+            clipboard.text = data.text;
+            clipboard.selectAll();
+            clipboard.cut();
+            const field = createTemporaryObject(fieldComponent, stage);
+            field.forceActiveFocus(Qt.TabFocusReason);
+            keySequence(StandardKey.Paste);
+            compare(field.value.getTime(), (data.result ?? start).getTime());
+            compare((field.background as FieldFrame).isRefused, data.isRefused ?? false);
         }
 
         function test_an_assigned_value_is_no_edit() {
