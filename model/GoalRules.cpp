@@ -3,7 +3,9 @@
 #include "model/CodePointOrder.h"
 
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <numeric>
 
 namespace tessaly {
 
@@ -49,20 +51,49 @@ QList<GoalCategory> completedGoalsByCategory(const QList<Goal> &goals, const QSt
     return categories;
 }
 
+QList<int> wholePercentages(const QList<double> &fractions, int whole)
+{
+    QList<int> percents;
+    QList<qsizetype> places;
+    for (const double fraction : fractions) {
+        places.append(percents.size());
+        percents.append(percentage(fraction));
+        whole -= percents.last();
+    }
+    std::ranges::stable_sort(places, std::ranges::greater(),
+                             [&](qsizetype place) { return fractions.at(place) * 100 - percents.at(place); });
+    for (qsizetype rank = 0; rank < std::min<qsizetype>(whole, places.size()); ++rank)
+        ++percents[places.at(rank)];
+    return percents;
+}
+
 QList<GoalTaskShare> goalTaskShares(const Goal &goal)
 {
+    if (goal.isComplete)
+        return {};
     QList<GoalTaskShare> shares;
-    double total = 0;
+    QList<double> weights[2];
     for (const Subgoal &subgoal : goal.subgoals.value_or(QList<Subgoal>())) {
         for (const GoalTask &task : subgoal.tasks.value_or(QList<GoalTask>())) {
-            const double weight = countedWeight(task);
-            total += weight;
-            shares.append({task.title, task.weight, weight, task.isComplete || subgoal.isComplete});
+            const bool isDone = task.isComplete || subgoal.isComplete;
+            weights[isDone].append(countedWeight(task));
+            shares.append({task.title, task.weight, 0, isDone});
         }
     }
-    for (GoalTaskShare &share : shares)
-        share.share /= total;
-    return goal.isComplete ? QList<GoalTaskShare>() : shares;
+    // The two parts of the bar by themselves, so that each fits the percentage that stands beside it.
+    const double total = std::accumulate(weights[0].cbegin(), weights[0].cend(), 0.0) +
+                         std::accumulate(weights[1].cbegin(), weights[1].cend(), 0.0);
+    const int donePercent = percentage(goal.calculatedProgress());
+    for (const bool isDone : {false, true}) {
+        for (double &weight : weights[isDone])
+            weight /= total;
+        QList<int> percents = wholePercentages(weights[isDone], isDone ? donePercent : 100 - donePercent);
+        for (GoalTaskShare &share : shares) {
+            if (share.isDone == isDone)
+                share.percent = percents.takeFirst();
+        }
+    }
+    return shares;
 }
 
 } // namespace tessaly

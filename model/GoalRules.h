@@ -52,14 +52,19 @@ struct GoalTaskShare
 {
     QString title = {};
     double weight = 0;
-    /// Of the weight of all tasks, 0 to 1.
-    double share = 0;
+    /// Whole per cent of the weight of all tasks.
+    int percent = 0;
     bool isDone = false;
 
     bool operator==(const GoalTaskShare &) const = default;
 };
 
-/// The tasks of all subgoals in their order; empty when the progress does not come from tasks.
+/// Whole per cents of the fractions, each of them at least 0, that add up to `whole` where rounding each down or up
+/// can do that: those with the largest remainders are rounded up, of equal ones the earlier.
+[[nodiscard]] QList<int> wholePercentages(const QList<double> &fractions, int whole);
+
+/// The tasks of all subgoals in their order; empty when the progress does not come from tasks. The per cents of what is
+/// done add up to the goal's percentage, all of them to 100.
 [[nodiscard]] QList<GoalTaskShare> goalTaskShares(const Goal &goal);
 
 } // namespace tessaly

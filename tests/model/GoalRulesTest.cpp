@@ -81,6 +81,27 @@ private slots:
         QTEST(percentage(fraction), "expected");
     }
 
+    void roundedPercentagesAddUpToTheWhole_data()
+    {
+        QTest::addColumn<QList<double>>("fractions");
+        QTest::addColumn<int>("whole");
+        QTest::addColumn<QList<int>>("expected");
+
+        QTest::newRow("thirds") << QList<double>{1 / 3.0, 1 / 3.0, 1 / 3.0} << 100 << QList<int>{34, 33, 33};
+        QTest::newRow("the largest remainder is rounded up")
+            << QList<double>{0.375, 0.129, 0.496} << 100 << QList<int>{37, 13, 50};
+        QTest::newRow("a part of the whole") << QList<double>{0.125, 0.125, 0.125} << 37 << QList<int>{13, 12, 12};
+        QTest::newRow("whole already") << QList<double>{0.25, 0.75} << 100 << QList<int>{25, 75};
+        QTest::newRow("nothing") << QList<double>{} << 0 << QList<int>{};
+    }
+
+    void roundedPercentagesAddUpToTheWhole()
+    {
+        QFETCH(const QList<double>, fractions);
+        QFETCH(const int, whole);
+        QTEST(wholePercentages(fractions, whole), "expected");
+    }
+
     void blanksAreTrimmedAndLineBreaksAreNot()
     {
         QCOMPARE(trimmedBlanks(u" \t\u3000a b\u00a0 "_s), u"a b"_s);
@@ -108,7 +129,7 @@ private slots:
         Goal goal{.subgoals = QList<Subgoal>{open, done, {.tasks = {}}}};
 
         QCOMPARE(goalTaskShares(goal),
-                 (QList<GoalTaskShare>{{u"x"_s, 3, 0.375, false}, {u"y"_s, 1, 0.125, false}, {u"z"_s, 4, 0.5, true}}));
+                 (QList<GoalTaskShare>{{u"x"_s, 3, 38, false}, {u"y"_s, 1, 12, false}, {u"z"_s, 4, 50, true}}));
 
         goal.isComplete = true;
         QVERIFY(goalTaskShares(goal).isEmpty());

@@ -92,7 +92,7 @@ QString GoalCardModel::explanation() const
         // In one call: a title may hold a place marker of its own.
         lines.append(QStringLiteral("%1 %2 – %3 %4 (%5%)")
                          .arg(share.isDone ? QStringLiteral("✓") : QStringLiteral("○"), share.title, weight,
-                              weightText(share.weight), QString::number(percentage(share.share))));
+                              weightText(share.weight), QString::number(share.percent)));
     }
     return lines.join(u'\n');
 }

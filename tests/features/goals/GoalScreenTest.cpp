@@ -194,7 +194,7 @@ private slots:
         GoalDriver given;
         given.open({writing(), {.title = u"bare"_s}});
         QCOMPARE(given.card().explanation(),
-                 u"✓ one – Weight 3.0 (37%)\n○ two – Weight 1.0 (12%)\n○ three – Weight 4.0 (50%)"_s);
+                 u"✓ one – Weight 3.0 (37%)\n○ two – Weight 1.0 (13%)\n○ three – Weight 4.0 (50%)"_s);
         QVERIFY(given.card(1).explanation().isEmpty());
     }
 
