@@ -99,7 +99,7 @@ int run(const CommandLine &commandLine, int argc, char *argv[])
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     shareOpenGL();
     QGuiApplication application(argc, argv);
-    applyInterfaceFont(application);
+    applyInterfaceFont();
     QGuiApplication::setDesktopFileName(QStringLiteral("tessaly"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     switch (commandLine.task) {

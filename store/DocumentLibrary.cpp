@@ -109,9 +109,9 @@ void DocumentLibrary::deleteDocumentCategory(const QUuid &id)
     if (const auto rows = removeRecords(m_library.categories, category))
         documentCategoriesAssigned(*rows);
     bool hasChanged = false;
-    for (qsizetype row = 0; row < m_library.documents.size(); ++row) {
-        if (m_library.documents.at(row).categoryID == category) {
-            m_library.documents[row].categoryID.reset();
+    for (MarkdownDocument &document : m_library.documents) {
+        if (document.categoryID == category) {
+            document.categoryID.reset();
             hasChanged = true;
         }
     }

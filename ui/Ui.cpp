@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-void applyInterfaceFont(QGuiApplication &application)
+void applyInterfaceFont()
 {
     const QString interface = QStringLiteral("Inter");
     const QStringList standIns = QGuiApplication::font().families() << QStringLiteral("Noto Sans CJK SC");
@@ -19,7 +19,7 @@ void applyInterfaceFont(QGuiApplication &application)
     font.setFamilies(QStringList{interface} + standIns);
     font.setPixelSize(14);
     font.setStyleStrategy(QFont::PreferAntialias);
-    application.setFont(font);
+    QGuiApplication::setFont(font);
 }
 
 void installImageProviders(QQmlEngine &engine)

@@ -88,8 +88,9 @@ private slots:
         QTest::addColumn<std::function<void(Library &)>>("verb");
         QTest::addColumn<int>("categorySignals");
         QTest::addColumn<int>("documentSignals");
-        const auto row = [](const char *name, int categories, int documents, std::function<void(Library &)> verb) {
-            QTest::newRow(name) << std::move(verb) << categories << documents;
+        const auto row = [](const char *name, int categories, int documents,
+                            const std::function<void(Library &)> &verb) {
+            QTest::newRow(name) << verb << categories << documents;
         };
         row("add category", 1, 0, [](Library &its) { its->addDocumentCategory(u" Notes\n"_s); });
         row("blank category", 0, 0, [](Library &its) { its->addDocumentCategory(u" \n\t"_s); });

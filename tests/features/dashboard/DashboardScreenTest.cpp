@@ -32,7 +32,7 @@ struct DashboardDriver : StoreUnderTest
     }
 };
 
-Goal goalWith(const QString &title, QList<double> openWeights, QList<double> doneWeights)
+Goal goalWith(const QString &title, const QList<double> &openWeights, const QList<double> &doneWeights)
 {
     QList<GoalTask> tasks;
     for (const double weight : openWeights)

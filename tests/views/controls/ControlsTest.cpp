@@ -12,7 +12,7 @@ class Setup : public QObject
     Q_OBJECT
 
 public slots:
-    static void applicationAvailable() { tessaly::applyInterfaceFont(*qGuiApp); }
+    static void applicationAvailable() { tessaly::applyInterfaceFont(); }
     static void qmlEngineAvailable(QQmlEngine *engine) { tessaly::installImageProviders(*engine); }
 };
 

@@ -67,7 +67,7 @@ private slots:
     {
         QQuickStyle::setStyle(u"Basic"_s);
         QGuiApplication::setApplicationName(u"Tessaly"_s);
-        applyInterfaceFont(*qGuiApp);
+        applyInterfaceFont();
     }
 
     void aCategoryIsAddedRenamedAndDeleted()

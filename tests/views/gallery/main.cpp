@@ -11,7 +11,7 @@ int main(int argc, char *argv[])
 {
     tessaly::fixTestEnvironment();
     QGuiApplication application(argc, argv);
-    tessaly::applyInterfaceFont(application);
+    tessaly::applyInterfaceFont();
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() < 2)
         return 2;

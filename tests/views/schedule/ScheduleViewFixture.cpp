@@ -14,7 +14,7 @@ void ScheduleViewFixture::qmlEngineAvailable(QQmlEngine *engine)
     PlannerStoreQml::setStore(m_driver.store.get());
     qmlRegisterSingletonInstance("Tessaly.Test", 1, 0, "TestPlanner", this);
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
-    applyInterfaceFont(*qGuiApp);
+    applyInterfaceFont();
     installImageProviders(*engine);
     reset();
 }
