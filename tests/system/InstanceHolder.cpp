@@ -24,8 +24,8 @@ void say(const QByteArray &line)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    SingleInstance instance(application.arguments().at(1));
-    const QByteArray token = application.arguments().at(2).toUtf8();
+    SingleInstance instance(QCoreApplication::arguments().at(1));
+    const QByteArray token = QCoreApplication::arguments().at(2).toUtf8();
     const Result<SingleInstance::Role> role =
         instance.claim({.isWindowWanted = token != "background", .activationToken = token});
     if (!role) {

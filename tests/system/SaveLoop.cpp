@@ -36,7 +36,7 @@ void saveState(PlannerStore &store, int number, RecordGenerator &generator)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    auto opened = SqlitePreferences::open(application.arguments().value(1));
+    auto opened = SqlitePreferences::open(QCoreApplication::arguments().value(1));
     if (!opened)
         return 2;
     StoreOnDisk planner(opened.takeValue());
