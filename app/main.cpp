@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QQuickStyle>
 
 #include <cstdio>
@@ -54,10 +55,17 @@ QByteArray takeActivationToken()
     return {};
 }
 
+/// What is shown has one language, so it begins in that of the desktop, Chinese where there is none.
+AppLanguage demoLanguage()
+{
+    const QLocale::Language language = QLocale::system().language();
+    return language == QLocale::Chinese || language == QLocale::C ? AppLanguage::Chinese : AppLanguage::English;
+}
+
 int runPlanner(const CommandLine &commandLine)
 {
     if (commandLine.isDemo)
-        return runWindow(*Composition::forDemo(AppLanguage::Chinese), nullptr, Start::WithWindow);
+        return runWindow(*Composition::forDemo(demoLanguage()), nullptr, Start::WithWindow);
     if (!QDir().mkpath(commandLine.dataDirectory))
         return showStartFailure({ErrorCode::StorageUnwritable, commandLine.dataDirectory});
     SingleInstance instance(commandLine.dataDirectory);
