@@ -150,6 +150,7 @@ QtObject {
     readonly property int fast: isReducedMotion ? 0 : 90
     readonly property int switching: isReducedMotion ? 0 : 140
     readonly property int disclose: isReducedMotion ? 0 : 180
+    readonly property int glide: isReducedMotion ? 0 : 240
     readonly property int popupIn: isReducedMotion ? 80 : 120
     readonly property int popupOut: isReducedMotion ? 80 : 90
     readonly property int sheetIn: isReducedMotion ? 80 : 200

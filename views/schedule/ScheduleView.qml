@@ -47,6 +47,10 @@ Page {
 
         WeekTimeline {
             viewModel: model
+            onTimeChosen: {
+                page.scroll.glideTo(form);
+                form.focusTitle();
+            }
         }
     }
 

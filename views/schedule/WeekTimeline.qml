@@ -10,6 +10,9 @@ Card {
 
     required property ScheduleViewModel viewModel
 
+    /// A click chose an empty time for the form.
+    signal timeChosen
+
     implicitHeight: geometry.headerHeight + viewModel.totalHeight + 2 * border.width
 
     WeekGeometry {
@@ -57,7 +60,12 @@ Card {
                 height: timeline.viewModel.totalHeight
 
                 TapHandler {
-                    onTapped: point => timeline.viewModel.tapTime(column.index, point.position.y)
+                    onTapped: point => {
+                        if (tapCount > 1)
+                            return;
+                        timeline.viewModel.tapTime(column.index, point.position.y);
+                        timeline.timeChosen();
+                    }
                 }
             }
         }

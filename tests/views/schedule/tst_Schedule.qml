@@ -37,6 +37,7 @@ Item {
 
         function init() {
             root.width = 948;
+            root.height = 1300;
             TestPlanner.reset();
             screen = createTemporaryObject(screenComponent, root);
             waitForRendering(screen);
@@ -154,11 +155,17 @@ Item {
         }
 
         function test_empty_time_sets_the_form() {
+            root.height = 620;
+            waitForRendering(screen);
             const header = shown("Friday, September 11, 2026");
             const below = header.mapToItem(root, header.width / 2, header.height + 2 + 42 * 3 + 21);
             mouseClick(root, below.x, below.y);
 
+            const title = shown("e.g. Microeconomics lecture 1");
+            verify(title.activeFocus);
             verify(shown("Sep 11, 2026 schedule") !== null);
+            const add = named("Add schedule");
+            tryVerify(() => add.mapToItem(root, 0, add.height).y <= root.height);
             typeInto("e.g. Microeconomics lecture 1", "Late");
             press("Add schedule");
             compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
