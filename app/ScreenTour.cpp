@@ -120,7 +120,7 @@ void editFirstGoal(GoalViewModel &goals)
 const QList<Stop> &stops()
 {
     using ViewModel = ScheduleViewModel;
-    const auto closeSheet = [](ViewModel &viewModel) { viewModel.closeSheet(); };
+    const auto closeSheet = [](ViewModel &viewModel) { viewModel.sheets()->closeSheet(); };
     static const QList<Stop> list{
         {QStringLiteral("overview"), ShellModel::Overview},
         {QStringLiteral("schedule-week"), ShellModel::Schedule},
@@ -128,21 +128,24 @@ const QList<Stop> &stops()
             QStringLiteral("schedule-month"), [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Month); },
             [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Week); }),
         onSchedule(
-            QStringLiteral("sheet-import"), [](ViewModel &viewModel) { viewModel.openImportSettings(); }, closeSheet),
+            QStringLiteral("sheet-import"), [](ViewModel &viewModel) { viewModel.sheets()->openImportSettings(); },
+            closeSheet),
         onSchedule(
-            QStringLiteral("sheet-display"), [](ViewModel &viewModel) { viewModel.openDisplaySettings(); }, closeSheet),
+            QStringLiteral("sheet-display"), [](ViewModel &viewModel) { viewModel.sheets()->openDisplaySettings(); },
+            closeSheet),
         onSchedule(
-            QStringLiteral("sheet-sync"), [](ViewModel &viewModel) { viewModel.openSyncSettings(); }, closeSheet),
+            QStringLiteral("sheet-sync"), [](ViewModel &viewModel) { viewModel.sheets()->openSyncSettings(); },
+            closeSheet),
         onSchedule(
             QStringLiteral("note"), [](ViewModel &viewModel) { viewModel.editListed(0); },
-            [](ViewModel &viewModel) { viewModel.closeNote(); }),
+            [](ViewModel &viewModel) { viewModel.sheets()->closeNote(); }),
         onSchedule(
             QStringLiteral("note-view"),
             [](ViewModel &viewModel) {
                 viewModel.editListed(0);
-                viewModel.note()->cancel();
+                viewModel.sheets()->note()->cancel();
             },
-            [](ViewModel &viewModel) { viewModel.closeNote(); }),
+            [](ViewModel &viewModel) { viewModel.sheets()->closeNote(); }),
         atFoot(QStringLiteral("schedule-lower"), ShellModel::Schedule),
         {QStringLiteral("todos"), ShellModel::Reminders},
         {QStringLiteral("todos-open"), ShellModel::Reminders, onViewModel(openAllGroups), leaveToOverview},

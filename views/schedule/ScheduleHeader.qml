@@ -78,19 +78,19 @@ Item {
             IconButton {
                 iconName: "import"
                 text: Language.text("导入设置", "Import settings")
-                onClicked: header.viewModel.openImportSettings()
+                onClicked: header.viewModel.sheets.openImportSettings()
             }
 
             IconButton {
                 iconName: "eye"
                 text: Language.text("显示设置", "Display settings")
-                onClicked: header.viewModel.openDisplaySettings()
+                onClicked: header.viewModel.sheets.openDisplaySettings()
             }
 
             IconButton {
                 iconName: "refresh-cw"
                 text: Language.text("同步设置", "Sync settings")
-                onClicked: header.viewModel.openSyncSettings()
+                onClicked: header.viewModel.sheets.openSyncSettings()
             }
         }
     }

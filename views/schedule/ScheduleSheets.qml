@@ -6,35 +6,36 @@ Item {
     id: sheets
 
     required property ScheduleViewModel viewModel
+    readonly property ScheduleSheetModel open: viewModel.sheets
 
     // Bound components cannot be made by a Loader of another file in Qt 6.4.
     // qmllint disable unqualified
 
     SheetLoader {
-        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Import
+        isOpen: sheets.open.sheet === ScheduleSheetModel.Import
         sourceComponent: CalendarSelectionView {
-            onDone: sheets.viewModel.closeSheet()
+            onDone: sheets.open.closeSheet()
         }
     }
 
     SheetLoader {
-        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Display
+        isOpen: sheets.open.sheet === ScheduleSheetModel.Display
         sourceComponent: CalendarDisplaySettingsView {
-            onDone: sheets.viewModel.closeSheet()
+            onDone: sheets.open.closeSheet()
         }
     }
 
     SheetLoader {
-        isOpen: sheets.viewModel.sheet === ScheduleViewModel.Sync
+        isOpen: sheets.open.sheet === ScheduleSheetModel.Sync
         sourceComponent: CalendarSyncSettingsView {
-            onDone: sheets.viewModel.closeSheet()
+            onDone: sheets.open.closeSheet()
         }
     }
 
     SheetLoader {
-        isOpen: sheets.viewModel.isNoteOpen
+        isOpen: sheets.open.isNoteOpen
         sourceComponent: ScheduleNoteEditor {
-            note: sheets.viewModel.note
+            note: sheets.open.note
             viewModel: sheets.viewModel
         }
     }

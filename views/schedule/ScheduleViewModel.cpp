@@ -11,6 +11,7 @@ ScheduleViewModel::ScheduleViewModel(QObject *parent)
       m_dayList(dayListRoles())
 {
     m_form = std::make_unique<ScheduleFormModel>();
+    m_sheets = std::make_unique<ScheduleSheetModel>();
 }
 
 ScheduleViewModel::~ScheduleViewModel() = default;
@@ -24,6 +25,7 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     m_focusDate = store->clock().now();
     m_measures = weekMeasures(store->displayStartHour(), store->displayEndHour());
     m_form->setStore(store);
+    m_sheets->setStore(store);
     m_index.apply({}, store->schedules());
 
     connect(store, &PlannerStore::schedulesChanged, this, &ScheduleViewModel::onSchedulesChanged);
@@ -159,7 +161,7 @@ void ScheduleViewModel::selectBlock(int row)
     const ScheduleItem schedule = *stored;
     selectSchedule(schedule.id);
     setFocusDate(schedule.date);
-    openNote(schedule, NoteMode::View);
+    m_sheets->openNote(schedule, NoteMode::View);
 }
 
 void ScheduleViewModel::editListed(int row)
@@ -167,7 +169,7 @@ void ScheduleViewModel::editListed(int row)
     if (row < 0 || row >= m_dayList.rows().size())
         return;
     if (const ScheduleItem *schedule = scheduleWithId(m_dayList.rows().at(row).id))
-        openNote(*schedule, NoteMode::Edit);
+        m_sheets->openNote(*schedule, NoteMode::Edit);
 }
 
 void ScheduleViewModel::deleteListed(int row)
@@ -185,7 +187,7 @@ void ScheduleViewModel::tapTime(int place, double y)
     if (place < 0 || place >= m_visibleDays.size())
         return;
     selectSchedule({});
-    closeNote();
+    m_sheets->closeNote();
     m_form->moveTo(m_visibleDays.at(place), tappedMinute(y, m_measures));
     focusPlace(place);
 }
@@ -193,63 +195,6 @@ void ScheduleViewModel::tapTime(int place, double y)
 bool ScheduleViewModel::addSchedule()
 {
     return m_form->add();
-}
-
-void ScheduleViewModel::openImportSettings()
-{
-    setSheet(Sheet::Import);
-    m_store->requestCalendarAccessAndLoad();
-}
-
-void ScheduleViewModel::openDisplaySettings()
-{
-    setSheet(Sheet::Display);
-    m_store->requestCalendarAccessAndLoad();
-}
-
-void ScheduleViewModel::openSyncSettings()
-{
-    setSheet(Sheet::Sync);
-}
-
-void ScheduleViewModel::closeSheet()
-{
-    setSheet(Sheet::None);
-}
-
-void ScheduleViewModel::setSheet(Sheet sheet)
-{
-    if (m_sheet == sheet)
-        return;
-    m_sheet = sheet;
-    emit sheetChanged();
-}
-
-void ScheduleViewModel::openNote(const ScheduleItem &schedule, NoteMode mode)
-{
-    // The editor shows the former note until it hears of the new one.
-    const std::unique_ptr<ScheduleNoteModel> former = std::move(m_note);
-    m_note = std::make_unique<ScheduleNoteModel>(*m_store, schedule, mode);
-    connect(m_note.get(), &ScheduleNoteModel::saved, this, [this](const ScheduleItem &changed) {
-        m_store->updateSchedule(changed);
-        closeNote();
-    });
-    connect(m_note.get(), &ScheduleNoteModel::closed, this, &ScheduleViewModel::closeNote);
-    emit noteChanged();
-    setNoteOpen(true);
-}
-
-void ScheduleViewModel::closeNote()
-{
-    setNoteOpen(false);
-}
-
-void ScheduleViewModel::setNoteOpen(bool isOpen)
-{
-    if (m_isNoteOpen == isOpen)
-        return;
-    m_isNoteOpen = isOpen;
-    emit isNoteOpenChanged();
 }
 
 void ScheduleViewModel::selectSchedule(const QUuid &id)

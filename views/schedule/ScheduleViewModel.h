@@ -6,7 +6,7 @@
 #include "store/PlannerStore.h"
 #include "views/schedule/ScheduleContents.h"
 #include "views/schedule/ScheduleFormModel.h"
-#include "views/schedule/ScheduleNoteModel.h"
+#include "views/schedule/ScheduleSheetModel.h"
 #include "views/schedule/TodayWatch.h"
 
 #include <QObject>
@@ -17,7 +17,7 @@
 namespace tessaly {
 
 /// The state of the schedule screen: the week or month around a focus date, the list of the focus day, the add form
-/// and the sheet that is open. Made anew whenever the screen is opened. It works only when something changes.
+/// and what is open over it. Made anew whenever the screen is opened. It works only when something changes.
 class ScheduleViewModel : public QObject
 {
     Q_OBJECT
@@ -39,16 +39,11 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(QAbstractItemModel *monthLines READ monthLines CONSTANT)
     Q_PROPERTY(QAbstractItemModel *dayList READ dayList CONSTANT)
     Q_PROPERTY(tessaly::ScheduleFormModel *form READ form CONSTANT)
-    Q_PROPERTY(tessaly::ScheduleNoteModel *note READ note NOTIFY noteChanged)
-    Q_PROPERTY(bool isNoteOpen READ isNoteOpen NOTIFY isNoteOpenChanged)
-    Q_PROPERTY(Sheet sheet READ sheet NOTIFY sheetChanged)
+    Q_PROPERTY(tessaly::ScheduleSheetModel *sheets READ sheets CONSTANT)
 
 public:
     enum class Scope { Week, Month };
     Q_ENUM(Scope)
-    /// The settings sheet that is open.
-    enum class Sheet { None, Import, Display, Sync };
-    Q_ENUM(Sheet)
 
     explicit ScheduleViewModel(QObject *parent = nullptr);
     ~ScheduleViewModel() override;
@@ -88,10 +83,7 @@ public:
     [[nodiscard]] MonthLineModel *monthLines() { return &m_monthLines; }
     [[nodiscard]] DayListModel *dayList() { return &m_dayList; }
     [[nodiscard]] ScheduleFormModel *form() const { return m_form.get(); }
-    /// The state of the note editor that is open or was last; null before the first.
-    [[nodiscard]] ScheduleNoteModel *note() const { return m_note.get(); }
-    [[nodiscard]] bool isNoteOpen() const { return m_isNoteOpen; }
-    [[nodiscard]] Sheet sheet() const { return m_sheet; }
+    [[nodiscard]] ScheduleSheetModel *sheets() const { return m_sheets.get(); }
 
     Q_INVOKABLE void showPrevious() { moveBy(-1); }
     Q_INVOKABLE void showNext() { moveBy(1); }
@@ -111,12 +103,6 @@ public:
     /// Adds the form's schedule and empties its title and tag; false when the title is blank.
     Q_INVOKABLE bool addSchedule();
 
-    Q_INVOKABLE void openImportSettings();
-    Q_INVOKABLE void openDisplaySettings();
-    Q_INVOKABLE void openSyncSettings();
-    Q_INVOKABLE void closeSheet();
-    Q_INVOKABLE void closeNote();
-
     /// Where an arrow key leads from a block: `dayStep` to another day, else `timeStep` within the day.
     Q_INVOKABLE [[nodiscard]] int neighbourBlock(int row, int dayStep, int timeStep) const;
 
@@ -128,9 +114,6 @@ signals:
     void titlesChanged();
     void measuresChanged();
     void dayWidthChanged();
-    void noteChanged();
-    void isNoteOpenChanged();
-    void sheetChanged();
 
 private:
     [[nodiscard]] CalendarScope calendarScope() const;
@@ -139,9 +122,6 @@ private:
     [[nodiscard]] const ScheduleItem *scheduleWithId(const QUuid &id) const;
     void moveBy(int step);
     void setFocusDate(Instant date);
-    void setSheet(Sheet sheet);
-    void setNoteOpen(bool isOpen);
-    void openNote(const ScheduleItem &schedule, NoteMode mode);
     void selectSchedule(const QUuid &id);
     void onSchedulesChanged(const RowsChange &change);
     void onDisplayHoursChanged();
@@ -153,11 +133,9 @@ private:
     ScheduleIndex m_index;
     std::unique_ptr<TodayWatch> m_todayWatch;
     std::unique_ptr<ScheduleFormModel> m_form;
-    std::unique_ptr<ScheduleNoteModel> m_note;
+    std::unique_ptr<ScheduleSheetModel> m_sheets;
     Scope m_scope = Scope::Week;
-    Sheet m_sheet = Sheet::None;
     Instant m_focusDate;
-    bool m_isNoteOpen = false;
     WeekMeasures m_measures;
     double m_dayWidth = 0;
     QUuid m_selectedID;

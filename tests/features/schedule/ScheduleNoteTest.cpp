@@ -21,7 +21,7 @@ private slots:
         driver.has(lecture, wednesday, {9, 0}, {10, 0}, QStringLiteral("Course"));
         driver.opensScreen();
         driver.screen->editListed(0);
-        ScheduleNoteModel &note = *driver.screen->note();
+        ScheduleNoteModel &note = *driver.screen->sheets()->note();
 
         note.setNotes(QStringLiteral("Bring the book"));
         note.setTag(QString());
@@ -36,7 +36,7 @@ private slots:
         note.deleteTask(0);
         note.save();
 
-        QVERIFY(!driver.screen->isNoteOpen());
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
         const ScheduleItem &saved = driver.stored(lecture);
         QCOMPARE(saved.notes, QStringLiteral("Bring the book"));
         QVERIFY(!saved.tag);
@@ -57,9 +57,9 @@ private slots:
         driver.opensScreen();
         driver.screen->selectBlock(0);
 
-        driver.screen->note()->toggleTask(1);
+        driver.screen->sheets()->note()->toggleTask(1);
 
-        QVERIFY(!driver.screen->isNoteOpen());
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
         QVERIFY(!driver.stored(lecture).tasks->at(0).isComplete);
         QVERIFY(driver.stored(lecture).tasks->at(1).isComplete);
     }
@@ -70,13 +70,13 @@ private slots:
         driver.has(lecture, wednesday, {9, 0}, {10, 0});
         driver.opensScreen();
         driver.screen->selectBlock(0);
-        ScheduleNoteModel &note = *driver.screen->note();
+        ScheduleNoteModel &note = *driver.screen->sheets()->note();
         note.startEditing();
         note.setTitle(QStringLiteral("typed"));
 
         note.cancel();
 
-        QVERIFY(driver.screen->isNoteOpen());
+        QVERIFY(driver.screen->sheets()->isNoteOpen());
         QVERIFY(!note.isEditing());
         QCOMPARE(note.title(), lecture);
         QCOMPARE(driver.stored(lecture).title, lecture);
@@ -91,11 +91,13 @@ private slots:
         driver.opensScreen();
 
         driver.screen->selectBlock(0);
-        QCOMPARE(driver.screen->note()->timeText(), QStringLiteral("2026年9月9日 08:00"));
+        QCOMPARE(driver.screen->sheets()->note()->timeText(), QStringLiteral("2026年9月9日 08:00"));
         driver.screen->selectBlock(1);
-        QCOMPARE(driver.screen->note()->timeText(), QStringLiteral("2026年9月9日 09:00 – 2026年9月9日 10:40"));
+        QCOMPARE(driver.screen->sheets()->note()->timeText(),
+                 QStringLiteral("2026年9月9日 09:00 – 2026年9月9日 10:40"));
         driver.inEnglish();
-        QCOMPARE(driver.screen->note()->timeText(), QStringLiteral("Sep 9, 2026, 09:00 – Sep 9, 2026, 10:40"));
+        QCOMPARE(driver.screen->sheets()->note()->timeText(),
+                 QStringLiteral("Sep 9, 2026, 09:00 – Sep 9, 2026, 10:40"));
     }
 };
 

@@ -181,11 +181,11 @@ private slots:
 
         QCOMPARE(driver.screen->focusDate(), driver.at(thursday, {9, 0}));
         QVERIFY(driver.screen->blocks()->rows().first().isSelected);
-        QVERIFY(driver.screen->isNoteOpen());
-        QVERIFY(!driver.screen->note()->isEditing());
-        QCOMPARE(driver.screen->note()->heading(), lecture);
-        driver.screen->note()->close();
-        QVERIFY(!driver.screen->isNoteOpen());
+        QVERIFY(driver.screen->sheets()->isNoteOpen());
+        QVERIFY(!driver.screen->sheets()->note()->isEditing());
+        QCOMPARE(driver.screen->sheets()->note()->heading(), lecture);
+        driver.screen->sheets()->note()->close();
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
         QVERIFY(driver.screen->blocks()->rows().first().isSelected);
     }
 
@@ -200,7 +200,7 @@ private slots:
 
         driver.screen->tapTime(4, 42.0 * 2 + 42.0 / 60 * 17 + 0.1);
 
-        QVERIFY(!driver.screen->isNoteOpen());
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
         QVERIFY(!driver.screen->blocks()->rows().first().isSelected);
         QCOMPARE(driver.focusDay(), QDate(2026, 9, 11));
         QCOMPARE(driver.screen->form()->times().start, driver.at({2026, 9, 11}, {10, 17}));
@@ -216,12 +216,12 @@ private slots:
         QCOMPARE(driver.listed(), (QStringList{seminar, lecture}));
 
         driver.screen->editListed(1);
-        QVERIFY(driver.screen->note()->isEditing());
-        QCOMPARE(driver.screen->note()->title(), lecture);
+        QVERIFY(driver.screen->sheets()->note()->isEditing());
+        QCOMPARE(driver.screen->sheets()->note()->title(), lecture);
 
         driver.screen->deleteListed(1);
         QCOMPARE(driver.listed(), QStringList{seminar});
-        driver.screen->note()->save();
+        driver.screen->sheets()->note()->save();
         QCOMPARE(driver.listed(), QStringList{seminar});
     }
 
@@ -281,14 +281,14 @@ private slots:
         ScheduleDriver driver;
         driver.opensScreen();
 
-        driver.screen->openSyncSettings();
+        driver.screen->sheets()->openSyncSettings();
         QCOMPARE(driver.eventStore.accessRequestCount(), 0);
-        driver.screen->openImportSettings();
-        driver.screen->openDisplaySettings();
-        QCOMPARE(driver.screen->sheet(), ScheduleViewModel::Sheet::Display);
+        driver.screen->sheets()->openImportSettings();
+        driver.screen->sheets()->openDisplaySettings();
+        QCOMPARE(driver.screen->sheets()->sheet(), ScheduleSheetModel::Sheet::Display);
         QCOMPARE(driver.eventStore.accessRequestCount(), 2);
-        driver.screen->closeSheet();
-        QCOMPARE(driver.screen->sheet(), ScheduleViewModel::Sheet::None);
+        driver.screen->sheets()->closeSheet();
+        QCOMPARE(driver.screen->sheets()->sheet(), ScheduleSheetModel::Sheet::None);
     }
 };
 
