@@ -11,12 +11,15 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QStyleHints>
+#include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 
@@ -34,22 +37,8 @@ struct Stop
     std::function<void(QObject &content, QObject &screen)> close = {};
 };
 
-/// Stands in the place of the preview, which is left out: pages come from processes of the web engine's, which no
-/// picture waits for.
+/// Stands in the place of the preview where nobody looks at it.
 const QUrl emptyPreview(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Documents/PreviewSlot.qml"));
-
-/// The editor on the document of a row of the documents screen.
-Stop editor(const QString &name, int row)
-{
-    return {name, ShellModel::Documents,
-            [row](QObject &, QObject &screen) {
-                auto *viewModel = screen.findChild<DocumentLibraryViewModel *>();
-                if (!viewModel)
-                    qFatal("The documents screen has no view-model");
-                viewModel->openDocument(row);
-            },
-            [](QObject &content, QObject &) { content.setProperty("section", ShellModel::Overview); }};
-}
 
 /// Something over the window that a property of its content opens.
 Stop overWindow(const QString &name, const char *property)
@@ -117,6 +106,17 @@ void editFirstGoal(GoalViewModel &goals)
     card->toggleRowEditing(1);
 }
 
+/// The newest document of the first category, which has something of everything.
+void openLecture(DocumentLibraryViewModel &documents)
+{
+    const QList<DocumentListRow> &rows = documents.rows()->rows();
+    const auto category = std::find_if(
+        rows.cbegin(), rows.cend(), [](const DocumentListRow &row) { return row.kind == DocumentRow::Kind::Category; });
+    const int row = static_cast<int>(category - rows.cbegin());
+    documents.setExpanded(row, true);
+    documents.openDocument(row + 1);
+}
+
 const QList<Stop> &stops()
 {
     using ViewModel = ScheduleViewModel;
@@ -153,7 +153,7 @@ const QList<Stop> &stops()
         {QStringLiteral("goals-edit"), ShellModel::Goals, onViewModel(editFirstGoal), leaveToOverview},
         atFoot(QStringLiteral("goals-lower"), ShellModel::Goals),
         {QStringLiteral("documents"), ShellModel::Documents},
-        editor(QStringLiteral("editor"), 1),
+        {QStringLiteral("editor"), ShellModel::Documents, onViewModel(openLecture), leaveToOverview},
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
         overWindow(QStringLiteral("dialog-about"), "showAbout"),
@@ -197,23 +197,34 @@ public:
 
     void leave(const Stop &stop) const { change(stop.close); }
 
-    /// The window's picture once it no longer changes.
+    /// The window's picture once it no longer changes and a preview in it has come.
     [[nodiscard]] QImage picture() const
     {
         constexpr int restMs = 60;
-        const QDeadlineTimer deadline(5000);
+        const QDeadlineTimer deadline(20'000);
         QImage before;
         QImage now = m_app.window().grabWindow();
         while (now != before && !deadline.hasExpired()) {
-            const QDeadlineTimer rest(restMs);
-            while (!rest.hasExpired())
-                QCoreApplication::processEvents(QEventLoop::AllEvents, restMs);
+            // A loop like the program's: in another, nothing is deleted later and the web engine hardly moves.
+            QEventLoop rest;
+            QTimer::singleShot(restMs, &rest, &QEventLoop::quit);
+            rest.exec();
+            const bool wasSettled = isSettled();
             before = std::exchange(now, m_app.window().grabWindow());
+            if (!wasSettled)
+                before = QImage();
         }
         return now;
     }
 
 private:
+    /// A preview comes from a process of the web engine's.
+    [[nodiscard]] bool isSettled() const
+    {
+        const auto *preview = m_app.window().findChild<QObject *>(QStringLiteral("preview"));
+        return !preview || preview->property("isSettled").toBool();
+    }
+
     [[nodiscard]] QObject &contentView() const { return *m_app.window().property("content").value<QObject *>(); }
 
     void change(const std::function<void(QObject &, QObject &)> &step) const
@@ -234,15 +245,18 @@ QString modeName(bool isDark)
     return isDark ? QStringLiteral("dark") : QStringLiteral("light");
 }
 
+enum class Previews { Real, Empty };
+
 template <class Visit>
-int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Visit visit)
+int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Previews previews, Visit visit)
 {
     const auto composition = Composition::forDemo(startLanguage, pictureTime);
     LarkspanApp app(composition->store(), composition->preferences(), composition->systemAppearance(),
                     composition->fileDialogs());
     if (!app.load())
         return 1;
-    app.documentDesktop().setSources(emptyPreview, {});
+    if (previews == Previews::Empty)
+        app.documentDesktop().setSources(emptyPreview, {});
     const Tour tour(app);
     for (const QSize &size : windowSizes) {
         app.window().resize(size);
@@ -264,7 +278,7 @@ int runSelfTest()
 {
     previousHandler = qInstallMessageHandler(countComplaint);
     for (const AppLanguage language : {AppLanguage::Chinese, AppLanguage::English}) {
-        const int code = forEveryView(language, {sizes().first()},
+        const int code = forEveryView(language, {sizes().first()}, Previews::Empty,
                                       [](const Composition &composition, const Tour &tour, const Stop &, QSize, bool) {
                                           // Every text changes under way, as it does for the user.
                                           for (const AppLanguage shown : {AppLanguage::English, AppLanguage::Chinese}) {
@@ -290,16 +304,17 @@ int takePictures(const QString &directory)
     QGuiApplication::styleHints()->setCursorFlashTime(0);
     int code = 0;
     for (const AppLanguage language : {AppLanguage::Chinese, AppLanguage::English}) {
-        code |= forEveryView(
-            language, sizes(), [&](const Composition &, const Tour &tour, const Stop &stop, QSize size, bool isDark) {
-                const QString path = QStringLiteral("%1/%2.%3.%4.%5.png")
+        code |= forEveryView(language, sizes(), Previews::Real,
+                             [&](const Composition &, const Tour &tour, const Stop &stop, QSize size, bool isDark) {
+                                 const QString path =
+                                     QStringLiteral("%1/%2.%3.%4.%5.png")
                                          .arg(directory, stop.name, rawValue(language), modeName(isDark))
                                          .arg(size.width());
-                if (!tour.picture().save(path)) {
-                    std::fprintf(stderr, "tessaly: cannot write %s\n", qUtf8Printable(path));
-                    code = 1;
-                }
-            });
+                                 if (!tour.picture().save(path)) {
+                                     std::fprintf(stderr, "tessaly: cannot write %s\n", qUtf8Printable(path));
+                                     code = 1;
+                                 }
+                             });
     }
     return code;
 }

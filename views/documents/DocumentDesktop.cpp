@@ -1,5 +1,7 @@
 #include "views/documents/DocumentDesktop.h"
 
+#include "views/documents/SharedOpenGL.h"
+
 #include <QJSEngine>
 
 namespace tessaly {
@@ -16,6 +18,11 @@ DocumentDesktop *DocumentDesktop::create(QQmlEngine *, QJSEngine *)
     Q_ASSERT(s_instance);
     QJSEngine::setObjectOwnership(s_instance, QJSEngine::CppOwnership);
     return s_instance;
+}
+
+void DocumentDesktop::prepareEngine()
+{
+    ensureSharedOpenGL();
 }
 
 void DocumentDesktop::setSources(const QUrl &preview, const QUrl &copier)

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] const QUrl &previewSource() const { return m_previewSource; }
     /// QML file whose root is a CopierSlot, loaded when a document is first copied.
     [[nodiscard]] const QUrl &copierSource() const { return m_copierSource; }
+    /// To be called before one of them is loaded.
+    Q_INVOKABLE void prepareEngine();
     /// Takes other files for the two, in tests and where no engine is wanted. To be called before a document opens.
     void setSources(const QUrl &preview, const QUrl &copier);
 

@@ -4,7 +4,11 @@ import Tessaly.DocumentEngine
 PreviewSlot {
     id: slot
 
+    isRendering: preview.isRendering
+
     MarkdownPreview {
+        id: preview
+
         anchors.fill: parent
         markdown: slot.markdown
         onLinkActivated: link => slot.linkActivated(link)

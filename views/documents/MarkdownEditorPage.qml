@@ -46,6 +46,7 @@ T.Popup {
         desktop: DocumentDesktop
         onClosed: page.close()
         onCopyRequested: markdown => {
+            DocumentDesktop.prepareEngine();
             copier.active = true;
             const slot = copier.item as CopierSlot;
             if (slot)

@@ -10,12 +10,16 @@ Item {
     required property string markdown
 
     readonly property PreviewSlot slot: loader.item as PreviewSlot
+    /// Whether there is nothing more to come for the text at hand.
+    readonly property bool isSettled: loader.active && loader.status !== Loader.Loading && !(slot?.isRendering ?? false)
 
     /// Opens in the user's browser or mail program what may be opened there.
     function follow(link: url) {
         if (/^(https?|mailto):/i.test(link.toString()))
             Qt.openUrlExternally(link);
     }
+
+    objectName: "preview"
 
     Loader {
         id: loader
@@ -27,6 +31,7 @@ Item {
     Connections {
         // The engine takes a moment to load: the source is shown before.
         function onFrameSwapped() {
+            DocumentDesktop.prepareEngine();
             loader.active = true;
         }
 

@@ -39,8 +39,10 @@ Rectangle {
         }
 
         function follow(rectangle: rect) {
-            if (contentY > rectangle.y - field.topPadding)
-                contentY = Math.max(0, rectangle.y - field.topPadding);
+            // The letters stand at the foot of their line.
+            const lineTop = rectangle.y + rectangle.height - Theme.source.line;
+            if (contentY > lineTop - field.topPadding)
+                contentY = Math.max(0, lineTop - field.topPadding);
             else if (contentY + height < rectangle.y + rectangle.height + field.bottomPadding)
                 contentY = rectangle.y + rectangle.height + field.bottomPadding - height;
         }

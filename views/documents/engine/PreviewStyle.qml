@@ -11,6 +11,7 @@ QtObject {
     readonly property string shared: `
         body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0}
         blockquote{margin:1em 0}
+        img{max-width:100%;object-fit:contain}
         pre,code{font-family:${families(Theme.sourceFamilies)},monospace}
         pre{font-size:13px;line-height:1.5}
         pre code.hljs{background:transparent;padding:0}
