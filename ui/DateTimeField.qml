@@ -50,7 +50,7 @@ AppTextField {
         else if (event.key === Qt.Key_Escape)
             return editor.cancelTyping();
         else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-            return !editor.finishTyping();
+            return editor.isRefused || !editor.finishTyping();
         else if (!editor.type(event.text)) {
             if (event.key !== Qt.Key_Space)
                 return false;

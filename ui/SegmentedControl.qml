@@ -1,10 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 
 /// A choice among few labels. Arrow keys change the choice at once; it is one tab stop.
-T.Control {
+// Not a control: a plain one has no role for assistive technology in Qt 6.4, whatever is attached to it.
+Item {
     id: control
 
     required property list<string> labels
@@ -13,6 +13,9 @@ T.Control {
     property int segmentPadding: 14
     /// Name for assistive technology.
     property string name
+
+    /// The focus came by a click and shows no ring.
+    property bool isClicked: false
 
     signal chosen(int index)
 
@@ -25,7 +28,11 @@ T.Control {
 
     implicitWidth: row.implicitWidthOfLabels + 4
     implicitHeight: Theme.controlHeight
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
+    onActiveFocusChanged: {
+        if (!activeFocus)
+            isClicked = false;
+    }
     Keys.onLeftPressed: choose(currentIndex - 1)
     Keys.onRightPressed: choose(currentIndex + 1)
     Keys.onUpPressed: choose(currentIndex - 1)
@@ -33,12 +40,13 @@ T.Control {
     Accessible.role: Accessible.PageTabList
     Accessible.name: name
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.segment
 
         FocusRing {
-            visible: control.visualFocus
+            visible: control.activeFocus && !control.isClicked
         }
     }
 
@@ -117,7 +125,11 @@ T.Control {
                 }
 
                 TapHandler {
-                    onTapped: control.choose(segment.index)
+                    onTapped: {
+                        control.isClicked = true;
+                        control.forceActiveFocus(Qt.MouseFocusReason);
+                        control.choose(segment.index);
+                    }
                 }
             }
         }
