@@ -66,13 +66,16 @@ AppTextField {
     cursorDelegate: Item {}
     selectByMouse: false
     selectionColor: Theme.transparent
+    selectedTextColor: Theme.transparent
     text: editor.text
     onTextChanged: showPart()
     onActiveFocusChanged: {
         if (activeFocus)
             showPart();
-        else
+        else {
             editor.finishTyping();
+            deselect();
+        }
     }
     onReleased: event => editor.choosePartAt(positionAt(event.x, event.y))
     Accessible.name: name

@@ -112,6 +112,7 @@ Item {
             now: head.goals.now
             firstWeekday: head.goals.firstWeekday
             onEdited: date => head.goals.targetDate = date
+            onAccepted: head.add()
         }
 
         AppButton {

@@ -11,6 +11,7 @@ Row {
     required property date value
 
     signal edited(date value)
+    signal accepted
 
     spacing: 8
 
@@ -28,5 +29,6 @@ Row {
         now: pair.viewModel.now
         firstWeekday: pair.viewModel.firstWeekday
         onEdited: value => pair.edited(value)
+        onAccepted: pair.accepted()
     }
 }

@@ -57,6 +57,7 @@ Column {
             now: form.viewModel.now
             firstWeekday: form.viewModel.firstWeekday
             onEdited: value => form.note.start = value
+            onAccepted: form.note.save()
         }
     }
 
@@ -70,6 +71,7 @@ Column {
             now: form.viewModel.now
             firstWeekday: form.viewModel.firstWeekday
             onEdited: value => form.note.end = value
+            onAccepted: form.note.save()
         }
     }
 

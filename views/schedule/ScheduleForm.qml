@@ -56,6 +56,7 @@ Card {
         viewModel: form.viewModel
         value: form.fields.start
         onEdited: value => form.fields.start = value
+        onAccepted: form.add()
     }
 
     LabelledDateTime {
@@ -67,6 +68,7 @@ Card {
         viewModel: form.viewModel
         value: form.fields.end
         onEdited: value => form.fields.end = value
+        onAccepted: form.add()
     }
 
     AppButton {

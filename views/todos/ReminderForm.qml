@@ -99,6 +99,7 @@ Item {
             now: head.reminders.now
             firstWeekday: head.reminders.firstWeekday
             onEdited: date => head.reminders.dueDate = date
+            onAccepted: head.add()
         }
 
         AppButton {
