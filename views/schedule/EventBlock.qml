@@ -100,7 +100,7 @@ T.AbstractButton {
             anchors.right: parent.right
             anchors.rightMargin: block.isSelected ? 2 : 0
             y: titleText.y
-            height: titleText.height + 13
+            height: titleText.height + (block.timeShown === "" ? 0 : 13)
             solidWidth: block.textRight - anchors.rightMargin
             fill: block.fill
         }
