@@ -65,7 +65,10 @@ Item {
             font.weight: Theme.heading.weight
             text: header.card.title
             onTextEdited: header.card.title = text
-            onAccepted: header.card.toggleEditing()
+            onAccepted: {
+                editAction.forceActiveFocus(Qt.TabFocusReason);
+                header.card.toggleEditing();
+            }
         }
         // qmllint enable unqualified
     }

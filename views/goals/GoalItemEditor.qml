@@ -10,6 +10,9 @@ Item {
 
     readonly property bool isSubgoal: row.part === GoalRow.Subgoal
 
+    /// Return was pressed in the title.
+    signal finished
+
     function takeFocus() {
         field.forceActiveFocus();
     }
@@ -34,7 +37,7 @@ Item {
         placeholderText: editor.isSubgoal ? Language.text("子目标名称", "Subgoal name") : Language.text("任务", "Task")
         text: editor.row.title
         onTextEdited: editor.row.card.setRowTitle(editor.row.index, text)
-        onAccepted: editor.row.card.toggleRowEditing(editor.row.index)
+        onAccepted: editor.finished()
     }
 
     AppText {

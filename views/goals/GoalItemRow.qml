@@ -86,6 +86,10 @@ Item {
             sourceComponent: GoalItemEditor {
                 // qmllint disable unqualified
                 row: itemRow.row
+                onFinished: {
+                    editAction.forceActiveFocus(Qt.TabFocusReason);
+                    editAction.clicked();
+                }
                 // qmllint enable unqualified
             }
         }
@@ -118,6 +122,8 @@ Item {
         }
 
         RowAction {
+            id: editAction
+
             x: rail.editX + rail.editWidth - width
             y: itemRow.middle - height / 2
             text: itemRow.row.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")

@@ -127,6 +127,7 @@ private slots:
         QCOMPARE(ui.find(field, u"Task"_s)->property("cursorPosition").toInt(), 3);
         ui.press(Qt::Key_Return);
         QTRY_VERIFY(!ui.find(field, u"Task"_s));
+        QVERIFY(ui.hasFocus(button, u"Edit, txywo"_s));
     }
 
     void aTaskIsDraggedBeforeAnother()
