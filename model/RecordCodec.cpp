@@ -1,6 +1,7 @@
 #include "model/RecordCodec.h"
 
 #include "model/RecordCodecReader.h"
+#include "model/RecordCodecTables.h"
 #include "model/RecordCodecWriter.h"
 
 namespace tessaly {

@@ -1,10 +1,12 @@
 #include "model/RecordCodecReader.h"
 
+#include "model/RecordCodecScalar.h"
+
 #include <boost/json/basic_parser_impl.hpp>
 
+#include <array>
 #include <bit>
 #include <charconv>
-#include <cstring>
 #include <string>
 
 namespace tessaly::codec {
@@ -16,98 +18,6 @@ namespace json = boost::json;
 constexpr std::size_t deepestNesting = 64;
 /// A goal task: envelope, goal, subgoal, task.
 constexpr std::size_t deepestRecord = 4;
-
-/// UTF-16 units that valid UTF-8 becomes: one per byte that starts a character, one more if it starts four bytes.
-qsizetype utf16Length(std::string_view utf8)
-{
-    constexpr std::uint64_t lowBits = 0x0101010101010101;
-    const char *in = utf8.data();
-    std::size_t left = utf8.size();
-    auto units = qsizetype(left);
-    for (; left >= sizeof lowBits; in += sizeof lowBits, left -= sizeof lowBits) {
-        std::uint64_t eight;
-        std::memcpy(&eight, in, sizeof eight);
-        const std::uint64_t continuing = (eight >> 7) & ~(eight >> 6) & lowBits;
-        const std::uint64_t leadsFour = (eight >> 7) & (eight >> 6) & (eight >> 5) & (eight >> 4) & lowBits;
-        // The product's highest byte is the sum of all bytes.
-        units += qsizetype((leadsFour * lowBits) >> 56) - qsizetype((continuing * lowBits) >> 56);
-    }
-    for (; left > 0; ++in, --left) {
-        const auto byte = static_cast<unsigned char>(*in);
-        units += (byte >= 0xF0 ? 1 : 0) - ((byte & 0xC0) == 0x80 ? 1 : 0);
-    }
-    return units;
-}
-
-using EightBytes = std::uint8_t __attribute__((vector_size(8)));
-using EightUnits = std::uint16_t __attribute__((vector_size(16)));
-
-/// Copies eight ASCII bytes at a time; stops at the first eight that are not all ASCII, or at fewer than eight.
-void copyAsciiRuns(const char *&in, const char *end, char16_t *&out)
-{
-    constexpr std::uint64_t highBits = 0x8080808080808080;
-    while (end - in >= 8) {
-        std::uint64_t eight;
-        std::memcpy(&eight, in, sizeof eight);
-        if ((eight & highBits) != 0)
-            return;
-        EightBytes bytes;
-        std::memcpy(&bytes, in, sizeof bytes);
-        const EightUnits units = __builtin_convertvector(bytes, EightUnits);
-        std::memcpy(out, &units, sizeof units);
-        in += 8;
-        out += 8;
-    }
-}
-
-char32_t nextPoint(const char *&in)
-{
-    const auto next = [&in] { return static_cast<char32_t>(static_cast<unsigned char>(*in++)); };
-    const char32_t lead = next();
-    if (lead < 0x80)
-        return lead;
-    const int following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-    char32_t point = lead & (0x3FU >> following);
-    for (int i = 0; i < following; ++i)
-        point = (point << 6) | (next() & 0x3F);
-    return point;
-}
-
-/// Takes exactly the memory needed, which QString::fromUtf8 does not for text beyond ASCII.
-QString textFromValidUtf8(std::string_view utf8)
-{
-    const qsizetype units = utf16Length(utf8);
-    if (units == qsizetype(utf8.size()))
-        return QString::fromLatin1(utf8.data(), units);
-
-    QString text(units, Qt::Uninitialized);
-    auto *out = reinterpret_cast<char16_t *>(text.data());
-    const char *const end = utf8.data() + utf8.size();
-    for (const char *in = utf8.data(); in != end;) {
-        copyAsciiRuns(in, end, out);
-        for (int i = 0; i < 8 && in != end; ++i) {
-            const char32_t point = nextPoint(in);
-            if (QChar::requiresSurrogates(point)) {
-                *out++ = QChar::highSurrogate(point);
-                *out++ = QChar::lowSurrogate(point);
-            } else {
-                *out++ = char16_t(point);
-            }
-        }
-    }
-    return text;
-}
-
-/// Values of the hexadecimal digits; 0xFF for any other byte.
-constexpr auto hexValues = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(0xFF);
-    for (std::uint8_t i = 0; i < 10; ++i)
-        values[std::size_t('0') + i] = i;
-    for (std::uint8_t i = 0; i < 6; ++i)
-        values[std::size_t('a') + i] = values[std::size_t('A') + i] = static_cast<std::uint8_t>(10 + i);
-    return values;
-}();
 
 /// Collects the parser's events into records.
 ///
@@ -414,62 +324,6 @@ bool readRoot(QByteArrayView text, const RecordType &type, void *root, bool isLi
 }
 
 } // namespace
-
-bool read(const Scalar &value, QString &member)
-{
-    if (value.kind != Scalar::Kind::Text)
-        return false;
-    member = textFromValidUtf8(value.text);
-    return true;
-}
-
-bool read(const Scalar &value, double &member)
-{
-    member = value.number;
-    return value.kind == Scalar::Kind::Number;
-}
-
-bool read(const Scalar &value, bool &member)
-{
-    member = value.flag;
-    return value.kind == Scalar::Kind::Flag;
-}
-
-bool read(const Scalar &value, Instant &member)
-{
-    return read(value, member.seconds);
-}
-
-bool read(const Scalar &value, QUuid &member)
-{
-    constexpr std::size_t length = 36;
-    if (value.kind != Scalar::Kind::Text || value.text.size() != length)
-        return false;
-
-    constexpr std::array<std::uint8_t, 16> places = {0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
-    const char *const text = value.text.data();
-    bool isWellFormed = text[8] == '-' && text[13] == '-' && text[18] == '-' && text[23] == '-';
-    std::array<std::uint8_t, 16> bytes;
-    std::uint8_t highBits = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const std::uint8_t high = hexValues[static_cast<unsigned char>(text[places[i]])];
-        const std::uint8_t low = hexValues[static_cast<unsigned char>(text[places[i] + 1])];
-        highBits |= high | low;
-        bytes[i] = static_cast<std::uint8_t>((high << 4) | low);
-    }
-    isWellFormed &= highBits < 16;
-    if (isWellFormed)
-        member = QUuid::fromRfc4122(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
-    return isWellFormed;
-}
-
-void finishRecord(ScheduleItem &record, std::uint32_t seen)
-{
-    constexpr std::uint32_t tasksField = 1U << 7;
-    static_assert(fieldTypesOf<ScheduleItem>[7].key == "tasks");
-    if ((seen & tasksField) == 0 && record.taskTitle)
-        record.tasks = QList<ScheduleTask>{{.title = *record.taskTitle, .isComplete = record.isTaskComplete}};
-}
 
 bool readObject(QByteArrayView text, const RecordType &type, void *record)
 {
