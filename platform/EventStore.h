@@ -2,6 +2,7 @@
 
 #include "model/Instant.h"
 #include "model/Result.h"
+#include "model/ScheduleColors.h"
 
 #include <QList>
 #include <QString>
@@ -18,16 +19,8 @@ struct EventCalendar
     QString title = {};
     /// Name of the account that holds it.
     QString sourceTitle = {};
-    /// sRGB components 0 to 1; absent where the service knows no colour.
-    struct Rgb
-    {
-        double red = 0;
-        double green = 0;
-        double blue = 0;
-
-        bool operator==(const Rgb &) const = default;
-    };
-    std::optional<Rgb> color = {};
+    /// Absent where the service knows no colour.
+    std::optional<RgbColor> color = {};
     bool isWritable = true;
     /// False while the service has not read the calendar whole: what it lacks then says nothing.
     bool isComplete = true;

@@ -40,11 +40,6 @@ DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values
 
 void DocumentLibrary::load()
 {
-    loadDocumentMetadata();
-}
-
-void DocumentLibrary::loadDocumentMetadata()
-{
     if (auto library = m_values.decoded(keys::documentMetadataKey, decodeDocumentLibrary))
         m_library = *std::move(library);
 }

@@ -73,7 +73,6 @@ signals:
     void documentSaveLocationChanged();
 
 private:
-    void loadDocumentMetadata();
     void saveDocumentMetadata();
     // What runs after the assignment to a list: it is saved, then announced.
     void documentCategoriesAssigned(const RowsChange &rows);

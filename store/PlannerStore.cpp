@@ -1,80 +1,54 @@
 #include "store/PlannerStore.h"
 
-#include "platform/Clock.h"
-#include "platform/LoginItem.h"
+#include "model/RecordCodec.h"
 #include "store/CalendarFeedReader.h"
-#include "store/ErrorText.h"
 #include "store/PreferenceKeys.h"
 
 namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
-    : QObject(parent), m_ports(ports), m_documentLibrary(m_ports, m_values), m_values(m_ports),
+    : PlannerSettings(ports, parent), m_dataWriter(values()), m_documentLibrary(this->ports(), values()),
       m_feedReader(std::make_unique<CalendarFeedReader>())
 {
-    m_zoneWatch = m_ports.clock.watchZone([this] {
-        m_ports.calendar = m_ports.calendar.inZone(m_ports.clock.zone());
-        emit timeZoneChanged();
-    });
-    load();
-    connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerStore::tellSaveFailed);
-    connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerStore::tellSaveRecovered);
-}
-
-PlannerStore::~PlannerStore() = default;
-
-void PlannerStore::load()
-{
-    const Preferences &preferences = m_ports.preferences;
-    m_automaticCalendarSync = preferences.get<bool>(keys::automaticCalendarSync).value_or(true);
-    m_displayStartHour = static_cast<int>(preferences.get<qint64>(keys::displayStartHour).value_or(0));
-    m_displayEndHour = static_cast<int>(preferences.get<qint64>(keys::displayEndHour).value_or(24));
-    m_interfaceLanguage =
-        appLanguageFromRawValue(preferences.get<QString>(keys::interfaceLanguage).value_or(QString()));
-    m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
-    // The stored flag is never read: the system knows better.
-    m_launchAtLogin = m_ports.loginItem.isEnabled();
-    loadCalendarFeeds();
-    m_selectedCalendarIDs = loadIdentifiers(keys::selectedCalendarIDs);
-    m_visibleCalendarIDs = loadIdentifiers(keys::visibleCalendarIDs);
-    loadMainData();
+    if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
+        m_calendarFeeds = *std::move(feeds);
+    if (auto data = m_dataWriter.load())
+        m_data = *std::move(data);
     m_documentLibrary.load();
-    m_hadUnreadableData = m_values.hasUnreadable();
+    m_hadUnreadableData = values().hasUnreadable();
+    connect(this, &PlannerStore::automaticCalendarSyncChanged, this, &PlannerStore::startAutomaticCalendarSync);
 }
 
-QSet<QString> PlannerStore::loadIdentifiers(const QString &key) const
+PlannerStore::~PlannerStore()
 {
-    const QStringList identifiers = m_ports.preferences.get<QStringList>(key).value_or(QStringList());
-    return {identifiers.cbegin(), identifiers.cend()};
+    values().close();
 }
 
-void PlannerStore::setCalendarSyncMessage(const std::optional<QString> &message)
+void PlannerStore::schedulesAssigned(const RowsChange &rows)
 {
-    if (m_calendarSyncMessage == message)
-        return;
-    m_calendarSyncMessage = message;
-    emit calendarSyncMessageChanged();
+    m_dataWriter.save(m_data, SavedDataEncoder::Section::Schedules, rows);
+    emit schedulesChanged(rows);
 }
 
-void PlannerStore::tellFailure(const QString &chinese, const QString &english, const Error &error)
+void PlannerStore::remindersAssigned(const RowsChange &rows)
 {
-    setCalendarSyncMessage(text(chinese, english) + errorText(error, m_interfaceLanguage));
+    m_dataWriter.save(m_data, SavedDataEncoder::Section::Reminders, rows);
+    emit remindersChanged(rows);
 }
 
-QString PlannerStore::text(const QString &chinese, const QString &english) const
+void PlannerStore::goalsAssigned(const RowsChange &rows)
 {
-    return isEnglish() ? english : chinese;
+    m_dataWriter.save(m_data, SavedDataEncoder::Section::Goals, rows);
+    emit goalsChanged(rows);
 }
 
-QString PlannerStore::dateText(Instant date, bool dateOnly) const
+void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
 {
-    const QDateTime local = calendar().dateTime(date);
-    if (isEnglish()) {
-        const QLocale locale(QLocale::English, QLocale::UnitedStates);
-        return locale.toString(local, dateOnly ? u"MMM d, yyyy" : u"MMM d, yyyy, HH:mm");
-    }
-    const QLocale locale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
-    return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
+    values().saveBlob(keys::calendarFeedsKey, [this]() -> Result<void> {
+        const std::optional<QByteArray> json = encodeCalendarFeeds(m_calendarFeeds);
+        return json ? values().preferences().setValue(keys::calendarFeedsKey, *json) : Result<void>();
+    });
+    emit calendarFeedsChanged(rows);
 }
 
 } // namespace tessaly

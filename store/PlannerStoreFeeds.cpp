@@ -42,7 +42,7 @@ bool PlannerStore::addCalendarFeed(const QString &urlString)
     }
     const CalendarFeed feed{.name = feedName(url), .urlString = trimmed};
     calendarFeedsAssigned(appendRecord(m_calendarFeeds, feed));
-    setVisibleCalendarIDs(QSet<QString>(m_visibleCalendarIDs) << feedCalendarIdentifier(feed.id));
+    setVisibleCalendarIDs(QSet<QString>(visibleCalendarIDs()) << feedCalendarIdentifier(feed.id));
     refreshCalendarFeed(feed.id);
     return true;
 }
@@ -57,7 +57,7 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
         return;
     setCalendarSyncMessage(text(QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")));
     // The downloader may outlive the store.
-    m_ports.feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
+    ports().feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
         if (store)
             store->readCalendarFeed(body, feedID);
     });

@@ -10,6 +10,14 @@ class QQmlEngine;
 
 namespace tessaly {
 
+/// Tells QML's tools of the properties that the store inherits.
+struct PlannerSettingsQml
+{
+    Q_GADGET
+    QML_FOREIGN(tessaly::PlannerSettings)
+    QML_ANONYMOUS
+};
+
 /// Hands the existing store to QML as the singleton `PlannerStore`.
 struct PlannerStoreQml
 {

@@ -30,7 +30,7 @@ void PlannerStore::scheduleNotification(const ReminderItem &item)
         return;
     const QDateTime due = calendar().dateTime(*item.dueDate);
     const QTime minute(due.time().hour(), due.time().minute());
-    m_ports.notificationCenter.add({.identifier = uuidText(item.id),
+    ports().notificationCenter.add({.identifier = uuidText(item.id),
                                     .title = text(QStringLiteral("提醒事项"), QStringLiteral("Reminder")),
                                     .body = item.title,
                                     .minute = QDateTime(due.date(), minute, calendar().zone())});

@@ -10,7 +10,7 @@ void PlannerStore::addSchedule(const ScheduleItem &item, const std::optional<QSt
     schedulesAssigned(appendRecord(m_data.schedules, item));
     if (!calendarIdentifier)
         return;
-    m_ports.eventStore.requestAccess(
+    ports().eventStore.requestAccess(
         [self = QPointer(this), id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
             if (self && granted && granted.value())
                 self->writeToCalendar(id, calendar);

@@ -8,10 +8,12 @@ PreferenceWriter::PreferenceWriter(std::chrono::milliseconds retryInterval, QObj
     connect(&m_timer, &QTimer::timeout, this, &PreferenceWriter::retry);
 }
 
-PreferenceWriter::~PreferenceWriter()
+void PreferenceWriter::close()
 {
     blockSignals(true);
     tryUnsaved();
+    m_unsaved.clear();
+    m_timer.stop();
 }
 
 void PreferenceWriter::write(const QString &name, const Write &write)

@@ -21,13 +21,13 @@ public:
     using Write = std::function<Result<void>()>;
 
     explicit PreferenceWriter(std::chrono::milliseconds retryInterval, QObject *parent = nullptr);
-    /// Tries what is unsaved a last time.
-    ~PreferenceWriter() override;
 
     /// Runs the write at once. It replaces one that is kept under the same name.
     void write(const QString &name, const Write &write);
     /// Tries everything that is unsaved.
     void retry();
+    /// Tries what is unsaved a last time, then forgets it and tells nothing more. For the end of what the writes read.
+    void close();
     [[nodiscard]] bool hasUnsaved() const { return !m_unsaved.isEmpty(); }
 
 signals:

@@ -46,6 +46,9 @@ public:
     /// Stores a plain value.
     void save(const QString &key, const PreferenceValue &value);
 
+    /// The end of what is saved here: tries a last time what could not be written.
+    void close() { m_writer.close(); }
+
 private:
     [[nodiscard]] Result<void> keepUnreadableAside();
 

@@ -47,7 +47,7 @@ private slots:
     void componentsAreRoundedToTheNearestStep()
     {
         QCOMPARE(colorHex({1, 0, 0}), QStringLiteral("#FF0000"));
-        QCOMPARE(colorHex({0.5, 0.498, 0}), QStringLiteral("#807F00"));
+        QCOMPARE(colorHex({0.5, 0.498, 10 / 255.0}), QStringLiteral("#807F0A"));
         QCOMPARE(colorHex({2, -1, 1.0001}), QStringLiteral("#FF00FF"));
     }
 

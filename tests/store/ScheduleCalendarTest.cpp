@@ -8,7 +8,7 @@ namespace {
 const EventCalendar work{.identifier = QStringLiteral("work"),
                          .title = QStringLiteral("Work"),
                          .sourceTitle = QStringLiteral("Account"),
-                         .color = EventCalendar::Rgb{1, 0.5, 0}};
+                         .color = RgbColor{1, 0.5, 0}};
 
 } // namespace
 
@@ -186,23 +186,6 @@ private slots:
         m_planner->store->deleteSchedule(item);
 
         QVERIFY(m_planner->eventStore.allEvents().isEmpty());
-    }
-
-    void colorsAreRoundedToTheNearest_data()
-    {
-        QTest::addColumn<EventCalendar::Rgb>("color");
-        QTest::addColumn<QString>("expected");
-
-        QTest::newRow("red") << EventCalendar::Rgb{1, 0, 0} << "#FF0000";
-        QTest::newRow("halves go up") << EventCalendar::Rgb{0.5, 0.25, 0.75} << "#8040BF";
-        QTest::newRow("leading zeros") << EventCalendar::Rgb{0, 10 / 255.0, 1} << "#000AFF";
-    }
-
-    void colorsAreRoundedToTheNearest()
-    {
-        QFETCH(const EventCalendar::Rgb, color);
-        QTEST(PlannerStore::colorHex({.color = color}).value_or(QString()), "expected");
-        QVERIFY(!PlannerStore::colorHex({}));
     }
 
     void calendarsAreListedBySourceAndTitleAndAllSelectedAtFirst()

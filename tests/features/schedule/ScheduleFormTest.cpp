@@ -69,7 +69,7 @@ private slots:
                              {.identifier = QStringLiteral("b"),
                               .title = QStringLiteral("Courses"),
                               .sourceTitle = QStringLiteral("iCloud"),
-                              .color = EventCalendar::Rgb{1, 0, 0}},
+                              .color = RgbColor{1, 0, 0}},
                              {.identifier = QStringLiteral("c"),
                               .title = QStringLiteral("Work"),
                               .sourceTitle = QStringLiteral("iCloud")}});

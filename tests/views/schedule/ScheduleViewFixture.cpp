@@ -56,7 +56,7 @@ void ScheduleViewFixture::offerCalendars()
                            {.identifier = QStringLiteral("courses"),
                             .title = QStringLiteral("Courses"),
                             .sourceTitle = QStringLiteral("iCloud"),
-                            .color = EventCalendar::Rgb{0.17, 0.4, 0.85}},
+                            .color = RgbColor{0.17, 0.4, 0.85}},
                            {.identifier = QStringLiteral("work"),
                             .title = QStringLiteral("Work"),
                             .sourceTitle = QStringLiteral("iCloud")}});

@@ -1,0 +1,177 @@
+#include "store/PlannerSettings.h"
+
+#include "platform/Clock.h"
+#include "platform/LoginItem.h"
+#include "platform/NotificationCenter.h"
+#include "store/ErrorText.h"
+#include "store/PreferenceKeys.h"
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+QSet<QString> storedIdentifiers(const Preferences &preferences, const QString &key)
+{
+    const QStringList identifiers = preferences.get<QStringList>(key).value_or(QStringList());
+    return {identifiers.cbegin(), identifiers.cend()};
+}
+
+} // namespace
+
+PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
+    : QObject(parent), m_ports(ports), m_values(m_ports)
+{
+    m_zoneWatch = m_ports.clock.watchZone([this] {
+        m_ports.calendar = m_ports.calendar.inZone(m_ports.clock.zone());
+        emit timeZoneChanged();
+    });
+    load();
+    connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerSettings::tellSaveFailed);
+    connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerSettings::tellSaveRecovered);
+}
+
+PlannerSettings::~PlannerSettings() = default;
+
+void PlannerSettings::load()
+{
+    const Preferences &preferences = m_ports.preferences;
+    m_automaticCalendarSync = preferences.get<bool>(keys::automaticCalendarSync).value_or(true);
+    m_displayStartHour = static_cast<int>(preferences.get<qint64>(keys::displayStartHour).value_or(0));
+    m_displayEndHour = static_cast<int>(preferences.get<qint64>(keys::displayEndHour).value_or(24));
+    m_interfaceLanguage =
+        appLanguageFromRawValue(preferences.get<QString>(keys::interfaceLanguage).value_or(QString()));
+    m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
+    // The stored flag is never read: the system knows better.
+    m_launchAtLogin = m_ports.loginItem.isEnabled();
+    m_selectedCalendarIDs = storedIdentifiers(preferences, keys::selectedCalendarIDs);
+    m_visibleCalendarIDs = storedIdentifiers(preferences, keys::visibleCalendarIDs);
+}
+
+void PlannerSettings::setSelectedCalendarIDs(const QSet<QString> &identifiers)
+{
+    if (m_selectedCalendarIDs == identifiers)
+        return;
+    m_selectedCalendarIDs = identifiers;
+    savePreference(keys::selectedCalendarIDs, QStringList(identifiers.cbegin(), identifiers.cend()));
+    emit selectedCalendarIDsChanged();
+}
+
+void PlannerSettings::setVisibleCalendarIDs(const QSet<QString> &identifiers)
+{
+    if (m_visibleCalendarIDs == identifiers)
+        return;
+    m_visibleCalendarIDs = identifiers;
+    savePreference(keys::visibleCalendarIDs, QStringList(identifiers.cbegin(), identifiers.cend()));
+    emit visibleCalendarIDsChanged();
+}
+
+void PlannerSettings::setAutomaticCalendarSync(bool isOn)
+{
+    if (m_automaticCalendarSync == isOn)
+        return;
+    m_automaticCalendarSync = isOn;
+    savePreference(keys::automaticCalendarSync, isOn);
+    emit automaticCalendarSyncChanged();
+}
+
+void PlannerSettings::setInterfaceLanguage(AppLanguage language)
+{
+    if (m_interfaceLanguage == language)
+        return;
+    m_interfaceLanguage = language;
+    savePreference(keys::interfaceLanguage, rawValue(language));
+    emit interfaceLanguageChanged();
+}
+
+void PlannerSettings::setPreferredName(const QString &name)
+{
+    if (m_preferredName == name)
+        return;
+    m_preferredName = name;
+    savePreference(keys::preferredName, name);
+    emit preferredNameChanged();
+}
+
+void PlannerSettings::setDisplayStartHour(int hour)
+{
+    const int start = std::min(hour, m_displayEndHour - 1);
+    if (m_displayStartHour == start)
+        return;
+    m_displayStartHour = start;
+    savePreference(keys::displayStartHour, qint64{start});
+    emit displayHoursChanged();
+}
+
+void PlannerSettings::setDisplayEndHour(int hour)
+{
+    const int end = std::max(hour, m_displayStartHour + 1);
+    if (m_displayEndHour == end)
+        return;
+    m_displayEndHour = end;
+    savePreference(keys::displayEndHour, qint64{end});
+    emit displayHoursChanged();
+}
+
+void PlannerSettings::setLaunchAtLogin(bool isEnabled)
+{
+    const Result<void> done = m_ports.loginItem.setEnabled(isEnabled);
+    m_launchAtLogin = done ? isEnabled : m_ports.loginItem.isEnabled();
+    savePreference(keys::launchAtLogin, m_launchAtLogin);
+    if (!done)
+        tellFailure(QStringLiteral("无法更新开机启动设置："), QStringLiteral("Unable to update launch-at-login: "),
+                    done.error());
+    // Told even when the value stands, so that a switch that was moved on the screen goes back.
+    emit launchAtLoginChanged();
+}
+
+void PlannerSettings::requestNotificationPermission()
+{
+    m_ports.notificationCenter.requestAuthorization();
+}
+
+void PlannerSettings::setCalendarSyncMessage(const std::optional<QString> &message)
+{
+    if (m_calendarSyncMessage == message)
+        return;
+    m_calendarSyncMessage = message;
+    emit calendarSyncMessageChanged();
+}
+
+void PlannerSettings::tellFailure(const QString &chinese, const QString &english, const Error &error)
+{
+    setCalendarSyncMessage(text(chinese, english) + errorText(error, m_interfaceLanguage));
+}
+
+QString PlannerSettings::text(const QString &chinese, const QString &english) const
+{
+    return isEnglish() ? english : chinese;
+}
+
+QString PlannerSettings::dateText(Instant date, bool dateOnly) const
+{
+    const QDateTime local = calendar().dateTime(date);
+    if (isEnglish()) {
+        const QLocale locale(QLocale::English, QLocale::UnitedStates);
+        return locale.toString(local, dateOnly ? u"MMM d, yyyy" : u"MMM d, yyyy, HH:mm");
+    }
+    const QLocale locale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
+    return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
+}
+
+void PlannerSettings::tellSaveFailed(const Error &error)
+{
+    tellFailure(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
+    m_saveFailureMessage = m_calendarSyncMessage;
+}
+
+void PlannerSettings::tellSaveRecovered()
+{
+    // A message that came later is left alone.
+    if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
+        setCalendarSyncMessage(text(QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")));
+    m_saveFailureMessage.reset();
+}
+
+} // namespace tessaly

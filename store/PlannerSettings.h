@@ -1,0 +1,124 @@
+#pragma once
+
+#include "model/AppLanguage.h"
+#include "model/Instant.h"
+#include "platform/Preferences.h"
+#include "store/PlannerPorts.h"
+#include "store/StoredValues.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <memory>
+#include <optional>
+
+namespace tessaly {
+
+class ZoneWatch;
+struct Error;
+
+/// What the user chose, the words in the language that the user chose, and the status line. Main thread only. Every
+/// assignment saves itself and raises its signal, once.
+class PlannerSettings : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(tessaly::AppLanguage interfaceLanguage READ interfaceLanguage WRITE setInterfaceLanguage NOTIFY
+                   interfaceLanguageChanged)
+    Q_PROPERTY(bool isEnglish READ isEnglish NOTIFY interfaceLanguageChanged)
+    Q_PROPERTY(QString preferredName READ preferredName WRITE setPreferredName NOTIFY preferredNameChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY launchAtLoginChanged)
+    Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
+    Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
+                   automaticCalendarSyncChanged)
+    Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
+    Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
+
+public:
+    [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
+    [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
+
+    [[nodiscard]] const std::optional<QString> &calendarSyncMessage() const { return m_calendarSyncMessage; }
+    [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }
+    [[nodiscard]] const QSet<QString> &visibleCalendarIDs() const { return m_visibleCalendarIDs; }
+    [[nodiscard]] bool automaticCalendarSync() const { return m_automaticCalendarSync; }
+    [[nodiscard]] int displayStartHour() const { return m_displayStartHour; }
+    [[nodiscard]] int displayEndHour() const { return m_displayEndHour; }
+    [[nodiscard]] AppLanguage interfaceLanguage() const { return m_interfaceLanguage; }
+    [[nodiscard]] bool isEnglish() const { return m_interfaceLanguage == AppLanguage::English; }
+    [[nodiscard]] const QString &preferredName() const { return m_preferredName; }
+    [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin; }
+
+    void setSelectedCalendarIDs(const QSet<QString> &identifiers);
+    void setVisibleCalendarIDs(const QSet<QString> &identifiers);
+    Q_INVOKABLE void setAutomaticCalendarSync(bool isOn);
+    void setInterfaceLanguage(AppLanguage language);
+    void setPreferredName(const QString &name);
+    /// Sets the start to at most one hour before the end.
+    Q_INVOKABLE void setDisplayStartHour(int hour);
+    /// Sets the end to at least one hour after the start.
+    Q_INVOKABLE void setDisplayEndHour(int hour);
+    /// Registers or unregisters the login item; on failure shows what the system really does and sets the message.
+    Q_INVOKABLE void setLaunchAtLogin(bool isEnabled);
+    Q_INVOKABLE void requestNotificationPermission();
+
+    /// The member of the pair for the interface language.
+    [[nodiscard]] QString text(const QString &chinese, const QString &english) const;
+    /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
+    [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
+
+    /// Saves a setting that is not one of the planner's own, such as the window's appearance. A write that fails is
+    /// told and tried again like any other.
+    void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
+
+    /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
+    /// and with each further change.
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_values.writer().hasUnsaved(); }
+    Q_INVOKABLE void retryUnsavedChanges() { m_values.writer().retry(); }
+
+signals:
+    /// Days and times are others from now on: calendar() has changed.
+    void timeZoneChanged();
+    void calendarSyncMessageChanged();
+    void selectedCalendarIDsChanged();
+    void visibleCalendarIDsChanged();
+    void automaticCalendarSyncChanged();
+    void displayHoursChanged();
+    void interfaceLanguageChanged();
+    void preferredNameChanged();
+    void launchAtLoginChanged();
+
+protected:
+    /// Loads the settings. The ports must outlive the object.
+    PlannerSettings(const PlannerPorts &ports, QObject *parent);
+    ~PlannerSettings() override;
+
+    [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
+    [[nodiscard]] StoredValues &values() { return m_values; }
+
+    /// Sets the status line; nothing empties it.
+    void setCalendarSyncMessage(const std::optional<QString> &message);
+    /// Sets the status line to the member of the pair for the interface language and the words of the error.
+    void tellFailure(const QString &chinese, const QString &english, const Error &error);
+
+private:
+    void load();
+    void tellSaveFailed(const Error &error);
+    void tellSaveRecovered();
+    [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
+
+    PlannerPorts m_ports;
+    StoredValues m_values;
+    std::unique_ptr<ZoneWatch> m_zoneWatch;
+    std::optional<QString> m_calendarSyncMessage;
+    std::optional<QString> m_saveFailureMessage;
+    QSet<QString> m_selectedCalendarIDs;
+    QSet<QString> m_visibleCalendarIDs;
+    QString m_preferredName;
+    AppLanguage m_interfaceLanguage = AppLanguage::Chinese;
+    int m_displayStartHour = 0;
+    int m_displayEndHour = 24;
+    bool m_automaticCalendarSync = true;
+    bool m_launchAtLogin = false;
+};
+
+} // namespace tessaly
