@@ -1,14 +1,8 @@
 #include "bench/Bench.h"
 #include "model/RecordCodec.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeEventStore.h"
-#include "platform/fake/FakeFeedDownloader.h"
-#include "platform/fake/FakeFileSystem.h"
-#include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
-#include "platform/fake/FakePreferences.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
+#include "tests/store/FakePorts.h"
 #include "tests/support/RecordGenerator.h"
 #include "views/schedule/ScheduleViewModel.h"
 
@@ -27,12 +21,12 @@ UserCalendar vienna()
 }
 
 /// A planner in memory, its clock in the middle of the generated schedules.
-class Planner
+class Planner : public FakePorts
 {
 public:
     explicit Planner(const QList<ScheduleItem> &schedules)
-        : calendar(vienna()), clock(calendar.instant({2025, 6, 11}, {10, 0}))
     {
+        clock.setNow(calendar.instant({2025, 6, 11}, {10, 0}));
         const std::optional<QByteArray> blob = encodeSavedData({.schedules = schedules});
         isReady = blob && preferences.setValue(keys::storageKey, *blob).hasValue();
         QSet<QString> identifiers;
@@ -40,23 +34,13 @@ public:
             if (schedule.calendarIdentifier)
                 identifiers.insert(*schedule.calendarIdentifier);
         }
-        store = std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
-                                                            feedDownloader, clock, calendar, files,
-                                                            QStringLiteral("/documents")});
+        store = std::make_unique<PlannerStore>(ports());
         store->setVisibleCalendarIDs(identifiers);
         screen.setStore(store.get());
         screen.setDayWidth(118);
         isReady = isReady && store->schedules().size() == schedules.size();
     }
 
-    UserCalendar calendar;
-    FakeClock clock;
-    FakePreferences preferences;
-    FakeEventStore eventStore;
-    FakeNotificationCenter notificationCenter;
-    FakeLoginItem loginItem;
-    FakeFeedDownloader feedDownloader;
-    FakeFileSystem files;
     std::unique_ptr<PlannerStore> store;
     ScheduleViewModel screen;
     bool isReady = false;

@@ -11,6 +11,40 @@ class GoalRulesTest : public QObject
     Q_OBJECT
 
 private slots:
+    void progressIsTheShareOfCompletedWeight_data()
+    {
+        QTest::addColumn<QList<double>>("weights");
+        QTest::addColumn<int>("completedTasks");
+        QTest::addColumn<bool>("subgoalComplete");
+        QTest::addColumn<bool>("goalComplete");
+        QTest::addColumn<double>("expected");
+
+        QTest::newRow("three quarters") << QList<double>{3, 1} << 1 << false << false << 0.75;
+        QTest::newRow("a zero weight counts a little") << QList<double>{0, 0.99} << 1 << false << false << 0.01;
+        QTest::newRow("a negative weight too") << QList<double>{-5, 0.99} << 1 << false << false << 0.01;
+        QTest::newRow("a completed subgoal completes its tasks") << QList<double>{3, 1} << 0 << true << false << 1.0;
+        QTest::newRow("a complete goal is complete") << QList<double>{3, 1} << 0 << false << true << 1.0;
+        QTest::newRow("without tasks the stored progress counts") << QList<double>{} << 0 << true << false << 0.4;
+    }
+
+    void progressIsTheShareOfCompletedWeight()
+    {
+        QFETCH(const QList<double>, weights);
+        QFETCH(const int, completedTasks);
+        QFETCH(const bool, subgoalComplete);
+        QFETCH(const bool, goalComplete);
+        QFETCH(const double, expected);
+
+        QList<GoalTask> tasks;
+        for (const double weight : weights)
+            tasks.append({.weight = weight, .isComplete = tasks.size() < completedTasks});
+        const Goal goal{.progress = 0.4,
+                        .isComplete = goalComplete,
+                        .subgoals = QList<Subgoal>{{.tasks = tasks, .isComplete = subgoalComplete}}};
+
+        QCOMPARE(goal.calculatedProgress(), expected);
+    }
+
     void aMovedRecordLandsImmediatelyBeforeTheTarget_data()
     {
         QTest::addColumn<QString>("dragged");
@@ -18,27 +52,18 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("isMoved");
 
-        QTest::newRow("first onto third") << "a"
-                                          << "c"
-                                          << "bac" << true;
-        QTest::newRow("third onto first") << "c"
-                                          << "a"
-                                          << "cab" << true;
-        QTest::newRow("third onto second") << "c"
-                                           << "b"
-                                           << "acb" << true;
-        QTest::newRow("first onto the next stays") << "a"
-                                                   << "b"
-                                                   << "abc" << true;
-        QTest::newRow("onto itself") << "b"
-                                     << "b"
-                                     << "abc" << false;
-        QTest::newRow("unknown target") << "a"
-                                        << "x"
-                                        << "abc" << false;
-        QTest::newRow("unknown record") << "x"
-                                        << "a"
-                                        << "abc" << false;
+        const auto row = [](const char *name, const char *dragged, const char *target, const char *expected,
+                            bool isMoved) {
+            QTest::newRow(name) << QString::fromLatin1(dragged) << QString::fromLatin1(target)
+                                << QString::fromLatin1(expected) << isMoved;
+        };
+        row("first onto third", "a", "c", "bac", true);
+        row("third onto first", "c", "a", "cab", true);
+        row("third onto second", "c", "b", "acb", true);
+        row("first onto the next stays", "a", "b", "abc", true);
+        row("onto itself", "b", "b", "abc", false);
+        row("unknown target", "a", "x", "abc", false);
+        row("unknown record", "x", "a", "abc", false);
     }
 
     void aMovedRecordLandsImmediatelyBeforeTheTarget()

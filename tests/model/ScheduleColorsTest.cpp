@@ -13,25 +13,19 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
 
-        QTest::newRow("plain") << "#2C66D8"
-                               << "#2C66D8";
-        QTest::newRow("lower case, without a sign") << "2c66d8"
-                                                    << "#2C66D8";
-        QTest::newRow("signs on both ends") << "##2C66D8#"
-                                            << "#2C66D8";
-        QTest::newRow("a sign inside") << "#2C#6D8"
-                                       << "";
-        QTest::newRow("five digits") << "#2C66D"
-                                     << "";
-        QTest::newRow("seven digits") << "#2C66D80"
-                                      << "";
-        QTest::newRow("a prefix is no digit") << "0x12AB"
-                                              << "";
-        QTest::newRow("a plus is no digit") << "+12345"
-                                            << "";
-        QTest::newRow("full-width digits") << QStringLiteral("１２３４５６") << "";
-        QTest::newRow("empty") << ""
-                               << "";
+        const auto row = [](const char *name, const char *text, const char *expected) {
+            QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(expected);
+        };
+        row("plain", "#2C66D8", "#2C66D8");
+        row("lower case, without a sign", "2c66d8", "#2C66D8");
+        row("signs on both ends", "##2C66D8#", "#2C66D8");
+        row("a sign inside", "#2C#6D8", "");
+        row("five digits", "#2C66D", "");
+        row("seven digits", "#2C66D80", "");
+        row("a prefix is no digit", "0x12AB", "");
+        row("a plus is no digit", "+12345", "");
+        row("full-width digits", "１２３４５６", "");
+        row("empty", "", "");
     }
 
     void hexTextIsReadStrictly()
@@ -86,31 +80,17 @@ private slots:
         QTest::addColumn<QString>("calendar");
         QTest::addColumn<QString>("expected");
 
-        QTest::newRow("the own colour") << "#010203"
-                                        << "pink"
-                                        << "#040506"
-                                        << "a"
-                                        << "#010203";
-        QTest::newRow("the named colour") << "red"
-                                          << "pink"
-                                          << "#040506"
-                                          << "a"
-                                          << "pink";
-        QTest::newRow("a name outside the five") << ""
-                                                 << "teal"
-                                                 << "#040506"
-                                                 << "a"
-                                                 << "#040506";
-        QTest::newRow("the identifier's colour") << ""
-                                                 << ""
-                                                 << "none"
-                                                 << "a"
-                                                 << "orange";
-        QTest::newRow("blue") << ""
-                              << ""
-                              << ""
-                              << ""
-                              << "blue";
+        const auto row = [](const char *name, const char *custom, const char *schedule, const char *calendarHex,
+                            const char *calendar, const char *expected) {
+            QTest::newRow(name) << QString::fromLatin1(custom) << QString::fromLatin1(schedule)
+                                << QString::fromLatin1(calendarHex) << QString::fromLatin1(calendar)
+                                << QString::fromLatin1(expected);
+        };
+        row("the own colour", "#010203", "pink", "#040506", "a", "#010203");
+        row("the named colour", "red", "pink", "#040506", "a", "pink");
+        row("a name outside the five", "", "teal", "#040506", "a", "#040506");
+        row("the identifier's colour", "", "", "none", "a", "orange");
+        row("blue", "", "", "", "", "blue");
     }
 
     void theFirstColourThatIsKnownCounts()

@@ -56,37 +56,6 @@ private slots:
         QCOMPARE(shown(instant, calendarIn(zone)), expected);
     }
 
-    void wallClockTimesBecomeInstants_data()
-    {
-        QTest::addColumn<QByteArray>("zone");
-        QTest::addColumn<QDate>("day");
-        QTest::addColumn<QTime>("time");
-        QTest::addColumn<Instant>("expected");
-
-        const QByteArray vienna = "Europe/Vienna";
-        QTest::newRow("plain") << vienna << QDate(2026, 9, 9) << QTime(9, 0) << utc("2026-09-09T07:00:00Z");
-        QTest::newRow("skipped: the offset before the gap")
-            << vienna << QDate(2026, 3, 29) << QTime(2, 30) << utc("2026-03-29T01:30:00Z");
-        QTest::newRow("repeated: the first")
-            << vienna << QDate(2026, 10, 25) << QTime(2, 30) << utc("2026-10-25T00:30:00Z");
-        QTest::newRow("repeated, west of Greenwich")
-            << QByteArray("America/New_York") << QDate(2026, 11, 1) << QTime(1, 30) << utc("2026-11-01T05:30:00Z");
-        QTest::newRow("skipped, west of Greenwich")
-            << QByteArray("America/New_York") << QDate(2026, 3, 8) << QTime(2, 30) << utc("2026-03-08T07:30:00Z");
-        QTest::newRow("repeated half hour")
-            << QByteArray("Australia/Lord_Howe") << QDate(2026, 4, 5) << QTime(1, 45) << utc("2026-04-04T14:45:00Z");
-    }
-
-    void wallClockTimesBecomeInstants()
-    {
-        QFETCH(const QByteArray, zone);
-        QFETCH(const QDate, day);
-        QFETCH(const QTime, time);
-        QFETCH(const Instant, expected);
-
-        QCOMPARE(calendarIn(zone).instant(day, time), expected);
-    }
-
     void daysBeginAtTheirFirstInstant_data()
     {
         QTest::addColumn<QByteArray>("zone");

@@ -46,22 +46,17 @@ private slots:
         QTest::addColumn<QString>("spans");
         QTest::addColumn<QString>("expected");
 
-        QTest::newRow("none") << ""
-                              << "";
-        QTest::newRow("touching events are alone") << "9-10 10-11"
-                                                   << "0/1 0/1";
-        QTest::newRow("a freed column is used again") << "9-10 9:30-10:30 10-11"
-                                                      << "0/2 1/2 0/2";
-        QTest::newRow("the group ends at its latest end") << "9-12 9:30-10 10-11 12-13"
-                                                          << "0/2 1/2 1/2 0/1";
-        QTest::newRow("the smallest free column") << "8-12 8-9 8-10 9-10 10-11"
-                                                  << "0/3 1/3 2/3 1/3 1/3";
-        QTest::newRow("the same start") << "9-10 9-10 9-10"
-                                        << "0/3 1/3 2/3";
-        QTest::newRow("an end before the start") << "9-8 9-10"
-                                                 << "0/1 0/1";
-        QTest::newRow("an end before the start inside a group") << "9-11 9:30-9 9:30-10"
-                                                                << "0/2 1/2 1/2";
+        const auto row = [](const char *name, const char *spans, const char *expected) {
+            QTest::newRow(name) << QString::fromLatin1(spans) << QString::fromLatin1(expected);
+        };
+        row("none", "", "");
+        row("touching events are alone", "9-10 10-11", "0/1 0/1");
+        row("a freed column is used again", "9-10 9:30-10:30 10-11", "0/2 1/2 0/2");
+        row("the group ends at its latest end", "9-12 9:30-10 10-11 12-13", "0/2 1/2 1/2 0/1");
+        row("the smallest free column", "8-12 8-9 8-10 9-10 10-11", "0/3 1/3 2/3 1/3 1/3");
+        row("the same start", "9-10 9-10 9-10", "0/3 1/3 2/3");
+        row("an end before the start", "9-8 9-10", "0/1 0/1");
+        row("an end before the start inside a group", "9-11 9:30-9 9:30-10", "0/2 1/2 1/2");
     }
 
     void overlappingEventsShareTheDay()

@@ -39,6 +39,9 @@ private slots:
         row("skipped: offset before the gap", "Europe/Vienna", "2024-03-31T02:30:00", "2024-03-31T01:30:00Z");
         row("first second after a gap", "Europe/Vienna", "2024-03-31T03:00:00", "2024-03-31T01:00:00Z");
         row("repeated: the first", "Europe/Vienna", "2024-10-27T02:30:00", "2024-10-27T00:30:00Z");
+        row("repeated, west of Greenwich", "America/New_York", "2024-11-03T01:30:00", "2024-11-03T05:30:00Z");
+        row("skipped, west of Greenwich", "America/New_York", "2024-03-10T02:30:00", "2024-03-10T07:30:00Z");
+        row("repeated half hour", "Australia/Lord_Howe", "2024-04-07T01:45:00", "2024-04-06T14:45:00Z");
         row("first second after the repetition", "Europe/Vienna", "2024-10-27T03:00:00", "2024-10-27T02:00:00Z");
         row("a day that Samoa skipped", "Pacific/Apia", "2011-12-30T12:00:00", "2011-12-30T22:00:00Z");
         row("skipped midnight", "America/Sao_Paulo", "2018-11-04T00:00:00", "2018-11-04T03:00:00Z");

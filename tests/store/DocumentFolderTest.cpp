@@ -63,16 +63,6 @@ private slots:
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
     }
 
-    void aWriteThatFailsLeavesTheFormerText()
-    {
-        DocumentFolder folder(m_files, newFolder());
-        const QUuid id = QUuid::createUuid();
-        // A folder where the file should be: no write can succeed.
-        QVERIFY(m_files.makeFolder(folder.documentPath(id)));
-        QVERIFY(!folder.write(id, u"text"_s));
-        QVERIFY(QFileInfo(folder.documentPath(id)).isDir());
-    }
-
     void imagesGetNamesOfTheirOwnAndAnEncodedLink()
     {
         DocumentFolder folder(m_files, m_temporary.filePath(u"a (b) [c] 文/Documents"_s));

@@ -16,11 +16,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The documents of a planner whose files are real.
-class Library
+class Library : public FakePorts
 {
 public:
-    FakePreferences preferences;
-    FakeClock clock{Instant{800'000'000}};
     QTemporaryDir temporary;
 
     Library() { start(); }
@@ -28,9 +26,7 @@ public:
     void start()
     {
         m_store.reset();
-        m_store = std::make_unique<PlannerStore>(
-            PlannerPorts{preferences, m_eventStore, m_notificationCenter, m_loginItem, m_feedDownloader, clock,
-                         UserCalendar(QTimeZone::utc(), Qt::Monday, QLocale::c()), m_files, path(u"Documents"_s)});
+        m_store = std::make_unique<PlannerStore>(portsOver(m_files, path(u"Documents"_s)));
     }
 
     DocumentLibrary *operator->() { return &m_store->documentLibrary(); }
@@ -68,10 +64,6 @@ public:
     }
 
 private:
-    FakeEventStore m_eventStore;
-    FakeNotificationCenter m_notificationCenter;
-    FakeLoginItem m_loginItem;
-    FakeFeedDownloader m_feedDownloader;
     LocalFileSystem m_files;
     std::unique_ptr<PlannerStore> m_store;
 };

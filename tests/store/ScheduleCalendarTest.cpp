@@ -24,13 +24,6 @@ private slots:
         m_planner->startInEnglish();
     }
 
-    void aScheduleWithoutACalendarNeverAsksForAccess()
-    {
-        m_planner->store->addSchedule(scheduleTitled(QStringLiteral("local")));
-
-        QCOMPARE(m_planner->eventStore.accessRequestCount(), 0);
-    }
-
     void aScheduleIsWrittenToItsCalendarAndLinked()
     {
         const ScheduleItem item = scheduleTitled(QStringLiteral("Talk"));

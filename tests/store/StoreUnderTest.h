@@ -1,39 +1,23 @@
 #pragma once
 
 #include "model/RecordCodec.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeEventStore.h"
-#include "platform/fake/FakeFeedDownloader.h"
-#include "platform/fake/FakeFileSystem.h"
-#include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
-#include "platform/fake/FakePreferences.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
+#include "tests/store/FakePorts.h"
 
 #include <memory>
 
 namespace tessaly {
 
 /// A planner over fakes. Prepare the fakes, then start().
-struct StoreUnderTest
+struct StoreUnderTest : FakePorts
 {
-    FakePreferences preferences;
-    FakeEventStore eventStore;
-    FakeNotificationCenter notificationCenter;
-    FakeLoginItem loginItem;
-    FakeFeedDownloader feedDownloader;
-    FakeFileSystem files;
-    FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
-    UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     std::unique_ptr<PlannerStore> store;
 
     PlannerStore &start()
     {
         store.reset();
-        store = std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
-                                                            feedDownloader, clock, calendar, files,
-                                                            QStringLiteral("/documents")});
+        store = std::make_unique<PlannerStore>(ports());
         return *store;
     }
 

@@ -1,5 +1,6 @@
 #include "platform/common/NetworkFeedDownloader.h"
-#include "tests/store/StoreUnderTest.h"
+#include "store/PlannerStore.h"
+#include "tests/store/FakePorts.h"
 #include "tests/support/TestMain.h"
 #include "tests/system/LoopbackServer.h"
 
@@ -316,9 +317,8 @@ private slots:
     {
         QFETCH(const int, events);
         m_server->on(QStringLiteral("/timetable.ics"), response("200 OK", calendar(events)));
-        StoreUnderTest fakes;
-        PlannerStore store({fakes.preferences, fakes.eventStore, fakes.notificationCenter, fakes.loginItem,
-                            *m_downloader, fakes.clock, fakes.calendar, fakes.files, QStringLiteral("/documents")});
+        FakePorts fakes;
+        PlannerStore store(fakes.portsOver(*m_downloader));
 
         store.addCalendarFeed(m_server->url(QStringLiteral("/timetable.ics")).toString());
 

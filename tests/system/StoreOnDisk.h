@@ -1,13 +1,8 @@
 #pragma once
 
 #include "platform/common/SqlitePreferences.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeEventStore.h"
-#include "platform/fake/FakeFeedDownloader.h"
-#include "platform/fake/FakeFileSystem.h"
-#include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
 #include "store/PlannerStore.h"
+#include "tests/store/FakePorts.h"
 
 namespace tessaly {
 
@@ -16,9 +11,7 @@ class StoreOnDisk
 {
 public:
     explicit StoreOnDisk(std::unique_ptr<SqlitePreferences> preferences)
-        : m_preferences(std::move(preferences)),
-          m_store({*m_preferences, m_eventStore, m_notificationCenter, m_loginItem, m_feedDownloader, m_clock,
-                   UserCalendar(QTimeZone::utc(), Qt::Monday, QLocale::c()), m_files, QStringLiteral("/documents")})
+        : m_preferences(std::move(preferences)), m_store(m_fakes.portsOver(*m_preferences))
     {
     }
 
@@ -27,12 +20,7 @@ public:
 
 private:
     std::unique_ptr<SqlitePreferences> m_preferences;
-    FakeEventStore m_eventStore;
-    FakeNotificationCenter m_notificationCenter;
-    FakeLoginItem m_loginItem;
-    FakeFeedDownloader m_feedDownloader;
-    FakeFileSystem m_files;
-    FakeClock m_clock{Instant{0}};
+    FakePorts m_fakes;
     PlannerStore m_store;
 };
 

@@ -121,15 +121,6 @@ private slots:
         QCOMPARE(given.screen.activeGoalCount(), 2);
         QCOMPARE(resets.size(), 0);
     }
-
-    void openToDosAreCounted()
-    {
-        DashboardDriver given;
-        given.open();
-        given.store->addReminder({.title = u"a"_s});
-        given.store->addReminder({.title = u"b"_s, .isComplete = true});
-        QCOMPARE(given.screen.openReminderCount(), 1);
-    }
 };
 
 TESSALY_TEST_MAIN(DashboardScreenTest)

@@ -28,24 +28,6 @@ private slots:
         m_sheet.reset();
     }
 
-    void anAcceptedLinkEmptiesTheFieldAndIsListed()
-    {
-        whenTheUserAdds(QStringLiteral(" https://example.org/timetable.ics"));
-
-        QCOMPARE(m_sheet->feedURL(), QString());
-        QCOMPARE(listed(), QStringList{QStringLiteral("timetable: ")});
-        QCOMPARE(m_planner->message(), QStringLiteral("Updating linked calendar…"));
-    }
-
-    void aRefusedLinkStaysInTheField()
-    {
-        whenTheUserAdds(QStringLiteral("webcal://example.org/timetable.ics"));
-
-        QCOMPARE(m_sheet->feedURL(), QStringLiteral("webcal://example.org/timetable.ics"));
-        QCOMPARE(listed(), QStringList());
-        QCOMPARE(m_planner->message(), QStringLiteral("Enter a valid iCalendar link."));
-    }
-
     void anUpdateShowsItsTimeInTheLanguageAndChangesOneRow()
     {
         whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));

@@ -8,12 +8,10 @@
 namespace tessaly {
 
 ScheduleDriver::ScheduleDriver(Qt::DayOfWeek firstWeekday)
-    : calendar(QTimeZone("Europe/Vienna"), firstWeekday, QLocale::c()),
-      clock(calendar.instant({2026, 9, 9}, {10, 20, 30})),
-      store(std::make_unique<PlannerStore>(PlannerPorts{preferences, eventStore, notificationCenter, loginItem,
-                                                        feedDownloader, clock, calendar, files,
-                                                        QStringLiteral("/documents")}))
 {
+    calendar = UserCalendar(calendar.zone(), firstWeekday, QLocale::c());
+    clock.setNow(at({2026, 9, 9}, {10, 20, 30}));
+    store = std::make_unique<PlannerStore>(ports());
 }
 
 ScheduleItem ScheduleDriver::has(const QString &title, QDate day, QTime start, QTime end, const QString &tag)

@@ -1,13 +1,7 @@
 #pragma once
 
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeEventStore.h"
-#include "platform/fake/FakeFeedDownloader.h"
-#include "platform/fake/FakeFileSystem.h"
-#include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
-#include "platform/fake/FakePreferences.h"
 #include "store/PlannerStore.h"
+#include "tests/store/FakePorts.h"
 #include "views/schedule/ScheduleViewModel.h"
 
 #include <memory>
@@ -16,7 +10,7 @@ namespace tessaly {
 
 /// The schedule screen over a planner in memory, in Vienna on Wednesday, September 9, 2026, 10:20:30. Weeks begin on
 /// Monday unless told otherwise.
-class ScheduleDriver
+class ScheduleDriver : public FakePorts
 {
 public:
     explicit ScheduleDriver(Qt::DayOfWeek firstWeekday = Qt::Monday);
@@ -40,14 +34,6 @@ public:
     [[nodiscard]] const ScheduleItem &stored(const QString &title) const;
     [[nodiscard]] Instant at(QDate day, QTime time) const { return calendar.instant(day, time); }
 
-    UserCalendar calendar;
-    FakeClock clock;
-    FakePreferences preferences;
-    FakeEventStore eventStore;
-    FakeNotificationCenter notificationCenter;
-    FakeLoginItem loginItem;
-    FakeFeedDownloader feedDownloader;
-    FakeFileSystem files;
     std::unique_ptr<PlannerStore> store;
     std::unique_ptr<ScheduleViewModel> screen;
 };

@@ -52,14 +52,6 @@ private slots:
         QCOMPARE(form.times().end, driver.at({2026, 9, 16}, {12, 20}));
     }
 
-    void aColourThatIsNoneIsNotTaken()
-    {
-        ScheduleDriver driver;
-        driver.opensScreen();
-        driver.screen->form()->setColorHex(QStringLiteral("#12345"));
-        QCOMPARE(driver.screen->form()->colorHex(), QStringLiteral("#2C66D8"));
-    }
-
     void aScheduleGoesToTheChosenCalendar()
     {
         ScheduleDriver driver;

@@ -64,24 +64,6 @@ private slots:
         QVERIFY(driver.stored(lecture).tasks->at(1).isComplete);
     }
 
-    void cancellingReturnsToViewing()
-    {
-        ScheduleDriver driver;
-        driver.has(lecture, wednesday, {9, 0}, {10, 0});
-        driver.opensScreen();
-        driver.screen->selectBlock(0);
-        ScheduleNoteModel &note = *driver.screen->sheets()->note();
-        note.startEditing();
-        note.setTitle(QStringLiteral("typed"));
-
-        note.cancel();
-
-        QVERIFY(driver.screen->sheets()->isNoteOpen());
-        QVERIFY(!note.isEditing());
-        QCOMPARE(note.title(), lecture);
-        QCOMPARE(driver.stored(lecture).title, lecture);
-    }
-
     void timesAreWorded()
     {
         ScheduleDriver driver;

@@ -113,16 +113,6 @@ private slots:
         QVERIFY(next.hasAskedPreferredName());
         QCOMPARE(planner.store->preferredName(), name);
     }
-
-    void aStartWritesNothing()
-    {
-        StoreUnderTest planner;
-        FakeSystemAppearance appearance;
-        const ShellModel shell(planner.start(), planner.preferences, appearance);
-        appearance.setCurrent({.isDark = true});
-
-        QCOMPARE(planner.preferences.writeCount(), 0);
-    }
 };
 
 TESSALY_TEST_MAIN(ShellModelTest)

@@ -94,20 +94,6 @@ private slots:
         QCOMPARE(ui.planner.store->reminders().size(), 1);
     }
 
-    void theDueFieldComesWithItsSwitch()
-    {
-        DayWindow ui;
-        ui.openAt(ShellModel::Reminders, {});
-        QVERIFY(!ui.visibleTexts().contains(u"Due"_s));
-        QTRY_VERIFY(ui.find(circle, u"Set due date"_s));
-        QVERIFY(ui.click(circle, u"Set due date"_s));
-        QTRY_VERIFY(ui.visibleTexts().contains(u"Due"_s));
-        QVERIFY(ui.click(field, u"e.g. Submit weekly report"_s));
-        ui.type(u"Report"_s);
-        QVERIFY(ui.click(button, u"Add to-do"_s));
-        QCOMPARE(ui.planner.notificationCenter.requests().size(), 1);
-    }
-
     void typingInATitleKeepsFocusAndCaret()
     {
         DayWindow ui;
@@ -224,16 +210,6 @@ private slots:
         QVERIFY(handle->hasActiveFocus());
         ui.press(Qt::Key_Down, Qt::ControlModifier);
         QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"three"_s, u"two"_s}));
-    }
-
-    void theOverviewShowsWhatTheStoreHolds()
-    {
-        DayWindow ui;
-        ui.openAt(ShellModel::Overview, {.reminders = {{.title = u"Sort"_s}}, .goals = {writing()}});
-        QTRY_VERIFY(ui.find(QAccessible::StaticText, u"Open to-dos 1"_s));
-        QVERIFY(ui.find(QAccessible::StaticText, u"Active goals 1"_s));
-        QVERIFY(ui.find(QAccessible::ProgressBar, u"Write"_s));
-        QVERIFY(ui.visibleTexts().contains(u"No schedules yet. Leave space for your day."_s));
     }
 };
 

@@ -280,14 +280,6 @@ private slots:
         QCOMPARE(ui.onDisk(), QByteArray("b a text"));
     }
 
-    void copyingTellsHowItWent()
-    {
-        DocumentWindow ui;
-        ui.openEditor(u"text"_s);
-        QVERIFY(ui.click(button, u"Copy for WeChat"_s));
-        QTRY_VERIFY(ui.visibleTexts().contains(u"WeChat rich text copied; formulas were converted to images."_s));
-    }
-
     void aPictureIsInsertedAndCanBeTakenBack()
     {
         DocumentWindow ui;

@@ -21,10 +21,7 @@ public slots:
     void reset();
     /// Times as "9:30"; the day is in September 2026.
     void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
-    void addTask(const QString &schedule, const QString &task);
-    void fillSampleWeek();
     void offerCalendars();
-    void speakChinese();
     /// Answers the download of a linked calendar that waits longest.
     void answerDownload(const QString &body);
 
@@ -34,8 +31,6 @@ public slots:
     [[nodiscard]] QString tagOf(const QString &title) const;
     [[nodiscard]] QString notesOf(const QString &title) const;
     [[nodiscard]] QString colorOf(const QString &title) const;
-    /// Titles, completed ones with a leading "+".
-    [[nodiscard]] QStringList tasksOf(const QString &title) const;
     [[nodiscard]] QStringList visibleCalendars() const;
     [[nodiscard]] int accessRequests() const;
 

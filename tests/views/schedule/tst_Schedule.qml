@@ -112,17 +112,6 @@ Item {
             verify(shown("Wednesday, September 9, 2026, 0 schedules") !== null);
         }
 
-        function test_the_scope_changes_to_the_month_and_back() {
-            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
-            press("Month");
-            verify(shown("September 2026") !== null);
-            verify(shown("Lecture, 09:00 – 10:00") !== null);
-            press("Next");
-            verify(shown("October 2026") !== null);
-            press("Week");
-            verify(shown("This week") !== null);
-        }
-
         function test_a_day_header_and_a_cell_choose_their_day() {
             press("Friday, September 11, 2026");
             verify(shown("Sep 11, 2026 schedule") !== null);
@@ -144,16 +133,6 @@ Item {
             verify(shown("Sep 15, 2026 schedule") !== null);
         }
 
-        function test_a_block_opens_the_note_for_viewing() {
-            TestPlanner.addSchedule("Lecture", 10, "9:00", "10:00", "Course");
-            press("Thursday, September 10, 2026, Lecture");
-            verify(shown("Close") !== null);
-            verify(shown("Time: Sep 10, 2026, 09:00 – Sep 10, 2026, 10:00") !== null);
-            verify(shown("Sep 10, 2026 schedule") !== null);
-            press("Close");
-            tryVerify(() => named("Close") === null);
-        }
-
         function test_empty_time_sets_the_form() {
             root.height = 620;
             waitForRendering(screen);
@@ -171,22 +150,6 @@ Item {
             compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
         }
 
-        function test_the_list_edits() {
-            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
-            press("Edit, Lecture");
-            const field = shown("Name");
-            tryVerify(() => field.activeFocus);
-            keyClick("!");
-            typeInto("Add task", "Read");
-            keyClick(Qt.Key_Return);
-            typeInto("Notes", "Book");
-            press("Save");
-
-            compare(TestPlanner.notesOf("Lecture!"), "Book");
-            compare(TestPlanner.tasksOf("Lecture!"), ["Read"]);
-            tryVerify(() => named("Save") === null);
-        }
-
         function test_cancel_and_escape_leave_without_saving() {
             TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
             press("Edit, Lecture");
@@ -197,15 +160,6 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => named("Close") === null);
             compare(TestPlanner.notesOf("Lecture"), "");
-        }
-
-        function test_a_ticked_task_is_saved_at_once() {
-            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
-            TestPlanner.addTask("Lecture", "Read");
-            press("Wednesday, September 9, 2026, Lecture");
-            press("Read");
-            compare(TestPlanner.tasksOf("Lecture"), ["+Read"]);
-            tryVerify(() => named("Close") === null);
         }
 
         function test_delete_acts_at_once_and_passes_the_focus_on() {

@@ -190,17 +190,6 @@ private slots:
         QCOMPARE(ui.state("section").toInt(), int(ShellModel::Goals));
     }
 
-    void theNameIsSavedWhileItIsTyped()
-    {
-        WindowUnderTest ui;
-        openAnswered(ui);
-        QVERIFY(ui.click(QAccessible::EditableText, QStringLiteral("称呼")));
-
-        ui.type(QStringLiteral("Lin"));
-
-        QCOMPARE(ui.planner.preferences.get<QString>(keys::preferredName), QStringLiteral("Lin"));
-    }
-
     void thePickersChooseLanguageAndAppearance()
     {
         WindowUnderTest ui;
