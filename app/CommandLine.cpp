@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace tessaly {
 
 namespace {
@@ -18,6 +20,25 @@ CommandLine only(CommandLine::Task task, const QString &text)
 QString defaultDataDirectory()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1String("/Tessaly");
+}
+
+/// Why the options cannot be taken together; empty where they can.
+QString objection(const QCommandLineParser &parser)
+{
+    if (const QStringList surplus = parser.positionalArguments(); !surplus.isEmpty())
+        return QStringLiteral("Unexpected argument '%1'.").arg(surplus.first());
+    for (const QString &option : {QStringLiteral("data-dir"), QStringLiteral("screens")}) {
+        if (parser.isSet(option) && parser.value(option).isEmpty())
+            return QStringLiteral("--%1 needs a directory.").arg(option);
+    }
+    const std::pair<QString, QString> exclusive[] = {{QStringLiteral("self-test"), QStringLiteral("screens")},
+                                                     {QStringLiteral("demo"), QStringLiteral("data-dir")},
+                                                     {QStringLiteral("demo"), QStringLiteral("background")}};
+    for (const auto &[one, other] : exclusive) {
+        if (parser.isSet(one) && parser.isSet(other))
+            return QStringLiteral("--%1 and --%2 exclude each other.").arg(one, other);
+    }
+    return {};
 }
 
 } // namespace
@@ -52,19 +73,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
                     parser.helpText().replace(QLatin1String("<executable_name>"), QLatin1String("tessaly")));
     if (parser.isSet(version))
         return only(Task::Print, QStringLiteral("Tessaly %1\n").arg(ShellModel::versionAndBuild()));
-    if (const QStringList surplus = parser.positionalArguments(); !surplus.isEmpty())
-        return only(Task::Refuse, QStringLiteral("Unexpected argument '%1'.").arg(surplus.first()));
-    for (const QCommandLineOption &option : {dataDirectory, pictures}) {
-        if (parser.isSet(option) && parser.value(option).isEmpty())
-            return only(Task::Refuse, QStringLiteral("--%1 needs a directory.").arg(option.names().first()));
-    }
-    if (parser.isSet(selfTest) && parser.isSet(pictures))
-        return only(Task::Refuse, QStringLiteral("--self-test and --screens exclude each other."));
-    if (parser.isSet(demo) && parser.isSet(dataDirectory))
-        return only(Task::Refuse, QStringLiteral("--demo and --data-dir exclude each other."));
-
-    if (parser.isSet(demo) && parser.isSet(background))
-        return only(Task::Refuse, QStringLiteral("--demo and --background exclude each other."));
+    if (const QString reason = objection(parser); !reason.isEmpty())
+        return only(Task::Refuse, reason);
 
     CommandLine result;
     result.isBackground = parser.isSet(background);

@@ -32,6 +32,8 @@ private slots:
                                    << QStringLiteral("--self-test");
         QTest::newRow("demo has no directory")
             << QStringLiteral("--demo --data-dir d") << Task::Refuse << QStringLiteral("--demo");
+        QTest::newRow("demo has a window")
+            << QStringLiteral("--demo --background") << Task::Refuse << QStringLiteral("--background");
     }
 
     void argumentsChooseTheTask()
