@@ -1,5 +1,6 @@
 #include "views/documents/MarkdownEditorModel.h"
 
+#include "model/Uuid.h"
 #include "platform/FileDialogs.h"
 #include "store/RecordRows.h"
 #include "views/documents/CategoryChoice.h"
@@ -118,13 +119,14 @@ bool MarkdownEditorModel::save()
                             : m_store->text(u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
                                             u"The document could not be saved. Your text is still here: check the save "
                                             "location, then save again."_s);
-    m_keptVersionMessage =
-        outcome.keptVersion.isEmpty()
-            ? QString()
-            : m_store
-                  ->text(u"其他程序改动过此文档，那个版本已另存为“%1”。"_s,
-                         u"Another program had changed this document; its version is kept as “%1”."_s)
-                  .arg(outcome.keptVersion);
+    m_keptVersionMessage.clear();
+    if (!outcome.keptVersion.isEmpty()) {
+        // The id that the names of all its files begin with tells nobody anything.
+        m_keptVersionMessage = m_store
+                                   ->text(u"其他程序改动过此文档，那个版本已另存为“…%1”。"_s,
+                                          u"Another program had changed this document; its version is kept as “…%1”."_s)
+                                   .arg(outcome.keptVersion.mid(uuidText(m_document->id).size()));
+    }
     emit messageChanged();
     if (isSaved)
         emit saved();

@@ -153,7 +153,7 @@ private slots:
         QVERIFY(given.editor->save());
         QCOMPARE(given.editor->message(),
                  u"WeChat rich text copied; formulas were converted to images. Another program had changed this "
-                 "document; its version is kept as “%1 (changed elsewhere).md”."_s.arg(uuidText(given.document.id)));
+                 "document; its version is kept as “… (changed elsewhere).md”."_s);
         QVERIFY(given.editor->save());
         QCOMPARE(given.editor->message(), u"WeChat rich text copied; formulas were converted to images."_s);
     }
