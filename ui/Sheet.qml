@@ -30,6 +30,8 @@ T.Popup {
 
     /// Esc was pressed and no popup inside took it.
     signal leaving
+    /// The sheet has closed, and the item that the focus would return to is no longer there.
+    signal openerGone
 
     /// Scrolls so that the item is in view.
     function reveal(item: Item) {
@@ -61,16 +63,20 @@ T.Popup {
         id: opener
 
         property Item item: null
+        property bool isAwaited: false
         property int reason: Qt.PopupFocusReason
 
         function remember() {
             item = sheet.parent?.Window.activeFocusItem ?? null;
+            isAwaited = item !== null;
             reason = (item as T.Control)?.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
         }
 
         function restore() {
             if (item?.visible)
                 item.forceActiveFocus(reason);
+            else if (isAwaited && item === null)
+                sheet.openerGone();
             item = null;
         }
     }

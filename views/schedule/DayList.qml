@@ -9,13 +9,15 @@ Card {
     id: list
 
     required property ScheduleViewModel viewModel
+    /// Where a schedule was removed last.
+    property int removedRow: 0
 
-    /// The last schedule was deleted: nothing in the list can take the focus.
+    /// The last schedule was removed: nothing in the list can take the focus.
     signal emptied
 
-    /// The next row's Delete takes the focus, else the previous one's.
-    function focusAfterDeletion(row: int) {
-        const next = rows.itemAt(Math.min(row, rows.count - 1)) as DayListItem;
+    /// The Delete of the row after the removed one takes the focus, else the previous row's.
+    function focusAfterRemoval() {
+        const next = rows.itemAt(Math.min(removedRow, rows.count - 1)) as DayListItem;
         if (next !== null)
             next.focusDelete();
         else
@@ -55,15 +57,15 @@ Card {
             id: rows
 
             model: list.viewModel.dayList
+            onItemRemoved: index => list.removedRow = index
 
             DayListItem {
                 width: column.width
                 isLast: index === rows.count - 1
                 onEditRequested: list.viewModel.editListed(index)
                 onDeleteRequested: {
-                    const row = index;
-                    list.viewModel.deleteListed(row);
-                    list.focusAfterDeletion(row);
+                    list.viewModel.deleteListed(index);
+                    list.focusAfterRemoval();
                 }
             }
         }

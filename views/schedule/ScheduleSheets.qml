@@ -8,6 +8,9 @@ Item {
     required property ScheduleViewModel viewModel
     readonly property ScheduleSheetModel open: viewModel.sheets
 
+    /// The note has closed, and what it was opened from is no longer shown.
+    signal noteOpenerGone
+
     // Bound components cannot be made by a Loader of another file in Qt 6.4.
     // qmllint disable unqualified
 
@@ -37,6 +40,7 @@ Item {
         sourceComponent: ScheduleNoteEditor {
             note: sheets.open.note
             viewModel: sheets.viewModel
+            onOpenerGone: sheets.noteOpenerGone()
         }
     }
 

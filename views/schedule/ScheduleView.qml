@@ -27,6 +27,8 @@ Page {
     }
 
     DayList {
+        id: dayList
+
         width: page.contentWidth
         viewModel: model
         onEmptied: form.focusTitle()
@@ -66,5 +68,6 @@ Page {
 
     ScheduleSheets {
         viewModel: model
+        onNoteOpenerGone: dayList.focusAfterRemoval()
     }
 }
