@@ -82,6 +82,10 @@ RisingPopup {
             // Takes the keys from the first moment, before the popup has faded in.
             focus: true
             activeFocusOnTab: true
+            // A screen reader hears the day that the arrows lead to.
+            Accessible.role: Accessible.Table
+            Accessible.name: month.chosenDay < 0 ? month.title : month.dayName(month.chosenDay)
+            Accessible.focusable: true
             Keys.onLeftPressed: popup.editor.moveDay(-1)
             Keys.onRightPressed: popup.editor.moveDay(1)
             Keys.onUpPressed: popup.editor.moveDay(-7)
