@@ -101,7 +101,9 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     auto parts = std::make_unique<Parts>();
     if (now) {
         parts->clock = std::make_unique<FakeClock>(*now);
-        parts->calendar = UserCalendar(QTimeZone::utc(), Qt::Sunday, QLocale(QLocale::English, QLocale::UnitedStates));
+        const QLocale locale = language == AppLanguage::English ? QLocale(QLocale::English, QLocale::UnitedStates)
+                                                                : QLocale(QLocale::Chinese, QLocale::China);
+        parts->calendar = UserCalendar(QTimeZone::utc(), Qt::Sunday, locale);
     } else {
         parts->clock = std::make_unique<LinuxClock>();
     }

@@ -23,8 +23,8 @@ public:
     /// The system's own services, over the data directory. Fails where the stored data cannot be opened. Precondition:
     /// this process is the only one on the directory.
     [[nodiscard]] static Result<std::shared_ptr<Composition>> forSystem(const CommandLine &commandLine);
-    /// Sample data in memory and services that do nothing. The time stands still when `now` is given, and zone and
-    /// first weekday are then fixed too.
+    /// Sample data in memory and services that do nothing. The time stands still when `now` is given; zone, first
+    /// weekday and the locale of the language are then fixed too.
     [[nodiscard]] static std::shared_ptr<Composition> forDemo(AppLanguage language,
                                                               const std::optional<Instant> &now = std::nullopt);
     ~Composition();
