@@ -62,12 +62,11 @@ QQuickItem *WindowUnderTest::screen() const
 QQuickItem *WindowUnderTest::find(QAccessible::Role role, const QString &name) const
 {
     const QList<QQuickItem *> items = visibleItems(window());
-    for (auto it = items.crbegin(); it != items.crend(); ++it) {
-        const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(*it);
-        if (interface && interface->role() == role && interface->text(QAccessible::Name) == name)
-            return *it;
-    }
-    return nullptr;
+    const auto found = std::find_if(items.crbegin(), items.crend(), [&](QQuickItem *item) {
+        const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+        return interface && interface->role() == role && interface->text(QAccessible::Name) == name;
+    });
+    return found == items.crend() ? nullptr : *found;
 }
 
 bool WindowUnderTest::hasFocus(QAccessible::Role role, const QString &name) const
