@@ -49,6 +49,6 @@ function(tessaly_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QML_IMPORT_PATH=${TESSALY_ENGINE_DIRECTORY}")
 endfunction()
