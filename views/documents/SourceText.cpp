@@ -27,6 +27,13 @@ QString textBetween(const QTextDocument &document, int begin, int end)
     return text;
 }
 
+QTextBlockFormat formatOfHeight(int lineHeight)
+{
+    QTextBlockFormat format;
+    format.setLineHeight(lineHeight, QTextBlockFormat::FixedHeight);
+    return format;
+}
+
 } // namespace
 
 void SourceText::load(const QString &text)
@@ -50,14 +57,13 @@ QString SourceText::textToSave() const
 void SourceText::show(QTextDocument &document, int lineHeight)
 {
     m_document = &document;
+    m_lineHeight = lineHeight;
     document.setUndoRedoEnabled(false);
     document.clear();
     // In one step, and the first line before the others, which take its format: a long text is laid out once.
     QTextCursor cursor(&document);
     cursor.beginEditBlock();
-    QTextBlockFormat format;
-    format.setLineHeight(lineHeight, QTextBlockFormat::FixedHeight);
-    cursor.setBlockFormat(format);
+    cursor.setBlockFormat(formatOfHeight(lineHeight));
     cursor.insertText(m_text);
     cursor.endEditBlock();
     document.setUndoRedoEnabled(true);
@@ -88,6 +94,29 @@ void SourceText::takeOver(int position, int removed, int added)
     if (m_text.size() != length)
         m_text = textBetween(*m_document, 0, length);
     markEdited();
+    // Text pasted into an empty line brings a format of its own. Not from within the change that is being reported.
+    const int end = std::min(position + added, length);
+    for (QTextBlock block = m_document->findBlock(position); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        if (block.blockFormat().lineHeightType() != QTextBlockFormat::FixedHeight) {
+            QMetaObject::invokeMethod(
+                this, [=, this] { keepLineHeight(position, end); }, Qt::QueuedConnection);
+            break;
+        }
+    }
+}
+
+void SourceText::keepLineHeight(int begin, int end)
+{
+    if (!m_document)
+        return;
+    const int last = m_document->characterCount() - 1;
+    QTextCursor cursor(m_document);
+    cursor.joinPreviousEditBlock(); // One undo takes back both.
+    cursor.setPosition(std::min(begin, last));
+    cursor.setPosition(std::min(end, last), QTextCursor::KeepAnchor);
+    cursor.mergeBlockFormat(formatOfHeight(m_lineHeight));
+    cursor.endEditBlock();
 }
 
 void SourceText::markEdited()

@@ -35,12 +35,14 @@ signals:
 
 private:
     void takeOver(int position, int removed, int added);
+    void keepLineHeight(int begin, int end);
     void markEdited();
 
     QString m_text;
     QString m_loaded;
     bool m_isEdited = false;
     QPointer<QTextDocument> m_document;
+    int m_lineHeight = 0;
 };
 
 } // namespace tessaly

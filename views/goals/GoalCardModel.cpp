@@ -20,13 +20,6 @@ Record *findRecord(std::optional<QList<Record>> &records, const QUuid &id)
     return found == records->end() ? nullptr : &*found;
 }
 
-template <class Id>
-void toggleMembership(QSet<Id> &set, const Id &id)
-{
-    if (!set.remove(id))
-        set.insert(id);
-}
-
 template <class Record>
 QUuid neighbourID(const QList<Record> &records, const QUuid &id, int step)
 {
@@ -147,6 +140,10 @@ void GoalCardModel::toggle()
 void GoalCardModel::toggleEditing()
 {
     m_isEditing = !m_isEditing;
+    if (m_isEditing)
+        m_formerTitle = m_goal.title;
+    else if (trimmedBlanks(m_goal.title).isEmpty())
+        setTitle(m_formerTitle);
     emit isEditingChanged();
 }
 
@@ -183,8 +180,15 @@ void GoalCardModel::toggleRowEditing(int row)
     const GoalCardRow *found = rowAt(row);
     if (!found || found->part == GoalRow::Part::AddTask)
         return;
-    toggleMembership(found->part == GoalRow::Part::Subgoal ? m_editingSubgoals : m_editingTasks, QUuid(found->id));
+    const GoalCardRow edited = *found;
+    QHash<QUuid, QString> &editing = edited.part == GoalRow::Part::Subgoal ? m_editingSubgoals : m_editingTasks;
+    const bool isEnd = editing.contains(edited.id);
+    const QString formerTitle = isEnd ? editing.take(edited.id) : edited.title;
+    if (!isEnd)
+        editing.insert(edited.id, formerTitle);
     refreshRows();
+    if (isEnd && trimmedBlanks(edited.title).isEmpty())
+        setRowTitle(row, formerTitle);
 }
 
 void GoalCardModel::removeRow(int row)

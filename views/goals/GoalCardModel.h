@@ -5,7 +5,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QtQml/qqml.h>
 
 #include <functional>
@@ -49,6 +48,7 @@ public:
     [[nodiscard]] GoalCardRows *rows() { return &m_rows; }
 
     Q_INVOKABLE void toggle();
+    /// Begins or ends editing. What ends without a name gets its former one back; so with rows.
     Q_INVOKABLE void toggleEditing();
     /// Appends a subgoal titled as typed; false when that is blank.
     Q_INVOKABLE bool addSubgoal();
@@ -96,8 +96,10 @@ private:
     QString m_newSubgoal;
     QHash<QUuid, QString> m_newTasks;
     QHash<QUuid, double> m_newTaskWeights;
-    QSet<QUuid> m_editingSubgoals;
-    QSet<QUuid> m_editingTasks;
+    // What is being edited, and what it was called before.
+    QHash<QUuid, QString> m_editingSubgoals;
+    QHash<QUuid, QString> m_editingTasks;
+    QString m_formerTitle;
     bool m_isEditing = false;
 };
 

@@ -10,6 +10,7 @@ Card {
 
     required property ScheduleViewModel viewModel
     property int currentPlace: viewModel.focusedPlace
+    readonly property string chosenDay: viewModel.headerTitle + viewModel.focusedPlace
 
     readonly property real weekdayHeight: 32
     readonly property real cellHeight: 82
@@ -27,15 +28,22 @@ Card {
         (cells.itemAt(place) as DayCell).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
-
-    Connections {
-        target: grid.viewModel
-
-        function onTitlesChanged() {
-            grid.currentPlace = grid.viewModel.focusedPlace;
+    /// A day of another month stands in another place once its month is shown; the focus goes with the day.
+    function followDay() {
+        const target = cells.itemAt(viewModel.focusedPlace) as DayCell;
+        currentPlace = viewModel.focusedPlace;
+        for (let place = 0; place < cells.count; ++place) {
+            const cell = cells.itemAt(place) as DayCell;
+            if (cell.activeFocus && target && cell !== target) {
+                target.forceActiveFocus(cell.focusReason);
+                return;
+            }
         }
     }
+
+    onChosenDayChanged: followDay()
+
+    implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
 
     Item {
         anchors.fill: parent

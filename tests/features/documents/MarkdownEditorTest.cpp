@@ -3,8 +3,10 @@
 #include "views/documents/MarkdownEditorModel.h"
 
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 
 using namespace Qt::StringLiterals;
 using namespace tessaly;
@@ -286,6 +288,16 @@ private slots:
         field.document.setPlainText(u"new"_s);
         expect(u"new"_s);
         field.erase(0, 3);
+        expect(QString());
+
+        // Pasted text brings a format of its own; the lines stay as far apart as they were.
+        QTextCursor(&field.document).insertFragment(QTextDocumentFragment::fromPlainText(u"a\nb"_s));
+        expect(u"a\nb"_s);
+        const auto hasHeight = [](const QTextBlock &block) {
+            return block.blockFormat().lineHeightType() == QTextBlockFormat::FixedHeight;
+        };
+        QTRY_VERIFY(hasHeight(field.document.firstBlock()) && hasHeight(field.document.lastBlock()));
+        field.document.undo();
         expect(QString());
     }
 

@@ -281,6 +281,16 @@ private slots:
         card.setRowWeight(2, 2.54);
         QCOMPARE(given.store->goals().first().subgoals->first().tasks->at(1).weight, 2.5);
         QVERIFY(card.rows()->rows().at(2).isEditing);
+
+        // What is left without a name gets its former one back.
+        const Goal former = given.store->goals().first();
+        card.setTitle(u" "_s);
+        card.setRowTitle(0, QString());
+        card.setRowTitle(2, u"\t"_s);
+        card.toggleEditing();
+        card.toggleRowEditing(0);
+        card.toggleRowEditing(2);
+        QCOMPARE(given.store->goals().first(), former);
     }
 };
 
