@@ -131,6 +131,15 @@ Item {
             verify(shown("Sep 9, 2026 schedule") !== null);
             keyClick(Qt.Key_Return);
             verify(shown("Sep 15, 2026 schedule") !== null);
+
+            // A day of the next month stands in another place once that month is shown.
+            for (let week = 0; week < 3; ++week)
+                keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            verify(shown("Oct 6, 2026 schedule") !== null);
+            tryVerify(() => shown("Tuesday, October 6, 2026").activeFocus);
+            keyClick(Qt.Key_Return);
+            verify(shown("Oct 6, 2026 schedule") !== null);
         }
 
         function test_empty_time_sets_the_form() {
