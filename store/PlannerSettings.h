@@ -34,6 +34,8 @@ class PlannerSettings : public QObject
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
 
 public:
+    ~PlannerSettings() override;
+
     [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
     [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
 
@@ -90,7 +92,6 @@ signals:
 protected:
     /// Loads the settings. The ports must outlive the object.
     PlannerSettings(const PlannerPorts &ports, QObject *parent);
-    ~PlannerSettings() override;
 
     [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
     [[nodiscard]] StoredValues &values() { return m_values; }
