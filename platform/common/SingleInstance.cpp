@@ -13,7 +13,8 @@ namespace tessaly {
 
 namespace {
 
-/// Longer than a start takes on a slow and busy machine: a planner that is starting listens, but answers only afterwards.
+/// Longer than a start takes on a slow and busy machine: a planner that is starting listens, but answers only
+/// afterwards.
 constexpr int answerLimitMs = 10'000;
 constexpr int retryMs = 50;
 constexpr qsizetype longestLine = 1024;

@@ -140,9 +140,10 @@ void GoalCardModel::toggle()
 void GoalCardModel::toggleEditing()
 {
     m_isEditing = !m_isEditing;
+    const bool isNameless = trimmedBlanks(m_goal.title).isEmpty();
     if (m_isEditing)
         m_formerTitle = m_goal.title;
-    else if (trimmedBlanks(m_goal.title).isEmpty())
+    if (!m_isEditing && isNameless)
         setTitle(m_formerTitle);
     emit isEditingChanged();
 }
