@@ -101,9 +101,7 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     auto parts = std::make_unique<Parts>();
     if (now) {
         parts->clock = std::make_unique<FakeClock>(*now);
-        const QLocale locale = language == AppLanguage::English ? QLocale(QLocale::English, QLocale::UnitedStates)
-                                                                : QLocale(QLocale::Chinese, QLocale::China);
-        parts->calendar = UserCalendar(QTimeZone::utc(), Qt::Sunday, locale);
+        parts->calendar = UserCalendar(QTimeZone::utc(), Qt::Sunday, interfaceLocale(language == AppLanguage::English));
     } else {
         parts->clock = std::make_unique<LinuxClock>();
     }

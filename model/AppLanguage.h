@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QObject>
 #include <QString>
 
@@ -26,6 +27,13 @@ Q_ENUM_NS(AppLanguage)
 [[nodiscard]] inline QString title(AppLanguage language)
 {
     return language == AppLanguage::English ? QStringLiteral("English") : QStringLiteral("中文");
+}
+
+/// The locale whose names of months and weekdays go with the interface language.
+[[nodiscard]] inline QLocale interfaceLocale(bool isEnglish)
+{
+    return isEnglish ? QLocale(QLocale::English, QLocale::UnitedStates)
+                     : QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
 }
 
 } // namespace tessaly

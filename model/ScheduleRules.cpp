@@ -1,5 +1,7 @@
 #include "model/ScheduleRules.h"
 
+#include "model/AppLanguage.h"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -47,9 +49,7 @@ Instant movedFocus(Instant focus, CalendarScope scope, int by, const UserCalenda
 
 QString monthTitle(QDate day, bool isEnglish)
 {
-    if (isEnglish)
-        return QLocale(QLocale::English, QLocale::UnitedStates).toString(day, u"MMMM yyyy");
-    return QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China).toString(day, u"yyyy年M月");
+    return interfaceLocale(isEnglish).toString(day, isEnglish ? u"MMMM yyyy" : u"yyyy年M月");
 }
 
 QString timeRangeText(Instant start, const std::optional<Instant> &end, const UserCalendar &calendar)

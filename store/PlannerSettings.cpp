@@ -152,11 +152,9 @@ QString PlannerSettings::text(const QString &chinese, const QString &english) co
 QString PlannerSettings::dateText(Instant date, bool dateOnly) const
 {
     const QDateTime local = calendar().dateTime(date);
-    if (isEnglish()) {
-        const QLocale locale(QLocale::English, QLocale::UnitedStates);
+    const QLocale locale = interfaceLocale(isEnglish());
+    if (isEnglish())
         return locale.toString(local, dateOnly ? u"MMM d, yyyy" : u"MMM d, yyyy, HH:mm");
-    }
-    const QLocale locale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
     return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
 }
 

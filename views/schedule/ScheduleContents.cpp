@@ -1,5 +1,6 @@
 #include "views/schedule/ScheduleContents.h"
 
+#include "model/AppLanguage.h"
 #include "model/ScheduleColors.h"
 
 #include <cmath>
@@ -12,12 +13,6 @@ namespace {
 
 constexpr double daySeconds = 86400;
 constexpr qsizetype linesPerCell = 2;
-
-QLocale interfaceLocale(bool isEnglish)
-{
-    return isEnglish ? QLocale(QLocale::English, QLocale::UnitedStates)
-                     : QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
-}
 
 QString fullDate(QDate day, const QLocale &locale)
 {
