@@ -34,6 +34,11 @@ PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
 
 PlannerSettings::~PlannerSettings() = default;
 
+QDateTime PlannerSettings::now() const
+{
+    return calendar().dateTime(clock().now());
+}
+
 void PlannerSettings::load()
 {
     const Preferences &preferences = m_ports.preferences;

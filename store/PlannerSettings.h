@@ -30,6 +30,8 @@ class PlannerSettings : public QObject
     Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
     Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
                    automaticCalendarSyncChanged)
+    Q_PROPERTY(QDateTime now READ now NOTIFY timeZoneChanged)
+    Q_PROPERTY(int firstWeekday READ firstWeekday CONSTANT)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
 
@@ -38,6 +40,10 @@ public:
 
     [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
     [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
+    /// The local wall-clock time at which it is asked for; that time goes on is not told.
+    [[nodiscard]] QDateTime now() const;
+    /// 1 Monday … 7 Sunday
+    [[nodiscard]] int firstWeekday() const { return calendar().firstWeekday(); }
 
     [[nodiscard]] const std::optional<QString> &calendarSyncMessage() const { return m_calendarSyncMessage; }
     [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Goals
+import Tessaly.Store
 import Tessaly.Ui
 
 /// The head of the goals screen: its title and the form for a new goal.
@@ -109,8 +110,8 @@ Item {
             isDateOnly: true
             name: dueLabel.text
             value: head.goals.targetDate
-            now: head.goals.now
-            firstWeekday: head.goals.firstWeekday
+            now: PlannerStore.now
+            firstWeekday: PlannerStore.firstWeekday
             onEdited: date => head.goals.targetDate = date
             onAccepted: head.add()
         }

@@ -35,7 +35,6 @@ void GoalViewModel::setStore(PlannerStore *store)
     connect(store, &PlannerStore::goalsChanged, this, &GoalViewModel::onChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &GoalViewModel::translateUncategorized);
     connect(store, &PlannerStore::timeZoneChanged, this, &GoalViewModel::formChanged);
-    connect(store, &PlannerStore::timeZoneChanged, this, &GoalViewModel::storeChanged);
     refreshRows();
     emit storeChanged();
     emit formChanged();
@@ -52,16 +51,6 @@ void GoalViewModel::setTargetDate(const QDateTime &date)
         return;
     m_targetDate = m_store->calendar().instant(date.date(), date.time());
     emit formChanged();
-}
-
-QDateTime GoalViewModel::now() const
-{
-    return m_store ? m_store->calendar().dateTime(m_store->clock().now()) : QDateTime();
-}
-
-int GoalViewModel::firstWeekday() const
-{
-    return m_store ? static_cast<int>(m_store->calendar().firstWeekday()) : Qt::Monday;
 }
 
 bool GoalViewModel::add()

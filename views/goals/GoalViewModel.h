@@ -24,8 +24,6 @@ class GoalViewModel : public QObject
     Q_PROPERTY(QString category MEMBER m_category NOTIFY formChanged)
     Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
     Q_PROPERTY(QDateTime targetDate READ targetDate WRITE setTargetDate NOTIFY formChanged)
-    Q_PROPERTY(QDateTime now READ now NOTIFY storeChanged)
-    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
 public:
@@ -38,10 +36,6 @@ public:
     /// Local wall-clock time.
     [[nodiscard]] QDateTime targetDate() const;
     void setTargetDate(const QDateTime &date);
-    /// When the screen was opened.
-    [[nodiscard]] QDateTime now() const;
-    /// 1 Monday … 7 Sunday
-    [[nodiscard]] int firstWeekday() const;
     /// See goalListRoles().
     [[nodiscard]] GoalListRows *rows() { return &m_rows; }
 

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Schedule
+import Tessaly.Store
 import Tessaly.Ui
 
 /// A label and a date-time field beside it.
@@ -27,7 +28,7 @@ Row {
         name: pair.label
         value: pair.value
         now: pair.viewModel.now
-        firstWeekday: pair.viewModel.firstWeekday
+        firstWeekday: PlannerStore.firstWeekday
         onEdited: value => pair.edited(value)
         onAccepted: pair.accepted()
     }

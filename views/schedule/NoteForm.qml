@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tessaly.Schedule
+import Tessaly.Store
 import Tessaly.Ui
 
 /// The fields of a schedule for editing. Long labels wrap; fields never leave their column.
@@ -55,7 +56,7 @@ Column {
             name: form.startLabel
             value: form.note?.start ?? form.viewModel.now
             now: form.viewModel.now
-            firstWeekday: form.viewModel.firstWeekday
+            firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.start = value
             onAccepted: form.note.save()
         }
@@ -69,7 +70,7 @@ Column {
             name: form.endLabel
             value: form.note?.end ?? form.viewModel.now
             now: form.viewModel.now
-            firstWeekday: form.viewModel.firstWeekday
+            firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.end = value
             onAccepted: form.note.save()
         }

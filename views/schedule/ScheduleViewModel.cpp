@@ -88,11 +88,6 @@ QDateTime ScheduleViewModel::now() const
     return m_store ? m_store->calendar().dateTime(m_store->calendar().startOfDay(m_todayWatch->today())) : QDateTime();
 }
 
-int ScheduleViewModel::firstWeekday() const
-{
-    return m_store ? m_store->calendar().firstWeekday() : Qt::Monday;
-}
-
 int ScheduleViewModel::focusedPlace() const
 {
     return m_store ? static_cast<int>(m_visibleDays.indexOf(focusDay())) : -1;

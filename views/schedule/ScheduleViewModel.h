@@ -32,7 +32,6 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(double totalHeight READ totalHeight NOTIFY measuresChanged)
     Q_PROPERTY(double dayWidth READ dayWidth WRITE setDayWidth NOTIFY dayWidthChanged)
     Q_PROPERTY(QDateTime now READ now NOTIFY titlesChanged)
-    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
     Q_PROPERTY(int focusedPlace READ focusedPlace NOTIFY titlesChanged)
     Q_PROPERTY(QAbstractItemModel *days READ days CONSTANT)
     Q_PROPERTY(QAbstractItemModel *blocks READ blocks CONSTANT)
@@ -71,8 +70,6 @@ public:
 
     /// A moment of today, for calendars that mark it.
     [[nodiscard]] QDateTime now() const;
-    /// 1 (Monday) to 7 (Sunday).
-    [[nodiscard]] int firstWeekday() const;
     /// 7 or 42 rows, see dayRoles().
     [[nodiscard]] DayModel *days() { return &m_days; }
     /// Place of the focus day among the days.

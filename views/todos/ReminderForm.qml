@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Shell
+import Tessaly.Store
 import Tessaly.Todos
 import Tessaly.Ui
 
@@ -96,8 +97,8 @@ Item {
             visible: head.reminders.hasDueDate
             name: dueLabel.text
             value: head.reminders.dueDate
-            now: head.reminders.now
-            firstWeekday: head.reminders.firstWeekday
+            now: PlannerStore.now
+            firstWeekday: PlannerStore.firstWeekday
             onEdited: date => head.reminders.dueDate = date
             onAccepted: head.add()
         }

@@ -21,7 +21,6 @@ void ReminderViewModel::setStore(PlannerStore *store)
     m_list = std::make_unique<ReminderListModel>(*store);
     m_dueDate = store->clock().now().plus(oneHour);
     connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::formChanged);
-    connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::storeChanged);
     emit storeChanged();
     emit formChanged();
 }
@@ -37,16 +36,6 @@ void ReminderViewModel::setDueDate(const QDateTime &dueDate)
         return;
     m_dueDate = m_store->calendar().instant(dueDate.date(), dueDate.time());
     emit formChanged();
-}
-
-QDateTime ReminderViewModel::now() const
-{
-    return m_store ? m_store->calendar().dateTime(m_store->clock().now()) : QDateTime();
-}
-
-int ReminderViewModel::firstWeekday() const
-{
-    return m_store ? static_cast<int>(m_store->calendar().firstWeekday()) : Qt::Monday;
 }
 
 bool ReminderViewModel::add()

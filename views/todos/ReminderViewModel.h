@@ -21,8 +21,6 @@ class ReminderViewModel : public QObject
     Q_PROPERTY(QString requirement MEMBER m_requirement NOTIFY formChanged)
     Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
     Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY formChanged)
-    Q_PROPERTY(QDateTime now READ now NOTIFY storeChanged)
-    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY storeChanged)
     Q_PROPERTY(tessaly::ReminderListModel *list READ list NOTIFY storeChanged)
 
 public:
@@ -36,10 +34,6 @@ public:
     /// Local wall-clock time, to the minute or finer.
     [[nodiscard]] QDateTime dueDate() const;
     void setDueDate(const QDateTime &dueDate);
-    /// When the screen was opened.
-    [[nodiscard]] QDateTime now() const;
-    /// 1 Monday … 7 Sunday
-    [[nodiscard]] int firstWeekday() const;
     [[nodiscard]] ReminderListModel *list() const { return m_list.get(); }
 
     /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
