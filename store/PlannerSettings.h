@@ -58,7 +58,7 @@ public:
 
     void setSelectedCalendarIDs(const QSet<QString> &identifiers);
     void setVisibleCalendarIDs(const QSet<QString> &identifiers);
-    Q_INVOKABLE void setAutomaticCalendarSync(bool isOn);
+    void setAutomaticCalendarSync(bool isOn);
     void setInterfaceLanguage(AppLanguage language);
     void setPreferredName(const QString &name);
     /// Sets the start to at most one hour before the end.
@@ -81,7 +81,8 @@ public:
     /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
     /// and with each further change.
     [[nodiscard]] bool hasUnsavedChanges() const { return m_values.writer().hasUnsaved(); }
-    Q_INVOKABLE void retryUnsavedChanges() { m_values.writer().retry(); }
+    /// Tries it now.
+    void retryUnsavedChanges() { m_values.writer().retry(); }
 
 signals:
     /// Days and times are others from now on: calendar() has changed.

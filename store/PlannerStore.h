@@ -80,15 +80,15 @@ public:
     // Linked calendars
     /// Adds the link, shows its schedules and refreshes it. Anything but an http or https link is refused: the message
     /// is set and false returned.
-    Q_INVOKABLE bool addCalendarFeed(const QString &urlString);
+    bool addCalendarFeed(const QString &urlString);
     /// Downloads the link and applies what it holds; a failure is told and changes nothing.
-    Q_INVOKABLE void refreshCalendarFeed(const QUuid &feedID);
+    void refreshCalendarFeed(const QUuid &feedID);
     /// Replaces the schedules of the feed by the events of the file, in one assignment; see mergeFeed(). Does nothing
     /// for a feed that was deleted.
     void applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
     /// Removes the feed and its schedules.
-    Q_INVOKABLE void deleteCalendarFeed(const QUuid &feedID);
+    void deleteCalendarFeed(const QUuid &feedID);
 
     // System calendar
     /// Whether calendars can ever be listed.
@@ -96,7 +96,7 @@ public:
     /// Asks for access and lists the calendars; refusal and failure are told.
     Q_INVOKABLE void requestCalendarAccessAndLoad();
     /// Lists the calendars when automatic sync is on and access is granted; refusal is silent.
-    Q_INVOKABLE void startAutomaticCalendarSync();
+    void startAutomaticCalendarSync();
 
 signals:
     void schedulesChanged(const tessaly::RowsChange &change);

@@ -36,7 +36,8 @@ std::optional<EventCalendar> FakeEventStore::calendar(const QString &identifier)
 
 std::optional<EventCalendar> FakeEventStore::defaultCalendarForNewEvents() const
 {
-    return calendar(m_defaultCalendar);
+    const auto found = std::ranges::find(m_calendars, true, &EventCalendar::isWritable);
+    return found == m_calendars.cend() ? std::nullopt : std::optional(*found);
 }
 
 std::optional<CalendarEvent> FakeEventStore::event(const QString &eventIdentifier) const

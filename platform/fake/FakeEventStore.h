@@ -15,6 +15,7 @@ public:
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return m_calendars; }
     [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override;
+    /// The first that can be written.
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     [[nodiscard]] std::optional<CalendarEvent> event(const QString &eventIdentifier) const override;
     [[nodiscard]] QList<CalendarEvent> events(const QStringList &calendarIdentifiers, Instant from,
@@ -26,7 +27,6 @@ public:
     // What the outside world does to it.
     void addCalendar(const EventCalendar &calendar) { m_calendars.append(calendar); }
     void loseCalendar(const QString &identifier);
-    void setDefaultCalendar(const QString &identifier) { m_defaultCalendar = identifier; }
     void putEvent(const CalendarEvent &event);
     void dropEvent(const QString &eventIdentifier);
     void setAvailable(bool isAvailable) { m_isAvailable = isAvailable; }
@@ -45,7 +45,6 @@ private:
 
     QList<EventCalendar> m_calendars;
     QList<CalendarEvent> m_events;
-    QString m_defaultCalendar;
     Result<bool> m_access = true;
     std::optional<Error> m_writeFailure;
     std::function<void()> m_changeHandler;

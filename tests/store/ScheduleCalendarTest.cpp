@@ -241,6 +241,16 @@ private slots:
         QVERIFY(m_planner->store->availableCalendars().isEmpty());
     }
 
+    void withoutACalendarServiceNothingIsAskedOrTold()
+    {
+        m_planner->eventStore.setAvailable(false);
+        m_planner->store->requestCalendarAccessAndLoad();
+
+        QVERIFY(!m_planner->store->hasCalendarService());
+        QCOMPARE(m_planner->eventStore.accessRequestCount(), 0);
+        QCOMPARE(m_planner->message(), QString());
+    }
+
     void automaticSyncThatIsOffAsksNothing()
     {
         m_planner->store->setAutomaticCalendarSync(false);

@@ -43,7 +43,7 @@ public:
     Q_INVOKABLE void openDisplaySettings();
     Q_INVOKABLE void openSyncSettings();
     Q_INVOKABLE void closeSheet();
-    Q_INVOKABLE void closeNote();
+    void closeNote();
 
 signals:
     void sheetChanged();

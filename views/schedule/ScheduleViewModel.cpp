@@ -129,11 +129,6 @@ void ScheduleViewModel::moveBy(int step)
     setFocusDate(movedFocus(m_focusDate, calendarScope(), step, m_store->calendar()));
 }
 
-void ScheduleViewModel::moveFocusByDays(int days)
-{
-    setFocusDate(m_store->calendar().addingDays(m_focusDate, days).value_or(m_focusDate));
-}
-
 void ScheduleViewModel::showToday()
 {
     m_todayWatch->check();

@@ -87,8 +87,6 @@ public:
     Q_INVOKABLE void showToday();
     /// Makes a shown day the focus day.
     Q_INVOKABLE void focusPlace(int place);
-    /// Moves the focus day, the shown week or month with it.
-    Q_INVOKABLE void moveFocusByDays(int days);
     /// Selects the block's schedule and opens its note for viewing.
     Q_INVOKABLE void selectBlock(int row);
     /// Opens the note of a schedule of the day list for editing.
