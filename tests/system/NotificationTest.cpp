@@ -6,10 +6,9 @@
 #include "platform/fake/FakePreferences.h"
 #include "platform/linux/FreedesktopNotifications.h"
 #include "tests/support/TestMain.h"
+#include "tests/system/PrivateBus.h"
 
 #include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDir>
 #include <QJsonArray>
@@ -26,70 +25,13 @@ namespace {
 const QString service = u"org.freedesktop.Notifications"_s;
 const QString path = u"/org/freedesktop/Notifications"_s;
 
-/// A process that ends with the test.
-class Service
+/// A daemon that notes what it is asked for.
+void startMock(Service &server, const PrivateBus &bus)
 {
-public:
-    ~Service() { stop(); }
-    void start(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment)
-    {
-        m_process.setProcessEnvironment(environment);
-        m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(program, arguments);
-    }
-    [[nodiscard]] QString firstLine()
-    {
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
-    }
-    void stop()
-    {
-        if (m_process.state() == QProcess::NotRunning)
-            return;
-        m_process.terminate();
-        if (!m_process.waitForFinished(5000))
-            m_process.kill();
-        m_process.waitForFinished(5000);
-    }
-
-private:
-    QProcess m_process;
-};
-
-/// A session bus of its own without any services but those that the test starts.
-class PrivateBus
-{
-public:
-    explicit PrivateBus(const QString &name) : m_name(name), environment(QProcessEnvironment::systemEnvironment())
-    {
-        QFile config(m_directory.filePath(u"bus.conf"_s));
-        (void)config.open(QIODevice::WriteOnly);
-        config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context=\"default\">"
-                     "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                     "</policy></busconfig>");
-        config.close();
-        m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + config.fileName(), u"--print-address"_s, u"--nofork"_s},
-                       environment);
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_daemon.firstLine());
-        environment.insert(u"XDG_CONFIG_HOME"_s, m_directory.path());
-    }
-    ~PrivateBus() { QDBusConnection::disconnectFromBus(m_name); }
-
-    [[nodiscard]] QDBusConnection connection() const
-    {
-        return QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), m_name);
-    }
-    [[nodiscard]] bool hasService() const { return connection().interface()->isServiceRegistered(service); }
-
-private:
-    QString m_name;
-    QTemporaryDir m_directory;
-    Service m_daemon;
-
-public:
-    QProcessEnvironment environment;
-};
+    server.start(u"/usr/bin/python3"_s,
+                 {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
+                 bus.environment());
+}
 
 /// A planner's notifications on a bus, at a time that the test turns.
 struct Planner
@@ -156,20 +98,18 @@ class NotificationTest : public QObject
 private slots:
     void aReminderReachesTheServiceWithExactlyTheseArguments()
     {
-        const PrivateBus bus(u"mocked"_s);
+        PrivateBus bus;
         Service server;
-        server.start(u"/usr/bin/python3"_s,
-                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
-                     bus.environment);
-        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
-        Planner planner(bus.connection());
+        startMock(server, bus);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(service), 20'000);
+        Planner planner(bus.connection(u"client"_s));
         planner.remind(u"A"_s, u"Tea & <b>cake</b>"_s);
 
         planner.clock.advance(59);
         planner.clock.advance(1);
-        QTRY_COMPARE(notifications(bus.connection()).size(), 1);
+        QTRY_COMPARE(notifications(bus.connection(u"client"_s)).size(), 1);
 
-        const QVariantList arguments = notifications(bus.connection()).first();
+        const QVariantList arguments = notifications(bus.connection(u"client"_s)).first();
         QCOMPARE(arguments.at(0).toString(), QCoreApplication::applicationName());
         QCOMPARE(arguments.at(1).toUInt(), 0U);
         QCOMPARE(arguments.at(2).toString(), u"tessaly"_s);
@@ -183,7 +123,7 @@ private slots:
 
         // Another program's notification and another action are none of ours.
         const auto click = [&](uint id, const QString &action) {
-            mock(bus.connection(), u"EmitSignal"_s,
+            mock(bus.connection(u"client"_s), u"EmitSignal"_s,
                  {service, u"ActionInvoked"_s, u"us"_s, QVariant(QVariantList{QVariant(id), QVariant(action)})});
         };
         click(99, u"default"_s);
@@ -194,28 +134,24 @@ private slots:
 
     void withoutAServiceAReminderWaitsForOne()
     {
-        const PrivateBus bus(u"late"_s);
-        Planner planner(bus.connection());
+        PrivateBus bus;
+        Planner planner(bus.connection(u"client"_s));
         planner.remind(u"A"_s, u"Tea"_s);
         planner.clock.advance(60);
         QTRY_COMPARE(planner.center.pendingRequests().size(), 1);
 
         Service server;
-        server.start(u"/usr/bin/python3"_s,
-                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
-                     bus.environment);
+        startMock(server, bus);
         QTRY_VERIFY_WITH_TIMEOUT(planner.center.pendingRequests().isEmpty(), 20'000);
-        QTRY_COMPARE(notifications(bus.connection()).size(), 1);
+        QTRY_COMPARE(notifications(bus.connection(u"client"_s)).size(), 1);
     }
 
     void theProgramInTheBackgroundDeliversWhatWasMissedAndOnlyOnce()
     {
-        const PrivateBus bus(u"program"_s);
+        PrivateBus bus;
         Service server;
-        server.start(u"/usr/bin/python3"_s,
-                     {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, u"notification_daemon"_s},
-                     bus.environment);
-        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
+        startMock(server, bus);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(service), 20'000);
         const QTemporaryDir directory;
         const auto missed = [&directory](const QString &body) {
             const auto preferences = SqlitePreferences::open(directory.path());
@@ -237,33 +173,33 @@ private slots:
             bodies.append(body);
             Service program;
             program.start(QStringLiteral(TESSALY_PROGRAM), {u"--background"_s, u"--data-dir"_s, directory.path()},
-                          bus.environment);
-            QTRY_COMPARE_WITH_TIMEOUT(notifications(bus.connection()).size(), bodies.size(), 30'000);
+                          bus.environment());
+            QTRY_COMPARE_WITH_TIMEOUT(notifications(bus.connection(u"client"_s)).size(), bodies.size(), 30'000);
             for (qsizetype row = 0; row < bodies.size(); ++row)
-                QCOMPARE(notifications(bus.connection()).at(row).at(4).toString(), bodies.at(row));
+                QCOMPARE(notifications(bus.connection(u"client"_s)).at(row).at(4).toString(), bodies.at(row));
         }
     }
 
     void aRealDaemonShowsTheReminderAndAClickComesBack()
     {
         Service display;
-        display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s},
-                      QProcessEnvironment::systemEnvironment());
+        display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s});
         const QString number = display.firstLine();
         QVERIFY2(!number.isEmpty(), "Xvfb did not start");
-        PrivateBus bus(u"dunst"_s);
-        bus.environment.insert(u"DISPLAY"_s, u':' + number);
+        PrivateBus bus;
+        QProcessEnvironment environment = bus.environment();
+        environment.insert(u"DISPLAY"_s, u':' + number);
         Service daemon;
-        daemon.start(u"dunst"_s, {}, bus.environment);
-        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(), 20'000);
+        daemon.start(u"dunst"_s, {}, environment);
+        QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(service), 20'000);
         const auto dunst = [&](const QStringList &arguments) {
             QProcess control;
-            control.setProcessEnvironment(bus.environment);
+            control.setProcessEnvironment(environment);
             control.start(u"dunstctl"_s, arguments);
             control.waitForFinished();
             return control.readAllStandardOutput();
         };
-        Planner planner(bus.connection());
+        Planner planner(bus.connection(u"client"_s));
         planner.remind(u"A"_s, u"Tea & cake"_s);
         planner.clock.advance(60);
 
@@ -273,7 +209,7 @@ private slots:
         QTRY_COMPARE(planner.clicked, (QStringList{u"A"_s}));
 
         dunst({u"close-all"_s});
-        const QVariantMap shown = history(bus.connection()).value(0);
+        const QVariantMap shown = history(bus.connection(u"client"_s)).value(0);
         QCOMPARE(shown[u"summary"_s].toString(), u"Reminder"_s);
         QCOMPARE(shown[u"body"_s].toString(), u"Tea &amp; cake"_s);
     }

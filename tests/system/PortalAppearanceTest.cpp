@@ -1,13 +1,12 @@
 #include "platform/linux/PortalAppearance.h"
 #include "tests/support/TestMain.h"
+#include "tests/system/PrivateBus.h"
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QPalette>
-#include <QProcess>
 #include <QSignalSpy>
 
 using namespace tessaly;
@@ -39,16 +38,7 @@ private slots:
     void initTestCase()
     {
         qDBusRegisterMetaType<Settings>();
-        m_bus.start(QStringLiteral("dbus-daemon"),
-                    {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-        QVERIFY(m_bus.waitForReadyRead());
-        m_address = QString::fromUtf8(m_bus.readLine().trimmed());
-    }
-
-    void cleanupTestCase()
-    {
-        m_bus.terminate();
-        QVERIFY(m_bus.waitForFinished());
+        QVERIFY(portalBus().isConnected());
     }
 
     void cleanup()
@@ -128,10 +118,10 @@ private slots:
     }
 
 private:
-    QDBusConnection portalBus() const { return QDBusConnection::connectToBus(m_address, QStringLiteral("portal")); }
-    QDBusConnection clientBus() const { return QDBusConnection::connectToBus(m_address, QStringLiteral("client")); }
+    QDBusConnection portalBus() { return m_bus.connection(QStringLiteral("portal")); }
+    QDBusConnection clientBus() { return m_bus.connection(QStringLiteral("client")); }
 
-    void offer(FakePortal &portal) const
+    void offer(FakePortal &portal)
     {
         QDBusConnection bus = portalBus();
         bus.unregisterObject(QStringLiteral("/org/freedesktop/portal/desktop"));
@@ -140,8 +130,7 @@ private:
         QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
     }
 
-    QProcess m_bus;
-    QString m_address;
+    PrivateBus m_bus;
 };
 
 TESSALY_TEST_MAIN(PortalAppearanceTest)

@@ -1,13 +1,12 @@
 #include "platform/linux/PortalFileDialogs.h"
 #include "platform/fake/FakeFileDialogs.h"
 #include "tests/support/TestMain.h"
+#include "tests/system/PrivateBus.h"
 
 #include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QProcess>
 #include <QTimer>
 
 using namespace tessaly;
@@ -67,19 +66,6 @@ class PortalFileDialogsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        m_bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address=1"_s});
-        QVERIFY(m_bus.waitForReadyRead());
-        m_address = QString::fromUtf8(m_bus.readLine().trimmed());
-    }
-
-    void cleanupTestCase()
-    {
-        m_bus.terminate();
-        QVERIFY(m_bus.waitForFinished());
-    }
-
     void init()
     {
         m_chooser = std::make_unique<FakeChooser>();
@@ -181,11 +167,10 @@ private slots:
     }
 
 private:
-    [[nodiscard]] QDBusConnection portalBus() const { return QDBusConnection::connectToBus(m_address, u"portal"_s); }
-    [[nodiscard]] QDBusConnection clientBus() const { return QDBusConnection::connectToBus(m_address, u"client"_s); }
+    [[nodiscard]] QDBusConnection portalBus() { return m_bus.connection(u"portal"_s); }
+    [[nodiscard]] QDBusConnection clientBus() { return m_bus.connection(u"client"_s); }
 
-    QProcess m_bus;
-    QString m_address;
+    PrivateBus m_bus;
     std::unique_ptr<FakeChooser> m_chooser;
 };
 

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFile>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+
+namespace tessaly {
+
+/// A process that ends with the test.
+class Service
+{
+public:
+    Service() = default;
+    ~Service() { stop(); }
+    Q_DISABLE_COPY_MOVE(Service)
+
+    void start(const QString &program, const QStringList &arguments,
+               const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
+    {
+        m_process.setProcessEnvironment(environment);
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(program, arguments);
+    }
+    /// Empty when it says nothing in ten seconds.
+    [[nodiscard]] QString firstLine()
+    {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
+        }
+        return QString::fromUtf8(m_process.readLine()).trimmed();
+    }
+    void stop()
+    {
+        if (m_process.state() == QProcess::NotRunning)
+            return;
+        m_process.terminate();
+        if (!m_process.waitForFinished(5000))
+            m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// A session bus of its own without any services but those that the test offers on it.
+class PrivateBus
+{
+public:
+    PrivateBus()
+    {
+        QFile config(m_directory.filePath(QStringLiteral("bus.conf")));
+        (void)config.open(QIODevice::WriteOnly);
+        config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context=\"default\">"
+                     "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
+                     "</policy></busconfig>");
+        config.close();
+        m_daemon.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + config.fileName(),
+                                                       QStringLiteral("--print-address"), QStringLiteral("--nofork")});
+        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_daemon.firstLine());
+        m_environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_directory.path());
+    }
+    ~PrivateBus()
+    {
+        for (const QString &name : m_names)
+            QDBusConnection::disconnectFromBus(name);
+    }
+    Q_DISABLE_COPY_MOVE(PrivateBus)
+
+    /// One connection for each name.
+    [[nodiscard]] QDBusConnection connection(const QString &name)
+    {
+        m_names.insert(name);
+        return QDBusConnection::connectToBus(m_environment.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")), name);
+    }
+    [[nodiscard]] bool hasService(const QString &service)
+    {
+        return connection(QStringLiteral("onlooker")).interface()->isServiceRegistered(service);
+    }
+    /// For processes that shall find this bus, and no configuration of the user's.
+    [[nodiscard]] const QProcessEnvironment &environment() const { return m_environment; }
+
+private:
+    QTemporaryDir m_directory;
+    Service m_daemon;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    QSet<QString> m_names;
+};
+
+} // namespace tessaly
