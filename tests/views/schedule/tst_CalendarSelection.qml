@@ -1,22 +1,11 @@
 import QtQuick
-import QtQuick.Window
-import QtTest
 import Tessaly.Schedule
 import Tessaly.Store
 import Tessaly.Test
-import Tessaly.Ui
 
 Item {
-    id: root
-
     width: 948
     height: 700
-
-    Binding {
-        target: Language
-        property: "isEnglish"
-        value: PlannerStore.isEnglish
-    }
 
     CalendarSelectionView {
         id: sheet
@@ -24,9 +13,8 @@ Item {
         onDone: close()
     }
 
-    TestCase {
+    ScreenCase {
         name: "CalendarSelection"
-        when: windowShown
 
         function init() {
             TestPlanner.reset();
@@ -39,38 +27,12 @@ Item {
             tryVerify(() => !sheet.visible);
         }
 
-        /// The visible item below `from` whose accessible name is `name`.
-        function named(name: string, from: Item): Item {
-            if (!from.visible)
-                return null;
-            if (!from.Accessible.ignored && from.Accessible.name === name)
-                return from;
-            for (let i = from.children.length - 1; i >= 0; --i) {
-                const found = named(name, from.children[i]);
-                if (found !== null)
-                    return found;
-            }
-            return null;
-        }
-
-        function shown(name: string): Item {
-            let found = null;
-            tryVerify(() => (found = named(name, root.Window.contentItem)) !== null, 3000, "no item is named " + name);
-            return found;
-        }
-
-        function typeLink(link: string) {
-            mouseClick(shown("https://…/timetable.ics"));
-            for (const character of link)
-                keyClick(character);
-        }
-
         function test_1_until_there_are_calendars_they_are_loading() {
             verify(shown("Loading calendars…") !== null);
         }
 
         function test_2_a_refused_link_stays_and_is_told() {
-            typeLink("webcal://x");
+            typeInto("https://…/timetable.ics", "webcal://x");
             keyClick(Qt.Key_Return);
 
             verify(shown("Enter a valid iCalendar link.") !== null);
@@ -79,7 +41,7 @@ Item {
         }
 
         function test_3_a_link_is_added_updated_and_deleted() {
-            typeLink("http://x/timetable.ics");
+            typeInto("https://…/timetable.ics", "http://x/timetable.ics");
             mouseClick(shown("Add & import"));
             compare(shown("https://…/timetable.ics").text, "");
             verify(shown("Updating linked calendar…") !== null);
@@ -94,7 +56,7 @@ Item {
             compare(TestPlanner.scheduleCount(), 0);
 
             mouseClick(shown("Delete, timetable"));
-            tryVerify(() => named("Update, timetable", root.Window.contentItem) === null);
+            tryVerify(() => named("Update, timetable") === null);
         }
 
         function test_4_calendars_are_listed_by_account() {

@@ -1,0 +1,67 @@
+import QtQuick
+import Tessaly.Test
+
+Item {
+    id: root
+
+    width: 948
+    height: 1300
+
+    ScheduleCase {
+        page: root
+        name: "ScheduleDays"
+
+        function test_previous_next_and_today_move_the_week() {
+            press("Next");
+            verify(shown("Wednesday, September 16, 2026, 0 schedules") !== null);
+            verify(shown("Sep 16, 2026 schedule") !== null);
+            press("Previous");
+            press("Previous");
+            verify(shown("Wednesday, September 2, 2026, 0 schedules") !== null);
+            press("Today");
+            verify(shown("Wednesday, September 9, 2026, 0 schedules") !== null);
+        }
+
+        function test_a_day_header_and_a_cell_choose_their_day() {
+            press("Friday, September 11, 2026");
+            verify(shown("Sep 11, 2026 schedule") !== null);
+            press("Month");
+            press("Thursday, October 1, 2026");
+            verify(shown("Oct 1, 2026 schedule") !== null);
+            verify(shown("October 2026") !== null);
+        }
+
+        function test_arrows_walk_in_the_month() {
+            press("Month");
+            const cell = shown("Wednesday, September 9, 2026");
+            cell.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Left);
+            verify(shown("Tuesday, September 15, 2026").activeFocus);
+            verify(shown("Sep 9, 2026 schedule") !== null);
+            keyClick(Qt.Key_Return);
+            verify(shown("Sep 15, 2026 schedule") !== null);
+
+            // A day of the next month stands in another place once that month is shown.
+            for (let week = 0; week < 3; ++week)
+                keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            verify(shown("Oct 6, 2026 schedule") !== null);
+            tryVerify(() => shown("Tuesday, October 6, 2026").activeFocus);
+            keyClick(Qt.Key_Return);
+            verify(shown("Oct 6, 2026 schedule") !== null);
+        }
+
+        function test_delete_acts_at_once_and_passes_the_focus_on() {
+            TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
+            TestPlanner.addSchedule("B", 9, "10:00", "11:00", "");
+            shown("Delete, A").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Space);
+            compare(TestPlanner.scheduleCount(), 1);
+            verify(shown("Delete, B").activeFocus);
+            keyClick(Qt.Key_Space);
+            compare(TestPlanner.scheduleCount(), 0);
+            verify(shown("No schedules for this day.") !== null);
+        }
+    }
+}

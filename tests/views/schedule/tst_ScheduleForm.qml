@@ -1,0 +1,67 @@
+import QtQuick
+import Tessaly.Test
+
+Item {
+    id: root
+
+    width: 948
+    height: 1300
+
+    ScheduleCase {
+        page: root
+        name: "ScheduleForm"
+
+        function test_a_schedule_is_added_from_the_form() {
+            typeInto("e.g. Microeconomics lecture 1", "Lecture");
+            typeInto("Tag (optional)", "Course");
+            press("Add schedule");
+
+            compare(TestPlanner.scheduleCount(), 1);
+            compare(TestPlanner.tagOf("Lecture"), "Course");
+            compare(TestPlanner.colorOf("Lecture"), "#2C66D8");
+            verify(shown("Edit, Lecture") !== null);
+            verify(shown("Wednesday, September 9, 2026, Lecture, 10:20 – 11:20, Course") !== null);
+            verify(shown("e.g. Microeconomics lecture 1").activeFocus);
+            compare(shown("e.g. Microeconomics lecture 1").text, "");
+        }
+
+        function test_return_adds_and_an_empty_title_does_not() {
+            typeInto("e.g. Microeconomics lecture 1", "A");
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Return);
+            press("Add schedule");
+
+            compare(TestPlanner.scheduleCount(), 1);
+        }
+
+        function test_empty_time_sets_the_form() {
+            root.height = 620;
+            waitForRendering(screen);
+            const header = shown("Friday, September 11, 2026");
+            const below = header.mapToItem(root, header.width / 2, header.height + 2 + 42 * 3 + 21);
+            mouseClick(root, below.x, below.y);
+
+            const title = shown("e.g. Microeconomics lecture 1");
+            verify(title.activeFocus);
+            verify(shown("Sep 11, 2026 schedule") !== null);
+            const add = named("Add schedule");
+            tryVerify(() => add.mapToItem(root, 0, add.height).y <= root.height);
+            typeInto("e.g. Microeconomics lecture 1", "Late");
+            press("Add schedule");
+            compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
+        }
+
+        function test_the_form_fits_a_narrow_page() {
+            TestPlanner.offerCalendars();
+            root.width = 688;
+            press("Add to iCloud Calendar");
+            waitForRendering(screen);
+            const names = ["Start", "End", "Add schedule", "Calendar", "Tag (optional)", "Color"];
+            for (const name of names) {
+                const item = shown(name);
+                const left = item.mapToItem(root, 0, 0).x;
+                verify(left >= 32 && left + item.width <= 656, name + " leaves the page");
+            }
+        }
+    }
+}

@@ -1,0 +1,54 @@
+import QtQuick
+import Tessaly.Store
+import Tessaly.Test
+
+Item {
+    id: root
+
+    width: 948
+    height: 1300
+
+    ScheduleCase {
+        page: root
+        name: "ScheduleSheets"
+
+        function test_cancel_and_escape_leave_without_saving() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            press("Edit, Lecture");
+            tryVerify(() => shown("Name").activeFocus);
+            keyClick("x");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Save") === null && named("Close") !== null);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Close") === null);
+            compare(TestPlanner.notesOf("Lecture"), "");
+        }
+
+        function test_display_settings_hide_a_calendar_and_move_the_hours() {
+            TestPlanner.offerCalendars();
+            const requests = TestPlanner.accessRequests();
+            press("Display settings");
+            compare(TestPlanner.accessRequests(), requests + 1);
+            press("Show all");
+            compare(TestPlanner.visibleCalendars(), ["club", "courses", "work"]);
+            press("iCloud");
+            compare(TestPlanner.visibleCalendars(), ["club"]);
+            press("Courses");
+            compare(TestPlanner.visibleCalendars(), ["club", "courses"]);
+            press("Done");
+            tryVerify(() => named("Show all") === null);
+        }
+
+        function test_sync_settings_open_without_asking() {
+            const requests = TestPlanner.accessRequests();
+            press("Sync settings");
+            compare(TestPlanner.accessRequests(), requests);
+            const isOn = PlannerStore.automaticCalendarSync;
+            press("Automatically sync Apple Calendar");
+            compare(PlannerStore.automaticCalendarSync, !isOn);
+            press("Automatically sync Apple Calendar");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Sync now") === null);
+        }
+    }
+}
