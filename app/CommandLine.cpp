@@ -4,6 +4,7 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 
 #include <utility>
@@ -42,6 +43,15 @@ QString objection(const QCommandLineParser &parser)
 }
 
 } // namespace
+
+void forgetRelativeBaseDirectories()
+{
+    for (const char *name :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"}) {
+        if (QDir::isRelativePath(QFile::decodeName(qgetenv(name))))
+            qunsetenv(name);
+    }
+}
 
 CommandLine parseCommandLine(const QStringList &arguments)
 {

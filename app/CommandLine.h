@@ -32,6 +32,10 @@ struct CommandLine
     QString text = {};
 };
 
+/// Takes XDG base directories that are not absolute paths out of the environment: they have to be ignored (XDG Base
+/// Directory Specification 0.8), but Qt 6.4 takes them. To be called before anything asks for a standard directory.
+void forgetRelativeBaseDirectories();
+
 /// Reads the arguments; the first is the program's name.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList &arguments);
 

@@ -8,7 +8,6 @@
 #include "ui/Ui.h"
 #include "views/shell/ShellModel.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QQuickStyle>
@@ -45,8 +44,8 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
     return code;
 }
 
-/// What the launcher handed over so that a window may come to the front; not for programs started from this one.
-QByteArray takeActivationToken()
+/// What the launcher handed over so that a window may come to the front.
+QByteArray activationToken()
 {
     for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
         if (const QByteArray token = qgetenv(name); !token.isEmpty())
@@ -66,11 +65,9 @@ int runPlanner(const CommandLine &commandLine)
 {
     if (commandLine.isDemo)
         return runWindow(*Composition::forDemo(demoLanguage()), nullptr, Start::WithWindow);
-    if (!QDir().mkpath(commandLine.dataDirectory))
-        return showStartFailure({ErrorCode::StorageUnwritable, commandLine.dataDirectory});
     SingleInstance instance(commandLine.dataDirectory);
     const Result<SingleInstance::Role> role =
-        instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = takeActivationToken()});
+        instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = activationToken()});
     if (!role)
         return showStartFailure(role.error());
     if (role.value() == SingleInstance::Role::Second)
@@ -126,6 +123,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication::setApplicationName(QStringLiteral("Tessaly"));
     QCoreApplication::setApplicationVersion(ShellModel::version());
+    forgetRelativeBaseDirectories();
     const CommandLine commandLine = readCommandLine(argc, argv);
     if (commandLine.task == CommandLine::Task::Refuse) {
         std::fprintf(stderr, "tessaly: %s\nTry 'tessaly --help'.\n", qUtf8Printable(commandLine.text));

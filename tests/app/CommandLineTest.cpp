@@ -49,6 +49,20 @@ private slots:
         QVERIFY2(read.text.contains(mention), qUtf8Printable(read.text));
     }
 
+    void aBaseDirectoryThatIsNotAbsoluteIsNone()
+    {
+        const auto afterwards = [](const char *variable, const QByteArray &value) {
+            qputenv(variable, value);
+            forgetRelativeBaseDirectories();
+            return qgetenv(variable);
+        };
+
+        QCOMPARE(afterwards("XDG_DATA_HOME", "share"), QByteArray());
+        QCOMPARE(afterwards("XDG_CONFIG_HOME", "~/.config"), QByteArray());
+        QCOMPARE(afterwards("XDG_RUNTIME_DIR", "./run"), QByteArray());
+        QCOMPARE(afterwards("XDG_DATA_HOME", "/elsewhere/share"), QByteArray("/elsewhere/share"));
+    }
+
     void aGivenDirectoryIsMadeAbsolute()
     {
         const CommandLine read =
