@@ -121,6 +121,9 @@ void ScheduledNotificationCenter::present(const NotificationRequest &request)
     m_presenter.present({request.identifier, request.title, request.body}, [=, this](Presentation presentation) {
         if (!alive || presentation == Presentation::Shown)
             return;
+        // It may have been replaced while the desktop was asked.
+        if (std::ranges::find(m_requests, request.identifier, &NotificationRequest::identifier) != m_requests.end())
+            return;
         m_requests.append(request);
         save();
         setAlarm(m_clock.now().plus(retrySeconds));

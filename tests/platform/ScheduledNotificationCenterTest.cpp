@@ -203,6 +203,21 @@ private slots:
         QCOMPARE(process.shown(), (QStringList{u"a"_s}));
     }
 
+    void aRequestThatWasReplacedWhileTheDesktopWasAskedDoesNotComeBack()
+    {
+        Process process;
+        process.presenter.setUnavailable();
+        process.center->add(request(u"a"_s, 9, 12, 1));
+        process.clock.advance(30);
+        process.center->add(request(u"a"_s, 9, 13, 0));
+        process.presenter.complete();
+
+        QCOMPARE(process.center->pendingRequests(), QList{request(u"a"_s, 9, 13, 0)});
+        process.presenter.appear();
+        process.clock.advance(3600);
+        QCOMPARE(process.shown(), (QStringList{u"a"_s}));
+    }
+
     void withoutWritablePreferencesRequestsStillFireWhileThePlannerRuns()
     {
         Process process;
