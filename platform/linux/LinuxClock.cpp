@@ -36,7 +36,12 @@ public:
         itimerspec time{};
         time.it_value.tv_sec = static_cast<time_t>(seconds);
         time.it_value.tv_nsec = static_cast<long>((seconds - std::floor(seconds)) * 1e9);
-        timerfd_settime(m_descriptor, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &time, nullptr);
+        constexpr int flags = TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET;
+        if (timerfd_settime(m_descriptor, flags, &time, nullptr) == 0 || errno != ECANCELED)
+            return;
+        // The clock was set after the last look at it, and the kernel has told so only now: ring at once.
+        time.it_value = {.tv_sec = 0, .tv_nsec = 1};
+        timerfd_settime(m_descriptor, flags, &time, nullptr);
     }
     void cancel() override
     {
