@@ -10,6 +10,13 @@
 
 namespace tessaly {
 
+bool makePrivateFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    return folder.isDir() || (makePrivateFolder(folder.path()) &&
+                              QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
 bool LocalFileSystem::exists(const QString &path) const
 {
     return QFileInfo::exists(path);

@@ -4,6 +4,10 @@
 
 namespace tessaly {
 
+/// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
+/// exists afterwards.
+[[nodiscard]] bool makePrivateFolder(const QString &path);
+
 /// The file system of the machine.
 class LocalFileSystem final : public FileSystem
 {

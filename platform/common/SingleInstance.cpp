@@ -1,5 +1,7 @@
 #include "platform/common/SingleInstance.h"
 
+#include "platform/common/LocalFileSystem.h"
+
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QFileInfo>
@@ -21,18 +23,25 @@ constexpr qsizetype longestLine = 1024;
 const QByteArray show("show ");
 const QByteArray stay("stay");
 
-/// In the runtime directory, since the data directory's path may be longer than a socket's path can be.
+/// In the runtime directory, since the data directory's path may be longer than a socket's path can be. Where the
+/// system offers none that is safe from other users, a path that fits has to do.
 QString serverNameFor(const QString &directory)
 {
     const QByteArray hash = QCryptographicHash::hash(directory.toUtf8(), QCryptographicHash::Sha256).toHex().left(24);
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QLatin1String("/tessaly-") +
-           QString::fromLatin1(hash);
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return (runtime.isEmpty() ? directory : runtime) + QLatin1String("/tessaly-") + QString::fromLatin1(hash);
+}
+
+/// Without links and dots; as given where there is no such directory.
+QString canonicalDirectory(const QString &directory)
+{
+    return makePrivateFolder(directory) ? QFileInfo(directory).canonicalFilePath() : directory;
 }
 
 } // namespace
 
 SingleInstance::SingleInstance(const QString &directory, QObject *parent)
-    : QObject(parent), m_directory(QFileInfo(directory).canonicalFilePath()), m_serverName(serverNameFor(m_directory)),
+    : QObject(parent), m_directory(canonicalDirectory(directory)), m_serverName(serverNameFor(m_directory)),
       m_lock(m_directory + QLatin1String("/tessaly.lock"))
 {
     // A lock is stale when its process is gone, never because it is old.

@@ -33,12 +33,12 @@ public:
         QByteArray activationToken = {};
     };
 
-    /// `directory` must exist; different paths to the same directory are the same.
+    /// Makes `directory` where there is none, for its owner alone. Different paths to the same directory are the same.
     explicit SingleInstance(const QString &directory, QObject *parent = nullptr);
     ~SingleInstance() override;
 
     /// Fails with StorageUnwritable where the directory cannot be locked, and with StorageLocked where another process
-    /// holds the directory but does not answer within three seconds. The lock of a killed process is taken over.
+    /// holds the directory but does not answer within ten seconds. The lock of a killed process is taken over.
     [[nodiscard]] Result<Role> claim(const Wish &wish);
 
 signals:

@@ -1,3 +1,4 @@
+#include "platform/common/LocalFileSystem.h"
 #include "platform/common/SqlitePreferences.h"
 
 #include <QDir>
@@ -84,7 +85,7 @@ Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::open(const QString
                                                                    std::chrono::milliseconds lockWait)
 {
     const QString path = QDir(directory).filePath(fileName);
-    if (!QDir().mkpath(directory))
+    if (!makePrivateFolder(directory))
         return failure(ErrorCode::StorageUnwritable, directory);
     if (!QFileInfo::exists(path)) {
         // A log without its file is all that is left of a planner; a new file would swallow it.

@@ -1,5 +1,7 @@
 #include "platform/linux/XdgLoginItem.h"
 
+#include "platform/common/LocalFileSystem.h"
+
 #include <QDir>
 #include <QFile>
 #include <QHash>
@@ -92,7 +94,7 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
             return Error{ErrorCode::LoginItemFailed, file.errorString()};
         return {};
     }
-    if (!QDir().mkpath(m_directory))
+    if (!makePrivateFolder(m_directory))
         return Error{ErrorCode::LoginItemFailed, QDir::toNativeSeparators(m_directory)};
     QSaveFile file(filePath());
     const QByteArray text = "[Desktop Entry]\n"

@@ -56,9 +56,10 @@ private slots:
 
         const QStringList files = QDir(directory).entryList(QDir::Files);
         QCOMPARE(files, QStringList{SqlitePreferences::fileName});
-        const QFile::Permissions permissions =
-            QFile::permissions(QDir(directory).filePath(SqlitePreferences::fileName));
-        QVERIFY(!(permissions & (QFile::ReadGroup | QFile::ReadOther)));
+        constexpr QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther | QFile::ExeGroup | QFile::ExeOther;
+        for (const QString &path : {m_directory->filePath(QStringLiteral("a")), directory,
+                                    QDir(directory).filePath(SqlitePreferences::fileName)})
+            QVERIFY2(!(QFile::permissions(path) & others), qUtf8Printable(path));
     }
 
     void anExistingFileIsNeverTakenForAnEmptyPlanner_data()
