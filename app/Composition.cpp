@@ -43,6 +43,7 @@ struct Composition::Parts
     std::unique_ptr<FeedDownloader> feedDownloader;
     std::unique_ptr<FileSystem> fileSystem;
     QString documentsFolder;
+    QString draftsFolder;
     std::unique_ptr<FileDialogs> fileDialogs =
         std::make_unique<PortalFileDialogs>(std::make_unique<QuickFileDialogs>());
     std::unique_ptr<SystemAppearance> systemAppearance;
@@ -69,7 +70,7 @@ Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts
     Parts &p = *m_parts;
     p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationCenter,
                                                           *p.loginItem, *p.feedDownloader, *p.clock, p.calendar,
-                                                          *p.fileSystem, p.documentsFolder});
+                                                          *p.fileSystem, p.documentsFolder, p.draftsFolder});
 }
 
 Composition::~Composition() = default;
@@ -86,6 +87,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
     parts->fileSystem = std::make_unique<LocalFileSystem>();
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
+    parts->draftsFolder = commandLine.dataDirectory + QStringLiteral("/Drafts");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
@@ -109,6 +111,8 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     auto fileSystem = std::make_unique<FakeFileSystem>();
     // lint-allow(papers): a made-up folder for the pictures
     parts->documentsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Documents");
+    // lint-allow(papers): likewise
+    parts->draftsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Drafts");
     const SampleDocuments documents = sampleDocuments(language, parts->clock->now());
     (void)preferences->setValue(
         keys::documentMetadataKey,

@@ -36,6 +36,13 @@ public:
 
     /// The text of the document; empty when its file is missing or not UTF-8. Remembers it as the version known here.
     [[nodiscard]] QString text(const QUuid &documentID);
+    /// Names the version of the file that was last read or written here; empty when there was none.
+    [[nodiscard]] QByteArray knownVersion(const QUuid &documentID) const { return m_knownDigests.value(documentID); }
+    /// Takes this one for the version that was last read: any other that is found is that of another program.
+    void setKnownVersion(const QUuid &documentID, const QByteArray &version)
+    {
+        m_knownDigests.insert(documentID, version);
+    }
     /// Writes the text at once and durably. A version that another program has written since the last text() or write()
     /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number. On failure, also of that, the former
     /// file stands.

@@ -34,7 +34,8 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 } // namespace
 
 DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, QObject *parent)
-    : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports))
+    : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports)),
+      m_drafts(ports.fileSystem, ports.draftsFolder)
 {
 }
 
@@ -155,8 +156,29 @@ DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, co
 {
     const QUuid id = document.id;
     DocumentWrite outcome = m_folder.write(id, content);
+    if (outcome)
+        m_drafts.drop(id);
     touch(id, [](MarkdownDocument &) {});
     return outcome;
+}
+
+bool DocumentLibrary::keepDraft(const MarkdownDocument &document, DocumentDraft draft)
+{
+    draft.version = m_folder.knownVersion(document.id);
+    return m_drafts.keep(document.id, draft);
+}
+
+std::optional<DocumentDraft> DocumentLibrary::takeUpDraft(const MarkdownDocument &document, const QString &content)
+{
+    std::optional<DocumentDraft> draft = m_drafts.draft(document.id);
+    if (!draft)
+        return std::nullopt;
+    if (draft->title == document.title && draft->categoryID == document.categoryID && draft->content == content) {
+        m_drafts.drop(document.id);
+        return std::nullopt;
+    }
+    m_folder.setKnownVersion(document.id, draft->version);
+    return draft;
 }
 
 void DocumentLibrary::renameDocument(const MarkdownDocument &document, const QString &title)
@@ -181,6 +203,7 @@ void DocumentLibrary::deleteDocument(const MarkdownDocument &document)
 {
     const QUuid id = document.id;
     m_folder.remove(id);
+    m_drafts.drop(id);
     if (const auto rows = removeRecords(m_library.documents, id))
         documentsAssigned(*rows);
 }

@@ -2,6 +2,7 @@
 
 #include "model/RowsChange.h"
 #include "model/SavedData.h"
+#include "store/DocumentDrafts.h"
 #include "store/DocumentFolder.h"
 
 #include <QObject>
@@ -59,6 +60,12 @@ public:
     /// Writes the text and sets the time of the last change. When the text is not on the disk, the former text stands
     /// there.
     [[nodiscard]] DocumentWrite saveDocument(const MarkdownDocument &document, const QString &content);
+    /// Keeps what stands in the editor until the document is saved or deleted; its `version` is filled in here. True
+    /// when it is on the disk.
+    bool keepDraft(const MarkdownDocument &document, DocumentDraft draft);
+    /// What was kept of a document and never saved; nothing when that is what the document says anyway. Saving after
+    /// this keeps what another program has written since the draft was begun. To be called after documentContent().
+    [[nodiscard]] std::optional<DocumentDraft> takeUpDraft(const MarkdownDocument &document, const QString &content);
     /// A blank title is ignored.
     void renameDocument(const MarkdownDocument &document, const QString &title);
     void setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID);
@@ -84,6 +91,7 @@ private:
     const PlannerPorts &m_ports;
     StoredValues &m_values;
     DocumentFolder m_folder;
+    DocumentDrafts m_drafts;
     DocumentLibraryData m_library;
 };
 

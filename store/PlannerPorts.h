@@ -25,6 +25,8 @@ struct PlannerPorts
     FileSystem &fileSystem;
     /// Absolute path of the folder for documents while the user has chosen none.
     QString documentsFolder;
+    /// Absolute path of the folder for what is typed into documents and not saved yet.
+    QString draftsFolder;
 };
 
 } // namespace tessaly

@@ -288,6 +288,44 @@ private slots:
         QCOMPARE(its.saved(), its.shown());
     }
 
+    void aDraftComesBackUntilItIsSavedAndBuriesNoForeignVersion()
+    {
+        Library library;
+        const MarkdownDocument document = *library->addDocument(u"Notes"_s, {});
+        const QString text = library->documentContent(document);
+        const DocumentDraft typed{
+            .title = u"Notes 2"_s, .categoryID = QUuid::createUuid(), .content = text + u"typed \u00e9"_s};
+        QVERIFY(library->keepDraft(document, typed));
+
+        library.start();
+        library.put(u"Documents/"_s + uuidText(document.id) + u".md"_s, "from elsewhere");
+        const std::optional<DocumentDraft> back = library->takeUpDraft(document, library->documentContent(document));
+        QVERIFY(back);
+        QCOMPARE(back->title, typed.title);
+        QCOMPARE(back->categoryID, typed.categoryID);
+        QCOMPARE(back->content, typed.content);
+
+        const DocumentWrite outcome = library->saveDocument(document, back->content);
+        QCOMPARE(library.filesIn(u"Drafts"_s), QStringList());
+        QCOMPARE(library.fileOf(document), typed.content.toUtf8());
+        QVERIFY(!outcome.keptVersion.isEmpty());
+        QVERIFY(!library->takeUpDraft(document, typed.content));
+    }
+
+    void aDraftThatSaysNothingNewOrHasNoDocumentIsDropped()
+    {
+        Library library;
+        const MarkdownDocument document = *library->addDocument(u"Notes"_s, {});
+        const QString text = library->documentContent(document);
+        library->keepDraft(document, {.title = document.title, .categoryID = {}, .content = text});
+        QVERIFY(!library->takeUpDraft(document, text));
+        QCOMPARE(library.filesIn(u"Drafts"_s), QStringList());
+
+        library->keepDraft(document, {.title = document.title, .categoryID = {}, .content = u"typed"_s});
+        library->deleteDocument(document);
+        QCOMPARE(library.filesIn(u"Drafts"_s), QStringList());
+    }
+
     void aForeignVersionThatCannotBeKeptIsNotWrittenOver()
     {
         StoreUnderTest planner;

@@ -29,14 +29,31 @@ struct FakePorts
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)
     {
-        return {preferences, eventStore, notificationCenter, loginItem, feedDownloader, clock, calendar, disk, folder};
+        return {preferences,
+                eventStore,
+                notificationCenter,
+                loginItem,
+                feedDownloader,
+                clock,
+                calendar,
+                disk,
+                folder,
+                folder + QStringLiteral("/../Drafts")};
     }
 
 private:
     [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader)
     {
-        return {stored,   eventStore, notificationCenter,          loginItem, downloader, clock,
-                calendar, files,      QStringLiteral("/documents")};
+        return {stored,
+                eventStore,
+                notificationCenter,
+                loginItem,
+                downloader,
+                clock,
+                calendar,
+                files,
+                QStringLiteral("/documents"),
+                QStringLiteral("/drafts")};
     }
 };
 

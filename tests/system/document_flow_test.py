@@ -23,13 +23,19 @@ class DocumentFlow(PlannerTestCase):
         self.write(planner, "Markdown 源文本", "kept")
         planner.keys("key", "ctrl+s")
         wait_for("the text on the disk", lambda: self.texts(self.data) == ["# Diary\nkept"])
-        planner.keys("type", " lost")
+        planner.keys("type", " and typed")
+        draft = self.data / "Drafts"
+        wait_for("the draft", lambda: any("and typed" in path.read_text() for path in draft.glob("*.json")))
         planner.kill()
+        assert self.texts(self.data) == ["# Diary\nkept"], self.texts(self.data)
 
         planner = self.start()
         planner.press("list item", "文档")
         planner.press("push button", "Diary")
-        planner.wait_text("Markdown 源文本", "# Diary\u2029kept")
+        planner.wait_text("Markdown 源文本", "# Diary\u2029kept and typed")
+        planner.press("push button", "关闭")
+        wait_for("the text on the disk", lambda: self.texts(self.data) == ["# Diary\nkept and typed"])
+        assert not list(draft.glob("*.json"))
 
     def flow(self, planner, text):
         data = self.data.with_name("data-" + text("0", "1"))

@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds previewDelay(240);
+constexpr std::chrono::milliseconds typingPause(300);
+constexpr std::chrono::seconds longestDraftAge(2);
 
 QStringList imageExtensions()
 {
@@ -31,6 +33,12 @@ MarkdownEditorModel::MarkdownEditorModel(QObject *parent) : QObject(parent)
     m_previewTimer.setInterval(previewDelay);
     connect(&m_source, &SourceText::edited, &m_previewTimer, qOverload<>(&QTimer::start));
     connect(&m_previewTimer, &QTimer::timeout, this, &MarkdownEditorModel::updatePreview);
+    m_pauseTimer.setSingleShot(true);
+    m_pauseTimer.setInterval(typingPause);
+    m_draftTimer.setSingleShot(true);
+    m_draftTimer.setInterval(longestDraftAge);
+    connect(&m_pauseTimer, &QTimer::timeout, this, &MarkdownEditorModel::keepDraft);
+    connect(&m_draftTimer, &QTimer::timeout, this, &MarkdownEditorModel::keepDraft);
 }
 
 MarkdownEditorModel::~MarkdownEditorModel()
@@ -48,6 +56,7 @@ void MarkdownEditorModel::open(const QString &documentId)
     m_title = m_document->title;
     m_categoryID = m_document->categoryID;
     m_source.load(library().documentContent(*m_document));
+    takeUpDraft();
     m_previewContent = m_source.text();
     connect(m_store, &PlannerStore::interfaceLanguageChanged, this, &MarkdownEditorModel::categoriesChanged);
     connect(&library(), &DocumentLibrary::documentCategoriesChanged, this, &MarkdownEditorModel::categoriesChanged);
@@ -56,6 +65,36 @@ void MarkdownEditorModel::open(const QString &documentId)
     emit categoriesChanged();
     emit categoryChanged();
     emit previewContentChanged();
+    emit messageChanged();
+    connect(&m_source, &SourceText::edited, this, &MarkdownEditorModel::changed);
+    connect(this, &MarkdownEditorModel::titleChanged, this, &MarkdownEditorModel::changed);
+    connect(this, &MarkdownEditorModel::categoryChanged, this, &MarkdownEditorModel::changed);
+}
+
+void MarkdownEditorModel::takeUpDraft()
+{
+    const std::optional<DocumentDraft> draft = library().takeUpDraft(*m_document, m_source.textToSave());
+    if (!draft)
+        return;
+    m_title = draft->title;
+    m_categoryID = draft->categoryID;
+    m_source.load(draft->content);
+    m_draftMessage =
+        m_store->text(u"已恢复上次未保存的修改。"_s, u"Changes that had not been saved were brought back."_s);
+}
+
+void MarkdownEditorModel::changed()
+{
+    m_pauseTimer.start();
+    if (!m_draftTimer.isActive())
+        m_draftTimer.start();
+}
+
+bool MarkdownEditorModel::keepDraft()
+{
+    m_pauseTimer.stop();
+    m_draftTimer.stop();
+    return library().keepDraft(*m_document, {m_title, m_categoryID, m_source.textToSave()});
 }
 
 void MarkdownEditorModel::showSource(QQuickTextDocument *document, int lineHeight)
@@ -101,7 +140,11 @@ bool MarkdownEditorModel::mayLeave()
     if (save() || isWarned)
         return true;
     m_isLeaveRefused = true;
-    m_saveFailure += m_store->text(u"再次关闭窗口将放弃这些文字。"_s, u" Closing the window once more gives it up."_s);
+    m_saveFailure +=
+        keepDraft() ? m_store->text(u"再次关闭窗口会将其留作草稿，下次打开此文档时恢复。"_s,
+                                    u" Closing the window once more keeps it as a draft, which comes back when the "
+                                    "document is opened."_s)
+                    : m_store->text(u"再次关闭窗口将放弃这些文字。"_s, u" Closing the window once more gives it up."_s);
     emit messageChanged();
     return false;
 }
@@ -120,6 +163,13 @@ bool MarkdownEditorModel::save()
                                             u"The document could not be saved. Your text is still here: check the save "
                                             "location, then save again."_s);
     m_keptVersionMessage.clear();
+    if (isSaved) {
+        m_pauseTimer.stop();
+        m_draftTimer.stop();
+        m_draftMessage.clear();
+    } else {
+        keepDraft();
+    }
     if (!outcome.keptVersion.isEmpty()) {
         // The id that the names of all its files begin with tells nobody anything.
         m_keptVersionMessage = m_store
@@ -138,6 +188,8 @@ QString MarkdownEditorModel::message() const
     if (!m_saveFailure.isEmpty())
         return m_saveFailure;
     const bool isBoth = !m_copyMessage.isEmpty() && !m_keptVersionMessage.isEmpty();
+    if (m_copyMessage.isEmpty() && m_keptVersionMessage.isEmpty())
+        return m_draftMessage;
     return m_copyMessage + (isBoth ? u" "_s : QString()) + m_keptVersionMessage;
 }
 

@@ -14,8 +14,8 @@
 
 namespace tessaly {
 
-/// The state of the editor of one document. Nothing is saved while typing, but what was typed is saved at the latest
-/// when the editor goes.
+/// The state of the editor of one document. The document is not saved while typing, but at the latest when the editor
+/// goes; should the program go down before that, the next editor brings back what was typed from a draft.
 class MarkdownEditorModel : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ public:
     /// What the preview shows: the source, 240 milliseconds after the last key of a burst.
     [[nodiscard]] const QString &previewContent() const { return m_previewContent; }
     /// Why the text could not be saved, else how the last copy went and where the last save kept the version of another
-    /// program; may be empty.
+    /// program, else that the text is that of a draft; may be empty.
     [[nodiscard]] QString message() const;
     /// Whether the message tells of a failure.
     [[nodiscard]] bool hasFailed() const { return !m_saveFailure.isEmpty() || m_hasCopyFailed; }
@@ -101,6 +101,9 @@ signals:
 private:
     [[nodiscard]] DocumentLibrary &library() const { return m_store->documentLibrary(); }
     void updatePreview();
+    void takeUpDraft();
+    void changed();
+    bool keepDraft();
     void setCopyMessage(const QString &message, bool hasFailed);
     void takeImage(const QUrl &image);
 
@@ -113,11 +116,15 @@ private:
     SourceText m_source;
     QString m_previewContent;
     QTimer m_previewTimer;
+    /// The draft is written when typing pauses, and now and then while it does not.
+    QTimer m_pauseTimer;
+    QTimer m_draftTimer;
     MarkdownMode m_mode = MarkdownMode::Split;
     QString m_copyMessage;
     bool m_hasCopyFailed = false;
     QString m_saveFailure;
     QString m_keptVersionMessage;
+    QString m_draftMessage;
     bool m_isClosed = false;
     bool m_isLeaveRefused = false;
 };
