@@ -62,9 +62,10 @@ missing_packages() {
 
 explain_without_apt() {
     local tool lacking=()
-    for tool in c++ cmake ninja pkg-config; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
+    for tool in c++ cmake ninja pkg-config npm; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
-        "Ninja, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, ICU 60, Boost 1.75 with Boost.JSON;" \
+        "Ninja, npm, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, zlib, ICU 60," \
+        "Boost 1.75 with Boost.JSON;" \
         "for the tests libical, nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, python-dbusmock; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."
