@@ -13,15 +13,6 @@ constexpr qsizetype manyReminders = 10'000;
 constexpr qsizetype manyGoals = 200;
 constexpr int tasksPerGoal = 20;
 
-QList<ReminderItem> reminders()
-{
-    RecordGenerator generator(5);
-    QList<ReminderItem> list;
-    for (qsizetype count = 0; count < manyReminders; ++count)
-        list.append(generator.reminder());
-    return list;
-}
-
 QList<Goal> goals()
 {
     RecordGenerator generator(6);
@@ -41,7 +32,8 @@ QList<Goal> goals()
 TESSALY_BENCH(todos)
 {
     StoreUnderTest planner;
-    planner.put(keys::storageKey, encodeSavedData({.reminders = reminders()}).value_or(QByteArray()));
+    planner.put(keys::storageKey,
+                encodeSavedData(RecordGenerator(5).savedData(0, manyReminders, 0)).value_or(QByteArray()));
     planner.start();
     ReminderViewModel open;
     open.setStore(planner.store.get());

@@ -48,12 +48,7 @@ public:
 
 QList<ScheduleItem> generated(qsizetype count)
 {
-    RecordGenerator generator;
-    QList<ScheduleItem> schedules;
-    schedules.reserve(count);
-    for (qsizetype index = 0; index < count; ++index)
-        schedules.append(generator.schedule());
-    return schedules;
+    return RecordGenerator().savedData(count, 0, 0).schedules;
 }
 
 /// So many schedules in the one week of June 9, 2025.

@@ -31,6 +31,30 @@ QByteArray member(const QByteArray &key, const QByteArray &value)
     return ",\"" + key + "\":" + value;
 }
 
+/// Values of JSON with what they are; a key takes those of its own kind only.
+QList<QPair<QByteArray, QByteArray>> valuesOfEveryKind()
+{
+    return {{"text", json("'x'")},
+            {"text", json("'\\u0031'")},
+            {"flag", "true"},
+            {"flag", "false"},
+            {"number", "0"},
+            {"number", "1"},
+            {"number", "-2.5e3"},
+            {"list", "[]"},
+            {"object", "{}"},
+            {"list of null", "[null]"},
+            {"list of text", json("['x']")},
+            {"list of lists", "[[]]"},
+            {"list of blanks", "[{}]"},
+            {"id", '"' + upperID + '"'},
+            {"id", '"' + lowerID + '"'},
+            {"not an id", "\"{" + upperID + "}\""},
+            {"not an id", '"' + upperID.chopped(1) + '"'},
+            {"not an id", '"' + upperID.chopped(1) + "g\""},
+            {"not an id", '"' + QByteArray(upperID).replace('-', '0') + '"'}};
+}
+
 } // namespace
 
 class RecordDecodingTest : public QObject
@@ -205,27 +229,7 @@ void RecordDecodingTest::everyKeyChecksItsType()
         }
     };
 
-    const QList<QPair<QByteArray, QByteArray>> values = {
-        {"text", json("'x'")},
-        {"text", json("'\\u0031'")},
-        {"flag", "true"},
-        {"flag", "false"},
-        {"number", "0"},
-        {"number", "1"},
-        {"number", "-2.5e3"},
-        {"list", "[]"},
-        {"object", "{}"},
-        {"list of null", "[null]"},
-        {"list of text", json("['x']")},
-        {"list of lists", "[[]]"},
-        {"list of blanks", "[{}]"},
-        {"id", '"' + upperID + '"'},
-        {"id", '"' + lowerID + '"'},
-        {"not an id", "\"{" + upperID + "}\""},
-        {"not an id", '"' + upperID.chopped(1) + '"'},
-        {"not an id", '"' + upperID.chopped(1) + "g\""},
-        {"not an id", '"' + QByteArray(upperID).replace('-', '0') + '"'}};
-    for (const auto &[valueKind, value] : values) {
+    for (const auto &[valueKind, value] : valuesOfEveryKind()) {
         const bool isText = valueKind == "text" || valueKind == "id" || valueKind == "not an id";
         const bool fits = kind.endsWith("text") ? isText : kind.endsWith(valueKind);
         QVERIFY2(decodes(value) == fits, value.constData());

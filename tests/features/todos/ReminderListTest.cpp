@@ -11,15 +11,6 @@ namespace {
 
 constexpr int manyReminders = 10'000;
 
-QList<ReminderItem> many()
-{
-    RecordGenerator generator(7);
-    QList<ReminderItem> reminders;
-    for (int count = 0; count < manyReminders; ++count)
-        reminders.append(generator.reminder());
-    return reminders;
-}
-
 /// Opens every group and returns their labels.
 void expandAll(ReminderDriver &screen)
 {
@@ -38,7 +29,7 @@ private slots:
     void tickingOneOfManyTouchesNoOtherRow()
     {
         ReminderDriver given;
-        given.put(keys::storageKey, *encodeSavedData({.reminders = many()}));
+        given.put(keys::storageKey, *encodeSavedData(RecordGenerator(7).savedData(0, manyReminders, 0)));
         given.startInEnglish();
         given.openScreen();
         given.tester.reset();
