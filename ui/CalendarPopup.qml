@@ -169,7 +169,9 @@ RisingPopup {
             TimePartField {
                 number: popup.editor.hour
                 most: 23
+                name: Language.text("时", "Hour")
                 onEntered: number => popup.editor.setTime(number, popup.editor.minute)
+                onStepped: delta => popup.editor.stepHour(delta)
             }
 
             AppText {
@@ -181,7 +183,10 @@ RisingPopup {
             TimePartField {
                 number: popup.editor.minute
                 most: 59
+                name: Language.text("分", "Minute")
                 onEntered: number => popup.editor.setTime(popup.editor.hour, number)
+                // Within the hour.
+                onStepped: delta => popup.editor.setTime(popup.editor.hour, (popup.editor.minute + delta + 60) % 60)
             }
         }
     }

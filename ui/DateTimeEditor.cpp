@@ -37,7 +37,15 @@ PartLimit limitOf(DateTimePart part)
     return {2, 59};
 }
 
-constexpr int firstYear = 1000;
+/// The moment; where it falls into a gap of daylight saving, as much later as the gap is long.
+QDateTime momentPastGap(QDate date, QTime time, const QTimeZone &zone)
+{
+    const QDateTime moment(date, time, zone);
+    if (moment.isValid() || !date.isValid() || !time.isValid())
+        return moment;
+    const int offsetBefore = QDateTime(date.addDays(-1), QTime(12, 0), zone).offsetFromUtc();
+    return QDateTime(date, time, Qt::OffsetFromUTC, offsetBefore).toTimeZone(zone);
+}
 
 } // namespace
 
@@ -50,7 +58,9 @@ void DateTimeEditor::setValue(const QDateTime &value)
     if (m_value == value)
         return;
     m_typing.reset();
+    m_former.clear();
     m_isRefused = false;
+    m_isAllChosen = false;
     m_value = value;
     emit valueChanged();
     emit partChanged();
@@ -60,7 +70,7 @@ void DateTimeEditor::setEnglish(bool isEnglish)
 {
     if (m_isEnglish == isEnglish)
         return;
-    finishTyping();
+    settle();
     m_isEnglish = isEnglish;
     emit valueChanged();
     emit partChanged();
@@ -78,8 +88,7 @@ void DateTimeEditor::setDateOnly(bool isDateOnly)
 
 QList<DateTimePiece> DateTimeEditor::pieces() const
 {
-    const bool isTyping = m_typing && !m_typing->isSpoilt;
-    return dateTimePieces(isTyping ? m_typing->parts : dateTimeParts(m_value), m_isEnglish, m_isDateOnly);
+    return dateTimePieces(m_typing ? m_typing->parts : dateTimeParts(m_value), m_isEnglish, m_isDateOnly);
 }
 
 QList<DateTimePart> DateTimeEditor::order() const
@@ -94,6 +103,8 @@ QList<DateTimePart> DateTimeEditor::order() const
 
 QString DateTimeEditor::text() const
 {
+    if (m_typing && m_typing->isWhole)
+        return m_typing->whole;
     QString result;
     for (const DateTimePiece &piece : pieces())
         result += piece.text;
@@ -102,6 +113,10 @@ QString DateTimeEditor::text() const
 
 int DateTimeEditor::partStart() const
 {
+    if (m_isAllChosen)
+        return 0;
+    if (m_typing && m_typing->isWhole)
+        return static_cast<int>(m_typing->whole.size());
     qsizetype start = 0;
     int index = 0;
     for (const DateTimePiece &piece : pieces()) {
@@ -114,6 +129,10 @@ int DateTimeEditor::partStart() const
 
 int DateTimeEditor::partLength() const
 {
+    if (m_isAllChosen)
+        return static_cast<int>(text().size());
+    if (m_typing && m_typing->isWhole)
+        return 0;
     int index = 0;
     for (const DateTimePiece &piece : pieces()) {
         if (piece.isEditable && index++ == m_partIndex)
@@ -129,16 +148,27 @@ void DateTimeEditor::takeKeysOf(QQuickItem *item) const
 
 void DateTimeEditor::choosePart(int index)
 {
+    if (m_typing && m_typing->isWhole && !finishTyping())
+        return;
+    m_isAllChosen = false;
     if (m_typing) {
         completePart();
         applyTyping();
+        m_typing->whole.clear();
         // What is not a moment yet can become one in another part.
-        if (!m_isRefused || m_typing->isSpoilt)
+        if (!m_isRefused) {
             m_typing.reset();
+            m_former.clear();
+        }
     }
-    m_isRefused = m_typing.has_value();
     m_partIndex = std::clamp(index, 0, static_cast<int>(order().size()) - 1);
     emit valueChanged();
+    emit partChanged();
+}
+
+void DateTimeEditor::chooseAll()
+{
+    m_isAllChosen = true;
     emit partChanged();
 }
 
@@ -170,17 +200,23 @@ void DateTimeEditor::commit(const QDateTime &value)
     emit edited(value);
 }
 
+void DateTimeEditor::settle()
+{
+    if (!finishTyping())
+        cancelTyping();
+}
+
 void DateTimeEditor::edit(QDate date, QTime time)
 {
-    finishTyping();
-    const QDateTime changed(date, QTime(time.hour(), time.minute()), m_value.timeZone());
-    if (date.isValid() && changed.isValid())
+    settle();
+    const QDateTime changed = momentPastGap(date, QTime(time.hour(), time.minute()), m_value.timeZone());
+    if (changed.isValid())
         commit(changed);
 }
 
 void DateTimeEditor::step(int delta)
 {
-    finishTyping();
+    settle();
     const QDate date = m_value.date();
     const QTime time = m_value.time();
     switch (part()) {
@@ -191,10 +227,35 @@ void DateTimeEditor::step(int delta)
     case DateTimePart::Day:
         return edit(date.addDays(delta), time);
     case DateTimePart::Hour:
-        return edit(date, time.addSecs(delta * 3600));
+        return stepTime(delta * 3600);
     case DateTimePart::Minute:
-        return edit(date, time.addSecs(delta * 60));
+        return stepTime(delta * 60);
     }
+}
+
+void DateTimeEditor::stepHour(int delta)
+{
+    settle();
+    stepTime(delta * 3600);
+}
+
+void DateTimeEditor::stepTime(int seconds)
+{
+    const QTimeZone zone = m_value.timeZone();
+    QTime time = m_value.time().addSecs(seconds);
+    // Not into a gap of daylight saving but over it, in either direction.
+    while (time != m_value.time() && !QDateTime(m_value.date(), time, zone).isValid())
+        time = time.addSecs(seconds);
+    edit(m_value.date(), time);
+}
+
+void DateTimeEditor::beginTyping(bool isWhole)
+{
+    const QDateTime before = m_typing ? m_typing->valueBefore : m_value;
+    m_typing = Typing{before, dateTimeParts(before), m_partIndex};
+    m_typing->isWhole = isWhole;
+    m_former.clear();
+    m_isAllChosen = false;
 }
 
 bool DateTimeEditor::type(const QString &character)
@@ -203,21 +264,25 @@ bool DateTimeEditor::type(const QString &character)
         return false;
     const QChar typed = character.front();
     const bool isSeparator = u" :/-,."_s.contains(typed);
-    if (!m_typing && isSeparator) {
-        if (typed != u' ')
-            movePart(1);
-        return typed != u' ';
-    }
-    if (!m_typing)
-        m_typing = Typing{m_value, dateTimeParts(m_value), m_partIndex};
-    if (m_typing->isSpoilt)
+    if ((!m_typing || m_isAllChosen) && typed == u' ')
+        return false;
+    if (!m_typing && !m_isAllChosen && isSeparator) {
+        movePart(1);
         return true;
-    if (isSeparator)
-        typeSeparator(typed);
-    else if (typed >= u'0' && typed <= u'9')
-        typeDigit(typed);
-    else
-        typeLetter(typed);
+    }
+    if (!m_typing || m_isAllChosen)
+        beginTyping(m_isAllChosen);
+    m_former.append({*m_typing, m_partIndex});
+    m_typing->whole += typed;
+    if (!m_typing->isWhole) {
+        if (isSeparator)
+            typeSeparator(typed);
+        else if (typed >= u'0' && typed <= u'9')
+            typeDigit(typed);
+        else
+            typeLetter(typed);
+        recogniseWhole();
+    }
     applyTyping();
     return true;
 }
@@ -244,7 +309,7 @@ void DateTimeEditor::typeLetter(QChar letter)
 {
     const QString letters = m_typing->text + letter;
     const int month = m_isEnglish && part() == DateTimePart::Month ? monthBeginningWith(letters) : 0;
-    m_typing->isSpoilt = month == 0;
+    m_typing->isWhole = month == 0;
     if (month == 0)
         return;
     m_typing->text = letters;
@@ -256,7 +321,7 @@ void DateTimeEditor::typeSeparator(QChar separator)
 {
     const bool isBlank = separator == u' ';
     const bool isTyped = !m_typing->text.isEmpty();
-    m_typing->isSpoilt = !isBlank && (m_typing->hasSeparator || (isTyped && isLastPart()));
+    m_typing->isWhole = !isBlank && (m_typing->hasSeparator || (isTyped && isLastPart()));
     m_typing->hasSeparator |= !isBlank;
     if (isTyped && !isLastPart())
         leaveTypedPart();
@@ -271,9 +336,18 @@ void DateTimeEditor::leaveTypedPart()
 void DateTimeEditor::completePart()
 {
     // Two digits are a year of the same century.
-    if (part() == DateTimePart::Year && m_typing->text.size() == 2)
+    if (!m_typing->isWhole && part() == DateTimePart::Year && m_typing->text.size() == 2)
         m_typing->parts.year += m_typing->valueBefore.date().year() / 100 * 100;
     m_typing->text.clear();
+}
+
+DateTimeReading DateTimeEditor::readWhole() const
+{
+    const QDateTime &before = m_typing->valueBefore;
+    DateTimeReading reading = readDateTime(m_typing->whole, before);
+    if (m_isDateOnly && reading.moment.isValid())
+        reading.moment.setTime(QTime(before.time().hour(), before.time().minute()));
+    return reading;
 }
 
 QDateTime DateTimeEditor::typedMoment() const
@@ -282,17 +356,33 @@ QDateTime DateTimeEditor::typedMoment() const
     const int lastDay = QDate(parts.year, parts.month, 1).daysInMonth();
     const QDate date(parts.year, parts.month, m_typing->isDayTyped ? parts.day : std::min(parts.day, lastDay));
     const QTime time(parts.hour, parts.minute);
-    if (m_typing->isSpoilt || parts.year < firstYear || !date.isValid() || !time.isValid())
+    if (parts.year < firstYear || !date.isValid() || !time.isValid())
         return {};
     return {date, time, m_typing->valueBefore.timeZone()};
 }
 
+bool DateTimeEditor::isPartOpen() const
+{
+    const qsizetype typed = m_typing->text.size();
+    return typed > 0 && typed < limitOf(part()).digits;
+}
+
+void DateTimeEditor::recogniseWhole()
+{
+    const DateTimeReading reading = readWhole();
+    const QDateTime moment = typedMoment();
+    // Digits alone belong to the parts.
+    const bool hasForm = std::ranges::any_of(m_typing->whole, [](QChar typed) { return !typed.isDigit(); });
+    if (reading.moment.isValid() ? reading.moment != moment
+                                 : hasForm && reading.isBegun && !moment.isValid() && !isPartOpen())
+        m_typing->isWhole = true;
+}
+
 void DateTimeEditor::applyTyping()
 {
-    const QDateTime moment = typedMoment();
-    const qsizetype typed = m_typing->text.size();
-    const bool isPartOpen = typed > 0 && typed < limitOf(part()).digits;
-    m_isRefused = m_typing->isSpoilt || (!moment.isValid() && !isPartOpen);
+    const DateTimeReading whole = m_typing->isWhole ? readWhole() : DateTimeReading();
+    const QDateTime moment = m_typing->isWhole ? whole.moment : typedMoment();
+    m_isRefused = m_typing->isWhole ? !whole.isBegun && !m_typing->whole.isEmpty() : !moment.isValid() && !isPartOpen();
     commit(moment.isValid() ? moment : m_typing->valueBefore);
     emit valueChanged();
     emit partChanged();
@@ -300,50 +390,72 @@ void DateTimeEditor::applyTyping()
 
 void DateTimeEditor::erase()
 {
-    if (!m_typing || m_typing->isSpoilt) {
-        cancelTyping();
+    if (m_isAllChosen) {
+        beginTyping(true);
+        applyTyping();
         return;
     }
-    DateTimeParts before = dateTimeParts(m_typing->valueBefore);
-    partOf(m_typing->parts, part()) = partOf(before, part());
-    m_typing->isDayTyped &= part() != DateTimePart::Day;
-    m_typing->text.clear();
-    applyTyping();
+    if (m_former.isEmpty()) {
+        // What was pasted.
+        if (m_typing && m_typing->isWhole) {
+            m_typing->whole.chop(1);
+            applyTyping();
+        }
+        return;
+    }
+    const FormerTyping former = m_former.takeLast();
+    m_partIndex = former.partIndex;
+    m_typing = former.typing;
+    if (m_former.isEmpty() && !m_typing->isWhole)
+        cancelTyping();
+    else
+        applyTyping();
 }
 
 bool DateTimeEditor::cancelTyping()
 {
     const std::optional<Typing> dropped = std::exchange(m_typing, std::nullopt);
+    m_former.clear();
+    m_isRefused = false;
+    m_isAllChosen = false;
     if (dropped) {
         m_partIndex = dropped->firstPartIndex;
         commit(dropped->valueBefore);
     }
-    finishTyping();
+    emit valueChanged();
+    emit partChanged();
     return dropped.has_value();
 }
 
 bool DateTimeEditor::finishTyping()
 {
+    m_isAllChosen = false;
+    if (m_typing && m_typing->isWhole && m_typing->whole.trimmed().isEmpty()) {
+        cancelTyping();
+        return false;
+    }
     if (m_typing) {
         completePart();
         applyTyping();
+        m_isRefused |= m_typing->isWhole && !readWhole().moment.isValid();
     }
-    const bool isUnderstood = !m_typing || !m_isRefused;
-    m_typing.reset();
-    m_isRefused = false;
+    if (!m_isRefused) {
+        m_typing.reset();
+        m_former.clear();
+    }
     emit valueChanged();
     emit partChanged();
-    return isUnderstood;
+    return !m_isRefused;
 }
 
 void DateTimeEditor::paste()
 {
-    const std::optional<QDateTime> read = readDateTime(QGuiApplication::clipboard()->text(), m_value);
+    const QString pasted = QGuiApplication::clipboard()->text().simplified();
+    if (pasted.isEmpty())
+        return;
+    beginTyping(true);
+    m_typing->whole = pasted;
     finishTyping();
-    m_isRefused = !read || !read->isValid() || read->date().year() < firstYear;
-    if (!m_isRefused)
-        edit(read->date(), read->time());
-    emit valueChanged();
 }
 
 void DateTimeEditor::copy() const

@@ -6,13 +6,17 @@
 #include <QQuickItem>
 #include <QtQml/qqml.h>
 
+#include <optional>
+
 namespace tessaly {
 
 /// The rules of a date-time field: its text, which part of it is chosen, and what keys do to that part. Wall-clock
 /// time of the value's own time zone; seconds are cleared by every change.
 ///
-/// Typing goes on from the first character until a part is chosen otherwise or the field is left. The value follows
-/// while all that was typed is a moment; else it is what it was before, and isRefused says so.
+/// Typing goes on from the first character until a part is chosen otherwise or the field is left. What is typed goes
+/// into the parts, or stands by itself where it is a whole date in another form, replaces the whole text, or is not
+/// understood. The value follows while all that was typed is a moment; else it is what it was before. What is no moment
+/// stays when the field is left, and isRefused says so, until it is mended, cancelled or the value set otherwise.
 class DateTimeEditor : public QObject
 {
     Q_OBJECT
@@ -48,15 +52,19 @@ public:
 
     // Each of these that changes the value emits edited().
     Q_INVOKABLE void step(int delta);
-    /// Takes a digit, a letter of a month's name or a separator, which leads to the next part; refuses other printable
-    /// characters. False when the character is not for the text: a blank before anything is typed, a control character.
+    /// As step() does to the hour, whatever part is chosen.
+    Q_INVOKABLE void stepHour(int delta);
+    /// Takes a digit, a letter of a month's name or a separator, which leads to the next part, and the characters of a
+    /// whole date. False when the character is not for the text: a blank before anything is typed, a control character.
     Q_INVOKABLE bool type(const QString &character);
-    /// Empties the part that is being typed: it is again what it was before.
+    /// Takes the last character back, or empties the text when all of it is chosen.
     Q_INVOKABLE void erase();
     /// Drops what is being typed and chooses the part where it began; false when there is nothing.
     Q_INVOKABLE bool cancelTyping();
-    /// Ends typing; false when what was typed is no moment.
+    /// Ends typing; false when what was typed is no moment. Nothing typed over the whole text leaves it as it was.
     Q_INVOKABLE bool finishTyping();
+    /// Chooses the whole text: the next character replaces it.
+    Q_INVOKABLE void chooseAll();
     /// Takes over a whole date, or date and time, from the clipboard.
     Q_INVOKABLE void paste();
     Q_INVOKABLE void copy() const;
@@ -89,8 +97,15 @@ private:
         bool isDayTyped = false;
         /// A separator other than a blank was typed since the last digit or letter.
         bool hasSeparator = false;
-        /// A character was not understood: nothing of what was typed counts.
-        bool isSpoilt = false;
+        /// All that was typed without another key between.
+        QString whole = {};
+        /// The field shows, and reads, `whole` instead of the parts.
+        bool isWhole = false;
+    };
+    struct FormerTyping
+    {
+        Typing typing;
+        int partIndex = 0;
     };
 
     [[nodiscard]] QList<DateTimePiece> pieces() const;
@@ -104,18 +119,28 @@ private:
     /// Nothing more is typed of the current part.
     void completePart();
     void leaveTypedPart();
-    /// The moment that is typed; invalid when there is none.
+    [[nodiscard]] DateTimeReading readWhole() const;
+    /// The moment that is typed into the parts; invalid when there is none.
     [[nodiscard]] QDateTime typedMoment() const;
+    [[nodiscard]] bool isPartOpen() const;
+    void beginTyping(bool isWhole);
+    void recogniseWhole();
     void applyTyping();
+    /// Ends typing, dropping what is no moment.
+    void settle();
+    void stepTime(int seconds);
     void edit(QDate date, QTime time);
     void commit(const QDateTime &value);
 
     QDateTime m_value;
     std::optional<Typing> m_typing;
+    /// Typing as it was before each of the characters.
+    QList<FormerTyping> m_former;
     int m_partIndex = 0;
     bool m_isEnglish = false;
     bool m_isDateOnly = false;
     bool m_isRefused = false;
+    bool m_isAllChosen = false;
 };
 
 } // namespace tessaly

@@ -1,11 +1,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left, Right, Home and End choose a part, Up and Down change it.
-/// Digits and the letters of a month's name type it, a separator leads to the next one; what is no date makes the border
-/// red and leaves the value alone. Copy and paste take the whole text. The icon, Alt+Down, F4 and Space open a calendar.
+/// Digits and the letters of a month's name type it, a separator leads to the next one; a whole date in ISO 8601 or in
+/// either language is read too. Select-all, copy and paste take the whole text. What is no date makes the border red and
+/// leaves the value alone. The icon, Alt+Down, F4 and Space open a calendar.
 AppTextField {
     id: field
 
@@ -17,8 +19,18 @@ AppTextField {
     /// Name for assistive technology.
     property string name
 
+    readonly property string refusal: isDateOnly ? Language.text("这不是有效的日期。可输入 2026-12-24 这样的日期，或按 Esc 恢复原值。", "Not a valid date. Type one such as 2026-12-24, or press Esc to restore the former one.") : Language.text("这不是有效的日期和时间。可输入 2026-12-24 18:00 这样的时间，或按 Esc 恢复原值。", "Not a valid date and time. Type one such as 2026-12-24 18:00, or press Esc to restore the former one.")
+
     /// The user changed the value.
     signal edited(date value)
+
+    /// For a form before it uses the value. False while the text is no date: then the field has the focus and says so.
+    function accept(): bool {
+        const isUnderstood = editor.finishTyping();
+        if (!isUnderstood)
+            forceActiveFocus(Qt.OtherFocusReason);
+        return isUnderstood;
+    }
 
     /// Selected too, for assistive technology.
     function showPart() {
@@ -35,6 +47,8 @@ AppTextField {
             editor.paste();
         else if (event.matches(StandardKey.Copy)) // qmllint disable unqualified
             editor.copy();
+        else if (event.matches(StandardKey.SelectAll)) // qmllint disable unqualified
+            editor.chooseAll();
         else if (event.key === Qt.Key_F4 || event.key === Qt.Key_Down && event.modifiers & Qt.AltModifier)
             calendar.open();
         else if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
@@ -50,7 +64,7 @@ AppTextField {
         else if (event.key === Qt.Key_Escape)
             return editor.cancelTyping();
         else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-            return editor.isRefused || !editor.finishTyping();
+            return !editor.finishTyping();
         else if (!editor.type(event.text)) {
             if (event.key !== Qt.Key_Space)
                 return false;
@@ -77,9 +91,15 @@ AppTextField {
             deselect();
         }
     }
+    // What is no longer to be seen must not turn up again.
+    onVisibleChanged: {
+        if (!visible)
+            editor.cancelTyping();
+    }
     onReleased: event => editor.choosePartAt(positionAt(event.x, event.y))
     Accessible.name: name
     Accessible.editable: true
+    Accessible.description: editor.isRefused ? refusal : ""
     Keys.onPressed: event => event.accepted = hasEdited(event)
 
     DateTimeEditor {
@@ -103,12 +123,15 @@ AppTextField {
         isRefused: editor.isRefused
 
         Rectangle {
-            x: field.leftPadding + metrics.advanceWidth(editor.text.slice(0, editor.partStart)) - 2
+            // Without a part it is the caret.
+            readonly property bool isCaret: editor.partLength === 0
+
+            x: Math.min(field.leftPadding + metrics.advanceWidth(editor.text.slice(0, editor.partStart)) - (isCaret ? 0 : 2), field.width - field.rightPadding)
             y: (parent.height - height) / 2
-            width: metrics.advanceWidth(editor.text.slice(editor.partStart, editor.partStart + editor.partLength)) + 4
+            width: isCaret ? 1 : Math.min(metrics.advanceWidth(editor.text.slice(editor.partStart, editor.partStart + editor.partLength)) + 4, field.width - field.rightPadding - x)
             height: 20
-            radius: 4
-            color: Theme.accentSoft
+            radius: isCaret ? 0 : 4
+            color: isCaret ? Theme.accentText : Theme.accentSoft
             visible: field.activeFocus && !calendar.visible
         }
     }
@@ -130,6 +153,14 @@ AppTextField {
                 calendar.open();
             }
         }
+    }
+
+    AppToolTip {
+        text: field.refusal
+        visible: editor.isRefused && (field.activeFocus || field.hovered) && !calendar.visible
+        delay: 0
+        // Escape is for the field.
+        closePolicy: T.Popup.NoAutoClose
     }
 
     CalendarPopup {

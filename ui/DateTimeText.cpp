@@ -1,5 +1,6 @@
 #include "ui/DateTimeText.h"
 
+#include <QRegularExpression>
 #include <QTimeZone>
 
 namespace tessaly {
@@ -17,6 +18,48 @@ QString monthText(int month, bool isEnglish)
 {
     const bool hasName = isEnglish && month >= 1 && month <= 12;
     return hasName ? dateTimeLocale(true).monthName(month, QLocale::ShortFormat) : QString::number(month);
+}
+
+QString englishMonths()
+{
+    QStringList names;
+    for (int month = 1; month <= 12; ++month)
+        names += {dateTimeLocale(true).monthName(month), dateTimeLocale(true).monthName(month, QLocale::ShortFormat)};
+    return names.join(u'|');
+}
+
+/// The whole texts that are read. Numbers that can never be a month, a day or a time do not match.
+const QList<QRegularExpression> &wholeForms()
+{
+    static const QString month = u"(?<month>0?[1-9]|1[0-2])"_s;
+    static const QString day = u"(?<day>0?[1-9]|[12][0-9]|3[01])"_s;
+    static const QString time = u"(?<hour>[01]?[0-9]|2[0-3]):(?<minute>[0-5][0-9])"_s;
+    static const QString year = u"(?<year>[0-9]{4})"_s;
+    static const QList<QRegularExpression> forms = {
+        QRegularExpression(u"^\\s*"_s + year + u"[-/.]"_s + month + u"[-/.]"_s + day + u"(?:[T ]\\s*"_s + time +
+                           u"(?::[0-5][0-9](?:[.,][0-9]+)?)?(?<offset>Z|[+-][0-9]{2}:?[0-9]{2})?)?\\s*$"_s),
+        QRegularExpression(u"^\\s*"_s + year + u"年"_s + month + u"月"_s + day + u"日(?:\\s*"_s + time + u")?\\s*$"_s),
+        QRegularExpression(u"^\\s*(?<name>"_s + englishMonths() + u")\\s+"_s + day + u"(?:,\\s*|\\s+)"_s + year +
+                               u"(?:(?:,\\s*|\\s+)"_s + time + u")?\\s*$"_s,
+                           QRegularExpression::CaseInsensitiveOption)};
+    return forms;
+}
+
+QDateTime momentOf(const QRegularExpressionMatch &match, const QDateTime &current)
+{
+    const QString name = match.captured(u"name"_s);
+    const int month = name.isEmpty() ? match.captured(u"month"_s).toInt() : monthBeginningWith(name);
+    const QDate date(match.captured(u"year"_s).toInt(), month, match.captured(u"day"_s).toInt());
+    const bool hasTime = !match.captured(u"hour"_s).isEmpty();
+    const QTime time = hasTime ? QTime(match.captured(u"hour"_s).toInt(), match.captured(u"minute"_s).toInt())
+                               : QTime(current.time().hour(), current.time().minute());
+    const QString offset = match.captured(u"offset"_s);
+    if (!date.isValid() || date.year() < firstYear)
+        return {};
+    if (offset.isEmpty())
+        return {date, time, current.timeZone()};
+    const QDateTime base = QDateTime::fromString(u"2000-01-01T00:00:00"_s + offset, Qt::ISODate);
+    return QDateTime(date, time, Qt::OffsetFromUTC, base.offsetFromUtc()).toTimeZone(current.timeZone());
 }
 
 } // namespace
@@ -81,25 +124,18 @@ int monthBeginningWith(const QString &letters)
     return 0;
 }
 
-std::optional<QDateTime> readDateTime(const QString &text, const QDateTime &current)
+DateTimeReading readDateTime(const QString &text, const QDateTime &current)
 {
-    const QString trimmed = text.trimmed();
-    for (const QString &format : {u"yyyy-MM-dd"_s, u"yyyy年M月d日"_s, u"MMM d, yyyy"_s}) {
-        const QDate date = QDate::fromString(trimmed, format);
-        if (date.isValid())
-            return QDateTime(date, current.time(), current.timeZone());
+    bool isBegun = false;
+    for (const QRegularExpression &form : wholeForms()) {
+        const QRegularExpressionMatch match = form.match(text, 0, QRegularExpression::PartialPreferCompleteMatch);
+        if (match.hasMatch()) {
+            const QDateTime moment = momentOf(match, current);
+            return {moment, moment.isValid()};
+        }
+        isBegun |= match.hasPartialMatch();
     }
-    for (const QString &format : {u"yyyy年M月d日 H:mm"_s, u"MMM d, yyyy, H:mm"_s}) {
-        const QDateTime moment = QDateTime::fromString(trimmed, format);
-        if (moment.isValid())
-            return QDateTime(moment.date(), moment.time(), current.timeZone());
-    }
-    const QDateTime moment = QDateTime::fromString(trimmed, Qt::ISODate);
-    if (!moment.isValid())
-        return std::nullopt;
-    if (moment.timeSpec() == Qt::LocalTime)
-        return QDateTime(moment.date(), moment.time(), current.timeZone());
-    return moment.toTimeZone(current.timeZone());
+    return {{}, isBegun};
 }
 
 } // namespace tessaly

@@ -5,8 +5,6 @@
 #include <QLocale>
 #include <QString>
 
-#include <optional>
-
 namespace tessaly {
 
 /// A date and a time as they stand in a field: what is being typed need not exist.
@@ -40,8 +38,21 @@ struct DateTimePiece
 /// The first month whose English name begins with the letters, of either case; 0 when there is none.
 [[nodiscard]] int monthBeginningWith(const QString &letters);
 
-/// Reads a moment: ISO 8601, or a field's own text in either language. Without an offset the wall-clock time is that of
-/// the zone of `current`, without a time it is that of `current`.
-[[nodiscard]] std::optional<QDateTime> readDateTime(const QString &text, const QDateTime &current);
+/// The first year that a field takes.
+constexpr int firstYear = 1000;
+
+/// What a text says about a moment.
+struct DateTimeReading
+{
+    /// Invalid when the text is no moment, or none that exists.
+    QDateTime moment = {};
+    /// The text is a moment, or more typing can make it one.
+    bool isBegun = false;
+};
+
+/// Reads a moment: ISO 8601, also with a blank for the T and with single digits, or a field's own text in either
+/// language. Without an offset the wall-clock time is that of the zone of `current`, without a time it is that of
+/// `current`. Seconds are dropped.
+[[nodiscard]] DateTimeReading readDateTime(const QString &text, const QDateTime &current);
 
 } // namespace tessaly

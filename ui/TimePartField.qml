@@ -1,13 +1,16 @@
 import QtQuick
 
-/// Two digits of a time. Up and Down change them by one and wrap around.
+/// Two digits of a time. Up and Down ask for a change by one.
 AppTextField {
     id: field
 
     required property int number
     required property int most
+    /// Name for assistive technology.
+    required property string name
 
     signal entered(int number)
+    signal stepped(int delta)
 
     implicitWidth: 48
     isSmall: true
@@ -19,8 +22,8 @@ AppTextField {
         top: field.most
     }
     text: number.toString().padStart(2, "0")
-    Keys.onUpPressed: entered((number + 1) % (most + 1))
-    Keys.onDownPressed: entered((number + most) % (most + 1))
+    Keys.onUpPressed: stepped(1)
+    Keys.onDownPressed: stepped(-1)
     onTextEdited: if (acceptableInput)
         entered(parseInt(text))
     onActiveFocusChanged: {
@@ -29,5 +32,5 @@ AppTextField {
         else
             text = Qt.binding(() => number.toString().padStart(2, "0"));
     }
-    Accessible.name: text
+    Accessible.name: name
 }
