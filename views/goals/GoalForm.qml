@@ -16,7 +16,7 @@ Item {
     }
 
     function add() {
-        if (goals.add())
+        if ((!goals.hasDueDate || dueField.accept()) && goals.add())
             titleField.forceActiveFocus();
     }
 
@@ -104,6 +104,8 @@ Item {
             Accessible.ignored: true
         }
         DateTimeField {
+            id: dueField
+
             x: dueLabel.x + dueLabel.width + 8
             anchors.verticalCenter: addButton.verticalCenter
             visible: head.goals.hasDueDate

@@ -14,6 +14,11 @@ Row {
     signal edited(date value)
     signal accepted
 
+    /// See DateTimeField.
+    function accept(): bool {
+        return field.accept();
+    }
+
     spacing: 8
 
     AppText {
@@ -25,6 +30,8 @@ Row {
     }
 
     DateTimeField {
+        id: field
+
         name: pair.label
         value: pair.value
         now: pair.viewModel.now

@@ -20,6 +20,11 @@ Column {
         titleField.cursorPosition = titleField.length;
     }
 
+    function save() {
+        if (startField.accept() && endField.accept())
+            note.save();
+    }
+
     spacing: 12
 
     NoteFormRow {
@@ -32,7 +37,7 @@ Column {
             text: form.note?.title ?? ""
             Accessible.name: Language.text("日程名称", "Name")
             onTextEdited: form.note.title = text
-            onAccepted: form.note.save()
+            onAccepted: form.save()
         }
     }
 
@@ -44,7 +49,7 @@ Column {
             text: form.note?.tag ?? ""
             Accessible.name: Language.text("标签（可选）", "Tag (optional)")
             onTextEdited: form.note.tag = text
-            onAccepted: form.note.save()
+            onAccepted: form.save()
         }
     }
 
@@ -52,13 +57,15 @@ Column {
         label: form.startLabel
 
         DateTimeField {
+            id: startField
+
             width: 200
             name: form.startLabel
             value: form.note?.start ?? form.viewModel.now
             now: form.viewModel.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.start = value
-            onAccepted: form.note.save()
+            onAccepted: form.save()
         }
     }
 
@@ -66,13 +73,15 @@ Column {
         label: form.endLabel
 
         DateTimeField {
+            id: endField
+
             width: 200
             name: form.endLabel
             value: form.note?.end ?? form.viewModel.now
             now: form.viewModel.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.end = value
-            onAccepted: form.note.save()
+            onAccepted: form.save()
         }
     }
 

@@ -18,7 +18,7 @@ Card {
     }
 
     function add() {
-        if (viewModel.addSchedule())
+        if (startPair.accept() && endPair.accept() && viewModel.addSchedule())
             focusTitle();
     }
 

@@ -41,7 +41,7 @@ Sheet {
             anchors.right: parent?.right
             kind: AppButton.Primary
             text: sheet.isEditing ? Language.text("保存", "Save") : Language.text("编辑", "Edit")
-            onClicked: sheet.isEditing ? sheet.note.save() : sheet.note.startEditing()
+            onClicked: sheet.isEditing ? edit.save() : sheet.note.startEditing()
         }
     ]
 

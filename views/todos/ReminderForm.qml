@@ -13,7 +13,7 @@ Item {
     required property ReminderViewModel reminders
 
     function add() {
-        if (reminders.add())
+        if ((!reminders.hasDueDate || dueField.accept()) && reminders.add())
             titleField.forceActiveFocus();
     }
 
@@ -92,6 +92,8 @@ Item {
             Accessible.ignored: true
         }
         DateTimeField {
+            id: dueField
+
             x: dueLabel.x + dueLabel.width + 8
             anchors.verticalCenter: addButton.verticalCenter
             visible: head.reminders.hasDueDate

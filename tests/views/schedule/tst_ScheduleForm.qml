@@ -34,6 +34,36 @@ Item {
             compare(TestPlanner.scheduleCount(), 1);
         }
 
+        function test_a_refused_time_is_mended_before_anything_is_added() {
+            typeInto("e.g. Microeconomics lecture 1", "A");
+            const start = shown("Start");
+            start.forceActiveFocus(Qt.TabFocusReason);
+            keySequence(StandardKey.SelectAll);
+            for (const character of "tomorrow")
+                keyClick(character);
+            press("Add schedule");
+            compare(TestPlanner.scheduleCount(), 0);
+            verify(start.activeFocus);
+            compare(start.text, "tomorrow");
+
+            keySequence(StandardKey.SelectAll);
+            for (const character of "2026-09-09 18:00")
+                keyClick(character);
+            press("Add schedule");
+            compare(TestPlanner.timesOf("A"), "2026-09-09 18:00 – 2026-09-09 18:15");
+            press("Edit, A");
+            tryVerify(() => shown("Name").activeFocus);
+            shown("End").forceActiveFocus(Qt.TabFocusReason);
+            keyClick("x");
+            press("Save");
+            verify(shown("End").activeFocus);
+            compare(shown("End").text, "x");
+            press("Cancel");
+            tryVerify(() => named("Close") !== null);
+            press("Edit");
+            compare(shown("End").text, "Sep 9, 2026, 18:15");
+        }
+
         function test_empty_time_sets_the_form() {
             root.height = 620;
             waitForRendering(screen);
