@@ -4,7 +4,8 @@ import QtQuick
 import Tessaly.Schedule
 import Tessaly.Ui
 
-/// The month: weekday names over six weeks of day cells. One stop for the Tab key, arrows move by day.
+/// The month: weekday names over six weeks of day cells. One stop for the Tab key, arrows move by day, Page keys by
+/// month.
 Card {
     id: grid
 
@@ -21,11 +22,22 @@ Card {
         return Math.round(innerWidth * column / 7);
     }
 
+    /// Beyond the days shown, the month of that day is shown and the focus follows there.
     function focusPlace(place: int) {
-        if (place < 0 || place >= cells.count)
+        if (place < 0 || place >= cells.count) {
+            viewModel.focusPlace(place);
             return;
+        }
         currentPlace = place;
         (cells.itemAt(place) as DayCell).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function turnFrom(place: int, months: int) {
+        viewModel.focusPlace(place);
+        if (months < 0)
+            viewModel.showPrevious();
+        else
+            viewModel.showNext();
     }
 
     /// A day of another month stands in another place once its month is shown; the focus goes with the day.
@@ -70,6 +82,11 @@ Card {
                 Keys.onRightPressed: grid.focusPlace(index + 1)
                 Keys.onUpPressed: grid.focusPlace(index - 7)
                 Keys.onDownPressed: grid.focusPlace(index + 7)
+                Keys.onPressed: event => {
+                    event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown;
+                    if (event.accepted)
+                        grid.turnFrom(index, event.key === Qt.Key_PageUp ? -1 : 1);
+                }
             }
         }
 

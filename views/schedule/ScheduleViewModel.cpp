@@ -137,8 +137,8 @@ void ScheduleViewModel::showToday()
 
 void ScheduleViewModel::focusPlace(int place)
 {
-    if (place >= 0 && place < m_visibleDays.size())
-        setFocusDate(m_store->calendar().startOfDay(m_visibleDays.at(place)));
+    if (!m_visibleDays.isEmpty())
+        setFocusDate(m_store->calendar().startOfDay(m_visibleDays.first().addDays(place)));
 }
 
 void ScheduleViewModel::selectBlock(int row)

@@ -85,7 +85,7 @@ public:
     Q_INVOKABLE void showPrevious() { moveBy(-1); }
     Q_INVOKABLE void showNext() { moveBy(1); }
     Q_INVOKABLE void showToday();
-    /// Makes a shown day the focus day.
+    /// Makes a day the focus day; places before and after the shown days count on.
     Q_INVOKABLE void focusPlace(int place);
     /// Selects the block's schedule and opens its note for viewing.
     Q_INVOKABLE void selectBlock(int row);

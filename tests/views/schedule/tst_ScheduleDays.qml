@@ -52,6 +52,22 @@ Item {
             verify(shown("Oct 6, 2026 schedule") !== null);
         }
 
+        function test_arrows_lead_out_of_the_month() {
+            press("Month");
+            shown("Friday, October 9, 2026").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Right);
+            verify(shown("September 2026") !== null);
+            keyClick(Qt.Key_Right);
+            verify(shown("October 2026") !== null);
+            tryVerify(() => shown("Sunday, October 11, 2026").activeFocus);
+            for (let week = 0; week < 3; ++week)
+                keyClick(Qt.Key_Up);
+            verify(shown("September 2026") !== null);
+            tryVerify(() => shown("Sunday, September 20, 2026").activeFocus);
+            keyClick(Qt.Key_PageUp);
+            tryVerify(() => shown("Thursday, August 20, 2026").activeFocus);
+        }
+
         function test_delete_acts_at_once_and_passes_the_focus_on() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
             TestPlanner.addSchedule("B", 9, "10:00", "11:00", "");
