@@ -65,6 +65,8 @@ T.AbstractButton {
             token: header.isNested ? Theme.button : Theme.groupLabel
             color: header.isVoid ? Theme.textTertiary : header.isNested && !header.isOpen ? Theme.textSecondary : Theme.text
             Accessible.ignored: true
+
+            ElidedTip {}
         }
 
         Row {

@@ -44,6 +44,8 @@ Card {
                     width: track.x - x - 20
                     text: row.title
                     token: Theme.rowTitle
+
+                    ElidedTip {}
                 }
                 ProgressTrack {
                     id: track

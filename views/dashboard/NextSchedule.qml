@@ -29,6 +29,8 @@ Card {
         width: parent.width - 58
         text: next.title
         token: Theme.heading
+
+        ElidedTip {}
     }
     AppText {
         visible: next.hasSchedule

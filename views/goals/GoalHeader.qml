@@ -49,6 +49,8 @@ Item {
         visible: !header.card.isEditing
         text: header.card.title
         token: Theme.headline
+
+        ElidedTip {}
     }
     Loader {
         id: editor

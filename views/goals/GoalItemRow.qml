@@ -74,6 +74,8 @@ Item {
             token: itemRow.isSubgoal ? Theme.groupLabel : Theme.control
             color: itemRow.row.isComplete ? Theme.textTertiary : Theme.text
             Accessible.ignored: true
+
+            ElidedTip {}
         }
         Loader {
             id: editor

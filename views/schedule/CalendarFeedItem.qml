@@ -38,14 +38,7 @@ Item {
         text: row.name
         token: Theme.button
 
-        HoverHandler {
-            id: hover
-        }
-
-        AppToolTip {
-            text: row.name
-            visible: hover.hovered && nameLabel.truncated
-        }
+        ElidedTip {}
     }
 
     AppText {

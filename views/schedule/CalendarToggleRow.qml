@@ -69,5 +69,7 @@ Item {
         text: row.title
         token: row.isAccount ? Theme.buttonPrimary : Theme.control
         Accessible.ignored: true
+
+        ElidedTip {}
     }
 }

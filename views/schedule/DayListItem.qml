@@ -62,6 +62,8 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: item.title
         token: Theme.rowTitle
+
+        ElidedTip {}
     }
 
     AppText {
@@ -74,6 +76,8 @@ Item {
         text: item.tag === "" ? item.timeRange : item.timeRange + " · " + item.tag
         color: Theme.textSecondary
         token: Theme.control
+
+        ElidedTip {}
     }
 
     Row {

@@ -26,6 +26,8 @@ T.AbstractButton {
     readonly property bool isNarrow: width < 72
     readonly property real textLeft: isNarrow ? 6 : 8
     readonly property real textRight: isNarrow ? 2 : 5
+    /// Whether something about the schedule is not to be seen.
+    readonly property bool hidesText: tag !== "" || timeShown !== timeRange || [titleText, timeText].some(label => label.implicitWidth > label.width)
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
     hoverEnabled: true
@@ -84,6 +86,8 @@ T.AbstractButton {
         }
 
         AppText {
+            id: timeText
+
             anchors.top: titleText.bottom
             x: block.textLeft
             width: titleText.width

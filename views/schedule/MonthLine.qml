@@ -52,6 +52,8 @@ Item {
         token: Theme.caption
         elide: line.isNarrow ? Text.ElideNone : Text.ElideRight
         Accessible.ignored: true
+
+        ElidedTip {}
     }
 
     FadingEdge {

@@ -11,7 +11,7 @@ Item {
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
     property int currentRow: 0
-    /// The block under the pointer or with the keyboard focus; one tooltip serves them all.
+    /// The block under the pointer or with the keyboard focus that does not show all; one tooltip serves them all.
     property EventBlock explained: null
 
     function focusRow(row: int) {
@@ -34,7 +34,7 @@ Item {
             id: block
 
             readonly property real leftEdge: area.geometry.dayLeft(dayIndex) + blockX
-            readonly property bool isExplained: hovered || visualFocus
+            readonly property bool isExplained: (hovered || visualFocus) && hidesText
 
             // On whole pixels, so that edges and fades stay sharp.
             x: Math.round(leftEdge)

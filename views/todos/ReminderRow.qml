@@ -86,6 +86,8 @@ Item {
         color: row.isComplete ? Theme.textTertiary : Theme.text
         font.strikeout: row.isComplete
         Accessible.ignored: true
+
+        ElidedTip {}
     }
     AppText {
         id: requirementText
@@ -99,6 +101,8 @@ Item {
         isMultiline: true
         maximumLineCount: 3
         color: Theme.textSecondary
+
+        ElidedTip {}
     }
 
     AppText {

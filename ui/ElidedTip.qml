@@ -1,0 +1,32 @@
+import QtQuick
+
+/// Inside a text: shows the whole of it under the pointer while not all of it is to be seen.
+Item {
+    id: tip
+
+    readonly property Text label: parent as Text
+    readonly property bool isCut: label !== null && (label.truncated || (label.wrapMode === Text.NoWrap && label.implicitWidth > label.width))
+
+    anchors.fill: parent
+
+    HoverHandler {
+        id: hover
+
+        enabled: tip.isCut
+    }
+
+    // Made when it is wanted: lists have many texts.
+    Loader {
+        anchors.fill: parent
+        active: hover.hovered && tip.isCut
+        // Bound components cannot be made inside those of another file in Qt 6.4.
+        // qmllint disable unqualified
+        sourceComponent: Item {
+            AppToolTip {
+                text: tip.label?.text ?? ""
+                visible: true
+            }
+        }
+        // qmllint enable unqualified
+    }
+}
