@@ -144,6 +144,7 @@ T.ComboBox {
             font.pixelSize: Theme.control.size
         }
 
+        name: combo.name
         margins: 6
         padding: 5
         width: Math.max(combo.width + 10, Math.min(longest + 62, 420))

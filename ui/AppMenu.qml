@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A pop-up menu.
+/// A pop-up menu; its title is its name for assistive technology.
 T.Menu {
     id: menu
 
@@ -12,6 +12,11 @@ T.Menu {
     delegate: AppMenuItem {}
 
     background: PopupFrame {}
+
+    PopupName {
+        popup: menu
+        name: menu.title
+    }
 
     enter: Transition {
         NumberAnimation {

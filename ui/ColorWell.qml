@@ -56,6 +56,7 @@ T.AbstractButton {
     RisingPopup {
         id: popup
 
+        name: well.name
         restY: well.height + 4
         x: well.width - width
         width: 194

@@ -166,6 +166,7 @@ AppTextField {
     CalendarPopup {
         id: calendar
 
+        name: field.name
         editor: editor
         now: field.now
         restY: field.height + 4

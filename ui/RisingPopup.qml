@@ -1,15 +1,21 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A popup that fades in while it rises a little, and fades out. It rests at `restY`.
+/// A popup that fades in while it rises a little, and fades out. It rests at `restY`; `name` is for assistive technology.
 T.Popup {
     id: popup
 
+    property string name
     property real restY: 0
     /// How far below its place it still is.
     property real rise: 0
 
     y: restY + rise
+
+    PopupName {
+        popup: popup
+        name: popup.name
+    }
 
     background: PopupFrame {}
 

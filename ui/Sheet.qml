@@ -94,6 +94,11 @@ T.Popup {
         }
     }
 
+    PopupName {
+        popup: sheet
+        name: sheet.title
+    }
+
     background: PopupFrame {
         elevation: 2
         radius: Theme.sheetRadius
@@ -128,8 +133,6 @@ T.Popup {
         id: surface
 
         focus: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
         Keys.onEscapePressed: sheet.leaving()
         Keys.onReturnPressed: event => surface.pressPrimary(event)
         Keys.onEnterPressed: event => surface.pressPrimary(event)
@@ -166,6 +169,8 @@ T.Popup {
                 token: sheet.titleToken
                 visible: sheet.title !== ""
                 Accessible.role: Accessible.Heading
+
+                ElidedTip {}
             }
         }
 

@@ -54,6 +54,8 @@ Rectangle {
             AppMenu {
                 id: menu
 
+                title: menuButton.text
+
                 AppMenuItem {
                     // lint-allow(text): the menu's commands are in one language each, on purpose
                     text: "About Tessaly"
