@@ -46,21 +46,28 @@ Item {
 
     /// Looks for the row before which the dragged one would land, `y` being a place in the rows.
     function dragTo(y: real) {
-        const place = rows.childAt(1, Math.max(0, Math.min(y, rows.height - 1))) as GoalCardRow;
+        const place = rows.childAt(1, y) as GoalCardRow;
         dragMoved(rows.y + y);
         targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
+        barred.isShown = targetRow < 0 && !(place && card.isPartOf(place.index, draggedRow));
     }
     function endDrag() {
         const dragged = rowItems.itemAt(draggedRow) as GoalCardRow;
         const target = targetRow;
         draggedRow = -1;
         targetRow = -1;
+        barred.isShown = false;
         dragEnded();
         if (dragged && target >= 0)
             card.drop(dragged.itemId, target);
     }
 
     implicitHeight: header.height + rows.height + 57
+
+    // While the dragged row is over a place where it cannot land.
+    BarredCursor {
+        id: barred
+    }
 
     GoalHeader {
         id: header

@@ -282,6 +282,13 @@ int GoalCardModel::targetFor(int draggedRow, int hoveredRow) const
     return row;
 }
 
+bool GoalCardModel::isPartOf(int row, int otherRow) const
+{
+    const GoalCardRow *part = rowAt(row);
+    const GoalCardRow *other = rowAt(otherRow);
+    return part && other && (part == other || (other->part == GoalRow::Part::Subgoal && part->subgoalID == other->id));
+}
+
 bool GoalCardModel::moveBy(int row, int step)
 {
     const GoalCardRow *found = rowAt(row);

@@ -69,6 +69,8 @@ public:
     /// The row before which a dragged row would land with the pointer over another row: a subgoal before the subgoal
     /// whose block that is, a task before a task of its own subgoal. -1 when it cannot land there.
     Q_INVOKABLE [[nodiscard]] int targetFor(int draggedRow, int hoveredRow) const;
+    /// Whether a row is the other row, or stands in the block of that subgoal.
+    Q_INVOKABLE [[nodiscard]] bool isPartOf(int row, int otherRow) const;
     /// Moves a subgoal or task up (-1) or down (1) by one place.
     Q_INVOKABLE bool moveBy(int row, int step);
 

@@ -134,6 +134,34 @@ private slots:
         QTRY_COMPARE(ui.taskTitles(), (QStringList{u"three"_s, u"one"_s, u"two"_s}));
     }
 
+    void aTaskCannotBeDraggedOutOfItsSubgoal()
+    {
+        DayWindow ui;
+        Goal goal = writing();
+        goal.subgoals->append({.title = u"Print"_s, .tasks = QList<GoalTask>{{.title = u"four"_s}}});
+        ui.openAt(ShellModel::Goals, {.goals = {goal}});
+        QTRY_VERIFY(ui.find(circle, u"four"_s));
+        const int handleX = ui.middleOf(button, u"Drag to reorder tasks"_s).x();
+        const auto at = [&](const QString &title) { return QPoint(handleX, ui.middleOf(circle, title).y()); };
+        QPoint last = at(u"three"_s);
+        const auto dragTo = [&](QPoint place) {
+            for (int step = 1; step <= 8; ++step)
+                QTest::mouseMove(&ui.window(), last + (place - last) * step / 8);
+            last = place;
+            return QGuiApplication::overrideCursor() != nullptr;
+        };
+
+        QTest::mousePress(&ui.window(), Qt::LeftButton, {}, last);
+        const QPoint home = last;
+        QVERIFY(!dragTo(at(u"two"_s)));
+        for (const QString &elsewhere : {u"four"_s, u"Print"_s, u"Write"_s})
+            QVERIFY2(dragTo(at(elsewhere)), qPrintable(elsewhere));
+        QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, at(u"Write"_s));
+
+        QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"two"_s, u"three"_s}));
+        QTRY_VERIFY(!dragTo(home));
+    }
+
     void thePageScrollsOnWhileATaskIsHeldAtItsEdge()
     {
         DayWindow ui;
