@@ -38,6 +38,7 @@ const QList<QRegularExpression> &wholeForms()
     static const QList<QRegularExpression> forms = {
         QRegularExpression(u"^\\s*"_s + year + u"[-/.]"_s + month + u"[-/.]"_s + day + u"(?:[T ]\\s*"_s + time +
                            u"(?::[0-5][0-9](?:[.,][0-9]+)?)?(?<offset>Z|[+-][0-9]{2}:?[0-9]{2})?)?\\s*$"_s),
+        // lint-allow(text): what is read, in whatever language the interface is
         QRegularExpression(u"^\\s*"_s + year + u"年"_s + month + u"月"_s + day + u"日(?:\\s*"_s + time + u")?\\s*$"_s),
         QRegularExpression(u"^\\s*(?<name>"_s + englishMonths() + u")\\s+"_s + day + u"(?:,\\s*|\\s+)"_s + year +
                                u"(?:(?:,\\s*|\\s+)"_s + time + u")?\\s*$"_s,
