@@ -27,7 +27,7 @@ T.AbstractButton {
     readonly property real textLeft: isNarrow ? 6 : 8
     readonly property real textRight: isNarrow ? 2 : 5
     /// Whether something about the schedule is not to be seen.
-    readonly property bool hidesText: tag !== "" || timeShown !== timeRange || [titleText, timeText].some(label => label.implicitWidth > label.width)
+    readonly property bool hidesText: tag !== "" || timeShown !== timeRange || titleText.implicitWidth > titleText.width || timeText.implicitWidth > timeText.width
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
     hoverEnabled: true
