@@ -16,6 +16,7 @@ T.CheckBox {
     Accessible.onPressAction: switchOver()
     Accessible.onToggleAction: switchOver()
     Accessible.name: text
+    Accessible.checkStateMixed: isPartial
 
     function switchOver() {
         toggle();

@@ -11,6 +11,9 @@ T.AbstractButton {
     /// Name for assistive technology.
     property string name
 
+    readonly property list<string> colorNames: [Language.text("蓝色", "Blue"), Language.text("紫色", "Purple"), Language.text("绿色", "Green"), Language.text("橙色", "Orange"), Language.text("粉色", "Pink"), Language.text("青色", "Teal"), Language.text("红色", "Red"), Language.text("靛蓝色", "Indigo")]
+    readonly property int paletteIndex: Theme.palette.findIndex(entry => entry[1] === hex)
+
     /// The user chose a colour; an incomplete or wrong code is not applied.
     signal edited(string hex)
 
@@ -20,7 +23,7 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ButtonDropDown
     Accessible.name: name
-    Accessible.description: hex
+    Accessible.description: paletteIndex < 0 ? hex : colorNames[paletteIndex]
     Accessible.onPressAction: clicked()
     onClicked: popup.open()
     Keys.onReturnPressed: popup.open()
@@ -66,8 +69,7 @@ T.AbstractButton {
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         onAboutToShow: {
-            const place = Theme.palette.findIndex(entry => entry[1] === well.hex);
-            (swatches.itemAt(Math.max(0, place)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
+            (swatches.itemAt(Math.max(0, well.paletteIndex)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
         }
         onClosed: well.forceActiveFocus(Qt.PopupFocusReason)
 
@@ -95,13 +97,19 @@ T.AbstractButton {
                         focus: index === 0
                         Accessible.role: Accessible.Button
                         Accessible.onPressAction: clicked()
-                        Accessible.name: Theme.palette[index][0]
+                        Accessible.name: well.colorNames[index]
+                        Accessible.selectable: true
+                        Accessible.selected: index === well.paletteIndex
                         Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         onClicked: well.edited(lightHex)
                         Keys.onReturnPressed: {
+                            swatch.clicked();
+                            popup.close();
+                        }
+                        Keys.onEnterPressed: {
                             swatch.clicked();
                             popup.close();
                         }
@@ -122,7 +130,7 @@ T.AbstractButton {
                                 anchors.centerIn: parent
                                 name: "check"
                                 color: Theme.inkOnMark
-                                visible: swatch.lightHex === well.hex
+                                visible: swatch.index === well.paletteIndex
                             }
                         }
                     }
@@ -139,6 +147,7 @@ T.AbstractButton {
                     if (/^[0-9a-fA-F]{6}$/.test(digits))
                         well.edited("#" + digits.toUpperCase());
                 }
+                onAccepted: popup.close()
                 onActiveFocusChanged: if (!activeFocus)
                     text = Qt.binding(() => well.hex)
             }

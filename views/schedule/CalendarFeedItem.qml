@@ -12,6 +12,10 @@ Item {
     signal updateRequested
     signal deleteRequested
 
+    function focusDelete() {
+        deleteButton.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     implicitHeight: Theme.rowHeight
 
     Separator {
@@ -69,6 +73,8 @@ Item {
         }
 
         AppButton {
+            id: deleteButton
+
             isSmall: true
             isRaised: true
             kind: AppButton.Destructive

@@ -10,6 +10,16 @@ Column {
 
     required property CalendarSelectionModel viewModel
 
+    /// The next link's Delete takes the focus, else the previous one's, else the field for another link.
+    function deleteFeed(place: int) {
+        viewModel.deleteFeed(place);
+        const next = (feeds.itemAt(place) ?? feeds.itemAt(place - 1)) as CalendarFeedItem;
+        if (next)
+            next.focusDelete();
+        else
+            field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     spacing: 8
 
     Column {
@@ -45,12 +55,14 @@ Column {
             width: parent.width - 2
 
             Repeater {
+                id: feeds
+
                 model: section.viewModel.feeds
 
                 CalendarFeedItem {
                     width: feedColumn.width
                     onUpdateRequested: section.viewModel.updateFeed(index)
-                    onDeleteRequested: section.viewModel.deleteFeed(index)
+                    onDeleteRequested: section.deleteFeed(index)
                 }
             }
         }

@@ -55,8 +55,10 @@ Item {
             TestPlanner.answerDownload("");
             compare(TestPlanner.scheduleCount(), 0);
 
-            mouseClick(shown("Delete, timetable"));
+            shown("Delete, timetable").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Space);
             tryVerify(() => named("Update, timetable") === null);
+            verify(shown("https://…/timetable.ics").activeFocus);
         }
 
         function test_4_calendars_are_listed_by_account() {
