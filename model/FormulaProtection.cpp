@@ -1,8 +1,11 @@
 #include "model/FormulaProtection.h"
 
+#include "model/MarkdownCode.h"
+
 #include <QStringView>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace tessaly {
@@ -23,35 +26,6 @@ qsizetype runLength(QStringView text, qsizetype from, QChar c)
     return end - from;
 }
 
-qsizetype endOfLine(QStringView text, qsizetype from)
-{
-    const qsizetype end = text.indexOf(u'\n', from);
-    return end < 0 ? text.size() : end + 1;
-}
-
-/// The fence that opens at the start of this line (after at most three blanks), or nothing.
-QStringView fenceAt(QStringView line)
-{
-    const qsizetype blanks = std::min<qsizetype>(runLength(line, 0, u' '), 3);
-    for (const QChar mark : {QChar(u'`'), QChar(u'~')}) {
-        const qsizetype length = runLength(line, blanks, mark);
-        if (length < 3)
-            continue;
-        // The text after a fence of backticks has none, else it is an inline code span.
-        if (mark == u'`' && line.mid(blanks + length).contains(u'`'))
-            continue;
-        return line.mid(blanks, length);
-    }
-    return {};
-}
-
-bool closesFence(QStringView line, QStringView fence)
-{
-    const qsizetype blanks = std::min<qsizetype>(runLength(line, 0, u' '), 3);
-    const qsizetype length = runLength(line, blanks, fence.front());
-    return length >= fence.size() && line.mid(blanks + length).trimmed().isEmpty();
-}
-
 /// One formula in a text: where it begins and ends, delimiters included.
 struct Formula
 {
@@ -60,16 +34,31 @@ struct Formula
     qsizetype delimiterLength = 0;
 };
 
-/// What is done about formulas and about the dollars that begin none.
+/// Who takes formulas out of the text: a typesetter after it was parsed, or a search for pairs of dollars before.
 enum class Treatment { ProtectFormulas, HideOtherDollars };
 
 constexpr QChar dollarStandIn(0xFDD1);
+
+/// What ends a formula that is not closed. Of those with Text, the typesetter finds none that goes over a blank line.
+enum class Extent { Line, Paragraph, Text };
+
+struct Delimiters
+{
+    QStringView opening;
+    QStringView closing;
+    Extent extent = Extent::Line;
+};
+
+constexpr std::array<Delimiters, 4> delimiters{{{u"$$", u"$$", Extent::Text},
+                                                {u"\\[", u"\\]", Extent::Paragraph},
+                                                {u"\\(", u"\\)", Extent::Line},
+                                                {u"$", u"$", Extent::Line}}};
 
 class Scanner
 {
 public:
     Scanner(QStringView text, Treatment treatment)
-        : m_text(text), m_treatment(treatment), m_hasDollarPair(text.count(u'$') > 1),
+        : m_text(text), m_codeBlocks(codeBlocks(text)), m_treatment(treatment), m_hasDollarPair(text.count(u'$') > 1),
           m_hasUnderscorePair(text.count(u'_') > 1), m_hasAsteriskPair(text.count(u'*') > 1)
     {
     }
@@ -77,27 +66,15 @@ public:
     QString run()
     {
         m_output.reserve(m_text.size() + 64);
-        bool afterBlankLine = true;
-        while (m_at < m_text.size()) {
-            if (m_at == 0 || m_text.at(m_at - 1) == u'\n') {
-                const QStringView line = m_text.mid(m_at, endOfLine(m_text, m_at) - m_at);
-                if (const QStringView fence = fenceAt(line); !fence.isEmpty()) {
-                    copyFencedBlock(fence);
-                    afterBlankLine = true;
-                    continue;
-                }
-                const bool isIndented = line.startsWith(u"    ") || line.startsWith(u'\t');
-                const bool isBlank = line.trimmed().isEmpty();
-                if (isBlank || (isIndented && afterBlankLine)) {
-                    afterBlankLine = true;
-                    // Within a list such lines may be no code, so that a formula in them stays one.
-                    copy(line.size());
-                    continue;
-                }
-                afterBlankLine = false;
-            }
-            step();
+        for (const TextRange &block : m_codeBlocks) {
+            m_end = block.begin;
+            while (m_at < m_end)
+                step();
+            copyCode(block.end - m_at);
         }
+        m_end = m_text.size();
+        while (m_at < m_end)
+            step();
         return std::move(m_output);
     }
 
@@ -116,27 +93,19 @@ private:
             std::replace(m_output.begin() + begin, m_output.end(), QChar(u'$'), dollarStandIn);
     }
 
-    void copyFencedBlock(QStringView fence)
-    {
-        copy(endOfLine(m_text, m_at) - m_at);
-        while (m_at < m_text.size()) {
-            const QStringView line = m_text.mid(m_at, endOfLine(m_text, m_at) - m_at);
-            copyCode(line.size());
-            if (closesFence(line, fence))
-                return;
-        }
-    }
-
     void step()
     {
         const QChar c = m_text.at(m_at);
         if (c == u'`') {
             copyCodeSpan();
         } else if (const std::optional<Formula> formula = formulaAt()) {
-            copyProtected(*formula);
-        } else if (c == u'\\' && m_text.mid(m_at + 1).startsWith(u'$')) {
+            if (m_treatment == Treatment::HideOtherDollars && c == u'$')
+                copyPicture(*formula);
+            else
+                copyProtected(*formula);
+        } else if (c == u'\\' && m_at + 1 < m_end && m_text.at(m_at + 1) == u'$') {
             copyEscapedDollar();
-        } else if (c == u'\\' && m_at + 1 < m_text.size()) {
+        } else if (c == u'\\' && m_at + 1 < m_end) {
             copy(2);
         } else {
             copy(1);
@@ -153,59 +122,69 @@ private:
         m_at += 2;
     }
 
+    /// A formula that is taken out before the text is parsed: it stays as it is, and ends at its last dollar.
+    void copyPicture(const Formula &formula)
+    {
+        for (; m_at < formula.end; ++m_at) {
+            const bool isEscaped = m_text.at(m_at) == u'$' && m_at > formula.begin && m_text.at(m_at - 1) == u'\\';
+            m_output += isEscaped ? dollarStandIn : m_text.at(m_at);
+        }
+    }
+
     void copyCodeSpan()
     {
         const qsizetype length = runLength(m_text, m_at, u'`');
-        for (qsizetype at = m_at + length; at < m_text.size();) {
-            at = m_text.indexOf(u'`', at);
-            if (at < 0)
+        for (qsizetype at = m_at + length; at < m_end; ++at) {
+            if (m_text.at(at) == u'\n' && isBlankLine(at + 1))
                 break;
+            if (m_text.at(at) != u'`')
+                continue;
             const qsizetype closing = runLength(m_text, at, u'`');
             if (closing == length) {
                 copyCode(at + closing - m_at);
                 return;
             }
-            at += closing;
+            at += closing - 1;
         }
         copy(length);
     }
 
-    [[nodiscard]] std::optional<Formula> formulaAt() const
+    [[nodiscard]] std::optional<Formula> formulaAt()
     {
-        if (m_treatment != Treatment::ProtectFormulas)
-            return std::nullopt;
-        const QStringView rest = m_text.mid(m_at);
-        if (rest.startsWith(u"$$"))
-            return closedBy(u"$$", Extent::Paragraph);
-        if (rest.startsWith(u"\\["))
-            return closedBy(u"\\]", Extent::Paragraph);
-        if (rest.startsWith(u"\\("))
-            return closedBy(u"\\)", Extent::Line);
-        if (rest.startsWith(u'$'))
-            return closedBy(u"$", Extent::Line);
+        const QStringView rest = m_text.mid(m_at, m_end - m_at);
+        for (std::size_t kind = 0; kind < delimiters.size(); ++kind) {
+            if (rest.startsWith(delimiters.at(kind).opening))
+                return formulaAt(kind);
+        }
         return std::nullopt;
     }
 
-    enum class Extent { Line, Paragraph };
-
-    [[nodiscard]] std::optional<Formula> closedBy(QStringView delimiter, Extent extent) const
+    [[nodiscard]] std::optional<Formula> formulaAt(std::size_t kind)
     {
-        const qsizetype length = delimiter.size();
+        // What was looked for in vain up to some place is not there for a later start either.
+        if (m_at < m_openUntil.at(kind))
+            return std::nullopt;
+        const Delimiters &mark = delimiters.at(kind);
+        const bool endsWithLine = mark.extent == Extent::Line;
+        const bool endsWithParagraph = m_treatment == Treatment::ProtectFormulas || mark.extent != Extent::Text;
+        const qsizetype length = mark.closing.size();
         qsizetype at = m_at + length;
-        while (at < m_text.size()) {
-            if (m_text.mid(at).startsWith(delimiter))
+        while (at < m_end) {
+            if (m_text.mid(at).startsWith(mark.closing))
                 return at == m_at + length ? std::nullopt : std::optional(Formula{m_at, at + length, length});
-            if (m_text.at(at) == u'\n' && (extent == Extent::Line || isBlankLine(at + 1)))
-                return std::nullopt;
-            const bool isEscape = m_text.at(at) == u'\\' && at + 1 < m_text.size() && m_text.at(at + 1) != u'\n';
+            if (m_text.at(at) == u'\n' && (endsWithLine || (endsWithParagraph && isBlankLine(at + 1))))
+                break;
+            const bool isEscape = m_text.at(at) == u'\\' && at + 1 < m_end && m_text.at(at + 1) != u'\n';
             at += isEscape ? 2 : 1;
         }
+        m_openUntil.at(kind) = at;
         return std::nullopt;
     }
 
     [[nodiscard]] bool isBlankLine(qsizetype start) const
     {
-        return m_text.mid(start, endOfLine(m_text, start) - start).trimmed().isEmpty();
+        const qsizetype end = m_text.indexOf(u'\n', start);
+        return m_text.mid(start, end < 0 ? -1 : end - start).trimmed().isEmpty();
     }
 
     void copyProtected(const Formula &formula)
@@ -215,7 +194,8 @@ private:
                 at < formula.begin + formula.delimiterLength || at >= formula.end - formula.delimiterLength;
             if (needsBackslash(at, formula, isDelimiter))
                 m_output += u'\\';
-            m_output += m_text.at(at);
+            const bool isHidden = m_treatment == Treatment::HideOtherDollars && m_text.at(at) == u'$';
+            m_output += isHidden ? dollarStandIn : m_text.at(at);
         }
         m_at = formula.end;
     }
@@ -275,8 +255,13 @@ private:
     }
 
     QStringView m_text;
+    QList<TextRange> m_codeBlocks;
     QString m_output;
     qsizetype m_at = 0;
+    /// Where the text ends that m_at is in: before the next code block.
+    qsizetype m_end = 0;
+    /// For each kind of delimiters, up to where nothing closes them.
+    std::array<qsizetype, delimiters.size()> m_openUntil{};
     Treatment m_treatment;
     bool m_hasDollarPair = false;
     bool m_hasUnderscorePair = false;
@@ -294,7 +279,7 @@ QString protectFormulas(const QString &markdown)
 
 QString protectDollars(const QString &markdown)
 {
-    if (!markdown.contains(u'$'))
+    if (!markdown.contains(u'$') && !markdown.contains(u"\\(") && !markdown.contains(u"\\["))
         return markdown;
     return Scanner(markdown, Treatment::HideOtherDollars).run();
 }

@@ -10,8 +10,10 @@ namespace tessaly {
 /// A text without such characters is returned unchanged.
 [[nodiscard]] QString protectFormulas(const QString &markdown);
 
-/// Markdown in which dollars within code, and escaped ones, cannot be taken for the delimiters of a formula: U+FDD1
-/// stands for each, until the text is parsed.
+/// Markdown for a page that takes $…$ and $$…$$ out of the text before it parses it: dollars within code, and escaped
+/// ones, cannot be taken for their delimiters (U+FDD1 stands for each, until the text is parsed), and \(…\) and \[…\],
+/// which such a page does not know, reach the reader as they were written. A text without any of these is returned
+/// unchanged.
 [[nodiscard]] QString protectDollars(const QString &markdown);
 
 } // namespace tessaly

@@ -78,7 +78,8 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
     row("formula of its own", u"a\n$$\nx\n+ y\n$$\nb"_s,
         {service + u"x%0A%2B%20y\" alt=\"formula\" style=\"[^\"]*margin: 16px auto[^\"]*display: block"_s});
     row("a lone dollar", u"costs $5\nor $"_s, {u"costs \\$5<br[^>]*>or \\$"_s});
-    row("round and square delimiters stay", u"\\\\(a\\\\)"_s, {u">\\\\\\(a\\\\\\)<"_s});
+    row("round and square delimiters stay", u"\\(x_1,y_2\\) \\\\(a\\\\)\n\n\\[*b* \\\\ c\\]"_s,
+        {u">\\\\\\(x_1,y_2\\\\\\) \\\\\\(a\\\\\\)<"_s, u">\\\\\\[\\*b\\* \\\\\\\\ c\\\\\\]<"_s});
     row("paragraphs and list items", u"a\n\n- b"_s,
         {u"<p style=\"[^\"]*margin: 12px 0px[^\"]*width: auto"_s, u"<li style=\"[^\"]*width: auto"_s,
          u"<ul style=\"[^\"]*padding: 0px 0px 0px 26px"_s});
@@ -94,8 +95,8 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
         {u"src=\"file:///a.png\""_s, u"src=\"rel.png\""_s});
     row("script as text", u"`</script>` <b class='x' id='content'>c</b>"_s,
         {u"&lt;/script&gt;"_s, u"<b style=[^>]*>c<"_s});
-    row("dollars that are none of a formula", u"\\$5, \\$6, `$HOME $PATH`\n\n```sh\necho $a $b\n```"_s,
-        {u">\\$5, \\$6, <"_s, u">\\$HOME \\$PATH<"_s, u">\\$a<.*>\\$b<"_s});
+    row("dollars that are none of a formula", u"\\$5, \\$6, `$HOME $PATH`\n\n```sh\necho $a $b\n```\n\n    $c$"_s,
+        {u">\\$5, \\$6, <"_s, u">\\$HOME \\$PATH<"_s, u">\\$a<.*>\\$b<"_s, u"\\$c"_s});
     row("what could run or load",
         u"<iframe src='x'></iframe><form action='x'><b onclick='x' data-x='y'>a</b></form>"
         "<a href='java&#10;script:x'>b</a> <a href='data:text/html,x'>c</a>"
