@@ -123,7 +123,7 @@ QString inlineStylePage(const QString &markdown)
         uR"(const looks=new Map(),written=new Map(),kindOf=new Map([[root,new Map()]]);)"
         uR"([...root.children].map(element=>[element.style,getComputedStyle(element).lineHeight]).forEach(([style,height])=>style.lineHeight=height);)"
         uR"(const harmless=['class','style','href','src','alt','title','data-highlighted'];)"
-        uR"(const hasRules=root.querySelector('style,summary,legend')!==null;const elements=[...root.querySelectorAll('*')];)"
+        uR"(const hasRules=root.querySelector('summary,legend')!==null;const elements=[...root.querySelectorAll('*')];)"
         uR"(elements.forEach(element=>{const siblings=kindOf.get(element.parentNode);)"
         uR"(const isAlone=hasRules||element.getAttributeNames().some(name=>!harmless.includes(name));)"
         uR"(const key=isAlone?element:[element.localName,element.hasAttribute('href'),element.getAttribute('class'),element.getAttribute('style')].join();)"

@@ -1,23 +1,120 @@
 // Served in front of MathJax.
-window.MathJax.startup = {
-  // A page that asks for its formulas to be typeset while MathJax is about to do so by itself gets some of them twice;
-  // so it is only done when asked for, one after the other.
-  typeset: false,
-  ready() {
-    MathJax.startup.defaultReady();
-    // Whenever a style sheet with fonts changes, or a font comes, the whole page is laid out anew. So the fonts have a
-    // sheet of their own, and those that most formulas need come before the text.
-    MathJax.startup.document.addStyleSheet();
-    const { sheet } = document.getElementById("MJX-CHTML-styles");
-    const fonts = document.head.appendChild(document.createElement("style"));
-    for (let rule = sheet.cssRules.length - 1; rule >= 0; --rule) {
-      if (!(sheet.cssRules[rule] instanceof CSSFontFaceRule)) continue;
-      fonts.append(sheet.cssRules[rule].cssText);
-      sheet.deleteRule(rule);
+{
+  // Up to so many formulas are typeset before the page shows. Each takes some milliseconds and tens of kilobytes; of
+  // more than these, those in view come first and the others when they come near.
+  const eager = 300;
+  const slice = 40;
+  // In pixels. Formulas do not break; a longer one within a line scrolls in itself where the line is too short for it.
+  const longFormula = 300;
+
+  let typeset = null;
+  let last = Promise.resolve();
+  const waiting = new Set();
+  const near = new Set();
+
+  const typesetSome = elements => last = last.then(async () => {
+    await typeset(elements).catch(() => {});
+    MathJax.startup.document.clear(); // What it keeps of each formula is for its menu.
+    const long = elements.flatMap(element => [...element.querySelectorAll("mjx-container:not([display])")])
+      .filter(formula => formula.offsetWidth > longFormula);
+    long.forEach(formula => formula.classList.add("long"));
+  });
+
+  const typesetWaiting = async elements => {
+    const some = elements.filter(element => waiting.delete(element));
+    some.forEach(element => (near.delete(element), observer.unobserve(element)));
+    if (some.length > 0) await typesetSome(some);
+    await new Promise(done => setTimeout(done));
+  };
+
+  let isAtWork = false;
+  const typesetNear = async () => {
+    if (isAtWork) return;
+    isAtWork = true;
+    while (near.size > 0) await typesetWaiting([...near].slice(0, slice));
+    isAtWork = false;
+  };
+
+  const observer = new IntersectionObserver(entries => {
+    for (const { target, isIntersecting } of entries)
+      isIntersecting && waiting.has(target) ? near.add(target) : near.delete(target);
+    typesetNear();
+  }, { rootMargin: "100% 0px" });
+
+  // The formulas found in the page, each in an element of its own where one can be put around it.
+  const wrapped = formulas => {
+    const elements = new Set();
+    const range = document.createRange(); // One, because each has to follow all changes of the page.
+    for (const { start, end } of formulas.reverse()) {
+      range.setStart(start.node, start.n);
+      range.setEnd(end.node, end.n);
+      const element = document.createElement("span");
+      try {
+        range.surroundContents(element);
+        elements.add(element);
+      } catch {
+        const around = range.commonAncestorContainer;
+        elements.add(around.nodeType === Node.ELEMENT_NODE ? around : around.parentNode);
+      }
     }
-    document.fonts.forEach(font => /^"?MJX(ZERO|TEX|TEX-I|TEX-S1|TEX-S2|TEX-A)"?$/.test(font.family) && font.load());
-    const typeset = MathJax.typesetPromise;
-    MathJax.typesetPromise = elements =>
-      (MathJax.startup.promise = MathJax.startup.promise.then(() => typeset(elements)));
-  },
-};
+    return [...elements].reverse();
+  };
+
+  const typesetPage = async () => {
+    const page = MathJax.startup.document;
+    page.options.elements = null;
+    page.reset().findMath();
+    const formulas = [...page.math];
+    page.clear();
+    if (formulas.length <= eager) {
+      await typesetSome([document.body]);
+    } else {
+      wrapped(formulas).forEach(element => waiting.add(element));
+      waiting.forEach(element => observer.observe(element));
+    }
+  };
+
+  const scrollTables = () => {
+    for (const table of document.querySelectorAll("#content table")) {
+      const frame = document.createElement("div");
+      frame.className = "table";
+      table.replaceWith(frame);
+      frame.append(table);
+    }
+  };
+
+  window.MathJax.options = { enableMenu: false };
+  window.MathJax.startup = {
+    // A page that asks for its formulas to be typeset while MathJax is about to do so by itself gets some of them twice;
+    // so it is only done when asked for, one after the other.
+    typeset: false,
+    ready() {
+      MathJax.startup.defaultReady();
+      // Whenever a style sheet with fonts changes, or a font comes, the whole page is laid out anew. So the fonts have a
+      // sheet of their own, and those that most formulas need come before the text.
+      MathJax.startup.document.addStyleSheet();
+      const { sheet } = document.getElementById("MJX-CHTML-styles");
+      const fonts = document.head.appendChild(document.createElement("style"));
+      for (let rule = sheet.cssRules.length - 1; rule >= 0; --rule) {
+        if (!(sheet.cssRules[rule] instanceof CSSFontFaceRule)) continue;
+        fonts.append(sheet.cssRules[rule].cssText);
+        sheet.deleteRule(rule);
+      }
+      document.fonts.forEach(font => /^"?MJX(ZERO|TEX|TEX-I|TEX-S1|TEX-S2|TEX-A)"?$/.test(font.family) && font.load());
+      typeset = MathJax.typesetPromise;
+      MathJax.typesetPromise = () => {
+        scrollTables();
+        return (MathJax.startup.promise = MathJax.startup.promise.then(typesetPage));
+      };
+      // Resolves when nothing in view is waiting.
+      MathJax.typesetInView = async () => {
+        const isInView = ({ top, bottom }) => bottom > -innerHeight / 2 && top < innerHeight * 1.5;
+        for (let pass = 0; pass < 10 && waiting.size > 0; ++pass) {
+          const inView = [...waiting].filter(element => isInView(element.getBoundingClientRect()));
+          if (inView.length === 0) break;
+          await typesetWaiting(inView.slice(0, eager));
+        }
+      };
+    },
+  };
+}

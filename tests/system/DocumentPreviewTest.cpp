@@ -22,6 +22,7 @@ private slots:
     void showsTwentyMegabytesOfPictures();
     void showsOnlyFilesThatArePictures();
     void showsTenThousandLines();
+    void typesetsManyFormulasWhereTheyAreSeen();
     void keepsTheOldRenderingUntilTheNewOneIsComplete();
     void skipsTextsThatComeTooFastButNotTheLast();
     void reportsLinksForABrowserOnly();
@@ -128,10 +129,21 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
             << QVariant(u"5,true"_s);
     }
     QTest::newRow("closed elements are what they are")
-        << u"x <style>b{color:red}</style> <textarea>y</textarea> <!-- y --> <b>z</b> \\<title>"_s
-        << u"getComputedStyle(document.querySelector('b')).color + document.querySelector('textarea').value + "
-           "document.querySelector('b').nextSibling.data"_s
-        << QVariant(u"rgb(255, 0, 0)y <title>"_s);
+        << u"x <textarea>y</textarea> <!-- y --> <b>z</b> \\<title>"_s
+        << u"document.querySelector('textarea').value + document.querySelector('b').nextSibling.data"_s
+        << QVariant(u"y <title>"_s);
+    QTest::newRow("a text changes nothing but itself")
+        << u"<style>b{color:red}</style>\n\n<svg><style>b{color:red}</style></svg><link rel=stylesheet href=x>"
+           "<meta http-equiv=x><base href=x><iframe src=x></iframe><object></object><embed src=x>"
+           "<noscript><p title='</noscript><style>b{color:red}</style>'></noscript> **b** `<style>`"_s
+        << count(u"#content :is(style,link,meta,base,iframe,object,embed)"_s) +
+               u"+getComputedStyle(document.querySelector('strong')).color+document.querySelector('code').innerText"_s
+        << QVariant(u"0rgb(34, 34, 34)<style>"_s);
+    QTest::newRow("nothing is wider than the view")
+        << u"%1 `%1`\n\n# %1\n\n> - %1\n\n    %1\n\n|%2\n|%3\n|%2\n\n$%4$\n\n$$%4$$"_s.arg(
+               QString(300, u'x'), u" word |"_s.repeated(40), u"-|"_s.repeated(40), u"a+"_s.repeated(100) + u'b')
+        << u"document.documentElement.scrollWidth <= innerWidth"_s << QVariant(true);
+    QTest::newRow("dollars in indented code") << u"a\n\n    $x$"_s << count(u"mjx-container"_s) << QVariant(0);
     QTest::newRow("escaped dollars") << u"\\$5 and \\$6, $x$"_s
                                      << u"document.querySelector('p').innerText.slice(0, 10) + "_s +
                                             count(u"mjx-container"_s)
@@ -185,6 +197,28 @@ void DocumentPreviewTest::showsTenThousandLines()
         markdown += u"Line %1 with **bold** and `code`\n"_s.arg(line) + (line % 10 == 9 ? u"\n"_s : QString());
     QVERIFY(m_document->show(markdown));
     QCOMPARE(m_document->ask(count(u"p"_s) + u"+"_s + count(u"br"_s)), QVariant(10'000));
+}
+
+void DocumentPreviewTest::typesetsManyFormulasWhereTheyAreSeen()
+{
+    const QString formulas = u"Some $x^2$ *and $y$* here.\n$$\na\n$$\n\n- $z$\n\n"_s.repeated(500);
+    const QString last = u"[...document.querySelectorAll('li')].at(-1).querySelectorAll('mjx-container').length"_s;
+    const QString raw = u"[...document.querySelectorAll('#content > *')].filter(block => {"
+                        "const {top, bottom} = block.getBoundingClientRect();"
+                        "return bottom > 0 && top < innerHeight && block.innerText.includes('$'); }).length"_s;
+    QVERIFY(m_document->show(formulas));
+    QCOMPARE(m_document->ask(raw), QVariant(0));
+    QCOMPARE(m_document->ask(last), QVariant(0));
+
+    (void)m_document->ask(u"scrollTo(0, document.body.scrollHeight)"_s);
+    QTRY_COMPARE(m_document->ask(last), QVariant(1));
+    (void)m_document->ask(u"scrollTo(0, document.body.scrollHeight)"_s);
+    QTRY_COMPARE(m_document->ask(raw), QVariant(0));
+    const QString place = u"Math.round([...document.querySelectorAll('p')].at(-1).getBoundingClientRect().top)"_s;
+    const int before = m_document->ask(place).toInt();
+    QVERIFY(m_document->show(u"more"_s + formulas));
+    QCOMPARE(m_document->ask(raw), QVariant(0));
+    QVERIFY(std::abs(m_document->ask(place).toInt() - before) <= 2);
 }
 
 void DocumentPreviewTest::keepsTheOldRenderingUntilTheNewOneIsComplete()

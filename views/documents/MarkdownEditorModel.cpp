@@ -32,6 +32,7 @@ MarkdownEditorModel::MarkdownEditorModel(QObject *parent) : QObject(parent)
     m_previewTimer.setSingleShot(true);
     m_previewTimer.setInterval(previewDelay);
     connect(&m_source, &SourceText::edited, &m_previewTimer, qOverload<>(&QTimer::start));
+    connect(&m_source, &SourceText::needsShapingChanged, this, &MarkdownEditorModel::needsShapingChanged);
     connect(&m_previewTimer, &QTimer::timeout, this, &MarkdownEditorModel::updatePreview);
     m_pauseTimer.setSingleShot(true);
     m_pauseTimer.setInterval(typingPause);
@@ -190,7 +191,8 @@ QString MarkdownEditorModel::message() const
     const bool isBoth = !m_copyMessage.isEmpty() && !m_keptVersionMessage.isEmpty();
     if (m_copyMessage.isEmpty() && m_keptVersionMessage.isEmpty())
         return m_draftMessage;
-    return m_copyMessage + (isBoth ? u" "_s : QString()) + m_keptVersionMessage;
+    // Where the line is too short for both, the end is left out.
+    return m_keptVersionMessage + (isBoth ? u" "_s : QString()) + m_copyMessage;
 }
 
 void MarkdownEditorModel::close()
@@ -254,14 +256,15 @@ void MarkdownEditorModel::setCopyMessage(const QString &message, bool hasFailed)
     emit messageChanged();
 }
 
-QFont MarkdownEditorModel::fontOf(const QStringList &families, int pixelSize)
+QFont MarkdownEditorModel::fontOf(const QStringList &families, int pixelSize, bool isShaped)
 {
     QFont font;
     font.setFamilies(families);
     font.setPixelSize(pixelSize);
     font.setFixedPitch(true);
     // Source text has no ligatures: each character shows as what it is.
-    font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::PreferNoShaping));
+    font.setStyleStrategy(isShaped ? QFont::PreferAntialias
+                                   : QFont::StyleStrategy(QFont::PreferAntialias | QFont::PreferNoShaping));
     return font;
 }
 

@@ -29,6 +29,7 @@ class MarkdownEditorModel : public QObject
     Q_PROPERTY(QString previewContent READ previewContent NOTIFY previewContentChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
     Q_PROPERTY(QString keptVersionMessage MEMBER m_keptVersionMessage NOTIFY messageChanged)
+    Q_PROPERTY(bool needsShaping READ needsShaping NOTIFY needsShapingChanged)
     Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY messageChanged)
 
 public:
@@ -51,6 +52,8 @@ public:
     /// Whether the document holds no more than its heading, so that writing goes on at its end.
     Q_INVOKABLE bool isFresh() const;
     [[nodiscard]] const QString &content() const { return m_source.text(); }
+    /// Whether the source has letters that must be joined or combined to be read, as in Arabic.
+    [[nodiscard]] bool needsShaping() const { return m_source.needsShaping(); }
     /// Adds to the end of the source.
     void append(const QString &text) { m_source.append(text); }
 
@@ -60,8 +63,8 @@ public:
     void setCategory(int entry);
     /// What the preview shows: the source, 240 milliseconds after the last key of a burst.
     [[nodiscard]] const QString &previewContent() const { return m_previewContent; }
-    /// Why the text could not be saved, else how the last copy went and where the last save kept the version of another
-    /// program, else that the text is that of a draft; may be empty.
+    /// Why the text could not be saved, else where the last save kept the version of another program and how the last
+    /// copy went, else that the text is that of a draft; may be empty.
     [[nodiscard]] QString message() const;
     /// Whether the message tells of a failure.
     [[nodiscard]] bool hasFailed() const { return !m_saveFailure.isEmpty() || m_hasCopyFailed; }
@@ -82,8 +85,9 @@ public:
     /// Tells that there is nothing to copy with.
     Q_INVOKABLE void refuseCopy();
 
-    /// A font of the first of the families that is there, and of the others for what it lacks.
-    Q_INVOKABLE static QFont fontOf(const QStringList &families, int pixelSize);
+    /// A font of the first of the families that is there, and of the others for what it lacks; letters are
+    /// joined and combined only if it is shaped.
+    Q_INVOKABLE static QFont fontOf(const QStringList &families, int pixelSize, bool isShaped);
 
 signals:
     void opened();
@@ -93,6 +97,7 @@ signals:
     void modeChanged();
     void previewContentChanged();
     void messageChanged();
+    void needsShapingChanged();
     /// Everything is on the disk.
     void saved();
     void copyRequested(const QString &markdown);

@@ -158,7 +158,7 @@ T.Popup {
                 width: content.hasPreview ? content.half : content.width
                 height: parent.height
                 visible: content.hasSource
-                sourceFont: viewModel.fontOf(Theme.sourceFamilies, Theme.source.size)
+                sourceFont: viewModel.fontOf(Theme.sourceFamilies, Theme.source.size, viewModel.needsShaping)
             }
             Separator {
                 x: content.half

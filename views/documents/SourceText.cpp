@@ -34,6 +34,14 @@ QTextBlockFormat formatOfHeight(int lineHeight)
     return format;
 }
 
+/// Combining marks and the scripts from Hebrew to Georgian, with their forms; more is no harm.
+bool needsShape(QChar c)
+{
+    const char16_t u = c.unicode();
+    return u >= 0x0300 && (u < 0x0370 || (u >= 0x0590 && u < 0x1100) || (u >= 0x1780 && u < 0x18B0) ||
+                           (u >= 0xFB1D && u < 0xFE00) || (u >= 0xFE70 && u < 0xFEFF));
+}
+
 } // namespace
 
 void SourceText::load(const QString &text)
@@ -43,6 +51,7 @@ void SourceText::load(const QString &text)
     m_text = text;
     if (text.contains(u'\r'))
         m_text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    lookForShapes(m_text);
 }
 
 QString SourceText::textToSave() const
@@ -78,6 +87,7 @@ void SourceText::append(const QString &text)
         cursor.insertText(text);
     } else {
         m_text += text;
+        lookForShapes(text);
         markEdited();
     }
 }
@@ -93,6 +103,7 @@ void SourceText::takeOver(int position, int removed, int added)
     // Larger changes may be reported with more characters than they touched.
     if (m_text.size() != length)
         m_text = textBetween(*m_document, 0, length);
+    lookForShapes(text);
     markEdited();
     // Text pasted into an empty line brings a format of its own. Not from within the change that is being reported.
     const int end = std::min(position + added, length);
@@ -117,6 +128,14 @@ void SourceText::keepLineHeight(int begin, int end)
     cursor.setPosition(std::min(end, last), QTextCursor::KeepAnchor);
     cursor.mergeBlockFormat(formatOfHeight(m_lineHeight));
     cursor.endEditBlock();
+}
+
+void SourceText::lookForShapes(QStringView text)
+{
+    if (m_needsShaping || std::none_of(text.begin(), text.end(), needsShape))
+        return;
+    m_needsShaping = true;
+    emit needsShapingChanged();
 }
 
 void SourceText::markEdited()

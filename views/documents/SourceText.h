@@ -21,6 +21,8 @@ public:
     void load(const QString &text);
     /// Lines end in "\n".
     [[nodiscard]] const QString &text() const { return m_text; }
+    /// Whether there are letters that have to be joined or combined to be read, as in Arabic.
+    [[nodiscard]] bool needsShaping() const { return m_needsShaping; }
     /// As it was loaded while nothing was changed; after that with the line ends of the file's first line.
     [[nodiscard]] QString textToSave() const;
 
@@ -32,15 +34,18 @@ public:
 
 signals:
     void edited();
+    void needsShapingChanged();
 
 private:
     void takeOver(int position, int removed, int added);
     void keepLineHeight(int begin, int end);
     void markEdited();
+    void lookForShapes(QStringView text);
 
     QString m_text;
     QString m_loaded;
     bool m_isEdited = false;
+    bool m_needsShaping = false;
     QPointer<QTextDocument> m_document;
     int m_lineHeight = 0;
 };

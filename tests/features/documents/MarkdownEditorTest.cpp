@@ -154,10 +154,21 @@ private slots:
         given.editor->finishCopy(true);
         QVERIFY(given.editor->save());
         QCOMPARE(given.editor->message(),
-                 u"WeChat rich text copied; formulas were converted to images. Another program had changed this "
-                 "document; its version is kept as “… (changed elsewhere).md”."_s);
+                 u"Another program had changed this document; its version is kept as “… (changed elsewhere).md”. "
+                 "WeChat rich text copied; formulas were converted to images."_s);
         QVERIFY(given.editor->save());
         QCOMPARE(given.editor->message(), u"WeChat rich text copied; formulas were converted to images."_s);
+    }
+
+    void lettersAreJoinedWhereTheTextHasSome()
+    {
+        EditorDriver given;
+        given.editor->append(u"中文 -> é 😀"_s);
+        QVERIFY(!given.editor->needsShaping());
+        QSignalSpy changed(given.editor.get(), &MarkdownEditorModel::needsShapingChanged);
+        given.editor->append(u"مرحبا"_s);
+        QVERIFY(given.editor->needsShaping());
+        QCOMPARE(changed.size(), 1);
     }
 
     void aWindowIsHeldOnceByWhatCannotBeSaved()

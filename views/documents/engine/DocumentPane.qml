@@ -21,16 +21,16 @@ WebEngineView {
     signal crashed
 
     /// Loads a page that was published.
-    function open(page: url, scrollTop: real): void {
+    function open(page: url, place: string): void {
         internal.isOpening = true;
         internal.mayNavigate = true;
-        internal.scrollTop = scrollTop;
+        internal.place = place;
         pane.url = page;
     }
 
-    /// Tells the vertical scroll position to a function.
-    function tellScrollTop(listener: var): void {
-        runJavaScript("scrollY", listener);
+    /// Tells a function which place of the page is at the top of the view, for open().
+    function tellPlace(listener: var): void {
+        runJavaScript(internal.placeScript, listener);
     }
 
     function activate(link: url): void {
@@ -151,11 +151,18 @@ WebEngineView {
         property bool hasPage: false
         property bool isOpening: false
         property bool mayNavigate: false
-        property real scrollTop: 0
+        property string place: ""
 
         readonly property string announceTypeset: `(async () => {
             try { await MathJax.startup.promise; } finally { console.info("typeset"); }
         })();`
+
+        // Formulas that are not typeset yet have other heights, so that a place is the first block in view.
+        readonly property string placeScript: `(() => {
+            const blocks = [...document.getElementById("content").children];
+            const index = blocks.findIndex(block => block.getBoundingClientRect().bottom > 0);
+            return JSON.stringify({ scrollY, index, top: blocks[index]?.getBoundingClientRect().top ?? 0 });
+        })()`
 
         // Once the text is laid out, another font would have all of it laid out again.
         readonly property string adoptStyle: `{
@@ -200,7 +207,15 @@ WebEngineView {
                 const pictures = [...document.images].filter(picture => picture.src.startsWith("data:"));
                 await Promise.all(pictures.map(picture => picture.decode().catch(() => {})));
                 await document.fonts.ready;
-                scrollTo(0, ${scrollTop});
+                const place = JSON.parse(${JSON.stringify(place || "{}")});
+                const scroll = () => {
+                    const block = document.getElementById("content").children[place.index];
+                    if (block && place.scrollY > 0) scrollBy(0, block.getBoundingClientRect().top - place.top);
+                    else scrollTo(0, place.scrollY ?? 0);
+                };
+                scroll();
+                await MathJax.typesetInView?.();
+                scroll();
                 requestAnimationFrame(() => requestAnimationFrame(() => console.info("settled")));
             })();`;
         }

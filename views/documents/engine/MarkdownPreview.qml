@@ -88,9 +88,9 @@ Item {
         function open(page: url): void {
             stage = 2;
             if (frontPane.hasPage)
-                frontPane.tellScrollTop(scrollTop => backPane.open(page, scrollTop));
+                frontPane.tellPlace(place => backPane.open(page, place ?? ""));
             else
-                backPane.open(page, 0);
+                backPane.open(page, "");
         }
 
         function show(place: int): void {

@@ -9,9 +9,14 @@ QtObject {
     readonly property string imports: Theme.isDark ? `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");` : ""
 
     readonly property string shared: `
-        body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0}
+        body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0;overflow-wrap:anywhere}
         blockquote{margin:1em 0}
         img{max-width:100%;object-fit:contain}
+        th,td{overflow-wrap:break-word}
+        div.table{overflow-x:auto}
+        mjx-container[jax="CHTML"][display="true"],mjx-container.long{overflow-x:auto;overflow-y:hidden}
+        mjx-container[jax="CHTML"][display="true"]{padding:2px 0}
+        mjx-container.long{display:inline-block;max-width:100%;vertical-align:middle}
         pre,code{font-family:${families(Theme.sourceFamilies)},monospace}
         pre{font-size:13px;line-height:1.5}
         pre code.hljs{background:transparent;padding:0}
