@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/QtTexts.h"
 #include "views/documents/DocumentDesktop.h"
 #include "views/shell/ShellModel.h"
 
@@ -57,6 +58,7 @@ private:
     SystemAppearance &m_systemAppearance;
     ShellModel m_shell;
     DocumentDesktop m_documentDesktop;
+    QtTexts m_qtTexts;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
     std::unique_ptr<QObject> m_nativeMenuBar;

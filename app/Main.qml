@@ -22,6 +22,23 @@ ApplicationWindow {
     height: 800
     title: Qt.application.name
     color: Theme.bg
+    // For the file dialogs that Qt draws where the desktop has none; all other controls are the planner's own.
+    palette {
+        window: Theme.raised
+        windowText: Theme.text
+        light: Theme.raised
+        mid: Theme.pressed
+        dark: Theme.borderControl
+        base: Theme.field
+        text: Theme.text
+        button: Theme.selected
+        buttonText: Theme.text
+        brightText: Theme.text
+        placeholderText: Theme.textTertiary
+        highlight: Theme.accentText
+        highlightedText: Theme.text
+        midlight: Theme.hover
+    }
     // qmllint disable
     locale: Qt.locale(PlannerStore.isEnglish ? "en_US" : "zh_Hans")
     // qmllint enable

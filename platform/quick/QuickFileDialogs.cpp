@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -17,6 +18,21 @@ constexpr char imports[] = "import QtQuick.Dialogs\nimport Qt.labs.folderlistmod
 constexpr char fileDialog[] = "FileDialog {}";
 constexpr char severalFilesDialog[] = "FileDialog { fileMode: FileDialog.OpenFiles }";
 constexpr char folderDialog[] = "FolderDialog {}";
+
+/// Qt's own dialog leaves the ground of its path white, whatever the palette; the path itself follows it.
+void paintPath(const QQuickItem &root)
+{
+    for (QQuickItem *item : root.childItems()) {
+        if (item->inherits("QQuickFolderBreadcrumbBar")) {
+            const auto *palette = item->property("palette").value<QObject *>();
+            auto *ground = item->property("background").value<QObject *>();
+            if (palette && ground)
+                ground->setProperty("color", palette->property("base"));
+        } else {
+            paintPath(*item);
+        }
+    }
+}
 
 /// One dialog, which shows as soon as it is made, and its answer. It deletes itself.
 class Question : public QObject
@@ -62,7 +78,11 @@ private:
         }
         connect(m_dialog.get(), SIGNAL(accepted()), this, SLOT(accept()));
         connect(m_dialog.get(), SIGNAL(rejected()), this, SLOT(reject()));
-        return QMetaObject::invokeMethod(m_dialog.get(), "open");
+        if (!QMetaObject::invokeMethod(m_dialog.get(), "open"))
+            return false;
+        if (const auto *quickWindow = qobject_cast<QQuickWindow *>(window))
+            paintPath(*quickWindow->contentItem());
+        return true;
     }
 
     void finish(QObject *dialog)

@@ -48,6 +48,10 @@ class DocumentFlow(PlannerTestCase):
         assert self.texts(data) == ["# Plan\nA **word**"], self.texts(data)
         self.delete(planner, text)
         assert self.texts(data) == [], self.texts(data)
+        # No desktop is there to ask, so that the dialog is Qt's.
+        planner.press("push button", text("导入 Markdown", "Import Markdown"))
+        planner.wait("push button", text("打开", "Open"))
+        planner.press("push button", text("取消", "Cancel"))
 
     @staticmethod
     def texts(data):

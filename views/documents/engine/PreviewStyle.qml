@@ -20,8 +20,10 @@ QtObject {
         pre,code{font-family:${families(Theme.sourceFamilies)},monospace}
         pre{font-size:13px;line-height:1.5}
         pre code.hljs{background:transparent;padding:0}
+        html{overflow:overlay}
         ::-webkit-scrollbar{width:12px;height:12px}
-        ::-webkit-scrollbar-thumb{background:${rgba(Theme.thumb)};background-clip:content-box;border:3px solid transparent;border-radius:6px}
+        ::-webkit-scrollbar-thumb{background:transparent;background-clip:content-box;border:3px solid transparent;border-radius:6px}
+        .scrolling::-webkit-scrollbar-thumb,#content :hover::-webkit-scrollbar-thumb,::-webkit-scrollbar-thumb:hover{background-color:${rgba(Theme.thumb)}}
         ::-webkit-scrollbar-corner{background:transparent}`
     readonly property string dark: `
         body{color:${rgba(Theme.text)}}

@@ -1,0 +1,14 @@
+// Served in front of MathJax: the thumb of the page shows while it moves or the pointer is near, like those of the program.
+{
+  const shown = 900; // Milliseconds.
+  const edge = 14; // Pixels.
+  const { classList } = document.documentElement;
+  let end = 0;
+  const show = () => {
+    clearTimeout(end);
+    classList.add("scrolling");
+    end = setTimeout(() => classList.remove("scrolling"), shown);
+  };
+  addEventListener("scroll", show, { passive: true });
+  addEventListener("mousemove", event => event.clientX > innerWidth - edge && show());
+}
