@@ -8,7 +8,28 @@
 #include <filesystem>
 #include <system_error>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 namespace tessaly {
+
+namespace {
+
+/// A file that took another's place is there after a power cut only when its folder is on the disk, too.
+void flushFolder([[maybe_unused]] const QString &path)
+{
+#ifdef Q_OS_UNIX
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    ::fsync(folder);
+    ::close(folder);
+#endif
+}
+
+} // namespace
 
 bool makePrivateFolder(const QString &path)
 {
@@ -47,7 +68,10 @@ bool LocalFileSystem::write(const QString &path, const QByteArray &bytes)
 {
     // QSaveFile flushes the new file to the disk before it takes the old one's place.
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return false;
+    flushFolder(QFileInfo(path).path());
+    return true;
 }
 
 bool LocalFileSystem::copy(const QString &from, const QString &to)
