@@ -21,7 +21,8 @@ T.Button {
     readonly property color fill: !enabled ? (isFilled ? Theme.track : Theme.transparent) : down ? pressedFill : hovered ? hoverFill : restFill
     readonly property color ink: !enabled ? Theme.textDisabled : isFilled ? Theme.inkOnAccent : kind === AppButton.Destructive ? (hovered ? Theme.destructiveHover : Theme.destructive) : Theme.text
 
-    implicitWidth: Math.max(56, implicitContentWidth + leftPadding + rightPadding)
+    // On whole pixels, so that edges stay sharp and line up.
+    implicitWidth: Math.max(56, Math.ceil(implicitContentWidth) + leftPadding + rightPadding)
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
     leftPadding: isSmall ? 10 : 14
     rightPadding: leftPadding

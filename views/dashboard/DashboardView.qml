@@ -27,23 +27,29 @@ Page {
     Row {
         id: tiles
 
+        /// On whole pixels, all three together as wide as the row.
+        function widthOf(place: int): int {
+            const free = width - 2 * spacing;
+            return Math.round(free * (place + 1) / 3) - Math.round(free * place / 3);
+        }
+
         width: parent.width
         spacing: 16
 
         Metric {
-            width: (tiles.width - 2 * tiles.spacing) / 3
+            width: tiles.widthOf(0)
             title: Language.text("待办事项", "Open to-dos")
             value: overview.openReminderCount
             figureColor: Theme.orange
         }
         Metric {
-            width: (tiles.width - 2 * tiles.spacing) / 3
+            width: tiles.widthOf(1)
             title: Language.text("今日剩余日程", "Remaining today")
             value: overview.remainingCount
             figureColor: Theme.blue
         }
         Metric {
-            width: (tiles.width - 2 * tiles.spacing) / 3
+            width: tiles.widthOf(2)
             title: Language.text("进行中的目标", "Active goals")
             value: overview.activeGoalCount
             figureColor: Theme.purple

@@ -39,7 +39,7 @@ Card {
                     visible: row.index > 0
                 }
                 AppText {
-                    x: 20
+                    x: 21
                     anchors.verticalCenter: track.verticalCenter
                     width: track.x - x - 20
                     text: row.title
@@ -50,16 +50,16 @@ Card {
                 ProgressTrack {
                     id: track
 
-                    x: parent.width - 80 - width
+                    x: parent.width - 81 - width
                     y: row.height - 27
-                    width: Math.round((parent.width - 40) * 0.34)
+                    width: Math.round((parent.width - 42) * 0.34)
                     height: 6
                     value: row.progress
                     fill: Theme.purple
                     itemTitle: row.title
                 }
                 AppText {
-                    x: parent.width - 60
+                    x: parent.width - 61
                     anchors.verticalCenter: track.verticalCenter
                     width: 40
                     text: row.percentage + "%"
@@ -74,9 +74,9 @@ Card {
         id: nothing
 
         visible: list.count === 0
-        x: 20
+        x: 21
         y: 18
-        width: parent.width - 40
+        width: parent.width - 42
         text: Language.text("建立一个目标，让每一天都有方向。", "Create a goal to give each day direction.")
     }
 }

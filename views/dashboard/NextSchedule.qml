@@ -15,7 +15,7 @@ Card {
 
     Rectangle {
         visible: next.hasSchedule
-        x: 20
+        x: 21
         anchors.verticalCenter: parent.verticalCenter
         width: 4
         height: 40
@@ -24,9 +24,9 @@ Card {
     }
     AppText {
         visible: next.hasSchedule
-        x: 38
-        y: 17
-        width: parent.width - 58
+        x: 39
+        y: 18
+        width: parent.width - 60
         text: next.title
         token: Theme.heading
 
@@ -34,9 +34,9 @@ Card {
     }
     AppText {
         visible: next.hasSchedule
-        x: 38
+        x: 39
         y: 42
-        width: parent.width - 58
+        width: parent.width - 60
         text: next.dateText
         token: Theme.control
         color: Theme.textSecondary
@@ -45,9 +45,9 @@ Card {
         id: nothing
 
         visible: !next.hasSchedule
-        x: 20
+        x: 21
         y: 18
-        width: parent.width - 40
+        width: parent.width - 42
         text: Language.text("还没有安排日程，给今天留一点空间吧。", "No schedules yet. Leave space for your day.")
     }
 }

@@ -35,7 +35,7 @@ Item {
         x: head.columnX
         y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
         width: head.columnWidth
-        height: line.y + 57
+        height: line.y + 58
         radius: Theme.cardRadius
         color: Theme.card
         border.color: isFocused ? Theme.focus : Theme.border
@@ -44,9 +44,9 @@ Item {
         EntryField {
             id: titleField
 
-            x: 14
-            y: 14
-            width: parent.width - 28
+            x: 15
+            y: 15
+            width: parent.width - 30
             placeholderText: Language.text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook")
             text: head.goals.title
             onTextEdited: head.goals.title = text
@@ -54,8 +54,8 @@ Item {
         }
 
         AppTextField {
-            x: 14
-            y: 54
+            x: 15
+            y: 55
             width: categoryField.x - 12 - x
             placeholderText: Language.text("内容概述（可选）", "Overview (optional)")
             text: head.goals.summary
@@ -65,8 +65,8 @@ Item {
         AppTextField {
             id: categoryField
 
-            x: parent.width - 14 - width
-            y: 54
+            x: parent.width - 15 - width
+            y: 55
             width: 190
             placeholderText: Language.text("类别标签（可选）", "Category tag (optional)")
             text: head.goals.category
@@ -78,14 +78,14 @@ Item {
             id: line
 
             x: 1
-            y: 100
+            y: 101
             width: parent.width - 2
         }
 
         Toggle {
             id: dueToggle
 
-            x: 14
+            x: 15
             anchors.verticalCenter: addButton.verticalCenter
             text: Language.text("设置截止日期", "Set due date")
             checked: head.goals.hasDueDate
@@ -97,6 +97,7 @@ Item {
 
             x: dueToggle.x + dueToggle.width + 28
             anchors.verticalCenter: addButton.verticalCenter
+            width: Math.ceil(implicitWidth)
             visible: head.goals.hasDueDate
             text: Language.text("截止", "Due")
             token: Theme.control
@@ -122,7 +123,7 @@ Item {
             id: addButton
 
             anchors.right: parent.right
-            anchors.rightMargin: 14
+            anchors.rightMargin: 15
             y: line.y + 13
             kind: AppButton.Primary
             text: Language.text("新建主目标", "New main goal")

@@ -61,7 +61,7 @@ Item {
     }
 
     Separator {
-        x: row.columnX + (row.isGoal ? 1 : 46)
+        x: row.columnX + (row.isGoal ? 1 : 47)
         y: row.gap
         width: row.columnX + row.columnWidth - 1 - x
         visible: !row.beginsCard
@@ -72,6 +72,7 @@ Item {
         id: header
 
         DisclosureHeader {
+            leftPadding: isNested ? 47 : 17
             text: row.kind === GoalRow.Completed ? Language.text("已完成", "Completed") : row.label
             isOpen: row.isExpanded
             isNested: row.kind === GoalRow.Category

@@ -8,7 +8,7 @@ QtObject {
     readonly property real editWidth: Language.isEnglish ? 48 : 40
     readonly property real deleteWidth: Language.isEnglish ? 54 : 40
     readonly property real handleWidth: 24
-    readonly property real deleteX: cardWidth - 10 - deleteWidth
+    readonly property real deleteX: cardWidth - 11 - deleteWidth
     readonly property real editX: deleteX - editWidth
     readonly property real handleX: editX - handleWidth
 }

@@ -23,6 +23,7 @@ Row {
 
     AppText {
         anchors.verticalCenter: parent.verticalCenter
+        width: Math.ceil(implicitWidth)
         text: pair.label
         token: Theme.control
         color: Theme.textSecondary

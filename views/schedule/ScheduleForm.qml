@@ -10,8 +10,10 @@ Card {
 
     readonly property ScheduleFormModel fields: viewModel.form
     readonly property bool isWide: width >= 820
-    readonly property real pad: 14
+    /// From the card's edge, its border included.
+    readonly property real pad: 15
     readonly property real gap: 12
+    readonly property real lineGap: 14
 
     function focusTitle() {
         titleField.forceActiveFocus(Qt.OtherFocusReason);
@@ -22,7 +24,7 @@ Card {
             focusTitle();
     }
 
-    implicitHeight: tagField.y + tagField.height + (isWide ? gap : pad)
+    implicitHeight: tagField.y + tagField.height + (isWide ? gap + 1 : pad)
     border.color: titleField.activeFocus ? Theme.focus : Theme.border
 
     Rectangle {
@@ -51,7 +53,7 @@ Card {
         id: startPair
 
         x: form.isWide ? endPair.x - form.gap - width : form.pad
-        y: form.isWide ? form.pad : titleField.y + titleField.height + form.gap
+        y: form.isWide ? form.pad : titleField.y + titleField.height + form.lineGap
         label: Language.text("开始", "Start")
         viewModel: form.viewModel
         value: form.fields.start
@@ -85,7 +87,7 @@ Card {
         id: line
 
         x: 1
-        y: startPair.y + startPair.height + form.pad
+        y: startPair.y + startPair.height + form.lineGap
         width: form.width - 2
     }
 

@@ -32,7 +32,7 @@ Item {
         x: head.columnX
         y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
         width: head.columnWidth
-        height: line.y + 57
+        height: line.y + 58
         radius: Theme.cardRadius
         color: Theme.card
         border.color: isFocused ? Theme.focus : Theme.border
@@ -41,9 +41,9 @@ Item {
         EntryField {
             id: titleField
 
-            x: 14
-            y: 14
-            width: parent.width - 28
+            x: 15
+            y: 15
+            width: parent.width - 30
             placeholderText: Language.text("例如：提交周报", "e.g. Submit weekly report")
             text: head.reminders.title
             onTextEdited: head.reminders.title = text
@@ -53,9 +53,9 @@ Item {
         MultilineField {
             id: requirement
 
-            x: 14
-            y: 54
-            width: parent.width - 28
+            x: 15
+            y: 55
+            width: parent.width - 30
             height: implicitHeight
             placeholder: Language.text("任务具体要求（可选）", "Task requirements (optional)")
             text: head.reminders.requirement
@@ -73,7 +73,7 @@ Item {
         Toggle {
             id: dueToggle
 
-            x: 14
+            x: 15
             anchors.verticalCenter: addButton.verticalCenter
             text: Language.text("设置截止日期", "Set due date")
             checked: head.reminders.hasDueDate
@@ -85,6 +85,7 @@ Item {
 
             x: dueToggle.x + dueToggle.width + 28
             anchors.verticalCenter: addButton.verticalCenter
+            width: Math.ceil(implicitWidth)
             visible: head.reminders.hasDueDate
             text: Language.text("截止", "Due")
             token: Theme.control
@@ -109,7 +110,7 @@ Item {
             id: addButton
 
             anchors.right: parent.right
-            anchors.rightMargin: 14
+            anchors.rightMargin: 15
             y: line.y + 13
             kind: AppButton.Primary
             text: Language.text("添加待办", "Add to-do")

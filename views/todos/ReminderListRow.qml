@@ -78,7 +78,7 @@ Item {
     }
 
     Separator {
-        x: row.columnX + (row.kind === ReminderListModel.DueDates ? 1 : row.isReminder && row.isNested ? 76 : 46)
+        x: row.columnX + (row.kind === ReminderListModel.DueDates ? 1 : row.isReminder && row.isNested ? 77 : 47)
         y: row.gap
         width: row.columnX + row.columnWidth - 1 - x
         visible: !row.beginsCard
@@ -89,6 +89,7 @@ Item {
         id: header
 
         DisclosureHeader {
+            leftPadding: isNested ? 47 : 17
             text: row.groupText
             isOpen: row.isExpanded
             isNested: row.isNested

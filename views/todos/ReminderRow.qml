@@ -13,7 +13,7 @@ Item {
     required property bool isLast
 
     readonly property bool isActive: hover.hovered || circle.visualFocus || deleteAction.visualFocus
-    readonly property int textX: isNested ? 76 : 46
+    readonly property int textX: isNested ? 77 : 47
 
     signal toggled
     signal removed
@@ -117,7 +117,7 @@ Item {
     RowAction {
         id: deleteAction
 
-        x: row.width - width - 8
+        x: row.width - width - 9
         y: titleText.y + (titleText.height - height) / 2
         text: Language.text("删除", "Delete")
         itemTitle: row.title
