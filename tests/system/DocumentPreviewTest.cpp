@@ -285,13 +285,13 @@ void DocumentPreviewTest::followsTheColourSchemeAtOnce()
 {
     const QString look =
         u"getComputedStyle(document.body).color + getComputedStyle(document.querySelector('.hljs-keyword'"
-        ")).color"_s;
-    QVERIFY(m_document->show(u"```python\ndef f(): pass\n```"_s));
+        ")).color + getComputedStyle(document.querySelector('p code')).backgroundColor"_s;
+    QVERIFY(m_document->show(u"```python\ndef f(): pass\n```\n\n`x`"_s));
     const QVariant page = m_document->ask(u"location.pathname"_s);
     m_document->setDark(true);
-    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(236, 237, 240)rgb(255, 123, 114)"_s));
+    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(236, 237, 240)rgb(255, 123, 114)rgb(42, 44, 50)"_s));
     m_document->setDark(false);
-    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(34, 34, 34)rgb(215, 58, 73)"_s));
+    QTRY_COMPARE(m_document->ask(look), QVariant(u"rgb(34, 34, 34)rgb(215, 58, 73)rgb(243, 244, 246)"_s));
     QCOMPARE(m_document->ask(u"location.pathname"_s), page);
 }
 

@@ -67,7 +67,7 @@ WebEngineView {
     onCssChanged: {
         internal.injectScripts();
         if (internal.hasPage)
-            runJavaScript(internal.adoptStyle);
+            runJavaScript(internal.adoptStyle());
     }
     onCssImportsChanged: {
         if (internal.hasPage)
@@ -165,11 +165,14 @@ WebEngineView {
         })()`
 
         // Once the text is laid out, another font would have all of it laid out again.
-        readonly property string adoptStyle: `{
-            const sheet = new CSSStyleSheet();
-            sheet.replaceSync(${JSON.stringify(pane.css)});
-            document.adoptedStyleSheets = [sheet];
-        }`
+        // A function, because a binding may follow css only after what css itself calls.
+        function adoptStyle(): string {
+            return `{
+                const sheet = new CSSStyleSheet();
+                sheet.replaceSync(${JSON.stringify(pane.css)});
+                document.adoptedStyleSheets = [sheet];
+            }`;
+        }
 
         function injectScripts(): void {
             // The list's type is not declared to QML by the engine's own module.
@@ -179,7 +182,7 @@ WebEngineView {
                     name: "style",
                     injectionPoint: WebEngineScript.DocumentCreation,
                     worldId: WebEngineScript.MainWorld,
-                    sourceCode: adoptStyle
+                    sourceCode: adoptStyle()
                 },
                 {
                     name: "announce",
