@@ -7,6 +7,9 @@ Item {
     readonly property Text label: parent as Text
     readonly property bool isCut: label !== null && (label.truncated || (label.wrapMode === Text.NoWrap && label.implicitWidth > label.width))
 
+    /// Whether the tip is asked for.
+    readonly property bool isTold: hover.hovered && isCut
+
     anchors.fill: parent
 
     HoverHandler {
@@ -18,7 +21,7 @@ Item {
     // Made when it is wanted: lists have many texts.
     Loader {
         anchors.fill: parent
-        active: hover.hovered && tip.isCut
+        active: tip.isTold
         // Bound components cannot be made inside those of another file in Qt 6.4.
         // qmllint disable unqualified
         sourceComponent: Item {

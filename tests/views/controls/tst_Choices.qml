@@ -114,6 +114,7 @@ Item {
             combo.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Space);
             tryVerify(() => combo.popup.opened);
+            compare(combo.popup.contentItem.parent.Accessible.name, combo.name);
             compare(combo.popup.y + combo.popup.padding + 2 * combo.entryHeight, (combo.height - combo.entryHeight) / 2);
             keyClick(Qt.Key_Up);
             keyClick(Qt.Key_Return);
