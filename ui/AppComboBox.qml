@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// A pop-up choice. The list opens over the box with the current value under the pointer; the wheel scrolls the page,
 /// not the value; typing selects.
@@ -14,22 +15,46 @@ T.ComboBox {
     property string name
 
     readonly property int entryHeight: 30
-    property string typed
 
-    function selectTyped(character: string) {
-        typed += character.toLowerCase();
+    /// False when the key types nothing.
+    function hasTyped(event: KeyEvent): bool {
+        if (event.text.length !== 1 || event.text <= " " || event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+            return false;
+        const entries = Array.from({ length: count }, (_, index) => textAt(index));
+        const entry = typing.choose(event.text, entries, popup.visible ? highlightedIndex : currentIndex);
         typingPause.restart();
-        for (let i = 0; i < count; ++i) {
-            if (textAt(i).toLowerCase().startsWith(typed)) {
-                if (popup.visible) {
-                    list.currentIndex = i;
-                } else if (i !== currentIndex) {
-                    currentIndex = i;
-                    activated(i);
-                }
+        if (entry >= 0)
+            choose(entry);
+        return true;
+    }
+
+    function choose(entry: int) {
+        if (!popup.visible) {
+            if (entry === currentIndex)
+                return;
+            typing.setCurrentIndex(combo, entry);
+            activated(entry);
+        }
+        // In an open list they move no more than the highlight.
+        while (popup.visible && highlightedIndex < entry)
+            incrementCurrentIndex();
+        while (popup.visible && highlightedIndex > entry)
+            decrementCurrentIndex();
+    }
+
+    /// Return opens the list, but in a sheet it is for the primary button.
+    function returnPressed(event: KeyEvent) {
+        event.accepted = !popup.visible;
+        if (popup.visible)
+            return;
+        for (let ancestor = combo.parent; ancestor; ancestor = ancestor.parent) {
+            const surface = ancestor as SheetSurface;
+            if (surface !== null) {
+                surface.pressPrimary();
                 return;
             }
         }
+        popup.open();
     }
 
     implicitWidth: 160
@@ -40,25 +65,22 @@ T.ComboBox {
     focusPolicy: Qt.StrongFocus
     wheelEnabled: false
     Accessible.name: name
+    // The role has no value of its own in Qt 6.4.
+    Accessible.description: displayText
     Accessible.onPressAction: popup.open()
-    Keys.onReturnPressed: event => {
-        if (!popup.visible)
-            popup.open();
-        else
-            event.accepted = false;
-    }
-    Keys.onPressed: event => {
-        if (event.text.length === 1 && event.text > " ") {
-            combo.selectTyped(event.text);
-            event.accepted = true;
-        }
+    Keys.onReturnPressed: event => combo.returnPressed(event)
+    Keys.onEnterPressed: event => combo.returnPressed(event)
+    Keys.onPressed: event => event.accepted = combo.hasTyped(event)
+
+    ChoiceTyping {
+        id: typing
     }
 
     Timer {
         id: typingPause
 
-        interval: 800
-        onTriggered: combo.typed = ""
+        interval: Theme.typingPause
+        onTriggered: typing.clear()
     }
 
     background: FieldFrame {
@@ -145,6 +167,8 @@ T.ComboBox {
         }
 
         name: combo.name
+        // Also on the box itself, which it covers.
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         margins: 6
         padding: 5
         width: Math.max(combo.width + 10, Math.min(longest + 62, 420))

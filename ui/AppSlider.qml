@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A slider with a round knob. Arrow keys move by `stepSize`, Page keys by ten steps, Home and End to the ends. The
+/// A slider with a round knob. Arrow keys move by `stepSize`, which is needed, Page keys by ten steps, Home and End to the ends. The
 /// wheel scrolls the page.
 T.Slider {
     id: slider
@@ -24,17 +24,19 @@ T.Slider {
         moved();
     }
     Keys.onPressed: event => {
-        const jump = {
-            [Qt.Key_PageUp]: slider.value + 10 * slider.stepSize,
-            [Qt.Key_PageDown]: slider.value - 10 * slider.stepSize,
-            [Qt.Key_Home]: slider.from,
-            [Qt.Key_End]: slider.to
-        }[event.key];
-        if (jump === undefined)
-            return;
-        slider.value = Math.max(slider.from, Math.min(slider.to, jump));
-        slider.moved();
-        event.accepted = true;
+        const most = Math.ceil((to - from) / stepSize);
+        const steps = {
+            [Qt.Key_PageUp]: 10,
+            [Qt.Key_PageDown]: -10,
+            [Qt.Key_Home]: -most,
+            [Qt.Key_End]: most
+        }[event.key] ?? 0;
+        event.accepted = steps !== 0;
+        // An assignment to the value would end its binding.
+        for (let step = 0; step < Math.abs(steps); ++step)
+            steps > 0 ? increase() : decrease();
+        if (steps !== 0)
+            moved();
     }
 
     background: Rectangle {

@@ -8,6 +8,14 @@ T.TextField {
     id: field
 
     property bool isSmall: false
+    /// In a sheet: Return is for the field's own `accepted` alone, and not for the primary button.
+    property bool keepsReturn: false
+
+    function returnPressed(event: KeyEvent) {
+        event.accepted = inputMethodComposing || keepsReturn;
+        if (keepsReturn && !inputMethodComposing)
+            accepted();
+    }
 
     implicitWidth: 160
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
@@ -25,8 +33,8 @@ T.TextField {
     hoverEnabled: true
     Accessible.name: placeholderText
     // While an input method is composing, these keys are its own and nobody else's around the field.
-    Keys.onReturnPressed: event => event.accepted = field.inputMethodComposing
-    Keys.onEnterPressed: event => event.accepted = field.inputMethodComposing
+    Keys.onReturnPressed: event => field.returnPressed(event)
+    Keys.onEnterPressed: event => field.returnPressed(event)
     Keys.onEscapePressed: event => event.accepted = field.inputMethodComposing
 
     readonly property bool showsElided: !activeFocus && contentWidth > width - leftPadding - rightPadding

@@ -23,7 +23,8 @@ T.Popup {
     property alias foot: footRow.data
     property alias bodyFlickable: flick
     property AppButton primaryButton: null
-    /// Takes the focus when the sheet has opened; without it the primary button does, or the sheet itself.
+    /// Takes the focus when the sheet has opened; without it the primary button does, or the sheet itself. It shows a
+    /// ring if the opener did.
     property Item initialFocus: null
     /// How far below its place it still is.
     property real rise: 0
@@ -56,7 +57,7 @@ T.Popup {
         isShown = true;
     }
     onAboutToHide: isShown = false
-    onOpened: (initialFocus ?? primaryButton)?.forceActiveFocus(Qt.TabFocusReason)
+    onOpened: (initialFocus ?? primaryButton)?.forceActiveFocus(opener.reason)
     onClosed: opener.restore()
 
     QtObject {
@@ -64,12 +65,12 @@ T.Popup {
 
         property Item item: null
         property bool isAwaited: false
-        property int reason: Qt.PopupFocusReason
+        property int reason: Qt.MouseFocusReason
 
         function remember() {
             item = sheet.parent?.Window.activeFocusItem ?? null;
             isAwaited = item !== null;
-            reason = (item as T.Control)?.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+            reason = FocusHandover.reasonAfter(item);
         }
 
         function restore() {
@@ -129,19 +130,12 @@ T.Popup {
         }
     }
 
-    contentItem: FocusScope {
+    contentItem: SheetSurface {
         id: surface
 
         focus: true
-        Keys.onEscapePressed: sheet.leaving()
-        Keys.onReturnPressed: event => surface.pressPrimary(event)
-        Keys.onEnterPressed: event => surface.pressPrimary(event)
-
-        function pressPrimary(event: KeyEvent) {
-            event.accepted = sheet.primaryButton !== null;
-            if (sheet.primaryButton?.enabled)
-                sheet.primaryButton.clicked();
-        }
+        primaryButton: sheet.primaryButton
+        onLeaving: sheet.leaving()
 
         Connections {
             function onActiveFocusItemChanged() {

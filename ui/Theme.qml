@@ -163,6 +163,8 @@ QtObject {
     readonly property int done: 1600
     readonly property int progress: isReducedMotion ? 0 : 240
     readonly property int toolTipDelay: 500
+    /// After it, what is typed in a list begins anew.
+    readonly property int typingPause: 1000
     /// One turn of the sign of something that is being fetched.
     readonly property int turn: 900
 

@@ -15,8 +15,8 @@ Sheet {
 
     title: Language.text("显示设置", "Display settings")
     sheetWidth: 460
+    primaryButton: doneButton
     onLeaving: sheet.done()
-    onOpened: doneButton.forceActiveFocus(Qt.PopupFocusReason)
 
     foot: [
         AppButton {

@@ -80,6 +80,7 @@ Column {
             placeholderText: "https://…/timetable.ics"
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoAutoUppercase
             text: section.viewModel.feedURL
+            keepsReturn: true
             onTextEdited: section.viewModel.feedURL = text
             onAccepted: section.viewModel.addTypedLink()
         }

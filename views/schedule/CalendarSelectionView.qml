@@ -11,8 +11,9 @@ Sheet {
 
     title: Language.text("导入日历", "Import calendars")
     sheetWidth: 580
+    primaryButton: importButton
+    initialFocus: doneButton
     onLeaving: sheet.done()
-    onOpened: doneButton.forceActiveFocus(Qt.PopupFocusReason)
 
     head: AppText {
         width: parent?.width ?? 0
@@ -30,6 +31,8 @@ Sheet {
             text: Language.text("全部导入", "Import all")
         },
         AppButton {
+            id: importButton
+
             anchors.right: doneButton.left
             anchors.rightMargin: 8
             enabled: false

@@ -10,8 +10,8 @@ Sheet {
 
     title: Language.text("日历同步", "Calendar sync")
     sheetWidth: 520
+    primaryButton: doneButton
     onLeaving: sheet.done()
-    onOpened: doneButton.forceActiveFocus(Qt.PopupFocusReason)
 
     head: AppText {
         width: parent?.width ?? 0

@@ -37,7 +37,6 @@ Column {
             text: form.note?.title ?? ""
             Accessible.name: Language.text("日程名称", "Name")
             onTextEdited: form.note.title = text
-            onAccepted: form.save()
         }
     }
 
@@ -49,7 +48,6 @@ Column {
             text: form.note?.tag ?? ""
             Accessible.name: Language.text("标签（可选）", "Tag (optional)")
             onTextEdited: form.note.tag = text
-            onAccepted: form.save()
         }
     }
 
@@ -65,7 +63,6 @@ Column {
             now: form.viewModel.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.start = value
-            onAccepted: form.save()
         }
     }
 
@@ -81,7 +78,6 @@ Column {
             now: form.viewModel.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.end = value
-            onAccepted: form.save()
         }
     }
 

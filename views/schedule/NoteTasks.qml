@@ -53,6 +53,7 @@ Column {
             width: addButton.x - 10
             placeholderText: Language.text("添加任务", "Add task")
             text: tasks.note?.newTask ?? ""
+            keepsReturn: true
             onTextEdited: tasks.note.newTask = text
             onAccepted: tasks.add()
         }

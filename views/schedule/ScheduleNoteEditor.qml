@@ -20,6 +20,7 @@ Sheet {
 
     title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
     sheetWidth: 540
+    primaryButton: primary
     onOpened: takeFocus()
     onIsEditingChanged: {
         if (opened)

@@ -26,6 +26,21 @@ Item {
         }
 
         Component {
+            id: hoursComponent
+
+            AppComboBox {
+                property int hour: 9
+
+                x: 40
+                y: 200
+                name: "Start"
+                model: Array.from({ length: 24 }, (_, place) => String(place).padStart(2, "0") + ":00")
+                currentIndex: hour
+                onActivated: index => hour = index
+            }
+        }
+
+        Component {
             id: segmentsComponent
 
             SegmentedControl {
@@ -75,13 +90,16 @@ Item {
             id: sliderComponent
 
             AppSlider {
+                property real weight: 2.5
+
                 x: 20
                 y: 60
                 name: "Weight"
                 from: 0.1
                 to: 10
                 stepSize: 0.1
-                value: 2.5
+                value: weight
+                onMoved: weight = value
             }
         }
 
@@ -95,6 +113,8 @@ Item {
             return [
                 {tag: "first letter", keys: "l", index: 1},
                 {tag: "several letters", keys: "rec", index: 3},
+                {tag: "a letter again leads on", keys: "rr", index: 3},
+                {tag: "and round", keys: "rrr", index: 2},
                 {tag: "no match keeps the value", keys: "x", index: 0}
             ];
         }
@@ -105,6 +125,32 @@ Item {
             for (const key of data.keys)
                 keyClick(key);
             compare(combo.currentIndex, data.index);
+            compare(combo.Accessible.description, combo.textAt(data.index));
+            verify(!combo.popup.visible);
+        }
+
+        function test_keys_in_quick_succession_are_one_beginning_data() {
+            return [{tag: "closed", isOpen: false}, {tag: "open", isOpen: true}];
+        }
+
+        function test_keys_in_quick_succession_are_one_beginning(data) {
+            const combo = createTemporaryObject(hoursComponent, stage);
+            combo.forceActiveFocus(Qt.TabFocusReason);
+            if (data.isOpen) {
+                keyClick(Qt.Key_Space);
+                tryVerify(() => combo.popup.opened);
+            }
+            keyClick("0");
+            keyClick("8");
+            if (data.isOpen) {
+                compare(combo.highlightedIndex, 8);
+                compare(combo.hour, 9);
+                keyClick(Qt.Key_Return);
+            }
+            compare(combo.hour, 8);
+            // Still bound.
+            combo.hour = 20;
+            compare(combo.currentIndex, 20);
         }
 
         function test_the_list_opens_over_the_box_and_return_takes_the_row() {
@@ -185,10 +231,13 @@ Item {
         }
 
         function test_the_slider_moves_by_keys_within_its_ends(data) {
-            const slider = createTemporaryObject(sliderComponent, stage, {value: data.from ?? 2.5});
+            const slider = createTemporaryObject(sliderComponent, stage, {weight: data.from ?? 2.5});
             slider.forceActiveFocus(Qt.TabFocusReason);
             keyClick(data.key);
-            fuzzyCompare(slider.value, data.value, 0.001);
+            fuzzyCompare(slider.weight, data.value, 0.001);
+            // Still bound.
+            slider.weight = 1;
+            compare(slider.value, 1);
         }
 
         function test_hex_text_is_applied_only_when_it_is_a_colour_data() {

@@ -31,9 +31,11 @@ Item {
                 property int returns: 0
                 readonly property alias titleField: titleField
                 readonly property alias noteField: noteField
+                readonly property alias newTask: newTask
+                readonly property alias checkBox: checkBox
                 readonly property alias combo: combo
                 readonly property alias lowest: lowest
-            readonly property alias save: save
+                readonly property alias save: save
 
                 title: "Edit"
                 primaryButton: save
@@ -46,6 +48,17 @@ Item {
 
                 MultilineBase {
                     id: noteField
+                }
+
+                AppTextField {
+                    id: newTask
+
+                    keepsReturn: true
+                    onAccepted: ++sheet.returns
+                }
+
+                AppCheckBox {
+                    id: checkBox
                 }
 
                 AppComboBox {
@@ -100,11 +113,11 @@ Item {
         }
 
         function test_tab_stays_inside() {
-            for (let i = 0; i < 7; ++i) {
+            for (let i = 0; i < 9; ++i) {
                 keyClick(Qt.Key_Tab);
                 verify(!opener.activeFocus);
             }
-            for (let i = 0; i < 7; ++i) {
+            for (let i = 0; i < 9; ++i) {
                 keyClick(Qt.Key_Backtab);
                 verify(!opener.activeFocus);
             }
@@ -125,13 +138,23 @@ Item {
         function test_return_presses_the_primary_button_but_not_in_multi_line_fields() {
             keyClick(Qt.Key_Return);
             compare(sheet.saves, 1);
+            for (const item of [sheet.checkBox, sheet.combo]) {
+                item.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+            }
+            compare(sheet.saves, 3);
+            verify(!sheet.combo.popup.visible);
+            sheet.newTask.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            compare(sheet.returns, 1);
+            compare(sheet.saves, 3);
             sheet.noteField.textArea.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Return);
-            compare(sheet.saves, 1);
+            compare(sheet.saves, 3);
             compare(sheet.noteField.text, "\n");
             sheet.save.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Return);
-            compare(sheet.saves, 2);
+            compare(sheet.saves, 4);
         }
 
         function test_a_click_on_the_scrim_does_nothing() {
@@ -143,7 +166,7 @@ Item {
         function test_only_the_body_scrolls_and_follows_the_focus() {
             verify(sheet.height <= stage.height - 48);
             compare(sheet.bodyFlickable.contentY, 0);
-            for (const next of [sheet.noteField.textArea, sheet.combo, sheet.lowest]) {
+            for (const next of [sheet.noteField.textArea, sheet.newTask, sheet.checkBox, sheet.combo, sheet.lowest]) {
                 keyClick(Qt.Key_Tab);
                 verify(next.activeFocus);
             }
