@@ -1,10 +1,12 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A pop-up menu; its title is its name for assistive technology.
+/// A pop-up menu; its title is its name for assistive technology. A click outside closes it and presses nothing else.
 T.Menu {
     id: menu
 
+    modal: true
+    dim: false
     margins: 6
     padding: 5
     implicitWidth: Math.max(180, contentItem.implicitWidth + 10)

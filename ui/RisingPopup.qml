@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// A popup that fades in while it rises a little, and fades out. It rests at `restY`; `name` is for assistive technology.
+/// A click outside closes it and presses nothing else.
 T.Popup {
     id: popup
 
@@ -11,6 +12,8 @@ T.Popup {
     property real rise: 0
 
     y: restY + rise
+    modal: true
+    dim: false
 
     PopupName {
         popup: popup

@@ -1,0 +1,107 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtTest
+import Tessaly.Ui
+
+Item {
+    id: stage
+
+    width: 500
+    height: 500
+
+    RowAction {
+        id: beneath
+
+        property int clicks: 0
+
+        x: 420
+        y: 460
+        text: "Delete"
+        onClicked: ++clicks
+    }
+
+    TestCase {
+        name: "Popups"
+        when: windowShown
+
+        Component {
+            id: comboComponent
+
+            AppComboBox {
+                x: 20
+                y: 20
+                model: ["a", "b"]
+            }
+        }
+
+        Component {
+            id: wellComponent
+
+            ColorWell {
+                x: 220
+                y: 20
+            }
+        }
+
+        Component {
+            id: dateComponent
+
+            DateTimeField {
+                x: 20
+                y: 20
+                value: new Date(2026, 8, 11, 17, 5)
+            }
+        }
+
+        Component {
+            id: menuComponent
+
+            AppMenu {
+                id: menu
+
+                AppMenuItem {
+                    text: "Copy"
+                }
+
+                Component.onCompleted: menu.popup(20, 20)
+            }
+        }
+
+        function popups(): int {
+            return Array.from(stage.T.Overlay.overlay?.children ?? []).filter(item => item.visible).length;
+        }
+
+        function test_a_click_outside_a_popup_only_closes_it_data() {
+            return [
+                {tag: "list of a choice", component: comboComponent},
+                {tag: "colours", component: wellComponent},
+                {tag: "calendar", component: dateComponent, key: Qt.Key_F4},
+                {tag: "menu", component: menuComponent, isOpen: true}
+            ];
+        }
+
+        function test_a_click_outside_a_popup_only_closes_it(data) {
+            beneath.clicks = 0;
+            const opener = createTemporaryObject(data.component, stage);
+            if (!data.isOpen) {
+                opener.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(data.key ?? Qt.Key_Space);
+            }
+            tryVerify(() => popups() > 0);
+            mouseClick(beneath);
+            tryVerify(() => popups() === 0);
+            compare(beneath.clicks, 0);
+            mouseClick(beneath);
+            compare(beneath.clicks, 1);
+        }
+
+        function test_a_click_on_the_colours_opener_closes_them() {
+            const well = createTemporaryObject(wellComponent, stage);
+            mouseClick(well);
+            tryVerify(() => popups() > 0);
+            mouseClick(well);
+            tryVerify(() => popups() === 0);
+            verify(well.activeFocus);
+        }
+    }
+}
