@@ -20,6 +20,8 @@ T.CheckBox {
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
     Accessible.name: itemTitle
+    // The second press of a double click was meant for the row before, which may have gone: it does nothing.
+    onDoubleClicked: {}
 
     contentItem: Item {
         Icon {

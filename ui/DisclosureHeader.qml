@@ -22,8 +22,8 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.onPressAction: clicked()
     Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: isOpen
+    // Qt 6.4 has no such state to tell.
+    Accessible.description: isVoid ? "" : isOpen ? Language.text("已展开", "expanded") : Language.text("已折叠", "collapsed")
     Keys.onReturnPressed: header.clicked()
     Keys.onEnterPressed: header.clicked()
     Keys.onRightPressed: if (!isOpen)

@@ -22,6 +22,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.onPressAction: clicked()
     Accessible.name: itemTitle === "" ? text : text + ", " + itemTitle
+    // The second press of a double click was meant for what lay there before the rows moved: it does nothing.
+    onDoubleClicked: {}
     Keys.onReturnPressed: action.clicked()
     Keys.onEnterPressed: action.clicked()
 
