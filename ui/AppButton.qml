@@ -40,6 +40,10 @@ T.Button {
             clicked();
     }
 
+    ClickFocus {
+        control: button
+    }
+
     background: Rectangle {
         radius: button.isSmall ? Theme.smallRadius : Theme.controlRadius
         color: button.fill

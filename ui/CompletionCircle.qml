@@ -23,6 +23,10 @@ T.CheckBox {
     // The second press of a double click was meant for the row before, which may have gone: it does nothing.
     onDoubleClicked: {}
 
+    ClickFocus {
+        control: circle
+    }
+
     contentItem: Item {
         Icon {
             anchors.centerIn: parent

@@ -31,6 +31,10 @@ T.AbstractButton {
     Keys.onLeftPressed: if (isOpen)
         header.clicked()
 
+    ClickFocus {
+        control: header
+    }
+
     background: Item {
         FocusRing {
             visible: header.visualFocus

@@ -27,6 +27,10 @@ T.Button {
     Keys.onReturnPressed: action.clicked()
     Keys.onEnterPressed: action.clicked()
 
+    ClickFocus {
+        control: action
+    }
+
     background: Rectangle {
         radius: Theme.actionRadius
         color: action.isAlarming ? Theme.destructiveSoft : action.hovered ? (action.isRowActive ? Theme.pressed : Theme.hover) : Theme.transparent

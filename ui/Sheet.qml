@@ -31,8 +31,8 @@ T.Popup {
 
     /// Esc was pressed and no popup inside took it.
     signal leaving
-    /// The sheet has closed, and the item that the focus would return to is no longer there.
-    signal openerGone
+    /// The sheet has closed, and the item that the focus would return to with that reason is no longer there.
+    signal openerGone(int reason)
 
     /// Scrolls so that the item is in view.
     function reveal(item: Item) {
@@ -77,7 +77,7 @@ T.Popup {
             if (item?.visible)
                 item.forceActiveFocus(reason);
             else if (isAwaited && item === null)
-                sheet.openerGone();
+                sheet.openerGone(reason);
             item = null;
         }
     }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Goals
 import Tessaly.Ui
 
@@ -17,18 +18,24 @@ Item {
     property real pageY: 0
     property real pageYAtStart: 0
 
+    signal toggled
     signal deleteRequested
     /// A row is dragged with the pointer at that height of the card.
     signal dragMoved(real y)
     signal dragEnded
 
-    function focusDelete() {
-        header.focusDelete();
+    function focusCircle(reason: int) {
+        header.focusCircle(reason);
+    }
+
+    function focusDelete(reason: int) {
+        header.focusDelete(reason);
     }
 
     /// The next subgoal's or task's Delete takes the focus, else the previous one's, else the field for a new one.
     function removeRow(row: int) {
         const part = (rowItems.itemAt(row) as GoalCardRow).part;
+        const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
         card.removeRow(row);
         let next = rowItems.itemAt(row) as GoalCardRow;
         for (let before = row - 1; next?.part !== part && before >= 0; --before) {
@@ -39,7 +46,7 @@ Item {
                 break;
         }
         if (next && (part === GoalRow.Task || next.part === part))
-            next.takeFocus();
+            next.takeFocus(reason);
         else
             newSubgoal.forceActiveFocus(Qt.OtherFocusReason);
     }
@@ -74,6 +81,7 @@ Item {
 
         width: parent.width
         card: goalCard.card
+        onToggled: goalCard.toggled()
         onDeleteRequested: goalCard.deleteRequested()
     }
 

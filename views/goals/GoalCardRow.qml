@@ -7,11 +7,11 @@ GoalRowBase {
     id: cardRow
 
     /// Focuses the row's Delete, or the field of a row where a task is added.
-    function takeFocus() {
+    function takeFocus(reason: int) {
         if (part === GoalRow.AddTask)
             (loader.item as GoalAddTaskRow).takeFocus();
         else
-            (loader.item as GoalItemRow).focusDelete();
+            (loader.item as GoalItemRow).focusDelete(reason);
     }
 
     height: part === GoalRow.Subgoal ? 67 : part === GoalRow.Task ? 34 : 48

@@ -11,10 +11,15 @@ Item {
     readonly property bool isActive: hover.hovered || circle.visualFocus
     readonly property real middle: card.isEditing ? 52 : 45
 
+    signal toggled
     signal deleteRequested
 
-    function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    function focusCircle(reason: int) {
+        circle.forceActiveFocus(reason);
+    }
+
+    function focusDelete(reason: int) {
+        deleteAction.forceActiveFocus(reason);
     }
 
     height: (card.isEditing ? 88 : 72) + (card.dueText === "" ? 0 : 18)
@@ -31,7 +36,7 @@ Item {
         size: 20
         isComplete: header.card.isComplete
         itemTitle: header.card.title
-        onClicked: header.card.toggle()
+        onClicked: header.toggled()
     }
 
     AppText {

@@ -19,8 +19,8 @@ Item {
         row.draggedTo(middle + handle.offset + row.scrolledBy);
     }
 
-    function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    function focusDelete(reason: int) {
+        deleteAction.forceActiveFocus(reason);
     }
 
     Connections {

@@ -6,6 +6,8 @@ import Tessaly.Ui
 Item {
     id: row
 
+    enum Part { Circle, Delete }
+
     required property int index
     required property int kind
     required property string label
@@ -22,21 +24,24 @@ Item {
     readonly property bool beginsCard: kind === GoalRow.ActiveGoal || kind === GoalRow.Completed
     readonly property int gap: beginsCard && index > 0 ? Theme.pageGap : 0
 
+    signal toggled
     signal removed
     /// One of the goal's rows is dragged with the pointer at that height of this row.
     signal dragMoved(real y)
     signal dragEnded
     signal expansionRequested(bool isOpen)
 
-    /// Focuses the goal's Delete, or the header; false when it cannot be focused.
-    function takeFocus(): bool {
+    /// Focuses that part of the goal's card, or the header; false when it cannot be focused.
+    function takeFocus(part: int, reason: int): bool {
         const item = content.item as Item;
         if (!item?.enabled)
             return false;
-        if (isGoal)
-            (item as GoalCard).focusDelete();
+        if (!isGoal)
+            item.forceActiveFocus(reason);
+        else if (part === GoalListRow.Circle)
+            (item as GoalCard).focusCircle(reason);
         else
-            item.forceActiveFocus(Qt.TabFocusReason);
+            (item as GoalCard).focusDelete(reason);
         return true;
     }
 
@@ -87,6 +92,7 @@ Item {
         GoalCard {
             card: row.goals.card(row.goalId)
             pageY: row.pageY
+            onToggled: row.toggled()
             onDeleteRequested: row.removed()
             onDragMoved: y => row.dragMoved(row.gap + y)
             onDragEnded: row.dragEnded()

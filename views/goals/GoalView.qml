@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Goals
 import Tessaly.Store
 import Tessaly.Ui
@@ -9,16 +10,16 @@ import Tessaly.Ui
 Rectangle {
     id: screen
 
-    /// Puts the focus where a deletion leads: the next row, else the previous one, else the form.
-    function focusAfterRemoval(row: int) {
+    /// Puts the focus on that part of the row, or on the form's title where it cannot be.
+    function handFocusTo(row: int, part: int, reason: int) {
         // Until then the list answers with the rows of before.
         list.forceLayout();
-        for (const candidate of [row, row - 1]) {
-            const item = list.itemAtIndex(candidate) as GoalListRow;
-            if (item?.takeFocus())
-                return;
-        }
-        form.focusTitle();
+        // A header may be too far up to be there.
+        if (row >= 0 && list.itemAtIndex(row) === null)
+            list.positionViewAtIndex(row, ListView.Contain);
+        const item = list.itemAtIndex(row) as GoalListRow;
+        if (!item?.takeFocus(part, reason))
+            form.focusTitle();
     }
 
     color: Theme.bg
@@ -49,10 +50,13 @@ Rectangle {
             columnWidth: list.columnWidth
             goals: viewModel
             pageY: list.contentY
+            onToggled: {
+                const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
+                screen.handFocusTo(viewModel.toggle(goalId), GoalListRow.Circle, reason);
+            }
             onRemoved: {
-                const row = index;
-                viewModel.remove(goalId);
-                screen.focusAfterRemoval(row);
+                const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
+                screen.handFocusTo(viewModel.remove(goalId), GoalListRow.Delete, reason);
             }
             onDragMoved: pointerY => list.driftNear(y + pointerY, y, y + height)
             onDragEnded: list.driftSpeed = 0

@@ -3,6 +3,7 @@
 #include "model/GoalRules.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
+#include "views/FocusHeir.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +13,20 @@ namespace {
 
 /// The heading of goals without a category: Chinese, English.
 const std::pair uncategorizedTexts{QStringLiteral("未分类"), QStringLiteral("Uncategorized")};
+
+RowLevel goalRowLevel(GoalRow::Kind kind)
+{
+    switch (kind) {
+    case GoalRow::Kind::Completed:
+        return RowLevel::Section;
+    case GoalRow::Kind::Category:
+        return RowLevel::Group;
+    case GoalRow::Kind::ActiveGoal:
+    case GoalRow::Kind::CompletedGoal:
+        break;
+    }
+    return RowLevel::Item;
+}
 
 /// Absent when nothing was typed.
 std::optional<QString> optionalText(const QString &text)
@@ -77,9 +92,25 @@ GoalCardModel *GoalViewModel::card(const QString &goalId)
     return *m_cards.insert(id, new GoalCardModel(*m_store, id, this));
 }
 
-void GoalViewModel::remove(const QString &goalId)
+template <class Change>
+int GoalViewModel::leaveRow(const QUuid &goalID, Change change)
 {
-    m_store->removeGoal(QUuid::fromString(goalId));
+    const auto row = std::ranges::find(m_rows.rows(), goalID, &GoalListRow::goalID);
+    if (goalID.isNull() || row == m_rows.rows().cend())
+        return -1;
+    const auto levelOf = [this](int other) { return goalRowLevel(m_rows.rows().at(other).kind); };
+    return focusHeirAfter(m_rows, static_cast<int>(row - m_rows.rows().cbegin()), levelOf, change);
+}
+
+int GoalViewModel::toggle(const QString &goalId)
+{
+    return leaveRow(QUuid::fromString(goalId), [&] { card(goalId)->toggle(); });
+}
+
+int GoalViewModel::remove(const QString &goalId)
+{
+    const QUuid id = QUuid::fromString(goalId);
+    return leaveRow(id, [&] { m_store->removeGoal(id); });
 }
 
 void GoalViewModel::setExpanded(int row, bool isExpanded)

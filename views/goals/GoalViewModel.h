@@ -44,8 +44,10 @@ public:
     /// The card of a goal, made when first asked for; null for an unknown id. It lives as long as the
     /// goal, and on until the next change of the list.
     Q_INVOKABLE tessaly::GoalCardModel *card(const QString &goalId);
-    /// Deletes the goal without asking.
-    Q_INVOKABLE void remove(const QString &goalId);
+    /// Completes or reopens the goal. Returns the row that the focus goes on to, see focusHeirAfter().
+    Q_INVOKABLE int toggle(const QString &goalId);
+    /// Deletes the goal without asking. Returns the row that the focus goes on to.
+    Q_INVOKABLE int remove(const QString &goalId);
     /// Opens or closes the group of a header row; an empty one does not open.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 
@@ -54,6 +56,8 @@ signals:
     void formChanged();
 
 private:
+    template <class Change>
+    int leaveRow(const QUuid &goalID, Change change);
     void onChanged(const RowsChange &change);
     void refreshRows();
     void translateUncategorized();

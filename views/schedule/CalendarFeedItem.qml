@@ -12,8 +12,8 @@ Item {
     signal updateRequested
     signal deleteRequested
 
-    function focusDelete() {
-        deleteButton.forceActiveFocus(Qt.TabFocusReason);
+    function focusDelete(reason: int) {
+        deleteButton.forceActiveFocus(reason);
     }
 
     implicitHeight: Theme.rowHeight

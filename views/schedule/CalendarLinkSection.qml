@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Schedule
 import Tessaly.Ui
 
@@ -12,10 +13,11 @@ Column {
 
     /// The next link's Delete takes the focus, else the previous one's, else the field for another link.
     function deleteFeed(place: int) {
+        const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
         viewModel.deleteFeed(place);
         const next = (feeds.itemAt(place) ?? feeds.itemAt(place - 1)) as CalendarFeedItem;
         if (next)
-            next.focusDelete();
+            next.focusDelete(reason);
         else
             field.forceActiveFocus(Qt.OtherFocusReason);
     }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Schedule
 import Tessaly.Ui
 
@@ -16,10 +17,10 @@ Card {
     signal emptied
 
     /// The Delete of the row after the removed one takes the focus, else the previous row's.
-    function focusAfterRemoval() {
+    function focusAfterRemoval(reason: int) {
         const next = rows.itemAt(Math.min(removedRow, rows.count - 1)) as DayListItem;
         if (next !== null)
-            next.focusDelete();
+            next.focusDelete(reason);
         else
             list.emptied();
     }
@@ -64,8 +65,9 @@ Card {
                 isLast: index === rows.count - 1
                 onEditRequested: list.viewModel.editListed(index)
                 onDeleteRequested: {
+                    const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
                     list.viewModel.deleteListed(index);
-                    list.focusAfterRemoval();
+                    list.focusAfterRemoval(reason);
                 }
             }
         }

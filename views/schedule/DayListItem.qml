@@ -17,8 +17,8 @@ Item {
     signal editRequested
     signal deleteRequested
 
-    function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    function focusDelete(reason: int) {
+        deleteAction.forceActiveFocus(reason);
     }
 
     height: Theme.rowHeight

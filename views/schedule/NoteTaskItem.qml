@@ -13,8 +13,8 @@ Item {
     signal ticked(bool isComplete)
     signal deleteRequested
 
-    function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    function focusDelete(reason: int) {
+        deleteAction.forceActiveFocus(reason);
     }
 
     height: Theme.controlHeight

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Schedule
 import Tessaly.Ui
 
@@ -11,10 +12,10 @@ Column {
     required property ScheduleNoteModel note
 
     /// The next row's Delete takes the focus, else the previous one's, else the field for a new task.
-    function focusAfterDeletion(row: int) {
+    function focusAfterDeletion(row: int, reason: int) {
         const next = rows.itemAt(Math.min(row, rows.count - 1)) as NoteTaskItem;
         if (next !== null)
-            next.focusDelete();
+            next.focusDelete(reason);
         else
             newTask.forceActiveFocus(Qt.OtherFocusReason);
     }
@@ -37,8 +38,9 @@ Column {
             onTicked: isComplete => tasks.note.setTaskComplete(index, isComplete)
             onDeleteRequested: {
                 const row = index;
+                const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
                 tasks.note.deleteTask(row);
-                tasks.focusAfterDeletion(row);
+                tasks.focusAfterDeletion(row, reason);
             }
         }
     }

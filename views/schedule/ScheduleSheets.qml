@@ -9,7 +9,7 @@ Item {
     readonly property ScheduleSheetModel open: viewModel.sheets
 
     /// The note has closed, and what it was opened from is no longer shown.
-    signal noteOpenerGone
+    signal noteOpenerGone(int reason)
 
     // Bound components cannot be made by a Loader of another file in Qt 6.4.
     // qmllint disable unqualified
@@ -40,7 +40,7 @@ Item {
         sourceComponent: ScheduleNoteEditor {
             note: sheets.open.note
             viewModel: sheets.viewModel
-            onOpenerGone: sheets.noteOpenerGone()
+            onOpenerGone: reason => sheets.noteOpenerGone(reason)
         }
     }
 

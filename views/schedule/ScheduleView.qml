@@ -68,6 +68,6 @@ Page {
 
     ScheduleSheets {
         viewModel: model
-        onNoteOpenerGone: dayList.focusAfterRemoval()
+        onNoteOpenerGone: reason => dayList.focusAfterRemoval(reason)
     }
 }

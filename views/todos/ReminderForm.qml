@@ -12,6 +12,10 @@ Item {
     required property real columnWidth
     required property ReminderViewModel reminders
 
+    function focusTitle() {
+        titleField.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     function add() {
         if ((!reminders.hasDueDate || dueField.accept()) && reminders.add())
             titleField.forceActiveFocus();

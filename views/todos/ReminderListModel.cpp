@@ -176,6 +176,13 @@ QUuid ReminderListModel::reminderAt(int row) const
     return storeRow < 0 ? QUuid() : m_store.reminders().at(storeRow).id;
 }
 
+RowLevel ReminderListModel::levelOf(int row) const
+{
+    if (storeRowOf(row) >= 0)
+        return RowLevel::Item;
+    return isNested(blockOf(row).kind) ? RowLevel::Group : RowLevel::Section;
+}
+
 int ReminderListModel::rowOf(const QUuid &id) const
 {
     const auto found = std::ranges::find(m_store.reminders(), id, &ReminderItem::id);

@@ -3,6 +3,7 @@
 #include "model/DateLabels.h"
 #include "model/ReminderGroups.h"
 #include "model/RowsChange.h"
+#include "views/FocusHeir.h"
 
 #include <QAbstractListModel>
 #include <QSet>
@@ -63,6 +64,7 @@ public:
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
     /// The to-do of a row, or a null id.
     [[nodiscard]] QUuid reminderAt(int row) const;
+    [[nodiscard]] RowLevel levelOf(int row) const;
     /// Row of the to-do, or -1 while it is not shown.
     [[nodiscard]] int rowOf(const QUuid &id) const;
 

@@ -6,6 +6,8 @@ import Tessaly.Ui
 Item {
     id: row
 
+    enum Part { Circle, Delete }
+
     required property int index
     required property int kind
     required property string label
@@ -40,15 +42,17 @@ Item {
     signal toggled
     signal removed
 
-    /// Focuses the row's Delete, or the header; false when it cannot be focused.
-    function takeFocus(): bool {
+    /// Focuses that part of the row, or the header; false when it cannot be focused.
+    function takeFocus(part: int, reason: int): bool {
         const item = content.item as Item;
-        if (!item || !item.enabled)
+        if (!item?.enabled)
             return false;
-        if (isReminder)
-            (item as ReminderRow).focusDelete();
+        if (!isReminder)
+            item.forceActiveFocus(reason);
+        else if (part === ReminderListRow.Circle)
+            (item as ReminderRow).focusCircle(reason);
         else
-            item.forceActiveFocus(Qt.TabFocusReason);
+            (item as ReminderRow).focusDelete(reason);
         return true;
     }
 

@@ -18,8 +18,12 @@ Item {
     signal toggled
     signal removed
 
-    function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+    function focusCircle(reason: int) {
+        circle.forceActiveFocus(reason);
+    }
+
+    function focusDelete(reason: int) {
+        deleteAction.forceActiveFocus(reason);
     }
 
     /// Tints the row for a moment: it is new.

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tessaly.Store
 import Tessaly.Todos
 import Tessaly.Ui
@@ -9,15 +10,16 @@ import Tessaly.Ui
 Rectangle {
     id: screen
 
-    /// Puts the focus where a deletion leads: the next row's Delete, else the previous row's, else the header.
-    function focusAfterRemoval(row: int) {
+    /// Puts the focus on that part of the row, or on the form's title where it cannot be.
+    function handFocusTo(row: int, part: int, reason: int) {
         // Until then the list answers with the rows of before.
         list.forceLayout();
-        for (const candidate of [row, row - 1]) {
-            const item = list.itemAtIndex(candidate) as ReminderListRow;
-            if (item && item.takeFocus())
-                return;
-        }
+        // A header may be too far up to be there.
+        if (row >= 0 && list.itemAtIndex(row) === null)
+            list.positionViewAtIndex(row, ListView.Contain);
+        const item = list.itemAtIndex(row) as ReminderListRow;
+        if (!item?.takeFocus(part, reason))
+            form.focusTitle();
     }
 
     color: Theme.bg
@@ -40,6 +42,8 @@ Rectangle {
         model: viewModel.list
 
         ReminderForm {
+            id: form
+
             width: list.width
             columnX: list.columnX
             columnWidth: list.columnWidth
@@ -51,11 +55,13 @@ Rectangle {
             columnX: list.columnX
             columnWidth: list.columnWidth
             onExpansionRequested: isOpen => viewModel.list.setExpanded(index, isOpen)
-            onToggled: viewModel.toggle(index)
+            onToggled: {
+                const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
+                screen.handFocusTo(viewModel.toggle(index), ReminderListRow.Circle, reason);
+            }
             onRemoved: {
-                const row = index;
-                viewModel.remove(row);
-                screen.focusAfterRemoval(row);
+                const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
+                screen.handFocusTo(viewModel.remove(index), ReminderListRow.Delete, reason);
             }
         }
     }

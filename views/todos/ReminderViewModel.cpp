@@ -58,23 +58,29 @@ bool ReminderViewModel::add()
     return true;
 }
 
-void ReminderViewModel::toggle(int row)
+template <class Change>
+int ReminderViewModel::leaveRow(int row, Change change)
+{
+    return focusHeirAfter(
+        *m_list, row, [this](int other) { return m_list->levelOf(other); }, change);
+}
+
+int ReminderViewModel::toggle(int row)
 {
     const QUuid id = m_list->reminderAt(row);
     const auto found = std::ranges::find(m_store->reminders(), id, &ReminderItem::id);
     if (found == m_store->reminders().cend())
-        return;
+        return -1;
     ReminderItem item = *found;
     item.isComplete = !item.isComplete;
     item.completedAt = item.isComplete ? std::optional(m_store->clock().now()) : std::nullopt;
-    m_store->updateReminder(item);
+    return leaveRow(row, [&] { m_store->updateReminder(item); });
 }
 
-void ReminderViewModel::remove(int row)
+int ReminderViewModel::remove(int row)
 {
     const QUuid id = m_list->reminderAt(row);
-    if (!id.isNull())
-        m_store->removeReminder(id);
+    return id.isNull() ? -1 : leaveRow(row, [&] { m_store->removeReminder(id); });
 }
 
 } // namespace tessaly

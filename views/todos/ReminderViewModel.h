@@ -38,10 +38,11 @@ public:
 
     /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
-    /// Completes or reopens the to-do of a row of the list.
-    Q_INVOKABLE void toggle(int row);
-    /// Deletes the to-do of a row of the list without asking.
-    Q_INVOKABLE void remove(int row);
+    /// Completes or reopens the to-do of a row of the list. Returns the row that the focus goes on to, see
+    /// focusHeirAfter().
+    Q_INVOKABLE int toggle(int row);
+    /// Deletes the to-do of a row of the list without asking. Returns the row that the focus goes on to.
+    Q_INVOKABLE int remove(int row);
 
 signals:
     void storeChanged();
@@ -50,6 +51,9 @@ signals:
     void added(int row);
 
 private:
+    template <class Change>
+    int leaveRow(int row, Change change);
+
     PlannerStore *m_store = nullptr;
     std::unique_ptr<ReminderListModel> m_list;
     QString m_title;

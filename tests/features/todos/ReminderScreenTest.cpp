@@ -96,9 +96,10 @@ private slots:
         given.expand(u"Sep 7, 2026 – Sep 13"_s);
         QCOMPARE(given.shown().sliced(3, 3), (QStringList{u"vv Sep 7, 2026 – Sep 13"_s, u"oo a"_s, u"oo_ b"_s}));
 
-        // Both leave the week, then one comes back.
-        given.toggle(u"a"_s);
-        given.toggle(u"b"_s);
+        // Both leave the week, then one comes back. The focus goes on within the week, and then to the header above.
+        QCOMPARE(given.screen->toggle(given.row(u"a"_s)), 4);
+        QCOMPARE(given.row(u"b"_s), 4);
+        QCOMPARE(given.screen->toggle(given.row(u"b"_s)), given.row(u"DueDates"_s));
         QCOMPARE(given.row(u"Sep 7, 2026 – Sep 13"_s), -1);
         given.expand(u"Completed"_s);
         given.expand(u"Sep 2026"_s);

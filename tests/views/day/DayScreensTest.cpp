@@ -2,6 +2,7 @@
 #include "tests/views/shell/WindowUnderTest.h"
 
 #include <QQuickStyle>
+#include <QStyleHints>
 
 using namespace Qt::StringLiterals;
 using namespace tessaly;
@@ -92,6 +93,96 @@ private slots:
         ui.press(Qt::Key_Space);
         QTRY_VERIFY(ui.hasFocus(button, u"Delete, A"_s));
         QCOMPARE(ui.planner.store->reminders().size(), 1);
+    }
+
+    void aTickedToDoPassesTheFocusOnWithARingForKeysOnly_data()
+    {
+        QTest::addColumn<bool>("isByKey");
+        QTest::newRow("keyboard") << true;
+        QTest::newRow("mouse") << false;
+    }
+
+    void aTickedToDoPassesTheFocusOnWithARingForKeysOnly()
+    {
+        QFETCH(const bool, isByKey);
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(circle, u"B"_s));
+        if (isByKey)
+            ui.find(circle, u"B"_s)->forceActiveFocus(Qt::TabFocusReason);
+        const auto tick = [&](const QString &title) {
+            if (isByKey)
+                ui.press(Qt::Key_Space);
+            else
+                QVERIFY(ui.click(circle, title));
+        };
+
+        tick(u"B"_s);
+        QTRY_VERIFY(ui.hasFocus(circle, u"C"_s));
+        QCOMPARE(ui.find(circle, u"C"_s)->property("visualFocus").toBool(), isByKey);
+        tick(u"C"_s);
+        QTRY_VERIFY(ui.hasFocus(circle, u"A"_s));
+        tick(u"A"_s);
+        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Submit weekly report"_s));
+        QVERIFY(std::ranges::all_of(ui.planner.store->reminders(), &ReminderItem::isComplete));
+    }
+
+    void aTickedGoalPassesTheFocusOn()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(circle, u"C"_s));
+        ui.find(circle, u"C"_s)->forceActiveFocus(Qt::TabFocusReason);
+
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(circle, u"B"_s));
+        // In the group of the finished ones it goes to the headers.
+        ui.find(button, u"Completed"_s)->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.find(button, u"Uncategorized"_s));
+        ui.find(button, u"Uncategorized"_s)->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.find(circle, u"C"_s));
+        ui.find(circle, u"C"_s)->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(!ui.planner.store->goals().last().isComplete);
+        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Write a microeconomics textbook"_s));
+    }
+
+    void afterAClickTheFocusShowsNoRing()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(button, u"Delete, A"_s));
+        ui.find(button, u"Delete, A"_s)->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Space);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, B"_s));
+        QVERIFY(ui.find(button, u"Delete, B"_s)->property("visualFocus").toBool());
+
+        QVERIFY(ui.click(button, u"Delete, B"_s));
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, C"_s));
+        QVERIFY(!ui.find(button, u"Delete, C"_s)->property("visualFocus").toBool());
+    }
+
+    void aTaskAddedByDoubleClickStays()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Add task"_s));
+        QVERIFY(ui.click(field, u"Add a task"_s));
+        ui.type(u"four"_s);
+        const QQuickItem *add = ui.find(button, u"Add task"_s);
+        const QPoint place = add->mapToScene(QPointF(add->width() - 12, add->height() / 2)).toPoint();
+
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        QTRY_VERIFY(ui.find(button, u"Delete, four"_s));
+        QTRY_VERIFY(!add->contains(add->mapFromScene(place)));
+        // So soon after the first that it makes a double click.
+        QTest::lastMouseTimestamp -= QGuiApplication::styleHints()->mouseDoubleClickInterval() - 50;
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        QCOMPARE(ui.taskTitles().size(), 4);
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        QCOMPARE(ui.taskTitles().size(), 3);
     }
 
     void typingInATitleKeepsFocusAndCaret()
