@@ -29,6 +29,19 @@ Q_ENUM_NS(AppLanguage)
     return language == AppLanguage::English ? QStringLiteral("English") : QStringLiteral("中文");
 }
 
+/// A text in both languages, for what is shown longer than a language may last.
+struct TextPair
+{
+    QString chinese;
+    QString english;
+
+    [[nodiscard]] const QString &in(AppLanguage language) const
+    {
+        return language == AppLanguage::English ? english : chinese;
+    }
+    bool operator==(const TextPair &) const = default;
+};
+
 /// The locale whose names of months and weekdays go with the interface language.
 [[nodiscard]] inline QLocale interfaceLocale(bool isEnglish)
 {

@@ -18,6 +18,11 @@ QSet<QString> storedIdentifiers(const Preferences &preferences, const QString &k
     return {identifiers.cbegin(), identifiers.cend()};
 }
 
+TextPair failureText(const QString &chinese, const QString &english, const Error &error)
+{
+    return {chinese + errorText(error, AppLanguage::Chinese), english + errorText(error, AppLanguage::English)};
+}
+
 } // namespace
 
 PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
@@ -88,6 +93,8 @@ void PlannerSettings::setInterfaceLanguage(AppLanguage language)
     m_interfaceLanguage = language;
     savePreference(keys::interfaceLanguage, rawValue(language));
     emit interfaceLanguageChanged();
+    if (m_calendarSyncMessage)
+        emit calendarSyncMessageChanged();
 }
 
 void PlannerSettings::setPreferredName(const QString &name)
@@ -136,17 +143,23 @@ void PlannerSettings::requestNotificationPermission()
     m_ports.notificationCenter.requestAuthorization();
 }
 
-void PlannerSettings::setCalendarSyncMessage(const std::optional<QString> &message)
+std::optional<QString> PlannerSettings::calendarSyncMessage() const
 {
-    if (m_calendarSyncMessage == message)
-        return;
-    m_calendarSyncMessage = message;
-    emit calendarSyncMessageChanged();
+    return m_calendarSyncMessage ? std::optional(m_calendarSyncMessage->in(m_interfaceLanguage)) : std::nullopt;
+}
+
+void PlannerSettings::setCalendarSyncMessage(const TextPair &message)
+{
+    if (m_calendarSyncMessage != message) {
+        m_calendarSyncMessage = message;
+        emit calendarSyncMessageChanged();
+    }
+    emit calendarSyncMessageTold();
 }
 
 void PlannerSettings::tellFailure(const QString &chinese, const QString &english, const Error &error)
 {
-    setCalendarSyncMessage(text(chinese, english) + errorText(error, m_interfaceLanguage));
+    setCalendarSyncMessage(failureText(chinese, english, error));
 }
 
 QString PlannerSettings::text(const QString &chinese, const QString &english) const
@@ -165,15 +178,19 @@ QString PlannerSettings::dateText(Instant date, bool dateOnly) const
 
 void PlannerSettings::tellSaveFailed(const Error &error)
 {
-    tellFailure(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
-    m_saveFailureMessage = m_calendarSyncMessage;
+    const TextPair message =
+        failureText(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
+    // It is tried every few seconds; the words are said once.
+    if (m_calendarSyncMessage != message)
+        setCalendarSyncMessage(message);
+    m_saveFailureMessage = message;
 }
 
 void PlannerSettings::tellSaveRecovered()
 {
     // A message that came later is left alone.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
-        setCalendarSyncMessage(text(QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")));
+        setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
     m_saveFailureMessage.reset();
 }
 

@@ -45,7 +45,8 @@ public:
     /// 1 Monday … 7 Sunday
     [[nodiscard]] int firstWeekday() const { return calendar().firstWeekday(); }
 
-    [[nodiscard]] const std::optional<QString> &calendarSyncMessage() const { return m_calendarSyncMessage; }
+    /// In the interface language.
+    [[nodiscard]] std::optional<QString> calendarSyncMessage() const;
     [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }
     [[nodiscard]] const QSet<QString> &visibleCalendarIDs() const { return m_visibleCalendarIDs; }
     [[nodiscard]] bool automaticCalendarSync() const { return m_automaticCalendarSync; }
@@ -87,7 +88,10 @@ public:
 signals:
     /// Days and times are others from now on: calendar() has changed.
     void timeZoneChanged();
+    /// Another message, or the same in another language.
     void calendarSyncMessageChanged();
+    /// Another message or the same once more; after calendarSyncMessageChanged().
+    void calendarSyncMessageTold();
     void selectedCalendarIDsChanged();
     void visibleCalendarIDsChanged();
     void automaticCalendarSyncChanged();
@@ -104,21 +108,21 @@ protected:
     [[nodiscard]] StoredValues &values() { return m_values; }
 
     /// Sets the status line; nothing empties it.
-    void setCalendarSyncMessage(const std::optional<QString> &message);
-    /// Sets the status line to the member of the pair for the interface language and the words of the error.
+    void setCalendarSyncMessage(const TextPair &message);
+    /// Sets the status line to the pair, each followed by the words of the error.
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
 
 private:
     void load();
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
-    [[nodiscard]] QString calendarSyncMessageText() const { return m_calendarSyncMessage.value_or(QString()); }
+    [[nodiscard]] QString calendarSyncMessageText() const { return calendarSyncMessage().value_or(QString()); }
 
     PlannerPorts m_ports;
     StoredValues m_values;
     std::unique_ptr<ZoneWatch> m_zoneWatch;
-    std::optional<QString> m_calendarSyncMessage;
-    std::optional<QString> m_saveFailureMessage;
+    std::optional<TextPair> m_calendarSyncMessage;
+    std::optional<TextPair> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;
     QString m_preferredName;

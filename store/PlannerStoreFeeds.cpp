@@ -37,7 +37,7 @@ bool PlannerStore::addCalendarFeed(const QString &urlString)
     const QUrl url(trimmed);
     if (!isHttp(url)) {
         setCalendarSyncMessage(
-            text(QStringLiteral("请输入有效的 iCalendar 链接。"), QStringLiteral("Enter a valid iCalendar link.")));
+            {QStringLiteral("请输入有效的 iCalendar 链接。"), QStringLiteral("Enter a valid iCalendar link.")});
         return false;
     }
     const CalendarFeed feed{.name = feedName(url), .urlString = trimmed};
@@ -55,7 +55,7 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
     const QUrl url(m_calendarFeeds.at(row).urlString);
     if (!url.isValid() || url.isEmpty())
         return;
-    setCalendarSyncMessage(text(QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")));
+    setCalendarSyncMessage({QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")});
     // The downloader may outlive the store.
     ports().feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
         if (store)
@@ -108,9 +108,8 @@ void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
     m_calendarFeeds[feedRow].lastUpdated = clock().now();
     calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
     const QString count = QString::number(calendar.eventCount);
-    setCalendarSyncMessage(
-        text(QStringLiteral("链接日历已更新，共导入 ") + count + QStringLiteral(" 个日程。"),
-             QStringLiteral("Linked calendar updated: ") + count + QStringLiteral(" events imported.")));
+    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 ") + count + QStringLiteral(" 个日程。"),
+                            QStringLiteral("Linked calendar updated: ") + count + QStringLiteral(" events imported.")});
 }
 
 void PlannerStore::setCalendarFeedError(const Error &error)

@@ -119,6 +119,11 @@ private slots:
         store().refreshCalendarFeed(feed);
         downloads().answer(0, Error{ErrorCode::DownloadTimedOut, {}});
         QCOMPARE(m_planner->message(), QStringLiteral("链接日历更新失败：服务器长时间没有响应。"));
+        const QSignalSpy told(m_planner->store.get(), &PlannerStore::calendarSyncMessageTold);
+        store().setInterfaceLanguage(AppLanguage::English);
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Linked calendar update failed: The server did not answer in time."));
+        QCOMPARE(told.size(), 0);
     }
 
     void aFailedRefreshChangesNothing_data()

@@ -62,7 +62,7 @@ FocusScope {
         }
 
         Connections {
-            function onCalendarSyncMessageChanged() {
+            function onCalendarSyncMessageTold() {
                 // The schedule screen has a line of its own for it.
                 if (view.section !== ShellModel.Schedule && PlannerStore.calendarSyncMessage !== "")
                     toast.show(PlannerStore.calendarSyncMessage);
