@@ -4,8 +4,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
+
+#include <linux/capability.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace tessaly {
@@ -50,29 +54,50 @@ private:
     bool m_isMounted = false;
 };
 
-/// Acts as a user without the rights of root while it lives.
+/// While it lives, the permissions of files bind this thread, which those of root, also of a namespace, do not.
 class OrdinaryUser
 {
 public:
-    OrdinaryUser() { m_isOrdinary = geteuid() != 0 || seteuid(65534) == 0; }
+    OrdinaryUser()
+    {
+        m_isOrdinary = syscall(SYS_capget, &m_header, m_former.data()) == 0;
+        auto rights = m_former;
+        rights[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_FOWNER);
+        m_isOrdinary = m_isOrdinary && syscall(SYS_capset, &m_header, rights.data()) == 0;
+    }
     ~OrdinaryUser()
     {
-        if (seteuid(getuid()) != 0)
-            qFatal("cannot become the former user again");
+        if (m_isOrdinary && syscall(SYS_capset, &m_header, m_former.data()) != 0)
+            qFatal("cannot take the former rights again");
     }
     OrdinaryUser(const OrdinaryUser &) = delete;
     OrdinaryUser &operator=(const OrdinaryUser &) = delete;
     [[nodiscard]] bool isOrdinary() const { return m_isOrdinary; }
 
 private:
+    __user_cap_header_struct m_header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> m_former{};
     bool m_isOrdinary = false;
 };
 
 /// Gives the process a view of the mounts of its own, as root or in a user namespace. Must run before threads start.
 inline void leaveSharedMounts()
 {
-    if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-        return;
+    const QByteArray user = QByteArray::number(getuid());
+    const QByteArray group = QByteArray::number(getgid());
+    if (unshare(CLONE_NEWNS) != 0) {
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+            return;
+        // Files stay those of the user, who is the only one that the namespace knows.
+        const auto put = [](const char *path, const QByteArray &text) {
+            QFile file{QString::fromLatin1(path)};
+            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            QCOMPARE(file.write(text), text.size());
+        };
+        put("/proc/self/uid_map", user + ' ' + user + " 1");
+        put("/proc/self/setgroups", "deny");
+        put("/proc/self/gid_map", group + ' ' + group + " 1");
+    }
     mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
 }
 
