@@ -108,8 +108,8 @@ void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
     m_calendarFeeds[feedRow].lastUpdated = clock().now();
     calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
     const QString count = QString::number(calendar.eventCount);
-    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 ") + count + QStringLiteral(" 个日程。"),
-                            QStringLiteral("Linked calendar updated: ") + count + QStringLiteral(" events imported.")});
+    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
+                            QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)});
 }
 
 void PlannerStore::setCalendarFeedError(const Error &error)
