@@ -24,7 +24,8 @@ T.Button {
     // On whole pixels, so that edges stay sharp and line up.
     implicitWidth: Math.max(56, Math.ceil(implicitContentWidth) + leftPadding + rightPadding)
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
-    leftPadding: isSmall ? 10 : 14
+    // From the outer edge, the border included.
+    leftPadding: isSmall ? 11 : 15
     rightPadding: leftPadding
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus

@@ -59,7 +59,7 @@ T.ComboBox {
 
     implicitWidth: 160
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
-    leftPadding: isSmall ? 8 : 10
+    leftPadding: isSmall ? 9 : 11
     rightPadding: 26
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus

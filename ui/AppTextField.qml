@@ -19,7 +19,8 @@ T.TextField {
 
     implicitWidth: 160
     implicitHeight: isSmall ? Theme.smallControlHeight : Theme.controlHeight
-    leftPadding: isSmall ? 8 : 10
+    // From the outer edge, the border included.
+    leftPadding: isSmall ? 9 : 11
     rightPadding: leftPadding
     // Chinese makes the line taller, but Qt keeps the baseline at the same distance from its top.
     topPadding: Math.max(0, contentHeight - Math.ceil(metrics.height))

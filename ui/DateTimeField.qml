@@ -74,7 +74,7 @@ AppTextField {
     }
 
     implicitWidth: isDateOnly ? Theme.dateWidth : Theme.dateTimeWidth
-    rightPadding: 30
+    rightPadding: 28
     // Not read-only, so that a screen reader does not say so; yet nothing but the editor changes the text.
     onTextEdited: text = Qt.binding(() => editor.text)
     cursorDelegate: Item {}
@@ -137,8 +137,8 @@ AppTextField {
     }
 
     Item {
-        x: field.width - 30
-        width: 30
+        x: field.width - 32
+        width: 32
         height: field.height
 
         Icon {

@@ -50,8 +50,8 @@ T.Control {
             width: flick.width
             height: Math.max(implicitHeight, flick.height)
             implicitHeight: contentHeight + topPadding + bottomPadding
-            leftPadding: 10
-            rightPadding: 10
+            leftPadding: 11
+            rightPadding: 11
             // The first line stands where it would if the lines were as tall as the style's.
             topPadding: 8 + Math.max(0, Math.round((Theme.control.line - contentHeight / Math.max(1, lineCount)) / 2))
             bottomPadding: 8

@@ -175,6 +175,13 @@ Item {
             compare((field.background as FieldFrame).isRefused, data.isRefused ?? false);
         }
 
+        function test_the_widest_moment_fits() {
+            const field = createTemporaryObject(fieldComponent, stage, {value: new Date(2040, 9, 10, 20, 44)});
+            verify(!field.showsElided);
+            field.isDateOnly = true;
+            verify(!field.showsElided);
+        }
+
         function test_an_assigned_value_is_no_edit() {
             const field = createTemporaryObject(fieldComponent, stage);
             field.value = new Date(2026, 0, 1, 0, 0);
