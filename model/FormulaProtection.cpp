@@ -1,6 +1,6 @@
 #include "model/FormulaProtection.h"
 
-#include "model/MarkdownCode.h"
+#include "model/MarkdownBlocks.h"
 
 #include <QStringView>
 
@@ -58,7 +58,7 @@ class Scanner
 {
 public:
     Scanner(QStringView text, Treatment treatment)
-        : m_text(text), m_codeBlocks(codeBlocks(text)), m_treatment(treatment), m_hasDollarPair(text.count(u'$') > 1),
+        : m_text(text), m_blocks(literalBlocks(text)), m_treatment(treatment), m_hasDollarPair(text.count(u'$') > 1),
           m_hasUnderscorePair(text.count(u'_') > 1), m_hasAsteriskPair(text.count(u'*') > 1)
     {
     }
@@ -66,11 +66,15 @@ public:
     QString run()
     {
         m_output.reserve(m_text.size() + 64);
-        for (const TextRange &block : m_codeBlocks) {
+        for (const LiteralBlock &block : m_blocks) {
             m_end = block.begin;
             while (m_at < m_end)
                 step();
-            copyCode(block.end - m_at);
+            m_end = block.end;
+            if (block.kind == LiteralBlock::Kind::Code)
+                copyCode(m_end - m_at);
+            while (m_at < m_end)
+                stepOverHtml();
         }
         m_end = m_text.size();
         while (m_at < m_end)
@@ -110,6 +114,16 @@ private:
         } else {
             copy(1);
         }
+    }
+
+    /// No parser changes what stands here, so a formula needs no care.
+    void stepOverHtml()
+    {
+        const bool mayBePicture = m_treatment == Treatment::HideOtherDollars && m_text.at(m_at) == u'$';
+        if (const std::optional<Formula> formula = mayBePicture ? formulaAt() : std::nullopt)
+            copyPicture(*formula);
+        else
+            copy(1);
     }
 
     void copyEscapedDollar()
@@ -255,10 +269,10 @@ private:
     }
 
     QStringView m_text;
-    QList<TextRange> m_codeBlocks;
+    QList<LiteralBlock> m_blocks;
     QString m_output;
     qsizetype m_at = 0;
-    /// Where the text ends that m_at is in: before the next code block.
+    /// Where the text or the block ends that m_at is in.
     qsizetype m_end = 0;
     /// For each kind of delimiters, up to where nothing closes them.
     std::array<qsizetype, delimiters.size()> m_openUntil{};

@@ -35,6 +35,17 @@ private slots:
         QTest::newRow("fenced code") << u"```\n$a_1 b_2$\n```\n$\\{$"_s << u"```\n$a_1 b_2$\n```\n$\\\\{$"_s;
         QTest::newRow("indented code") << u"x\n\n    $\\{$\n\n$\\{$"_s << u"x\n\n    $\\{$\n\n$\\\\{$"_s;
         QTest::newRow("a paragraph of a list item") << u"- x\n\n    $\\{$"_s << u"- x\n\n    $\\\\{$"_s;
+        QTest::newRow("an HTML block up to a blank line")
+            << u"a\n<div>\n$a_1 b_2$\n</div>\n\n$a_1 b_2$"_s << u"a\n<div>\n$a_1 b_2$\n</div>\n\n$a\\_1 b\\_2$"_s;
+        QTest::newRow("a tag alone begins an HTML block, but not within a paragraph")
+            << u"<x-y z='1'>\n$\\{$\n\na\n<b>\n$\\{$"_s << u"<x-y z='1'>\n$\\{$\n\na\n<b>\n$\\\\{$"_s;
+        QTest::newRow("tags with text") << u"<b>$\\{$</b>\n<i\n$\\{$"_s << u"<b>$\\\\{$</b>\n<i\n$\\\\{$"_s;
+        QTest::newRow("an HTML block that its list ends") << u"- <p>\n  $\\{$\n$\\{$\n- $\\{$\n\n> <p>\n$\\{$"_s
+                                                          << u"- <p>\n  $\\{$\n$\\{$\n- $\\\\{$\n\n> <p>\n$\\\\{$"_s;
+        QTest::newRow("raw code goes over blank lines")
+            << u"<pre>\n\n$\\{$\n</pre> x\n$\\{$"_s << u"<pre>\n\n$\\{$\n</pre> x\n$\\\\{$"_s;
+        QTest::newRow("a comment, and one that nothing ends")
+            << u"<!-- $\n\n-->\n$\\{$\n\n<!-- $\\{$"_s << u"<!-- $\n\n-->\n$\\\\{$\n\n<!-- $\\\\{$"_s;
         QTest::newRow("an unclosed dollar is text") << u"it costs $5 \\{ and\nmore"_s << u"it costs $5 \\{ and\nmore"_s;
         QTest::newRow("an escaped dollar is text") << u"\\$a_1 b_2\\$"_s << u"\\\\\\$a_1 b_2\\\\\\$"_s;
         QTest::newRow("one that nothing closes needs no care") << u"\\$5 `a`"_s << u"\\$5 `a`"_s;
@@ -76,6 +87,10 @@ private slots:
             u"\\\\(x\\_1\\*y\\\\) *a*\n\\\\[\\text{@b@}\\_2\\*\\\\]"_s);
         row("such signs within formulas", u"$$a \\[2pt]\n\n\\(b\\) $$ $\\[c\\]$"_s,
             u"$$a \\[2pt]\n\n\\(b\\) $$ $\\[c\\]$"_s);
+        row("a quote's sign in code", u"```\n> $a$\n    ```\n```\n$b$"_s, u"```\n> @a@\n    ```\n```\n$b$"_s);
+        row("code after a quote's paragraph", u"> a\n  ```\n$b$"_s, u"> a\n  ```\n@b@"_s);
+        row("HTML blocks", u"<p>`$a$` \\(b_1\\)\n\n<pre>\n$a$\n\n\\(</pre>\n$a$"_s,
+            u"<p>`$a$` \\(b_1\\)\n\n<pre>\n@a@\n\n\\(</pre>\n$a$"_s);
         row("such signs in code, or alone", u"`\\(a_1\\)` \\( \\["_s, u"`\\(a_1\\)` \\( \\["_s);
     }
 

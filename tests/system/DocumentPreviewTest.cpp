@@ -97,6 +97,8 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
                                          << QVariant(42);
     QTest::newRow("indices are no emphasis")
         << u"$a_1 + b_2$ and $c_1 * d_2 * e$"_s << count(u"mjx-msub"_s) + u"*10+"_s + count(u"em"_s) << QVariant(40);
+    QTest::newRow("indices within raw HTML") << u"<div>\n$a_1 + b_2$\n</div>\n\n<pre>\n$c_1 d_2$\n</pre>\n$e_1$ $f_2$"_s
+                                             << count(u"mjx-msub"_s) << QVariant(4);
     QTest::newRow("braces and thin spaces") << u"$\\{a\\,b\\}$"_s << count(u"mjx-mspace, mjx-merror"_s) << QVariant(1);
     QTest::newRow("an extension that MathJax loads later")
         << u"$\\cancel{x}$"_s << count(u"mjx-menclose"_s) << QVariant(1);

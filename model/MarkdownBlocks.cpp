@@ -1,6 +1,10 @@
-#include "model/MarkdownCode.h"
+#include "model/MarkdownBlocks.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace tessaly {
 
@@ -66,13 +70,49 @@ qsizetype markerLength(QStringView text)
     return length == text.size() || text.at(length).isSpace() ? length : 0;
 }
 
+enum class HtmlStart { None, Pre, Comment, Tag, LoneTag };
+
+/// The HTML block that begins with this line, if any. A tag that is no block's by its name makes one if it stands
+/// alone.
+HtmlStart htmlStart(QStringView line)
+{
+    if (line.front() != u'<')
+        return HtmlStart::None;
+    if (line.startsWith(u"<!--"))
+        return HtmlStart::Comment;
+    static const QRegularExpression pre(u"^<pre(?:[\\s>]|$)"_s, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression tag(
+        u"^</?(?:address|article|aside|base|basefont|blockquote|body|caption|center|col|colgroup|dd|details|dialog|dir"
+        "|div|dl|dt|fieldset|figcaption|figure|footer|form|frame|frameset|h[1-6]|head|header|hr|html|iframe|legend|li"
+        "|link|main|menu|menuitem|meta|nav|noframes|ol|optgroup|option|p|param|search|section|summary|table|tbody|td"
+        "|tfoot|th|thead|title|tr|track|ul)(?:[ \\t]|/?>|$)"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
+    static const QRegularExpression loneTag(
+        u"^<(?:/[a-z][a-z0-9-]*\\s*|(?!(?:script|style|textarea)\\b)[a-z][a-z0-9-]*"
+        "(?:[ \\t]+[a-z_:][\\w.:-]*(?:[ \\t]*=[ \\t]*(?:\"[^\"]*\"|'[^']*'|[^\\s\"'=<>`]+))?)*[ \\t]*/?)>[ \\t]*$"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
+    if (pre.match(line).hasMatch())
+        return HtmlStart::Pre;
+    if (tag.match(line).hasMatch())
+        return HtmlStart::Tag;
+    return loneTag.match(line).hasMatch() ? HtmlStart::LoneTag : HtmlStart::None;
+}
+
+/// Whether a line cannot go on with the paragraph or the HTML block before it (as marked has it).
+bool startsBlock(QStringView text)
+{
+    const HtmlStart html = htmlStart(text);
+    return !fenceAt(text).isEmpty() || endsParagraph(text) || markerLength(text) > 0 ||
+           (html != HtmlStart::None && html != HtmlStart::LoneTag);
+}
+
 /// Reads a text line by line.
-class CodeFinder
+class BlockFinder
 {
 public:
-    explicit CodeFinder(QStringView text) : m_text(text) {}
+    explicit BlockFinder(QStringView text) : m_text(text) {}
 
-    QList<TextRange> run()
+    QList<LiteralBlock> run()
     {
         for (qsizetype begin = 0; begin < m_text.size(); begin = m_end) {
             const qsizetype lineEnd = m_text.indexOf(u'\n', begin);
@@ -101,11 +141,19 @@ private:
         if (!m_fence.isEmpty()) {
             if (isBlank(rest()) || m_column >= itemColumn()) {
                 m_blocks.append({begin, m_end});
-                if (closesFence(rest(), m_fence))
+                if (m_column - itemColumn() < 4 && closesFence(rest(), m_fence))
                     m_fence = {};
                 return;
             }
             m_fence = {}; // It ends with the list item or the quote that holds it.
+        }
+        if (m_html != HtmlStart::None) {
+            const bool mayGoOn = begin > m_htmlLineEnd && !startsBlock(rest());
+            if (isBlank(rest()) || m_column >= itemColumn() || mayGoOn) {
+                readHtml();
+                return;
+            }
+            m_html = HtmlStart::None; // It ends with the list item that holds it.
         }
         if (isBlank(rest()))
             m_isParagraph = false;
@@ -120,6 +168,8 @@ private:
         for (qsizetype at = m_at; at < m_end; ++at) {
             const QChar c = m_text.at(at);
             if (c == u'>') {
+                if (quotes == m_quotes && (!m_fence.isEmpty() || m_html != HtmlStart::None))
+                    break; // A sign of the open block.
                 ++quotes;
                 m_at = at + 1;
                 if (m_at < m_end && m_text.at(m_at) == u' ')
@@ -128,12 +178,16 @@ private:
                 break;
             }
         }
-        if (quotes == m_quotes || (quotes == 0 && m_isParagraph && m_fence.isEmpty() && !isBlank(rest())))
+        const QStringView text = rest().trimmed();
+        const bool isIndented = runLength(rest(), u' ') >= 4;
+        const bool goesOn = quotes == 0 && m_isParagraph && !text.isEmpty() && (isIndented || !startsBlock(text));
+        if (quotes == m_quotes || goesOn)
             return; // Without its mark, a line goes on with a paragraph.
         m_quotes = quotes;
         m_items.clear();
         m_isParagraph = false;
         m_fence = {};
+        m_html = HtmlStart::None;
     }
 
     [[nodiscard]] qsizetype itemColumn() const { return m_items.isEmpty() ? 0 : m_items.last(); }
@@ -158,6 +212,14 @@ private:
             m_blocks.append({m_at, m_end});
             return false;
         }
+        if (const HtmlStart html = htmlStart(rest()); mayBegin(html)) {
+            m_items.resize(depth);
+            m_isParagraph = false;
+            m_html = html;
+            m_htmlLineEnd = m_end;
+            readHtml();
+            return false;
+        }
         if (endsParagraph(rest())) {
             m_items.resize(depth);
             m_isParagraph = false;
@@ -172,6 +234,26 @@ private:
         }
         m_items.resize(depth);
         return readItem(marker);
+    }
+
+    [[nodiscard]] bool mayBegin(HtmlStart html)
+    {
+        if (html != HtmlStart::Comment)
+            return html != HtmlStart::None && (html != HtmlStart::LoneTag || !m_isParagraph);
+        // One that nothing ends is shown as text.
+        if (m_commentEnd >= 0 && m_commentEnd <= m_at)
+            m_commentEnd = m_text.indexOf(u"-->", m_at + 2);
+        return m_commentEnd >= 0;
+    }
+
+    /// Reads a line of the open HTML block.
+    void readHtml()
+    {
+        const bool isLiteral = m_html == HtmlStart::Pre || m_html == HtmlStart::Comment;
+        m_blocks.append({m_at, m_end, isLiteral ? LiteralBlock::Kind::Code : LiteralBlock::Kind::Html});
+        const QStringView end = m_html == HtmlStart::Pre ? u"</pre>" : u"-->";
+        if (isLiteral ? rest().contains(end, Qt::CaseInsensitive) : isBlank(rest()))
+            m_html = HtmlStart::None;
     }
 
     /// Of numbered lists, only one that begins with 1 does so in the midst of a paragraph; an empty item never.
@@ -197,10 +279,16 @@ private:
     }
 
     QStringView m_text;
-    QList<TextRange> m_blocks;
+    QList<LiteralBlock> m_blocks;
     /// The columns at which the texts of the open list items begin, outermost first.
     QList<qsizetype> m_items;
     QStringView m_fence;
+    /// What the open HTML block began with.
+    HtmlStart m_html = HtmlStart::None;
+    /// The end of its first line.
+    qsizetype m_htmlLineEnd = 0;
+    /// Where the next comment may end, or -1 if none does.
+    qsizetype m_commentEnd = 0;
     qsizetype m_at = 0;
     qsizetype m_end = 0;
     qsizetype m_column = 0;
@@ -211,9 +299,9 @@ private:
 
 } // namespace
 
-QList<TextRange> codeBlocks(QStringView markdown)
+QList<LiteralBlock> literalBlocks(QStringView markdown)
 {
-    return CodeFinder(markdown).run();
+    return BlockFinder(markdown).run();
 }
 
 } // namespace tessaly
