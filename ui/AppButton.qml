@@ -31,15 +31,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.onPressAction: clicked()
     Accessible.name: text
-    // What cannot be undone needs a click or Space.
-    Keys.onReturnPressed: event => button.returnPressed(event)
-    Keys.onEnterPressed: event => button.returnPressed(event)
-
-    function returnPressed(event: KeyEvent) {
-        event.accepted = true;
-        if (kind !== AppButton.DestructiveFill)
-            clicked();
-    }
+    Keys.onReturnPressed: event => KeyPress.press(button, event)
+    Keys.onEnterPressed: event => KeyPress.press(button, event)
 
     ClickFocus {
         control: button

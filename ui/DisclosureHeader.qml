@@ -24,8 +24,8 @@ T.AbstractButton {
     Accessible.name: text
     // Qt 6.4 has no such state to tell.
     Accessible.description: isVoid ? "" : isOpen ? Language.text("已展开", "expanded") : Language.text("已折叠", "collapsed")
-    Keys.onReturnPressed: header.clicked()
-    Keys.onEnterPressed: header.clicked()
+    Keys.onReturnPressed: event => KeyPress.press(header, event)
+    Keys.onEnterPressed: event => KeyPress.press(header, event)
     Keys.onRightPressed: if (!isOpen)
         header.clicked()
     Keys.onLeftPressed: if (isOpen)

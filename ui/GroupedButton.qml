@@ -15,8 +15,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.onPressAction: clicked()
     Accessible.name: text
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: event => KeyPress.press(button, event)
+    Keys.onEnterPressed: event => KeyPress.press(button, event)
 
     background: Item {
         Rectangle {

@@ -24,8 +24,8 @@ T.Button {
     Accessible.name: itemTitle === "" ? text : text + ", " + itemTitle
     // The second press of a double click was meant for what lay there before the rows moved: it does nothing.
     onDoubleClicked: {}
-    Keys.onReturnPressed: action.clicked()
-    Keys.onEnterPressed: action.clicked()
+    Keys.onReturnPressed: event => KeyPress.press(action, event)
+    Keys.onEnterPressed: event => KeyPress.press(action, event)
 
     ClickFocus {
         control: action

@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import QtQuick.Window
 
 /// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
-/// returns to the opener. Esc asks to leave; Return presses the primary button where the focused item has no use for
-/// it; a click on the scrim does nothing.
+/// returns to the opener. Esc asks to leave; Return presses the button that has the focus, and the primary button where the
+/// focused item has no use for it; a click on the scrim does nothing.
 T.Popup {
     id: sheet
 
@@ -57,7 +57,13 @@ T.Popup {
         isShown = true;
     }
     onAboutToHide: isShown = false
-    onOpened: (initialFocus ?? primaryButton)?.forceActiveFocus(opener.reason)
+    onOpened: {
+        const first = initialFocus ?? primaryButton;
+        first?.forceActiveFocus(opener.reason);
+        // One that has had the focus since the sheet began to open is not told of the reason.
+        if (first instanceof T.Control)
+            first.focusReason = opener.reason;
+    }
     onClosed: opener.restore()
 
     QtObject {

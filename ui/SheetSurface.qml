@@ -8,6 +8,10 @@ FocusScope {
 
     signal leaving
 
+    function returnPressed(event: KeyEvent) {
+        event.accepted = event.isAutoRepeat || pressPrimary();
+    }
+
     /// False when there is no such button.
     function pressPrimary(): bool {
         if (primaryButton?.enabled)
@@ -16,6 +20,6 @@ FocusScope {
     }
 
     Keys.onEscapePressed: surface.leaving()
-    Keys.onReturnPressed: event => event.accepted = surface.pressPrimary()
-    Keys.onEnterPressed: event => event.accepted = surface.pressPrimary()
+    Keys.onReturnPressed: event => surface.returnPressed(event)
+    Keys.onEnterPressed: event => surface.returnPressed(event)
 }

@@ -43,8 +43,8 @@ Item {
         focusPolicy: Qt.StrongFocus
         Accessible.onPressAction: clicked()
         Accessible.name: text
-        Keys.onReturnPressed: opener.clicked()
-        Keys.onEnterPressed: opener.clicked()
+        Keys.onReturnPressed: event => KeyPress.press(opener, event)
+        Keys.onEnterPressed: event => KeyPress.press(opener, event)
         onClicked: row.opened()
 
         contentItem: Item {

@@ -19,8 +19,8 @@ T.AbstractButton {
     property real weekdayHeight: 0
 
     hoverEnabled: true
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => KeyPress.press(cell, event)
+    Keys.onEnterPressed: event => KeyPress.press(cell, event)
     Accessible.role: Accessible.Button
     Accessible.onPressAction: clicked()
     Accessible.name: spokenName

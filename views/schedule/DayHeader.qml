@@ -14,8 +14,8 @@ T.AbstractButton {
     required property string spokenName
 
     hoverEnabled: true
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => KeyPress.press(day, event)
+    Keys.onEnterPressed: event => KeyPress.press(day, event)
     Accessible.role: Accessible.Button
     Accessible.onPressAction: clicked()
     Accessible.name: spokenName

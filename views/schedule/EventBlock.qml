@@ -31,8 +31,8 @@ T.AbstractButton {
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
     hoverEnabled: true
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => KeyPress.press(block, event)
+    Keys.onEnterPressed: event => KeyPress.press(block, event)
     Accessible.role: Accessible.Button
     Accessible.onPressAction: clicked()
     Accessible.name: spokenName

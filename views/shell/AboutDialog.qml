@@ -13,7 +13,7 @@ Sheet {
     sheetWidth: 320
     bodyTopPadding: 6
     bodySpacing: 4
-    onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
+    initialFocus: closeButton
     onLeaving: close()
 
     AppText {

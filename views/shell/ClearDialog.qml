@@ -2,7 +2,7 @@ import QtQuick
 import Tessaly.Store
 import Tessaly.Ui
 
-/// Asks before the personal content goes. Return never answers with Clear.
+/// Asks before the personal content goes. Return cancels until the focus is on Clear.
 Sheet {
     id: dialog
 
@@ -10,7 +10,7 @@ Sheet {
     titleToken: Theme.headline
     sheetWidth: 400
     bodyTopPadding: 6
-    onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
+    initialFocus: cancelButton
     onLeaving: close()
 
     AppText {

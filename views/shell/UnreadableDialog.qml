@@ -9,7 +9,7 @@ Sheet {
     titleToken: Theme.headline
     sheetWidth: 400
     bodyTopPadding: 6
-    onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
+    initialFocus: closeButton
     onLeaving: close()
 
     AppText {

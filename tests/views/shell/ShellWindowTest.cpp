@@ -3,6 +3,7 @@
 
 #include <QQuickStyle>
 #include <QRegularExpression>
+#include <QSignalSpy>
 
 using namespace tessaly;
 
@@ -89,7 +90,7 @@ private slots:
         QCOMPARE(ui.planner.preferences.get<bool>(keys::hasAskedPreferredName), true);
     }
 
-    void returnNeverClears()
+    void returnClearsOnlyWithTheFocusOnClear()
     {
         WindowUnderTest ui;
         openAnswered(ui);
@@ -100,16 +101,36 @@ private slots:
         QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
         QCOMPARE(ui.planner.store->reminders().size(), 1);
 
-        openClearDialog(ui);
-        ui.press(Qt::Key_Tab);
-        QTRY_VERIFY(!isCancelFocused(ui));
-        ui.press(Qt::Key_Return);
-        QVERIFY(ui.state("showClearConfirmation").toBool());
-        QCOMPARE(ui.planner.store->reminders().size(), 1);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+            ui.planner.store->clearPersonalContent();
+            ui.planner.store->addReminder({.title = QStringLiteral("Water the plants")});
+            openClearDialog(ui);
+            ui.press(Qt::Key_Tab);
+            QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("清空")));
+            QSignalSpy clearings(ui.planner.store.get(), &PlannerStore::calendarSyncMessageTold);
+            ui.press(key);
+            QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
+            QCOMPARE(ui.planner.store->reminders().size(), 0);
+            QCOMPARE(clearings.count(), 1);
+        }
+    }
 
-        ui.press(Qt::Key_Space);
+    void theKeyThatOpenedTheClearDialogDoesNotAnswerItWhenHeld()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.find(QAccessible::Button, QStringLiteral("清空"))->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Return);
+        QTRY_VERIFY(isCancelFocused(ui));
+
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, {}, QString(), true);
+        QCoreApplication::sendEvent(&ui.window(), &repeat);
+
+        QVERIFY(ui.state("showClearConfirmation").toBool());
+        QTRY_VERIFY2(ui.find(QAccessible::Button, QStringLiteral("取消"))->property("visualFocus").toBool(),
+                     "the keyboard's user sees where the focus is");
+        ui.press(Qt::Key_Enter);
         QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
-        QCOMPARE(ui.planner.store->reminders().size(), 0);
     }
 
     void escapeLeavesTheClearDialogAndFocusReturns()
