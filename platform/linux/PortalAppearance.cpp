@@ -40,10 +40,14 @@ bool isPaletteDark()
 PortalAppearance::PortalAppearance(QDBusConnection bus, QObject *parent) : QObject(parent), m_bus(std::move(bus))
 {
     qDBusRegisterMetaType<Settings>();
+    // The bus looks the types of a slot's parameters up by name, and makes this one known only later.
+    qRegisterMetaType<QDBusVariant>();
     qApp->installEventFilter(this);
     // Subscribed before asked: a change in between is then not missed.
-    m_bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                  SLOT(takeSetting(QString, QString, QDBusVariant)));
+    if (!m_bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+                       SLOT(takeSetting(QString, QString, QDBusVariant))) &&
+        m_bus.isConnected())
+        qWarning("tessaly: changes of the desktop's appearance cannot be followed");
     ask();
 }
 

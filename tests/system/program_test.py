@@ -8,6 +8,7 @@ import subprocess
 
 from global_menu import GlobalMenu
 from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, wait_for
+from settings_portal import DARK, LIGHT, SettingsPortal
 
 IDLE_SECONDS = 10
 
@@ -55,6 +56,21 @@ class ProgramTest(PlannerTestCase):
         menu.choose(items["About Tessaly"])
 
         planner.wait("dialog", "Tessaly")
+
+    def test_a_desktop_that_turns_light_is_followed(self):
+        portal = SettingsPortal(DARK)
+        self.addCleanup(portal.close)
+        planner = self.start("--demo")
+        planner.wait("list item", "概览")
+
+        def is_sidebar_dark():
+            pixel = subprocess.run(["import", "-window", planner.window(), "-crop", "1x1+4+300", "-depth", "8", "gray:-"],
+                                   capture_output=True, check=True).stdout
+            return pixel[0] < 128
+
+        wait_for("the dark planner", is_sidebar_dark)
+        portal.change(LIGHT)
+        wait_for("the light planner", lambda: not is_sidebar_dark())
 
     def test_the_background_shows_nothing_until_it_is_asked(self):
         resident = self.start("--background")
