@@ -145,11 +145,14 @@ RisingPopup {
                         id: cellHover
                     }
 
-                    TapHandler {
-                        onTapped: {
+                    MouseArea {
+                        anchors.fill: parent
+                        onClicked: {
                             popup.editor.chooseDate(month.dateAt(cell.index));
                             days.forceActiveFocus(Qt.MouseFocusReason);
                         }
+                        // The second press of a double click was meant for what the popup came over.
+                        onDoubleClicked: {}
                     }
                 }
             }

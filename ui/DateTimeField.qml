@@ -147,8 +147,10 @@ AppTextField {
             size: 14
         }
 
-        TapHandler {
-            onTapped: {
+        // Unlike a tap handler it keeps the press from what lies beneath a sheet.
+        MouseArea {
+            anchors.fill: parent
+            onClicked: {
                 field.forceActiveFocus(Qt.MouseFocusReason);
                 calendar.open();
             }

@@ -124,8 +124,9 @@ Item {
                     Accessible.ignored: true
                 }
 
-                TapHandler {
-                    onTapped: {
+                MouseArea {
+                    anchors.fill: parent
+                    onClicked: {
                         control.isClicked = true;
                         control.forceActiveFocus(Qt.MouseFocusReason);
                         control.choose(segment.index);

@@ -12,6 +12,15 @@ AppTextField {
     signal entered(int number)
     signal stepped(int delta)
 
+    /// A number is being handed over: what is typed stays as it is until the field is left.
+    property bool isTaken: false
+
+    function showNumber() {
+        text = number.toString().padStart(2, "0");
+        if (activeFocus)
+            selectAll();
+    }
+
     implicitWidth: 48
     isSmall: true
     horizontalAlignment: TextInput.AlignHCenter
@@ -21,16 +30,23 @@ AppTextField {
         bottom: 0
         top: field.most
     }
-    text: number.toString().padStart(2, "0")
+    Component.onCompleted: showNumber()
+    onNumberChanged: {
+        if (!isTaken)
+            showNumber();
+    }
     Keys.onUpPressed: stepped(1)
     Keys.onDownPressed: stepped(-1)
-    onTextEdited: if (acceptableInput)
-        entered(parseInt(text))
-    onActiveFocusChanged: {
-        if (activeFocus)
-            selectAll();
-        else
-            text = Qt.binding(() => number.toString().padStart(2, "0"));
+    onTextEdited: {
+        if (!acceptableInput) {
+            if (text.length === maximumLength)
+                showNumber();
+            return;
+        }
+        isTaken = true;
+        entered(parseInt(text));
+        isTaken = false;
     }
+    onActiveFocusChanged: showNumber()
     Accessible.name: name
 }
