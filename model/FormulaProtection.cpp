@@ -32,6 +32,8 @@ struct Formula
     qsizetype begin = 0;
     qsizetype end = 0;
     qsizetype delimiterLength = 0;
+    /// In how many quotes it stands: as many marks begin its further lines.
+    int quotes = 0;
 };
 
 /// Who takes formulas out of the text: a typesetter after it was parsed, or a search for pairs of dollars before.
@@ -140,6 +142,8 @@ private:
     void copyPicture(const Formula &formula)
     {
         for (; m_at < formula.end; ++m_at) {
+            if (isQuoteMark(m_at, formula))
+                continue;
             const bool isEscaped = m_text.at(m_at) == u'$' && m_at > formula.begin && m_text.at(m_at - 1) == u'\\';
             m_output += isEscaped ? dollarStandIn : m_text.at(m_at);
         }
@@ -179,14 +183,15 @@ private:
         if (m_at < m_openUntil.at(kind))
             return std::nullopt;
         const Delimiters &mark = delimiters.at(kind);
+        const int quotes = quotesAt(m_at);
         const bool endsWithLine = mark.extent == Extent::Line;
         const bool endsWithParagraph = m_treatment == Treatment::ProtectFormulas || mark.extent != Extent::Text;
         const qsizetype length = mark.closing.size();
         qsizetype at = m_at + length;
         while (at < m_end) {
             if (m_text.mid(at).startsWith(mark.closing))
-                return at == m_at + length ? std::nullopt : std::optional(Formula{m_at, at + length, length});
-            if (m_text.at(at) == u'\n' && (endsWithLine || (endsWithParagraph && isBlankLine(at + 1))))
+                return at == m_at + length ? std::nullopt : std::optional(Formula{m_at, at + length, length, quotes});
+            if (m_text.at(at) == u'\n' && (endsWithLine || (endsWithParagraph && isBlankLine(at + 1, quotes > 0))))
                 break;
             const bool isEscape = m_text.at(at) == u'\\' && at + 1 < m_end && m_text.at(at + 1) != u'\n';
             at += isEscape ? 2 : 1;
@@ -195,10 +200,48 @@ private:
         return std::nullopt;
     }
 
-    [[nodiscard]] bool isBlankLine(qsizetype start) const
+    [[nodiscard]] bool isBlankLine(qsizetype start, bool isQuoted = false) const
     {
         const qsizetype end = m_text.indexOf(u'\n', start);
-        return m_text.mid(start, end < 0 ? -1 : end - start).trimmed().isEmpty();
+        const QStringView line = m_text.mid(start, end < 0 ? -1 : end - start);
+        return std::all_of(line.begin(), line.end(), [&](QChar c) { return c.isSpace() || (isQuoted && c == u'>'); });
+    }
+
+    /// How many quote marks the line begins with, list markers aside. Places are asked for in their order.
+    [[nodiscard]] int quotesAt(qsizetype at)
+    {
+        while (at > m_lineEnd) {
+            const qsizetype begin = m_lineEnd + 1;
+            m_lineEnd = m_text.indexOf(u'\n', begin);
+            if (m_lineEnd < 0)
+                m_lineEnd = m_text.size();
+            m_lineQuotes = 0;
+            for (qsizetype i = begin; i < m_lineEnd && QStringView(u" \t>-+*.)0123456789").contains(m_text.at(i)); ++i)
+                m_lineQuotes += m_text.at(i) == u'>' ? 1 : 0;
+        }
+        return m_lineQuotes;
+    }
+
+    /// How many quote marks and nothing else stand before this place in its line, or -1. In its first line, -1.
+    [[nodiscard]] int marksBefore(qsizetype at, const Formula &formula) const
+    {
+        int marks = 0;
+        for (; at > formula.begin && m_text.at(at - 1) != u'\n'; --at) {
+            const QChar c = m_text.at(at - 1);
+            if (c != u' ' && c != u'\t' && c != u'>')
+                return -1;
+            marks += c == u'>' ? 1 : 0;
+        }
+        return at > formula.begin ? marks : -1;
+    }
+
+    /// Whether the character is of the quote, not of the formula.
+    [[nodiscard]] bool isQuoteMark(qsizetype at, const Formula &formula) const
+    {
+        if (formula.quotes == 0 || m_text.at(at) != u'>')
+            return false;
+        const int marks = marksBefore(at, formula);
+        return marks >= 0 && marks < formula.quotes;
     }
 
     void copyProtected(const Formula &formula)
@@ -235,6 +278,10 @@ private:
             return next.isLetter() || next == u'/' || next == u'!' || next == u'?';
         case u'&':
             return startsEntity(at);
+        case u'@':
+        case u':':
+        case u'.':
+            return isOfAddress(at) || startsBlock(at, formula);
         case u']':
             return next == u'(' || next == u'[';
         default:
@@ -250,6 +297,23 @@ private:
         return end > at + 1 && end < m_text.size() && m_text.at(end) == u';';
     }
 
+    /// Whether the character would help to make a link of what is around it (GitHub Flavored Markdown 0.29, 6.9).
+    [[nodiscard]] bool isOfAddress(qsizetype at) const
+    {
+        const QStringView before = m_text.first(at);
+        const QStringView after = m_text.mid(at + 1);
+        if (before.isEmpty() || after.isEmpty())
+            return false;
+        switch (m_text.at(at).unicode()) {
+        case u'@':
+            return !before.back().isSpace() && after.front().isLetterOrNumber();
+        case u':':
+            return before.back().isLetter() && after.startsWith(u"//");
+        default:
+            return before.endsWith(u"www", Qt::CaseInsensitive);
+        }
+    }
+
     /// Whether the character, first in its line of the formula, would begin a list, quote, heading or rule; for a
     /// numbered list that is the point after the number.
     [[nodiscard]] bool startsBlock(qsizetype at, const Formula &formula) const
@@ -261,11 +325,8 @@ private:
             --lineStart;
         if (isListPoint && lineStart == at)
             return false;
-        while (lineStart > formula.begin && (m_text.at(lineStart - 1) == u' ' || m_text.at(lineStart - 1) == u'\t'))
-            --lineStart;
-        if (lineStart == formula.begin || m_text.at(lineStart - 1) != u'\n')
-            return false;
-        return isListPoint || c == u'+' || c == u'-' || c == u'=' || c == u'>' || c == u'#';
+        const bool mayStart = isListPoint || c == u'+' || c == u'-' || c == u'=' || c == u'>' || c == u'#';
+        return mayStart && marksBefore(lineStart, formula) >= (c == u'>' ? formula.quotes : 0);
     }
 
     QStringView m_text;
@@ -276,6 +337,9 @@ private:
     qsizetype m_end = 0;
     /// For each kind of delimiters, up to where nothing closes them.
     std::array<qsizetype, delimiters.size()> m_openUntil{};
+    /// The end of the line last asked for, and how many quotes it is in.
+    qsizetype m_lineEnd = -1;
+    int m_lineQuotes = 0;
     Treatment m_treatment;
     bool m_hasDollarPair = false;
     bool m_hasUnderscorePair = false;

@@ -31,6 +31,12 @@ private slots:
         QTest::newRow("less-than before a letter") << u"$a<b$ $a < c$"_s << u"$a\\<b$ $a < c$"_s;
         QTest::newRow("a line that would start a list") << u"$$a\n+ b\n- c$$"_s << u"$$a\n\\+ b\n\\- c$$"_s;
         QTest::newRow("a line that would start a numbered list") << u"$$a\n1. b$$"_s << u"$$a\n1\\. b$$"_s;
+        QTest::newRow("lines of a quote")
+            << u"> > $$\n> > a\\\\\n>> + b\n> > > c\n>> $$\n\n> $$*a*\n> \n> $$ *b*"_s
+            << u"> > $$\n> > a\\\\\\\\\n>> \\+ b\n> > \\> c\n>> $$\n\n> $$*a*\n> \n> $$ *b*"_s;
+        QTest::newRow("a quote in a list") << u"1. > $$\n   > a\n   > $$"_s << u"1. > $$\n   > a\n   > $$"_s;
+        QTest::newRow("what would make a link") << u"$\\text{a@b.c} \\href{https://d.e}{www.f.g} 1.5:2$"_s
+                                                << u"$\\text{a\\@b.c} \\href{https\\://d.e}{www\\.f.g} 1.5:2$"_s;
         QTest::newRow("code span") << u"`$a_1 b_2$` $c_1$"_s << u"`$a_1 b_2$` $c\\_1$"_s;
         QTest::newRow("fenced code") << u"```\n$a_1 b_2$\n```\n$\\{$"_s << u"```\n$a_1 b_2$\n```\n$\\\\{$"_s;
         QTest::newRow("indented code") << u"x\n\n    $\\{$\n\n$\\{$"_s << u"x\n\n    $\\{$\n\n$\\\\{$"_s;
@@ -89,6 +95,7 @@ private slots:
             u"$$a \\[2pt]\n\n\\(b\\) $$ $\\[c\\]$"_s);
         row("a quote's sign in code", u"```\n> $a$\n    ```\n```\n$b$"_s, u"```\n> @a@\n    ```\n```\n$b$"_s);
         row("code after a quote's paragraph", u"> a\n  ```\n$b$"_s, u"> a\n  ```\n@b@"_s);
+        row("lines of a quote", u"> $$a\n> \\> b\n> $$"_s, u"> $$a\n \\> b\n $$"_s);
         row("HTML blocks", u"<p>`$a$` \\(b_1\\)\n\n<pre>\n$a$\n\n\\(</pre>\n$a$"_s,
             u"<p>`$a$` \\(b_1\\)\n\n<pre>\n@a@\n\n\\(</pre>\n$a$"_s);
         row("such signs in code, or alone", u"`\\(a_1\\)` \\( \\["_s, u"`\\(a_1\\)` \\( \\["_s);
