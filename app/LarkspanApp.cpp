@@ -90,10 +90,12 @@ void LarkspanApp::raise(const QByteArray &activationToken)
 {
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken); // Where Qt's Wayland plugin looks for it.
-    if (!m_windowMemory)
+    if (!m_windowMemory) {
         show();
-    else if (m_hasAppeared)
+    } else if (m_hasAppeared && !m_window->isVisible()) {
+        m_windowMemory->putBack();
         m_window->setVisible(true);
+    }
     if (m_window->visibility() == QWindow::Minimized)
         m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();

@@ -48,15 +48,26 @@ void WindowMemory::restore()
     const std::optional<WindowFrame> frame = WindowFrame::fromString(text);
     if (!frame)
         return;
-    const std::optional<WindowFrame> place = fitted(*frame, availableScreens(), m_window.minimumSize());
+    place(*frame);
+    m_current = {m_window.framePosition(), m_window.size(), frame->isMaximized};
+}
+
+void WindowMemory::place(const WindowFrame &frame)
+{
+    const std::optional<WindowFrame> place = fitted(frame, availableScreens(), m_window.minimumSize());
     m_window.resize(place
                         ? place->size
-                        : frame->size.boundedTo(m_window.screen()->availableSize()).expandedTo(m_window.minimumSize()));
+                        : frame.size.boundedTo(m_window.screen()->availableSize()).expandedTo(m_window.minimumSize()));
     if (place)
         m_window.setFramePosition(place->position);
-    if (frame->isMaximized)
-        m_window.setWindowStates(Qt::WindowMaximized);
-    m_current = {m_window.framePosition(), m_window.size(), frame->isMaximized};
+    m_window.setWindowStates(frame.isMaximized ? Qt::WindowMaximized : Qt::WindowNoState);
+}
+
+void WindowMemory::putBack()
+{
+    // Qt itself takes the place of what is inside the frame for that of the frame.
+    if (!m_current.size.isEmpty())
+        place(m_current);
 }
 
 void WindowMemory::save()

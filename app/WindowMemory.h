@@ -11,7 +11,8 @@ namespace tessaly {
 
 class Preferences;
 
-/// Puts the window where it was when the program last ran, and keeps account of where it is moved to. Where the window
+/// Puts the window where it was when the program last ran or the window was closed, and keeps account of where it is
+/// moved to. Where the window
 /// first comes to rest is not written: a start changes nothing.
 class WindowMemory : public QObject
 {
@@ -21,12 +22,16 @@ public:
     /// Both must outlive the memory. To be made before the window is shown.
     WindowMemory(QQuickWindow &window, Preferences &preferences, QObject *parent = nullptr);
 
+    /// Puts a window that was closed back to where it was then. To be called before it is shown again.
+    void putBack();
+
 public slots:
     /// Writes what has changed without waiting any longer.
     void save();
 
 private:
     void restore();
+    void place(const WindowFrame &frame);
 
     QQuickWindow &m_window;
     Preferences &m_preferences;

@@ -1,6 +1,8 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/shell/WindowUnderTest.h"
 
+#include "app/WindowFrame.h"
+
 #include <QQuickStyle>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -284,6 +286,45 @@ private slots:
         ui.open();
         ui.window().close();
         QCOMPARE(ui.planner.preferences.writeCount(), before);
+    }
+
+    void aClosedWindowComesBackWhereItWas_data()
+    {
+        QTest::addColumn<Qt::WindowState>("state");
+        QTest::newRow("as it was") << Qt::WindowNoState;
+        QTest::newRow("maximised") << Qt::WindowMaximized;
+        QTest::newRow("minimised") << Qt::WindowMinimized;
+    }
+
+    void aClosedWindowComesBackWhereItWas()
+    {
+        QFETCH(const Qt::WindowState, state);
+        WindowUnderTest ui;
+        WindowFrame frame{{60, 50}, {920, 630}};
+        ui.planner.put(keys::windowFrame, frame.toString());
+        openAnswered(ui);
+        QVERIFY(ui.window().frameMargins().top() > 0);
+
+        for (int cycle = 0; cycle < 4; ++cycle) {
+            ui.window().close();
+            QTRY_VERIFY(!ui.window().isVisible());
+            ui.raise();
+            QTRY_VERIFY(ui.window().isExposed());
+            if (cycle == 0) {
+                QCOMPARE(ui.window().framePosition(), frame.position);
+                ui.window().setWindowState(state);
+                QCoreApplication::processEvents();
+                continue;
+            }
+            QCOMPARE(ui.window().windowState(), state == Qt::WindowMaximized ? Qt::WindowMaximized : Qt::WindowNoState);
+        }
+
+        if (state != Qt::WindowMaximized)
+            QCOMPARE(ui.window().framePosition(), frame.position);
+        ui.window().close();
+        const auto saved = WindowFrame::fromString(ui.planner.preferences.get<QString>(keys::windowFrame).value());
+        frame.isMaximized = state == Qt::WindowMaximized;
+        QCOMPARE(saved, frame);
     }
 
 private:

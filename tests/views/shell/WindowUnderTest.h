@@ -23,6 +23,8 @@ public:
 
     /// Opens the window, after the former one if there was one, and waits until it shows.
     void open();
+    /// Asks for the window as a second start of the program does.
+    void raise() { m_app->raise({}); }
     /// Ends the program.
     void quit() { m_app.reset(); }
 
