@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// The round box that ticks an item off. Its target is at least 28 × 28.
 T.CheckBox {
@@ -20,11 +21,12 @@ T.CheckBox {
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
     Accessible.name: itemTitle
-    // The second press of a double click was meant for the row before, which may have gone: it does nothing.
-    onDoubleClicked: {}
 
     ClickFocus {
         control: circle
+    }
+    PressGuard {
+        anchors.fill: parent
     }
 
     contentItem: Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// A quiet text button at the end of a list row. Its accessible name is the label and the row's title.
 T.Button {
@@ -22,13 +23,14 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.onPressAction: clicked()
     Accessible.name: itemTitle === "" ? text : text + ", " + itemTitle
-    // The second press of a double click was meant for what lay there before the rows moved: it does nothing.
-    onDoubleClicked: {}
     Keys.onReturnPressed: event => KeyPress.press(action, event)
     Keys.onEnterPressed: event => KeyPress.press(action, event)
 
     ClickFocus {
         control: action
+    }
+    PressGuard {
+        anchors.fill: parent
     }
 
     background: Rectangle {

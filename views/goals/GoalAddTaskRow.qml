@@ -62,5 +62,9 @@ Item {
         isSmall: true
         text: Language.text("添加任务", "Add task")
         onClicked: addRow.add()
+
+        PressGuard {
+            anchors.fill: parent
+        }
     }
 }

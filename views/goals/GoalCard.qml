@@ -152,5 +152,9 @@ Item {
             if (goalCard.card.addSubgoal())
                 newSubgoal.forceActiveFocus();
         }
+
+        PressGuard {
+            anchors.fill: parent
+        }
     }
 }

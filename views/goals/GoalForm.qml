@@ -128,6 +128,10 @@ Item {
             kind: AppButton.Primary
             text: Language.text("新建主目标", "New main goal")
             onClicked: head.add()
+
+            PressGuard {
+                anchors.fill: parent
+            }
         }
     }
 }

@@ -81,8 +81,10 @@ Item {
             text: Language.text("删除", "Delete")
             Accessible.name: text + ", " + row.name
             onClicked: row.deleteRequested()
-            // The second press of a double click was meant for what lay there before the row came.
-            onDoubleClicked: {}
+
+            PressGuard {
+                anchors.fill: parent
+            }
         }
     }
 }

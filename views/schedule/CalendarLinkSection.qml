@@ -94,6 +94,10 @@ Column {
             isRaised: true
             text: Language.text("添加并导入", "Add & import")
             onClicked: section.viewModel.addTypedLink()
+
+            PressGuard {
+                anchors.fill: parent
+            }
         }
     }
 }

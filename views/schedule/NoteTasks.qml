@@ -67,6 +67,10 @@ Column {
             isRaised: true
             text: Language.text("添加", "Add")
             onClicked: tasks.add()
+
+            PressGuard {
+                anchors.fill: parent
+            }
         }
     }
 }

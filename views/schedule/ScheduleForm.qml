@@ -81,6 +81,10 @@ Card {
         kind: AppButton.Primary
         text: Language.text("添加日程", "Add schedule")
         onClicked: form.add()
+
+        PressGuard {
+            anchors.fill: parent
+        }
     }
 
     Separator {

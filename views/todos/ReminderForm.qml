@@ -119,6 +119,10 @@ Item {
             kind: AppButton.Primary
             text: Language.text("添加待办", "Add to-do")
             onClicked: head.add()
+
+            PressGuard {
+                anchors.fill: parent
+            }
         }
     }
 

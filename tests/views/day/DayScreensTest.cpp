@@ -30,6 +30,12 @@ struct DayWindow : WindowUnderTest
         const QQuickItem *item = find(role, name);
         return item ? item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint() : QPoint();
     }
+    /// So soon after the click before that the two make a double click.
+    void clickAgainSoon(QPoint place) const
+    {
+        QTest::lastMouseTimestamp -= QGuiApplication::styleHints()->mouseDoubleClickInterval() - 50;
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, place);
+    }
     [[nodiscard]] QStringList taskTitles() const
     {
         QStringList titles;
@@ -177,12 +183,42 @@ private slots:
         QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
         QTRY_VERIFY(ui.find(button, u"Delete, four"_s));
         QTRY_VERIFY(!add->contains(add->mapFromScene(place)));
-        // So soon after the first that it makes a double click.
-        QTest::lastMouseTimestamp -= QGuiApplication::styleHints()->mouseDoubleClickInterval() - 50;
-        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        ui.clickAgainSoon(place);
         QCOMPARE(ui.taskTitles().size(), 4);
+        QVERIFY2(ui.hasFocus(field, u"Add a task"_s), "the next task is typed where the first was");
         QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
         QCOMPARE(ui.taskTitles().size(), 3);
+    }
+
+    void aTripleClickActsOnOneRow_data()
+    {
+        QTest::addColumn<QAccessible::Role>("role");
+        QTest::addColumn<QString>("prefix");
+        QTest::newRow("deleted") << button << u"Delete, "_s;
+        QTest::newRow("ticked") << circle << QString();
+    }
+
+    void aTripleClickActsOnOneRow()
+    {
+        QFETCH(const QAccessible::Role, role);
+        QFETCH(const QString, prefix);
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"A"_s}, {.title = u"B"_s}, {.title = u"C"_s}}});
+        QTRY_VERIFY(ui.find(role, prefix + u"A"_s));
+        const QPoint place = ui.middleOf(role, prefix + u"A"_s);
+        const auto openCount = [&ui] {
+            return std::ranges::count(ui.planner.store->reminders(), false, &ReminderItem::isComplete);
+        };
+
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        for (int repeat = 0; repeat < 2; ++repeat) {
+            QTRY_COMPARE(ui.middleOf(role, prefix + u"B"_s), place);
+            ui.clickAgainSoon(place);
+        }
+        QCOMPARE(openCount(), 2);
+
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, place);
+        QCOMPARE(openCount(), 1);
     }
 
     void typingInATitleKeepsFocusAndCaret()
