@@ -16,11 +16,25 @@ Card {
     /// The last schedule was removed: nothing in the list can take the focus.
     signal emptied
 
-    /// The Delete of the row after the removed one takes the focus, else the previous row's.
-    function focusAfterRemoval(reason: int) {
-        const next = rows.itemAt(Math.min(removedRow, rows.count - 1)) as DayListItem;
+    /// The row after the removed one, else the previous one; null when none is left.
+    function heir(): DayListItem {
+        return rows.itemAt(Math.min(removedRow, rows.count - 1)) as DayListItem;
+    }
+
+    /// The schedule was deleted: another one's Delete takes the focus.
+    function focusAfterDeletion(reason: int) {
+        const next = heir();
         if (next !== null)
             next.focusDelete(reason);
+        else
+            list.emptied();
+    }
+
+    /// The schedule went elsewhere: another one's Edit takes the focus.
+    function focusAfterDeparture(reason: int) {
+        const next = heir();
+        if (next !== null)
+            next.focusEdit(reason);
         else
             list.emptied();
     }
@@ -67,7 +81,7 @@ Card {
                 onDeleteRequested: {
                     const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
                     list.viewModel.deleteListed(index);
-                    list.focusAfterRemoval(reason);
+                    list.focusAfterDeletion(reason);
                 }
             }
         }

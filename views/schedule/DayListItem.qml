@@ -17,6 +17,10 @@ Item {
     signal editRequested
     signal deleteRequested
 
+    function focusEdit(reason: int) {
+        editAction.forceActiveFocus(reason);
+    }
+
     function focusDelete(reason: int) {
         deleteAction.forceActiveFocus(reason);
     }

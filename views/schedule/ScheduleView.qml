@@ -68,6 +68,6 @@ Page {
 
     ScheduleSheets {
         viewModel: model
-        onNoteOpenerGone: reason => dayList.focusAfterRemoval(reason)
+        onNoteOpenerGone: reason => dayList.focusAfterDeparture(reason)
     }
 }

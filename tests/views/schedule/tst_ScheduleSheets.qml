@@ -24,6 +24,26 @@ Item {
             compare(TestPlanner.notesOf("Lecture"), "");
         }
 
+        function test_a_schedule_that_leaves_the_day_passes_the_focus_on() {
+            TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
+            TestPlanner.addSchedule("B", 9, "10:00", "11:00", "");
+            for (const title of ["A", "B"]) {
+                const edit = shown("Edit, " + title);
+                tryVerify(() => title === "A" || edit.activeFocus, 3000, "and not its Delete");
+                edit.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+                tryVerify(() => shown("Name").activeFocus);
+                shown("Start").forceActiveFocus(Qt.TabFocusReason);
+                keySequence(StandardKey.SelectAll);
+                for (const character of "2026-09-11 09:00")
+                    keyClick(character);
+                keyClick(Qt.Key_Return);
+                tryVerify(() => named("Save") === null);
+            }
+            verify(shown("e.g. Microeconomics lecture 1").activeFocus);
+            compare(TestPlanner.scheduleCount(), 2);
+        }
+
         function test_display_settings_hide_a_calendar_and_move_the_hours() {
             TestPlanner.offerCalendars();
             const requests = TestPlanner.accessRequests();
