@@ -29,6 +29,10 @@ T.AbstractButton {
     Keys.onReturnPressed: popup.open()
     Keys.onEnterPressed: popup.open()
 
+    ClickFocus {
+        control: well
+    }
+
     background: FieldFrame {
         color: well.down ? Theme.buttonPressed : well.hovered ? Theme.buttonHover : Theme.buttonRest
         isFocused: popup.visible
@@ -59,6 +63,9 @@ T.AbstractButton {
     RisingPopup {
         id: popup
 
+        // There is a ring on the colours, and back on the well, if the well had one.
+        property int openerReason: Qt.MouseFocusReason
+
         name: well.name
         restY: well.height + 4
         x: well.width - width
@@ -69,9 +76,10 @@ T.AbstractButton {
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         onAboutToShow: {
+            openerReason = FocusHandover.reasonAfter(well);
             (swatches.itemAt(Math.max(0, well.paletteIndex)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
         }
-        onClosed: well.forceActiveFocus(Qt.PopupFocusReason)
+        onClosed: FocusHandover.give(well, openerReason)
 
         contentItem: Column {
             spacing: 10
@@ -105,6 +113,10 @@ T.AbstractButton {
                         Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                         onClicked: well.edited(lightHex)
+                        onActiveFocusChanged: {
+                            if (activeFocus && focusReason === Qt.PopupFocusReason)
+                                focusReason = popup.openerReason;
+                        }
                         Keys.onReturnPressed: {
                             swatch.clicked();
                             popup.close();
@@ -114,12 +126,16 @@ T.AbstractButton {
                             popup.close();
                         }
 
+                        ClickFocus {
+                            control: swatch
+                        }
+
                         background: Rectangle {
                             radius: Theme.actionRadius
                             color: Theme.scheduleColor(swatch.lightHex)
 
                             FocusRing {
-                                visible: swatch.activeFocus
+                                visible: swatch.visualFocus
                                 targetRadius: Theme.actionRadius
                                 gap: 1
                             }

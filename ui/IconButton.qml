@@ -17,6 +17,10 @@ T.Button {
     Keys.onReturnPressed: event => KeyPress.press(button, event)
     Keys.onEnterPressed: event => KeyPress.press(button, event)
 
+    ClickFocus {
+        control: button
+    }
+
     background: Rectangle {
         radius: Theme.controlRadius
         color: button.down ? Theme.pressed : button.hovered ? Theme.hover : Theme.transparent

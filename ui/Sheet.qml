@@ -59,10 +59,8 @@ T.Popup {
     onAboutToHide: isShown = false
     onOpened: {
         const first = initialFocus ?? primaryButton;
-        first?.forceActiveFocus(opener.reason);
-        // One that has had the focus since the sheet began to open is not told of the reason.
-        if (first instanceof T.Control)
-            first.focusReason = opener.reason;
+        if (first !== null)
+            FocusHandover.give(first, opener.reason);
     }
     onClosed: opener.restore()
 
@@ -81,7 +79,7 @@ T.Popup {
 
         function restore() {
             if (item?.visible)
-                item.forceActiveFocus(reason);
+                FocusHandover.give(item, reason);
             else if (isAwaited && item === null)
                 sheet.openerGone(reason);
             item = null;

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Tessaly.Schedule
 import Tessaly.Ui
 
@@ -11,22 +12,30 @@ Sheet {
 
     readonly property bool isEditing: note?.isEditing ?? false
 
-    function takeFocus() {
-        if (isEditing)
-            edit.focusTitle();
-        else
-            primary.forceActiveFocus(Qt.PopupFocusReason);
+    function leave() {
+        if (!isEditing) {
+            note.close();
+            return;
+        }
+        note.cancel();
+        // Whatever had the focus: Esc is a key.
+        FocusHandover.give(primary, Qt.TabFocusReason);
     }
 
     title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
     sheetWidth: 540
     primaryButton: primary
-    onOpened: takeFocus()
-    onIsEditingChanged: {
-        if (opened)
-            takeFocus();
+    onOpened: {
+        if (isEditing)
+            edit.focusTitle();
     }
-    onLeaving: isEditing ? note.cancel() : note.close()
+    onIsEditingChanged: {
+        if (opened && isEditing)
+            edit.focusTitle();
+        else if (opened)
+            FocusHandover.give(primary, FocusHandover.reasonAfter(primary.Window.activeFocusItem));
+    }
+    onLeaving: leave()
 
     foot: [
         AppButton {

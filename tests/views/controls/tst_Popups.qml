@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import QtTest
 import Tessaly.Ui
 
@@ -20,7 +21,15 @@ Item {
         onClicked: ++clicks
     }
 
+    FocusScope {
+        id: scope
+
+        focus: true
+    }
+
     TestCase {
+        id: testCase
+
         name: "Popups"
         when: windowShown
 
@@ -102,6 +111,26 @@ Item {
             mouseClick(well);
             tryVerify(() => popups() === 0);
             verify(well.activeFocus);
+        }
+
+        function test_a_ring_on_the_colours_and_back_on_the_well_is_for_keys_data() {
+            return [{tag: "keys", isByKey: true}, {tag: "mouse", isByKey: false}];
+        }
+
+        function test_a_ring_on_the_colours_and_back_on_the_well_is_for_keys(data) {
+            const well = createTemporaryObject(wellComponent, scope);
+            well.forceActiveFocus(Qt.TabFocusReason);
+            if (data.isByKey)
+                keyClick(Qt.Key_Return);
+            else
+                mouseClick(well);
+            tryVerify(() => !well.activeFocus);
+            const swatch = testCase.Window.activeFocusItem;
+            compare(swatch.Accessible.name, "蓝色");
+            compare(swatch.background.children[0].visible, data.isByKey);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => well.activeFocus && popups() === 0);
+            compare(well.visualFocus, data.isByKey);
         }
     }
 }

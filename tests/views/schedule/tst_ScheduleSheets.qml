@@ -24,12 +24,25 @@ Item {
             compare(TestPlanner.notesOf("Lecture"), "");
         }
 
+        function test_escape_leads_back_with_the_ring() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            const opener = shown("Edit, Lecture");
+            opener.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => shown("Name").activeFocus);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => shown("Edit").visualFocus);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Close") === null);
+            verify(opener.visualFocus);
+        }
+
         function test_a_schedule_that_leaves_the_day_passes_the_focus_on() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
             TestPlanner.addSchedule("B", 9, "10:00", "11:00", "");
             for (const title of ["A", "B"]) {
                 const edit = shown("Edit, " + title);
-                tryVerify(() => title === "A" || edit.activeFocus, 3000, "and not its Delete");
+                tryVerify(() => title === "A" || edit.visualFocus, 3000, "and not its Delete");
                 edit.forceActiveFocus(Qt.TabFocusReason);
                 keyClick(Qt.Key_Return);
                 tryVerify(() => shown("Name").activeFocus);

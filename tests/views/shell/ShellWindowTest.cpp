@@ -146,7 +146,9 @@ private slots:
 
         ui.press(Qt::Key_Escape);
 
-        QTRY_VERIFY(opener->hasActiveFocus());
+        QTRY_VERIFY(!ui.find(QAccessible::Button, QStringLiteral("取消")));
+        QVERIFY(opener->hasActiveFocus());
+        QVERIFY2(opener->property("visualFocus").toBool(), "the ring comes back");
     }
 
     void everyTextFollowsTheLanguage_data()
