@@ -65,8 +65,8 @@ T.ComboBox {
     focusPolicy: Qt.StrongFocus
     wheelEnabled: false
     Accessible.name: name
-    // The role has no value of its own in Qt 6.4.
-    Accessible.description: displayText
+    // The role has no value of its own in Qt 6.4, and the entries, none of which has the focus, are not told.
+    Accessible.description: popup.visible && highlightedIndex >= 0 ? textAt(highlightedIndex) : displayText
     Accessible.onPressAction: popup.open()
     Keys.onReturnPressed: event => combo.returnPressed(event)
     Keys.onEnterPressed: event => combo.returnPressed(event)
@@ -121,6 +121,8 @@ T.ComboBox {
         hoverEnabled: true
         text: combo.textAt(index)
         Accessible.name: text
+        Accessible.selectable: true
+        Accessible.selected: highlighted
         Accessible.onPressAction: clicked()
 
         background: Rectangle {

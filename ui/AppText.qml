@@ -30,4 +30,5 @@ Text {
     Layout.preferredHeight: isMultiline ? -1 : token.line
     Accessible.role: Accessible.StaticText
     Accessible.name: label.text
+    Accessible.ignored: label.text === ""
 }

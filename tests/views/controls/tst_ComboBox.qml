@@ -98,6 +98,9 @@ Item {
             compare(combo.popup.contentItem.parent.Accessible.name, combo.name);
             compare(combo.popup.y + combo.popup.padding + 2 * combo.entryHeight, (combo.height - combo.entryHeight) / 2);
             keyClick(Qt.Key_Up);
+            compare(combo.Accessible.description, combo.textAt(1), "the entry reached is told");
+            const entries = Array.from(combo.popup.contentItem.contentItem.children).filter(item => item.Accessible.selectable);
+            compare(entries.filter(entry => entry.Accessible.selected).map(entry => entry.Accessible.name), [combo.textAt(1)]);
             keyClick(Qt.Key_Return);
             tryVerify(() => !combo.popup.visible);
             compare(combo.currentIndex, 1);
@@ -113,6 +116,8 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => !combo.popup.visible);
             compare(combo.currentIndex, 0);
+            compare(combo.Accessible.description, combo.textAt(0));
+            verify(combo.visualFocus);
         }
 
         function test_the_wheel_does_not_change_the_value() {
