@@ -11,6 +11,11 @@ namespace {
 /// So much of the upper edge must be visible to drag the window by.
 constexpr QSize graspable(96, 24);
 
+/// Room for the frames that window managers draw.
+constexpr QSize frameRoom(16, 48);
+/// No frame is thinner: a window that leaves just so much has not outgrown the screen.
+constexpr QSize thinnestFrame(0, 18);
+
 } // namespace
 
 QString WindowFrame::toString() const
@@ -40,6 +45,11 @@ std::optional<WindowFrame> WindowFrame::fromString(const QString &text)
     return WindowFrame{{numbers[0], numbers[1]}, size, words.value(4) == QLatin1String("maximized")};
 }
 
+QSize firstSize(QSize size, QSize area, QSize minimumSize)
+{
+    return size.boundedTo(area - frameRoom).expandedTo(minimumSize);
+}
+
 std::optional<WindowFrame> fitted(const WindowFrame &frame, const QList<QRect> &screens, QSize minimumSize)
 {
     const QRect upperEdge(frame.position, QSize(frame.size.width(), graspable.height()));
@@ -47,7 +57,16 @@ std::optional<WindowFrame> fitted(const WindowFrame &frame, const QList<QRect> &
         const QRect visible = screen.intersected(upperEdge);
         if (visible.width() < graspable.width() || visible.height() < graspable.height())
             continue;
-        return WindowFrame{frame.position, frame.size.boundedTo(screen.size()).expandedTo(minimumSize),
+        const bool isLarge = frame.size != frame.size.boundedTo(screen.size() - thinnestFrame);
+        const QSize size =
+            isLarge ? firstSize(frame.size, screen.size(), minimumSize) : frame.size.expandedTo(minimumSize);
+        if (!isLarge || size == frame.size)
+            return WindowFrame{frame.position, size, frame.isMaximized};
+        const QSize spare = screen.size() - frameRoom - size;
+        const QPoint last = screen.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height()));
+        return WindowFrame{{std::clamp(frame.position.x(), screen.x(), last.x()),
+                            std::clamp(frame.position.y(), screen.y(), last.y())},
+                           size,
                            frame.isMaximized};
     }
     return std::nullopt;

@@ -46,8 +46,10 @@ void WindowMemory::restore()
 {
     const QString text = m_preferences.get<QString>(keys::windowFrame).value_or(QString());
     const std::optional<WindowFrame> frame = WindowFrame::fromString(text);
-    if (!frame)
+    if (!frame) {
+        m_window.resize(firstSize(m_window.size(), m_window.screen()->availableSize(), m_window.minimumSize()));
         return;
+    }
     place(*frame);
     m_current = {m_window.framePosition(), m_window.size(), frame->isMaximized};
 }
@@ -55,9 +57,8 @@ void WindowMemory::restore()
 void WindowMemory::place(const WindowFrame &frame)
 {
     const std::optional<WindowFrame> place = fitted(frame, availableScreens(), m_window.minimumSize());
-    m_window.resize(place
-                        ? place->size
-                        : frame.size.boundedTo(m_window.screen()->availableSize()).expandedTo(m_window.minimumSize()));
+    m_window.resize(place ? place->size
+                          : firstSize(frame.size, m_window.screen()->availableSize(), m_window.minimumSize()));
     if (place)
         m_window.setFramePosition(place->position);
     m_window.setWindowStates(frame.isMaximized ? Qt::WindowMaximized : Qt::WindowNoState);

@@ -39,7 +39,10 @@ private slots:
         QTest::newRow("upper edge above all screens") << QRect(100, -60, 1000, 700) << QRect();
         QTest::newRow("almost out to the left") << QRect(-950, 50, 1000, 700) << QRect();
         QTest::newRow("partly out to the left") << QRect(-500, 50, 1000, 700) << QRect(-500, 50, 1000, 700);
-        QTest::newRow("larger than the screen") << QRect(0, 0, 4000, 3000) << QRect(0, 0, 1920, 1080);
+        QTest::newRow("larger than the screen") << QRect(0, 0, 4000, 3000) << QRect(0, 0, 1904, 1032);
+        QTest::newRow("taller than the screen") << QRect(2400, 90, 1180, 1024) << QRect(2004, 0, 1180, 976);
+        QTest::newRow("at its minimum on a small screen") << QRect(3300, 50, 920, 620) << QRect(3300, 50, 920, 620);
+        QTest::newRow("filling the screen within a thin frame") << QRect(0, 0, 1918, 1055) << QRect(0, 0, 1918, 1055);
         QTest::newRow("smaller than the minimum") << QRect(10, 10, 300, 200) << QRect(10, 10, 920, 620);
     }
 
@@ -47,11 +50,29 @@ private slots:
     {
         QFETCH(const QRect, frame);
         QFETCH(const QRect, expected);
-        const QList<QRect> screens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
+        const QList<QRect> screens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}, {3200, 0, 800, 600}};
 
         const auto place = fitted({frame.topLeft(), frame.size()}, screens, {920, 620});
 
         QCOMPARE(place ? QRect(place->position, place->size) : QRect(), expected);
+    }
+
+    void theFirstSizeLeavesRoomForTheFrame_data()
+    {
+        QTest::addColumn<QSize>("area");
+        QTest::addColumn<QSize>("expected");
+
+        QTest::newRow("large screen") << QSize(1920, 1080) << QSize(1180, 800);
+        QTest::newRow("low screen") << QSize(1366, 768) << QSize(1180, 720);
+        QTest::newRow("smaller than the minimum") << QSize(800, 600) << QSize(920, 620);
+    }
+
+    void theFirstSizeLeavesRoomForTheFrame()
+    {
+        QFETCH(const QSize, area);
+        QFETCH(const QSize, expected);
+
+        QCOMPARE(firstSize({1180, 800}, area, {920, 620}), expected);
     }
 };
 
