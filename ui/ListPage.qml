@@ -136,4 +136,13 @@ ListView {
 
         target: page.Window.window
     }
+
+    TypingWatch {
+        parent: page
+        onTyped: {
+            const item = page.Window.activeFocusItem as Item;
+            if (item && page.isInside(item))
+                page.reveal(item);
+        }
+    }
 }

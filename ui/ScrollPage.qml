@@ -33,6 +33,12 @@ Flickable {
         glide.restart();
     }
 
+    function followFocus() {
+        const item = Window.activeFocusItem as Item;
+        if (item && item !== contentItem && isInside(item))
+            reveal(item);
+    }
+
     function isInside(item: Item): bool {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
             if (ancestor === contentItem)
@@ -71,11 +77,13 @@ Flickable {
 
     Connections {
         function onActiveFocusItemChanged() {
-            const item = page.Window.activeFocusItem as Item;
-            if (item && item !== page.contentItem && page.isInside(item))
-                page.reveal(item);
+            page.followFocus();
         }
 
         target: page.Window.window
+    }
+
+    TypingWatch {
+        onTyped: page.followFocus()
     }
 }

@@ -18,6 +18,9 @@ T.Popup {
     property int bodyTopPadding: 16
     property int bodyBottomPadding: 20
     property int bodySpacing: 16
+    property int focusMargin: 16
+    /// Shown in a line that closes the body and does not scroll with it; no line while empty.
+    property string status
     property alias head: headColumn.data
     default property alias body: bodyColumn.data
     property alias foot: footRow.data
@@ -34,18 +37,34 @@ T.Popup {
     /// The sheet has closed, and the item that the focus would return to with that reason is no longer there.
     signal openerGone(int reason)
 
-    /// Scrolls so that the item is in view.
+    /// Scrolls as little as needed to show the item with room to spare.
     function reveal(item: Item) {
-        const top = item.mapToItem(bodyColumn, 0, 0).y;
-        if (item.height <= flick.height && (top < flick.contentY || top + item.height > flick.contentY + flick.height))
-            flick.contentY = Math.max(0, Math.min(top - 16, flick.contentHeight - flick.height));
+        const top = item.mapToItem(bodyColumn, 0, 0).y - focusMargin;
+        const bottom = top + item.height + 2 * focusMargin;
+        if (item.height > flick.height)
+            return;
+        if (top < flick.contentY || bottom - top > flick.height)
+            flick.contentY = Math.max(0, Math.min(top, flick.contentHeight - flick.height));
+        else if (bottom > flick.contentY + flick.height)
+            flick.contentY = Math.max(0, Math.min(bottom, flick.contentHeight) - flick.height);
+    }
+
+    /// Shows the item of the body that has the focus, if it is one of those; of a text of many lines its frame.
+    function followFocus() {
+        let item = surface.Window.activeFocusItem as Item;
+        for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
+            if (ancestor instanceof MultilineBase)
+                item = ancestor;
+            if (ancestor === bodyColumn)
+                reveal(item);
+        }
     }
 
     parent: T.Overlay.overlay
     x: Math.round(((parent?.width ?? 0) - width) / 2)
     y: Math.round(((parent?.height ?? 0) - height) / 2) + rise
     width: sheetWidth
-    height: Math.min((parent?.height ?? 0) - 48, headColumn.height + bodyColumn.height + footBox.height)
+    height: Math.min((parent?.height ?? 0) - 48, headColumn.height + bodyColumn.height + statusBox.height + footBox.height)
     modal: true
     dim: true
     focus: true
@@ -143,14 +162,22 @@ T.Popup {
 
         Connections {
             function onActiveFocusItemChanged() {
-                const item = surface.Window.activeFocusItem as Item;
-                for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-                    if (ancestor === bodyColumn)
-                        sheet.reveal(item);
-                }
+                sheet.followFocus();
             }
 
             target: surface.Window.window
+        }
+
+        TypingWatch {
+            onTyped: sheet.followFocus()
+        }
+
+        // What comes above the item with the focus pushes it down; once everything has its place, it is shown again.
+        Timer {
+            id: settling
+
+            interval: 0
+            onTriggered: sheet.followFocus()
         }
 
         Column {
@@ -176,13 +203,15 @@ T.Popup {
             id: flick
 
             anchors.top: headColumn.bottom
-            anchors.bottom: footBox.top
+            anchors.bottom: statusBox.top
             width: parent.width
             clip: contentHeight > height
             contentWidth: width
             contentHeight: bodyColumn.height
             boundsBehavior: Flickable.StopAtBounds
             interactive: contentHeight > height
+            onHeightChanged: settling.restart()
+            onContentHeightChanged: settling.restart()
             T.ScrollBar.vertical: AppScrollBar {}
 
             Column {
@@ -191,8 +220,31 @@ T.Popup {
                 x: sheet.sidePadding
                 width: flick.width - 2 * sheet.sidePadding
                 topPadding: sheet.bodyTopPadding
-                bottomPadding: sheet.bodyBottomPadding
+                bottomPadding: statusBox.visible ? sheet.bodySpacing : sheet.bodyBottomPadding
                 spacing: sheet.bodySpacing
+            }
+        }
+
+        Item {
+            id: statusBox
+
+            anchors.bottom: footBox.top
+            width: parent.width
+            height: visible ? statusLine.implicitHeight + sheet.bodyBottomPadding : 0
+            visible: sheet.status !== ""
+
+            Separator {
+                width: parent.width
+                visible: flick.interactive
+            }
+
+            StatusLine {
+                id: statusLine
+
+                x: sheet.sidePadding
+                y: flick.interactive ? sheet.bodyBottomPadding / 2 : 0
+                width: parent.width - 2 * sheet.sidePadding
+                message: sheet.status
             }
         }
 

@@ -13,6 +13,7 @@ Sheet {
     sheetWidth: 580
     primaryButton: importButton
     initialFocus: doneButton
+    status: PlannerStore.calendarSyncMessage
     onLeaving: sheet.done()
 
     head: AppText {
@@ -77,11 +78,5 @@ Sheet {
     CalendarLinkSection {
         width: parent?.width ?? 0
         viewModel: selection
-    }
-
-    StatusLine {
-        width: parent?.width ?? 0
-        visible: message !== ""
-        message: PlannerStore.calendarSyncMessage
     }
 }

@@ -11,6 +11,7 @@ Sheet {
     title: Language.text("日历同步", "Calendar sync")
     sheetWidth: 520
     primaryButton: doneButton
+    status: PlannerStore.calendarSyncMessage
     onLeaving: sheet.done()
 
     head: AppText {
@@ -43,11 +44,5 @@ Sheet {
         height: 20
         checked: PlannerStore.automaticCalendarSync
         onToggled: PlannerStore.automaticCalendarSync = checked
-    }
-
-    StatusLine {
-        width: parent?.width ?? 0
-        visible: message !== ""
-        message: PlannerStore.calendarSyncMessage
     }
 }

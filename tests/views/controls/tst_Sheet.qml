@@ -163,6 +163,16 @@ Item {
             verify(sheet.visible);
         }
 
+        function test_typing_brings_the_field_back_into_view() {
+            sheet.lowest.forceActiveFocus(Qt.TabFocusReason);
+            tryVerify(() => sheet.bodyFlickable.contentY > 400);
+            sheet.titleField.forceActiveFocus(Qt.TabFocusReason);
+            tryVerify(() => sheet.bodyFlickable.contentY < 100);
+            sheet.bodyFlickable.contentY = 400;
+            keyClick("x");
+            verify(sheet.bodyFlickable.contentY < 100);
+        }
+
         function test_only_the_body_scrolls_and_follows_the_focus() {
             verify(sheet.height <= stage.height - 48);
             compare(sheet.bodyFlickable.contentY, 0);

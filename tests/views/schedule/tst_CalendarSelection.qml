@@ -61,6 +61,38 @@ Item {
             verify(shown("https://…/timetable.ics").activeFocus);
         }
 
+        function test_3a_the_field_and_the_result_are_in_view_below_many_links() {
+            const isInView = item => {
+                const top = item.mapToItem(sheet.contentItem, 0, 0).y;
+                const flick = sheet.bodyFlickable;
+                return top >= flick.y && top + item.height <= flick.y + flick.height;
+            };
+            const field = shown("https://…/timetable.ics");
+            for (let i = 0; i < 14; ++i) {
+                field.forceActiveFocus(Qt.TabFocusReason);
+                sheet.bodyFlickable.contentY = 0;
+                for (const letter of "http://x/" + i)
+                    keyClick(letter);
+                verify(isInView(field));
+                keyClick(Qt.Key_Return);
+                TestPlanner.answerDownload("");
+                tryVerify(() => isInView(field));
+            }
+            verify(sheet.bodyFlickable.contentHeight > sheet.bodyFlickable.height);
+
+            shown("Update, 0").forceActiveFocus(Qt.TabFocusReason);
+            tryVerify(() => isInView(shown("Update, 0")));
+            keyClick(Qt.Key_Return);
+            const told = shown("Updating linked calendar…");
+            const bottom = told.mapToItem(sheet.contentItem, 0, told.height).y;
+            verify(bottom > 0 && bottom < sheet.height);
+            TestPlanner.answerDownload("");
+            for (let i = 0; i < 14; ++i) {
+                shown("Delete, " + i).forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Space);
+            }
+        }
+
         function test_4_calendars_are_listed_by_account() {
             TestPlanner.offerCalendars();
             PlannerStore.requestCalendarAccessAndLoad();
