@@ -19,6 +19,12 @@ public:
     [[nodiscard]] virtual std::optional<QByteArray> read(const QString &path) const = 0;
     /// Names of the files in a folder, in order; none when it cannot be listed.
     [[nodiscard]] virtual QStringList fileNames(const QString &folder) const = 0;
+    /// Whether there is such a folder, and files in it can be found.
+    [[nodiscard]] virtual bool canOpen(const QString &folder) const = 0;
+    /// Whether files can be made in a folder that is there.
+    [[nodiscard]] virtual bool canWriteIn(const QString &folder) const = 0;
+    /// The path without links in the part of it that exists.
+    [[nodiscard]] virtual QString realPath(const QString &path) const = 0;
 
     /// Also makes the folders above it. True when the folder exists afterwards.
     virtual bool makeFolder(const QString &folder) = 0;

@@ -104,17 +104,26 @@ std::optional<QString> DocumentFolder::importImage(const QUuid &documentID, cons
     return u"file://"_s + QString::fromLatin1(encoded);
 }
 
-void DocumentFolder::moveTo(const QString &newPath, const QList<MarkdownDocument> &documents)
+DocumentsMove DocumentFolder::moveTo(const QString &newPath, const QList<MarkdownDocument> &documents)
 {
-    m_files.makeFolder(newPath);
+    if (QDir::cleanPath(m_path) == QDir::cleanPath(newPath)) {
+        m_files.makeFolder(newPath);
+        return DocumentsMove::Done;
+    }
+    const QString oldAssets = assetsFolder(m_path);
+    if ((m_files.realPath(newPath) + u'/').startsWith(m_files.realPath(oldAssets) + u'/'))
+        return DocumentsMove::RefusedWithinAssets;
+    if (!m_files.makeFolder(newPath) || !m_files.canOpen(newPath) || !m_files.canWriteIn(newPath))
+        return DocumentsMove::RefusedUnusable;
+    bool isComplete = documents.isEmpty() || m_files.canOpen(m_path);
+    // Listed before anything moves, so that nothing is found that has just come.
+    const QStringList foreignVersions = m_files.fileNames(m_path).filter(foreignVersionMark);
+    const QStringList pictures = m_files.fileNames(oldAssets);
     const QString oldPath = std::exchange(m_path, newPath);
-    if (QDir::cleanPath(oldPath) == QDir::cleanPath(newPath))
-        return;
-    const auto moveUnlessThere = [this](const QString &from, const QString &to) {
+    const auto moveUnlessThere = [this, &isComplete](const QString &from, const QString &to) {
         if (m_files.exists(from) && !m_files.exists(to))
-            m_files.move(from, to);
+            isComplete = m_files.move(from, to) && isComplete;
     };
-    const QStringList foreignVersions = m_files.fileNames(oldPath).filter(foreignVersionMark);
     for (const MarkdownDocument &document : documents) {
         const QString name = u'/' + uuidText(document.id) + u".md"_s;
         moveUnlessThere(oldPath + name, newPath + name);
@@ -123,12 +132,12 @@ void DocumentFolder::moveTo(const QString &newPath, const QList<MarkdownDocument
                 moveUnlessThere(oldPath + u'/' + version, newPath + u'/' + version);
         }
     }
-    const QString oldAssets = assetsFolder(oldPath);
-    if (!m_files.exists(oldAssets))
-        return;
-    m_files.makeFolder(assetsFolder(newPath));
-    for (const QString &name : m_files.fileNames(oldAssets))
-        moveUnlessThere(oldAssets + u'/' + name, assetsFolder(newPath) + u'/' + name);
+    if (m_files.exists(oldAssets)) {
+        m_files.makeFolder(assetsFolder(newPath));
+        for (const QString &name : pictures)
+            moveUnlessThere(oldAssets + u'/' + name, assetsFolder(newPath) + u'/' + name);
+    }
+    return isComplete ? DocumentsMove::Done : DocumentsMove::Incomplete;
 }
 
 } // namespace tessaly

@@ -23,6 +23,14 @@ struct DocumentWrite
     explicit operator bool() const { return isWritten; }
 };
 
+/// What came of moving the documents to another folder. What is refused changes nothing.
+enum class DocumentsMove {
+    Done,
+    Incomplete, ///< some files could not be moved, or not be found
+    RefusedWithinAssets,
+    RefusedUnusable, ///< the folder cannot be made, read or written
+};
+
 /// The files of the document library in one folder: "<ID>.md" for each document, and their pictures in "Assets".
 /// Failures of the file system have no effect beyond the step that failed.
 class DocumentFolder
@@ -54,8 +62,9 @@ public:
     [[nodiscard]] std::optional<QString> importImage(const QUuid &documentID, const QUrl &source);
 
     /// Moves the documents' files, versions from elsewhere included, and the pictures to another folder. What exists
-    /// there is never overwritten, what cannot be moved stays.
-    void moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
+    /// there is never overwritten, what cannot be moved stays. A folder within "Assets" is refused: the documents would
+    /// be pictures to be moved, too.
+    DocumentsMove moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
 
 private:
     /// The name it was kept under, empty when there was none to keep; nothing when what stands there must not be

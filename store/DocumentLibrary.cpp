@@ -77,13 +77,16 @@ void DocumentLibrary::touch(const QUuid &id, Change change)
     documentsAssigned({RowsChange::Kind::Updated, row, 1});
 }
 
-void DocumentLibrary::setDocumentSaveLocation(const QUrl &folder)
+DocumentsMove DocumentLibrary::setDocumentSaveLocation(const QUrl &folder)
 {
     if (!folder.isLocalFile())
-        return;
-    m_folder.moveTo(QDir::cleanPath(folder.toLocalFile()), m_library.documents);
-    m_values.save(keys::documentSaveLocationKey, m_folder.path());
-    emit documentSaveLocationChanged();
+        return DocumentsMove::RefusedUnusable;
+    const DocumentsMove outcome = m_folder.moveTo(QDir::cleanPath(folder.toLocalFile()), m_library.documents);
+    if (outcome == DocumentsMove::Done || outcome == DocumentsMove::Incomplete) {
+        m_values.save(keys::documentSaveLocationKey, m_folder.path());
+        emit documentSaveLocationChanged();
+    }
+    return outcome;
 }
 
 void DocumentLibrary::addDocumentCategory(const QString &name)

@@ -37,9 +37,9 @@ public:
     /// Absolute path of the folder that holds the files.
     [[nodiscard]] const QString &documentSaveLocation() const { return m_folder.path(); }
     /// Moves the files and the pictures to another folder and remembers it. A file that is there already wins over
-    /// the one that would have been moved; what cannot be moved stays. Links to pictures are not rewritten. Anything
-    /// but a local folder is ignored.
-    void setDocumentSaveLocation(const QUrl &folder);
+    /// the one that would have been moved; what cannot be moved stays. Links to pictures are not rewritten. A folder
+    /// that cannot be used, or lies within that of the pictures, is refused, as is anything but a local folder.
+    DocumentsMove setDocumentSaveLocation(const QUrl &folder);
 
     /// Appends a category; a blank name is ignored.
     void addDocumentCategory(const QString &name);

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTemporaryFile>
 
 #include <filesystem>
 #include <system_error>
@@ -57,6 +58,27 @@ std::optional<QByteArray> LocalFileSystem::read(const QString &path) const
 QStringList LocalFileSystem::fileNames(const QString &folder) const
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+bool LocalFileSystem::canOpen(const QString &folder) const
+{
+    // The right to execute a folder is that of finding what is in it.
+    const QFileInfo info(folder);
+    return info.isDir() && info.isReadable() && info.isExecutable();
+}
+
+bool LocalFileSystem::canWriteIn(const QString &folder) const
+{
+    // Rights alone do not tell of a medium that takes nothing.
+    QTemporaryFile probe(folder + QStringLiteral("/.tessaly-XXXXXX"));
+    return QFileInfo(folder).isDir() && probe.open();
+}
+
+QString LocalFileSystem::realPath(const QString &path) const
+{
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(QFile::encodeName(path).toStdString(), error);
+    return QDir::cleanPath(error ? path : QFile::decodeName(real.c_str()));
 }
 
 bool LocalFileSystem::makeFolder(const QString &folder)

@@ -1,5 +1,7 @@
 #include "platform/fake/FakeFileSystem.h"
 
+#include <QDir>
+
 namespace tessaly {
 
 bool FakeFileSystem::exists(const QString &path) const
@@ -24,6 +26,21 @@ QStringList FakeFileSystem::fileNames(const QString &folder) const
             names.append(name);
     }
     return names;
+}
+
+bool FakeFileSystem::canOpen(const QString &) const
+{
+    return true;
+}
+
+bool FakeFileSystem::canWriteIn(const QString &) const
+{
+    return !m_isReadOnly;
+}
+
+QString FakeFileSystem::realPath(const QString &path) const
+{
+    return QDir::cleanPath(path);
 }
 
 bool FakeFileSystem::makeFolder(const QString &)

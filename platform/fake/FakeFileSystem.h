@@ -13,6 +13,9 @@ public:
     [[nodiscard]] bool exists(const QString &path) const override;
     [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
     [[nodiscard]] QStringList fileNames(const QString &folder) const override;
+    [[nodiscard]] bool canOpen(const QString &folder) const override;
+    [[nodiscard]] bool canWriteIn(const QString &folder) const override;
+    [[nodiscard]] QString realPath(const QString &path) const override;
     bool makeFolder(const QString &folder) override;
     bool write(const QString &path, const QByteArray &bytes) override;
     bool copy(const QString &from, const QString &to) override;

@@ -97,7 +97,7 @@ private slots:
         QVERIFY(m_files.makeFolder(oldPath + u"/Assets"_s) && m_files.write(oldPath + u"/Assets/a.png"_s, "a"));
         QVERIFY(m_files.makeFolder(newPath) && m_files.write(newPath + u'/' + uuidText(there.id) + u".md"_s, "new"));
 
-        folder.moveTo(newPath, {moved, there, MarkdownDocument()});
+        QCOMPARE(folder.moveTo(newPath, {moved, there, MarkdownDocument()}), DocumentsMove::Done);
 
         QCOMPARE(folder.text(moved.id), u"moved"_s);
         QCOMPARE(folder.text(there.id), u"new"_s);
@@ -105,6 +105,65 @@ private slots:
         QCOMPARE(m_files.read(newPath + foreign), QByteArray("theirs"));
         QCOMPARE(m_files.read(oldPath + u'/' + uuidText(there.id) + u".md"_s), QByteArray("old"));
         QVERIFY(!m_files.exists(oldPath + u'/' + uuidText(moved.id) + u".md"_s));
+    }
+
+    void aFolderWhereDocumentsWouldBeLostIsRefused_data()
+    {
+        QTest::addColumn<QString>("chosen");
+        QTest::addColumn<DocumentsMove>("outcome");
+        QTest::newRow("of the pictures") << u"Assets"_s << DocumentsMove::RefusedWithinAssets;
+        QTest::newRow("within it") << u"Assets/new/one"_s << DocumentsMove::RefusedWithinAssets;
+        QTest::newRow("by another name") << u"link"_s << DocumentsMove::RefusedWithinAssets;
+        QTest::newRow("within it by another name") << u"link/new"_s << DocumentsMove::RefusedWithinAssets;
+        QTest::newRow("a file") << u"file"_s << DocumentsMove::RefusedUnusable;
+        QTest::newRow("beneath a file") << u"file/new"_s << DocumentsMove::RefusedUnusable;
+        QTest::newRow("one of a like name") << u"Assets 2"_s << DocumentsMove::Done;
+    }
+
+    void aFolderWhereDocumentsWouldBeLostIsRefused()
+    {
+        QFETCH(const QString, chosen);
+        QFETCH(const DocumentsMove, outcome);
+        DocumentFolder folder(m_files, newFolder());
+        const QString path = folder.path();
+        const MarkdownDocument document;
+        QVERIFY(folder.write(document.id, u"text"_s) && m_files.makeFolder(path + u"/Assets"_s));
+        QVERIFY(m_files.write(path + u"/Assets/a.png"_s, "a") && m_files.write(path + u"/file"_s, "b"));
+        QVERIFY(QFile::link(path + u"/Assets"_s, path + u"/link"_s));
+
+        QCOMPARE(folder.moveTo(path + u'/' + chosen, {document}), outcome);
+
+        QCOMPARE(folder.text(document.id), u"text"_s);
+        QVERIFY(m_files.exists(folder.path() + u"/Assets/a.png"_s));
+        QCOMPARE(folder.path() == path, outcome != DocumentsMove::Done);
+        QCOMPARE(m_files.fileNames(path + u"/Assets"_s).isEmpty(), outcome == DocumentsMove::Done);
+        QVERIFY(!m_files.exists(path + u"/Assets/new"_s));
+    }
+
+    void aFolderMovesBesideTheOneOfItsPictures()
+    {
+        // Both folders are called "Assets" here: that of the documents, and the new one of the pictures.
+        DocumentFolder folder(m_files, newFolder() + u"/Assets"_s);
+        const QString parent = QFileInfo(folder.path()).path();
+        const MarkdownDocument document;
+        QVERIFY(folder.write(document.id, u"text"_s) && m_files.makeFolder(folder.path() + u"/Assets"_s));
+        QVERIFY(m_files.write(folder.path() + u"/Assets/a.png"_s, "a"));
+
+        QCOMPARE(folder.moveTo(parent, {document}), DocumentsMove::Done);
+
+        QCOMPARE(m_files.fileNames(parent), QStringList{uuidText(document.id) + u".md"_s});
+        QCOMPARE(m_files.fileNames(parent + u"/Assets"_s), QStringList{u"a.png"_s});
+    }
+
+    void whatCannotBeFoundOrMovedIsTold()
+    {
+        DocumentFolder folder(m_files, newFolder());
+        const QString oldPath = folder.path();
+        const MarkdownDocument document;
+        QVERIFY(folder.write(document.id, u"text"_s));
+        QVERIFY(QDir(oldPath).removeRecursively());
+        QCOMPARE(folder.moveTo(newFolder(), {document}), DocumentsMove::Incomplete);
+        QCOMPARE(folder.moveTo(newFolder(), {document}), DocumentsMove::Done);
     }
 
     void aFileMovesToAnotherDevice()

@@ -233,11 +233,11 @@ private slots:
         QCOMPARE(its->documentSaveLocation(), its.path(u"Documents"_s));
     }
 
-    void aLocationThatIsNoFolderOfTheMachineIsIgnored()
+    void aLocationThatCannotBeUsedIsNotRemembered()
     {
         Library its;
-        its->setDocumentSaveLocation(QUrl());
-        its->setDocumentSaveLocation(QUrl(u"https://example.org/documents"_s));
+        for (const QUrl &url : {QUrl(), QUrl(u"https://example.org/documents"_s), its.url(u"Documents/Assets"_s)})
+            QVERIFY(its->setDocumentSaveLocation(url) != DocumentsMove::Done);
         QCOMPARE(its->documentSaveLocation(), its.path(u"Documents"_s));
         QCOMPARE(its.preferences.value(keys::documentSaveLocationKey), std::nullopt);
     }

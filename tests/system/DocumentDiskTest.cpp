@@ -65,7 +65,7 @@ private slots:
         QVERIFY(folder.write(fits.id, u"small"_s) && folder.write(large.id, QString(9'000'000, u'x')));
         const QString oldLarge = folder.documentPath(large.id);
 
-        folder.moveTo(disk.directory() + u"/new"_s, {large, fits});
+        QCOMPARE(folder.moveTo(disk.directory() + u"/new"_s, {large, fits}), DocumentsMove::Incomplete);
 
         QCOMPARE(folder.text(fits.id), u"small"_s);
         QCOMPARE(folder.text(large.id), QString());
@@ -87,6 +87,10 @@ private slots:
                 QSKIP("root cannot give up its rights here");
             QVERIFY(!folder.write(id, u"after"_s));
             folder.remove(id);
+            DocumentFolder other(m_files, directory.path() + u"/Other"_s);
+            for (const QString &refused : {directory.path(), directory.path() + u"/new"_s})
+                QCOMPARE(other.moveTo(refused, {}), DocumentsMove::RefusedUnusable);
+            QCOMPARE(other.path(), directory.path() + u"/Other"_s);
         }
         QCOMPARE(folder.text(id), u"before"_s);
         QVERIFY(QFile::setPermissions(directory.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));

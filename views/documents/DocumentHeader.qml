@@ -50,11 +50,25 @@ Item {
         }
     }
 
+    AppText {
+        id: message
+
+        x: head.columnX
+        y: actions.y + actions.height + 10
+        width: head.columnWidth
+        visible: text !== ""
+        text: head.documents.saveLocationMessage
+        token: Theme.caption
+        color: Theme.destructive
+        isMultiline: true
+        Accessible.role: Accessible.StatusBar
+    }
+
     HeadingText {
         id: heading
 
         x: head.columnX
-        y: actions.y + actions.height + Theme.pageGap
+        y: (message.visible ? message.y + message.height : actions.y + actions.height) + Theme.pageGap
         width: head.columnWidth
         text: Language.text("分类", "Categories")
     }

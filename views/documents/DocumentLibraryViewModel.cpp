@@ -26,6 +26,8 @@ void DocumentLibraryViewModel::setStore(PlannerStore *store)
     connect(&library(), &DocumentLibrary::documentSaveLocationChanged, this,
             &DocumentLibraryViewModel::saveLocationChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &DocumentLibraryViewModel::onCategoriesChanged);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this,
+            &DocumentLibraryViewModel::saveLocationMessageChanged);
     onCategoriesChanged();
     emit storeChanged();
     emit saveLocationChanged();
@@ -111,8 +113,39 @@ void DocumentLibraryViewModel::chooseSaveLocation()
     m_desktop->fileDialogs().chooseFolder(title, QUrl::fromLocalFile(saveLocation()),
                                           [self = QPointer(this)](const QUrl &folder) {
                                               if (self && !folder.isEmpty())
-                                                  self->library().setDocumentSaveLocation(folder);
+                                                  self->setSaveLocation(folder);
                                           });
+}
+
+void DocumentLibraryViewModel::setSaveLocation(const QUrl &folder)
+{
+    const QString formerFolder = saveLocation();
+    m_lastMove = library().setDocumentSaveLocation(folder);
+    m_lastMoveFolder = m_lastMove == DocumentsMove::Incomplete ? formerFolder : folder.toLocalFile();
+    emit saveLocationMessageChanged();
+}
+
+QString DocumentLibraryViewModel::saveLocationMessage() const
+{
+    switch (m_lastMove) {
+    case DocumentsMove::Done:
+        break;
+    case DocumentsMove::Incomplete:
+        return m_store
+            ->text(QStringLiteral("有些文件未能移动，仍在原处：%1"),
+                   QStringLiteral("Some files could not be moved. They are still in %1"))
+            .arg(m_lastMoveFolder);
+    case DocumentsMove::RefusedWithinAssets:
+        return m_store->text(QStringLiteral("Assets 文件夹存放文档的图片，文档不能保存在其中。保存位置未改变。"),
+                             QStringLiteral("The Assets folder holds the documents' pictures, so documents cannot be "
+                                            "kept in it. The save location has not changed."));
+    case DocumentsMove::RefusedUnusable:
+        return m_store
+            ->text(QStringLiteral("无法在此文件夹中保存文档，保存位置未改变：%1"),
+                   QStringLiteral("Documents cannot be saved in this folder; the save location has not changed: %1"))
+            .arg(m_lastMoveFolder);
+    }
+    return {};
 }
 
 void DocumentLibraryViewModel::setExpanded(int row, bool isExpanded)

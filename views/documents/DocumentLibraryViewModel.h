@@ -19,6 +19,7 @@ class DocumentLibraryViewModel : public QObject
     Q_PROPERTY(tessaly::PlannerStore *store READ store WRITE setStore NOTIFY storeChanged REQUIRED)
     Q_PROPERTY(tessaly::DocumentDesktop *desktop MEMBER m_desktop NOTIFY storeChanged REQUIRED)
     Q_PROPERTY(QString saveLocation READ saveLocation NOTIFY saveLocationChanged)
+    Q_PROPERTY(QString saveLocationMessage READ saveLocationMessage NOTIFY saveLocationMessageChanged)
     Q_PROPERTY(QString categoryName MEMBER m_categoryName NOTIFY formChanged)
     Q_PROPERTY(QString documentTitle MEMBER m_documentTitle NOTIFY formChanged)
     Q_PROPERTY(QStringList categories READ categories NOTIFY categoriesChanged)
@@ -34,6 +35,8 @@ public:
 
     /// Path of the folder that holds the documents.
     [[nodiscard]] QString saveLocation() const;
+    /// Why the folder chosen last was refused, or did not get all files; empty when all went well.
+    [[nodiscard]] QString saveLocationMessage() const;
     /// Entries of the choice of a category; the first is that of none.
     [[nodiscard]] const QStringList &categories() const { return m_categories; }
     /// The entry into which new and imported documents go.
@@ -68,6 +71,7 @@ signals:
     void storeChanged();
     void formChanged();
     void saveLocationChanged();
+    void saveLocationMessageChanged();
     void categoriesChanged();
     void selectedCategoryChanged();
     /// The document is to be opened in the editor.
@@ -79,6 +83,7 @@ private:
     [[nodiscard]] DocumentLibrary &library() const { return m_store->documentLibrary(); }
     /// The row, or one of no group and no document.
     [[nodiscard]] DocumentListRow rowAt(int row) const;
+    void setSaveLocation(const QUrl &folder);
     void onCategoriesChanged();
     void refreshRows();
     void edit(const std::optional<MarkdownDocument> &document);
@@ -91,6 +96,9 @@ private:
     QString m_documentTitle;
     std::optional<QUuid> m_selectedCategoryID;
     DocumentGroupStates m_groups;
+    DocumentsMove m_lastMove = DocumentsMove::Done;
+    /// The folder that the message is about.
+    QString m_lastMoveFolder;
 };
 
 } // namespace tessaly

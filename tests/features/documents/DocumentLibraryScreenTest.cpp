@@ -195,6 +195,33 @@ private slots:
         QCOMPARE(given.fileDialogs.questions().last(), u"Choose document save location in file:///documents"_s);
     }
 
+    void aRefusedSaveLocationIsToldUntilAnotherIsChosen()
+    {
+        DocumentDriver given;
+        given.has(u"a"_s);
+        given.openScreen();
+        const auto choose = [&given](const QString &folder) {
+            given.fileDialogs.answerFolderWith(QUrl::fromLocalFile(folder));
+            given.screen->chooseSaveLocation();
+            return given.screen->saveLocationMessage();
+        };
+        const QSignalSpy told(given.screen.get(), &DocumentLibraryViewModel::saveLocationMessageChanged);
+        QCOMPARE(choose(u"/documents/Assets"_s), u"The Assets folder holds the documents' pictures, so documents "
+                                                 "cannot be kept in it. The save location has not changed."_s);
+        QCOMPARE(told.size(), 1);
+        given.files.setReadOnly(true);
+        QCOMPARE(choose(u"/mnt"_s),
+                 u"Documents cannot be saved in this folder; the save location has not changed: /mnt"_s);
+        given.store->setInterfaceLanguage(AppLanguage::Chinese);
+        QCOMPARE(told.size(), 3);
+        QCOMPARE(given.screen->saveLocationMessage(), u"无法在此文件夹中保存文档，保存位置未改变：/mnt"_s);
+        QCOMPARE(given.screen->saveLocation(), u"/documents"_s);
+
+        given.files.setReadOnly(false);
+        QCOMPARE(choose(u"/elsewhere"_s), QString());
+        QCOMPARE(given.screen->saveLocation(), u"/elsewhere"_s);
+    }
+
     void anAnswerAfterTheScreenHasGoneIsDropped()
     {
         DocumentDriver given;
