@@ -23,6 +23,8 @@ Item {
     /// A row is dragged with the pointer at that height of the card.
     signal dragMoved(real y)
     signal dragEnded
+    /// A row was moved by keyboard.
+    signal rowMoved(Item row)
 
     function focusCircle(reason: int) {
         header.focusCircle(reason);
@@ -58,9 +60,9 @@ Item {
         targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
         barred.isShown = targetRow < 0 && !(place && card.isPartOf(place.index, draggedRow));
     }
-    function endDrag() {
+    function endDrag(isCancelled: bool) {
         const dragged = rowItems.itemAt(draggedRow) as GoalCardRow;
-        const target = targetRow;
+        const target = isCancelled ? -1 : targetRow;
         draggedRow = -1;
         targetRow = -1;
         barred.isShown = false;
@@ -97,6 +99,8 @@ Item {
             model: goalCard.card.rows
 
             GoalCardRow {
+                id: cardRow
+
                 width: rows.width
                 card: goalCard.card
                 z: goalCard.draggedRow === index ? 1 : 0
@@ -107,7 +111,12 @@ Item {
                     goalCard.draggedRow = index;
                 }
                 onDraggedTo: y => goalCard.dragTo(mapToItem(rows, 0, y).y)
-                onDragEnded: goalCard.endDrag()
+                onDragEnded: isCancelled => goalCard.endDrag(isCancelled)
+                onMovedByKey: {
+                    // Until then it is where it was.
+                    rows.forceLayout();
+                    goalCard.rowMoved(cardRow);
+                }
             }
         }
     }

@@ -1,21 +1,22 @@
 import QtQuick
 import Tessaly.Ui
 
-/// The handle by which a row is moved: with the pointer, or with Ctrl+Up and Ctrl+Down while it has the focus.
+/// The handle by which a row is moved: with the pointer, or with Ctrl+Up and Ctrl+Down while it has the focus. Esc lets
+/// go of what is dragged.
 Item {
     id: handle
 
     required property string help
     property bool isRowActive: false
-    readonly property bool isDragged: drag.active
+    readonly property bool isDragged: drag.active && !drag.isCancelled
     /// How far the pointer has gone, in pixels down.
-    readonly property real offset: drag.activeTranslation.y
+    readonly property alias offset: drag.offset
 
     /// One place up (-1) or down (1).
     signal moved(int step)
     signal dragStarted
     signal dragged
-    signal dragEnded
+    signal dragEnded(bool isCancelled)
 
     width: 24
     height: 26
@@ -51,18 +52,37 @@ Item {
     DragHandler {
         id: drag
 
+        property real offset: 0
+        // A handler keeps the pointer until it is released.
+        property bool isCancelled: false
+
         target: null
         xAxis.enabled: false
         dragThreshold: 4
         onActiveChanged: {
-            if (active)
+            if (active) {
+                // The handler counts from the next event on.
+                offset = centroid.scenePosition.y - centroid.scenePressPosition.y;
                 handle.dragStarted();
-            else
-                handle.dragEnded();
+                handle.dragged();
+            } else if (!isCancelled) {
+                handle.dragEnded(false);
+            }
+            isCancelled = false;
         }
         onActiveTranslationChanged: {
-            if (active)
-                handle.dragged();
+            if (!handle.isDragged)
+                return;
+            offset = activeTranslation.y;
+            handle.dragged();
+        }
+    }
+    Shortcut {
+        enabled: handle.isDragged
+        sequence: "Esc"
+        onActivated: {
+            drag.isCancelled = true;
+            handle.dragEnded(true);
         }
     }
     AppToolTip {

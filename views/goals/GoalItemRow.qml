@@ -117,10 +117,13 @@ Item {
             y: itemRow.middle - height / 2
             isRowActive: itemRow.isActive
             help: itemRow.isSubgoal ? Language.text("拖动调整子目标顺序", "Drag to reorder subgoals") : Language.text("拖动调整任务顺序", "Drag to reorder tasks")
-            onMoved: step => itemRow.card.moveBy(itemRow.row.index, step)
+            onMoved: step => {
+                if (itemRow.card.moveBy(itemRow.row.index, step))
+                    itemRow.row.movedByKey();
+            }
             onDragStarted: itemRow.row.dragStarted()
             onDragged: itemRow.tellPlace()
-            onDragEnded: itemRow.row.dragEnded()
+            onDragEnded: isCancelled => itemRow.row.dragEnded(isCancelled)
         }
 
         RowAction {

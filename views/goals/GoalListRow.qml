@@ -29,6 +29,8 @@ Item {
     /// One of the goal's rows is dragged with the pointer at that height of this row.
     signal dragMoved(real y)
     signal dragEnded
+    /// One of the goal's rows was moved by keyboard.
+    signal rowMoved(Item item)
     signal expansionRequested(bool isOpen)
 
     /// Focuses that part of the goal's card, or the header; false when it cannot be focused.
@@ -96,6 +98,7 @@ Item {
             onDeleteRequested: row.removed()
             onDragMoved: y => row.dragMoved(row.gap + y)
             onDragEnded: row.dragEnded()
+            onRowMoved: item => row.rowMoved(item)
         }
     }
     // qmllint enable unqualified

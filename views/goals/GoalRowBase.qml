@@ -19,5 +19,6 @@ Item {
     signal dragStarted
     /// `y` is the pointer's place in the row.
     signal draggedTo(real y)
-    signal dragEnded
+    signal dragEnded(bool isCancelled)
+    signal movedByKey
 }

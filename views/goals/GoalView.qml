@@ -60,6 +60,7 @@ Rectangle {
             }
             onDragMoved: pointerY => list.driftNear(y + pointerY, y, y + height)
             onDragEnded: list.driftSpeed = 0
+            onRowMoved: item => list.reveal(item)
             onExpansionRequested: isOpen => viewModel.setExpanded(index, isOpen)
         }
     }

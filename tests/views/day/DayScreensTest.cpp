@@ -53,6 +53,19 @@ Goal writing()
                  .tasks = QList<GoalTask>{{.title = u"one"_s}, {.title = u"two"_s}, {.title = u"three"_s}}}}};
 }
 
+/// Names of the texts that a screen reader meets beneath.
+QStringList readTexts(const QAccessibleInterface *parent)
+{
+    QStringList texts;
+    for (int index = 0; index < parent->childCount(); ++index) {
+        const QAccessibleInterface *child = parent->child(index);
+        if (child->role() == QAccessible::StaticText)
+            texts.append(child->text(QAccessible::Name));
+        texts.append(readTexts(child));
+    }
+    return texts;
+}
+
 } // namespace
 
 class DayScreensTest : public QObject
@@ -85,6 +98,17 @@ private slots:
         QTRY_VERIFY(!ui.find(circle, u"Sort"_s));
         QVERIFY(ui.click(button, u"Delete, Report"_s));
         QCOMPARE(ui.planner.store->reminders().size(), 1);
+    }
+
+    void aToDoWithoutDueDateHasNoTextForOne()
+    {
+        DayWindow ui;
+        ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"Sort"_s, .requirement = u"By colour"_s}}});
+        QTRY_VERIFY(ui.find(circle, u"Sort"_s));
+
+        const QStringList texts = readTexts(QAccessible::queryAccessibleInterface(&ui.window()));
+        QVERIFY(texts.contains(u"By colour"_s));
+        QVERIFY(!texts.contains(QString()));
     }
 
     void aDeletedToDoPassesTheFocusOn()
@@ -261,6 +285,39 @@ private slots:
         QTRY_COMPARE(ui.taskTitles(), (QStringList{u"three"_s, u"one"_s, u"two"_s}));
     }
 
+    void aTaskLandsWhereItIsDroppedHoweverFewTheMoves_data()
+    {
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<bool>("isCancelled");
+        QTest::addColumn<QStringList>("titles");
+        QTest::newRow("one") << 1 << false << QStringList{u"three"_s, u"one"_s, u"two"_s};
+        QTest::newRow("two") << 2 << false << QStringList{u"three"_s, u"one"_s, u"two"_s};
+        QTest::newRow("Esc") << 2 << true << QStringList{u"one"_s, u"two"_s, u"three"_s};
+    }
+
+    void aTaskLandsWhereItIsDroppedHoweverFewTheMoves()
+    {
+        QFETCH(const int, steps);
+        QFETCH(const bool, isCancelled);
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
+        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks"_s);
+        const QPoint to(from.x(), ui.middleOf(circle, u"one"_s).y());
+
+        QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= steps; ++step)
+            QTest::mouseMove(&ui.window(), from + (to - from) * step / steps);
+        if (isCancelled) {
+            ui.press(Qt::Key_Escape);
+            QTRY_COMPARE(ui.middleOf(circle, u"three"_s).y(), from.y());
+            QTest::mouseMove(&ui.window(), to);
+        }
+        QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, to);
+
+        QTEST(ui.taskTitles(), "titles");
+    }
+
     void aTaskCannotBeDraggedOutOfItsSubgoal()
     {
         DayWindow ui;
@@ -365,6 +422,32 @@ private slots:
         QVERIFY(handle->hasActiveFocus());
         ui.press(Qt::Key_Down, Qt::ControlModifier);
         QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"three"_s, u"two"_s}));
+    }
+
+    void thePageFollowsARowThatIsMovedByKeyboard()
+    {
+        DayWindow ui;
+        Goal goal = writing();
+        for (int more = 0; more < 4; ++more)
+            goal.subgoals->append(*writing().subgoals);
+        ui.openAt(ShellModel::Goals, {.goals = {goal}});
+        ui.window().resize(920, 620);
+        QTRY_COMPARE(ui.screen()->height(), 620);
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder subgoals"_s));
+        QQuickItem *handle = ui.find(button, u"Drag to reorder subgoals"_s);
+        handle->forceActiveFocus(Qt::TabFocusReason);
+        const auto isInView = [&] {
+            const double y = handle->mapToScene({}).y();
+            return y >= 0 && y + handle->height() <= ui.window().height();
+        };
+        QTRY_VERIFY(isInView());
+
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down}) {
+            for (int step = 0; step < 4; ++step) {
+                ui.press(key, Qt::ControlModifier);
+                QTRY_VERIFY(isInView());
+            }
+        }
     }
 };
 
