@@ -1,9 +1,13 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 
 /// A pop-up menu; its title is its name for assistive technology. A click outside closes it and presses nothing else.
 T.Menu {
     id: menu
+
+    property T.Control opener: null
+    property int openerReason: Qt.MouseFocusReason
 
     modal: true
     dim: false
@@ -12,6 +16,15 @@ T.Menu {
     implicitWidth: Math.max(180, contentItem.implicitWidth + 10)
     implicitHeight: contentItem.implicitHeight + 10
     delegate: AppMenuItem {}
+    onAboutToShow: {
+        opener = parent?.Window.activeFocusItem as T.Control;
+        openerReason = FocusHandover.reasonAfter(opener);
+    }
+    onClosed: {
+        // What an entry opened keeps the focus.
+        if (opener?.activeFocus)
+            FocusHandover.give(opener, openerReason);
+    }
 
     background: PopupFrame {}
 

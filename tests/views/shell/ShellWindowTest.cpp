@@ -280,6 +280,19 @@ private slots:
         QTRY_VERIFY(ui.find(QAccessible::StaticText, QStringLiteral("The Tessaly authors")));
     }
 
+    void theMenuGivesTheRingBack()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        QQuickItem *opener = ui.find(QAccessible::Button, QStringLiteral("菜单"));
+        opener->forceActiveFocus(Qt::TabFocusReason);
+        ui.press(Qt::Key_Return);
+        QTRY_VERIFY(ui.find(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
+        ui.press(Qt::Key_Escape);
+        QTRY_VERIFY(!ui.find(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
+        QVERIFY(opener->property("visualFocus").toBool());
+    }
+
     void aStartWritesNothing()
     {
         WindowUnderTest ui;
