@@ -5,6 +5,8 @@ import QtQuick.Templates as T
 T.ToolTip {
     id: tip
 
+    readonly property real longestLine: Math.ceil((unwrapped.item as AppText)?.implicitWidth ?? contentItem.implicitWidth)
+
     delay: Theme.toolTipDelay
     timeout: -1
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
@@ -14,9 +16,25 @@ T.ToolTip {
     rightPadding: 9
     topPadding: 5
     bottomPadding: 5
-    implicitWidth: Math.min(contentItem.implicitWidth + leftPadding + rightPadding, 360)
+    implicitWidth: Math.min(longestLine + leftPadding + rightPadding, 360)
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
+
+    // Qt adds up the lines of a text that may wrap.
+    Loader {
+        id: unwrapped
+
+        active: tip.text.includes("\n")
+        visible: false
+        // Bound components cannot be made inside those of another file in Qt 6.4.
+        // qmllint disable unqualified
+        sourceComponent: AppText {
+            text: tip.text
+            token: Theme.caption
+            Accessible.ignored: true
+        }
+        // qmllint enable unqualified
+    }
 
     background: PopupFrame {
         radius: Theme.actionRadius

@@ -21,6 +21,15 @@ Item {
         }
     }
 
+    Component {
+        id: tipComponent
+
+        AppToolTip {
+            delay: 0
+            visible: true
+        }
+    }
+
     TestCase {
         name: "ElidedTip"
         when: windowShown
@@ -49,6 +58,22 @@ Item {
                 tryVerify(() => tips() === 1);
             mouseMove(stage, 300, 150);
             tryVerify(() => tips() === 0);
+        }
+
+        function test_a_tip_is_as_wide_as_its_longest_line_data() {
+            return [
+                {tag: "one line", text: "Previous", lines: 1},
+                {tag: "several lines", text: "✓ Outline\n○ First draft, second part", lines: 2},
+                {tag: "too long", text: "Microeconomics, the third lecture ".repeat(4), lines: 3}
+            ];
+        }
+
+        function test_a_tip_is_as_wide_as_its_longest_line(data) {
+            const tip = createTemporaryObject(tipComponent, stage, {text: data.text});
+            tryVerify(() => tip.opened);
+            compare(tip.contentItem.lineCount, data.lines);
+            const longest = Math.ceil(tip.contentItem.contentWidth) + 18;
+            verify(data.lines === 3 ? tip.width === 360 : Math.abs(tip.width - longest) <= 1, tip.width + " for " + longest);
         }
     }
 }
