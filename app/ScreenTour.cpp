@@ -175,13 +175,25 @@ constexpr Instant pictureTime = Instant::fromUnixSeconds(1'788'952'800);
 int complaintCount = 0;
 QtMessageHandler previousHandler = nullptr;
 
+/// What the platform plugin without a screen says of every window, in no logging category of its own.
+bool isAboutSizeHints(const QString &message)
+{
+    return message == QLatin1String("This plugin does not support propagateSizeHints()");
+}
+
+void passOnButSizeHints(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (!isAboutSizeHints(message))
+        previousHandler(type, context, message);
+}
+
 void countComplaint(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     const bool isOfPlatform = QByteArrayView(context.category).startsWith("qt.qpa") ||
                               message.startsWith(QLatin1String("This plugin does not support"));
     if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
         ++complaintCount;
-    previousHandler(type, context, message);
+    passOnButSizeHints(type, context, message);
 }
 
 class Tour
@@ -302,6 +314,7 @@ int takePictures(const QString &directory)
         return 1;
     }
     QGuiApplication::styleHints()->setCursorFlashTime(0);
+    previousHandler = qInstallMessageHandler(passOnButSizeHints);
     int code = 0;
     for (const AppLanguage language : {AppLanguage::Chinese, AppLanguage::English}) {
         code |= forEveryView(language, sizes(), Previews::Real,
@@ -316,6 +329,7 @@ int takePictures(const QString &directory)
                                  }
                              });
     }
+    qInstallMessageHandler(previousHandler);
     return code;
 }
 
