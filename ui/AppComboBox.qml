@@ -99,7 +99,7 @@ T.ComboBox {
 
         AppToolTip {
             text: combo.displayText
-            visible: combo.hovered && (combo.contentItem as AppText)?.truncated === true
+            visible: combo.hovered && !combo.popup.visible && (combo.contentItem as AppText)?.truncated === true
         }
     }
 

@@ -56,8 +56,9 @@ T.Button {
         }
     }
 
-    AppToolTip {
+    ButtonTip {
+        button: button
         text: button.text
-        visible: button.iconName !== "" && (button.hovered || button.visualFocus)
+        isNeeded: button.iconName !== ""
     }
 }

@@ -7,6 +7,8 @@ T.Button {
 
     required property string iconName
     property int iconSize: 16
+    /// What the button opens beside itself, if anything.
+    property T.Popup popup: null
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
@@ -39,8 +41,10 @@ T.Button {
         }
     }
 
-    AppToolTip {
+    ButtonTip {
+        button: button
+        popup: button.popup
         text: button.text
-        visible: button.text !== "" && (button.hovered || button.visualFocus)
+        isNeeded: button.text !== ""
     }
 }

@@ -13,8 +13,9 @@ AppButton {
     text: isNarrow ? "" : label
     Accessible.name: label
 
-    AppToolTip {
+    ButtonTip {
+        button: button
         text: button.label
-        visible: button.isNarrow && (button.hovered || button.visualFocus)
+        isNeeded: button.isNarrow
     }
 }

@@ -49,6 +49,7 @@ Rectangle {
             height: Theme.smallControlHeight
             iconName: "ellipsis"
             text: Language.text("菜单", "Menu")
+            popup: menu
             onClicked: menu.popup(menuButton, 0, menuButton.height + 4)
 
             AppMenu {

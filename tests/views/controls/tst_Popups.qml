@@ -76,6 +76,65 @@ Item {
             }
         }
 
+        Component {
+            id: openerComponent
+
+            IconButton {
+                id: opener
+
+                readonly property alias menu: menu
+
+                x: 200
+                y: 200
+                iconName: "ellipsis"
+                text: "More"
+                popup: menu
+                onClicked: menu.popup(opener, 0, opener.height + 4)
+
+                AppMenu {
+                    id: menu
+
+                    AppMenuItem {
+                        text: "Copy"
+                    }
+                }
+            }
+        }
+
+        function isShown(text: string, item: Item): bool {
+            return item.visible && (item.text === text || Array.from(item.children).some(child => isShown(text, child)));
+        }
+
+        function test_no_tooltip_covers_what_its_button_has_opened_data() {
+            return [{tag: "click"}, {tag: "key"}];
+        }
+
+        function test_no_tooltip_covers_what_its_button_has_opened(data) {
+            const opener = createTemporaryObject(openerComponent, stage);
+            const overlay = opener.T.Overlay.overlay;
+            mouseMove(stage, 5, 5);
+            mouseMove(opener, 10, 10);
+            tryVerify(() => isShown("More", overlay));
+
+            if (data.tag === "click")
+                mouseClick(opener, 10, 10);
+            else {
+                opener.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+            }
+            tryVerify(() => opener.menu.opened);
+            verify(!isShown("More", overlay));
+
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !opener.menu.visible);
+            verify(!isShown("More", overlay));
+            mouseMove(stage, 5, 5);
+            beneath.forceActiveFocus();
+            mouseMove(opener, 10, 10);
+            tryVerify(() => isShown("More", overlay));
+            mouseMove(stage, 5, 5);
+        }
+
         function popups(): int {
             return Array.from(stage.T.Overlay.overlay?.children ?? []).filter(item => item.visible).length;
         }
