@@ -26,11 +26,10 @@ Item {
         sourceComponent: MarkdownEditorPage {
             documentId: host.documentId
             onClosed: {
-                const words = editor.keptVersionMessage;
+                toast.texts = editor.keptVersionTexts;
                 host.documentId = "";
                 // Nobody could have read it in the editor.
-                if (words !== "")
-                    toast.show(words);
+                toast.show();
             }
         }
         // qmllint enable unqualified
@@ -39,8 +38,12 @@ Item {
     Toast {
         id: toast
 
+        /// In Chinese and in English.
+        property list<string> texts: ["", ""]
+
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 24
+        message: Language.text(texts[0], texts[1])
     }
 }

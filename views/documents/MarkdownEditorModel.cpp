@@ -163,7 +163,7 @@ bool MarkdownEditorModel::save()
                             : m_store->text(u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
                                             u"The document could not be saved. Your text is still here: check the save "
                                             "location, then save again."_s);
-    m_keptVersionMessage.clear();
+    m_keptVersionMessage = {};
     if (isSaved) {
         m_pauseTimer.stop();
         m_draftTimer.stop();
@@ -173,10 +173,10 @@ bool MarkdownEditorModel::save()
     }
     if (!outcome.keptVersion.isEmpty()) {
         // The id that the names of all its files begin with tells nobody anything.
-        m_keptVersionMessage = m_store
-                                   ->text(u"其他程序改动过此文档，那个版本已另存为“…%1”。"_s,
-                                          u"Another program had changed this document; its version is kept as “…%1”."_s)
-                                   .arg(outcome.keptVersion.mid(uuidText(m_document->id).size()));
+        const QString ending = outcome.keptVersion.mid(uuidText(m_document->id).size());
+        m_keptVersionMessage = {
+            u"其他程序改动过此文档，那个版本已另存为“…%1”。"_s.arg(ending),
+            u"Another program had changed this document; its version is kept as “…%1”."_s.arg(ending)};
     }
     emit messageChanged();
     if (isSaved)
@@ -188,11 +188,12 @@ QString MarkdownEditorModel::message() const
 {
     if (!m_saveFailure.isEmpty())
         return m_saveFailure;
-    const bool isBoth = !m_copyMessage.isEmpty() && !m_keptVersionMessage.isEmpty();
-    if (m_copyMessage.isEmpty() && m_keptVersionMessage.isEmpty())
+    const QString &keptVersion = m_keptVersionMessage.in(m_store->interfaceLanguage());
+    const bool isBoth = !m_copyMessage.isEmpty() && !keptVersion.isEmpty();
+    if (m_copyMessage.isEmpty() && keptVersion.isEmpty())
         return m_draftMessage;
     // Where the line is too short for both, the end is left out.
-    return m_keptVersionMessage + (isBoth ? u" "_s : QString()) + m_copyMessage;
+    return keptVersion + (isBoth ? u" "_s : QString()) + m_copyMessage;
 }
 
 void MarkdownEditorModel::close()

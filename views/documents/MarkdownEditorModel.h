@@ -28,7 +28,7 @@ class MarkdownEditorModel : public QObject
     Q_PROPERTY(tessaly::MarkdownEditorModel::MarkdownMode mode MEMBER m_mode NOTIFY modeChanged)
     Q_PROPERTY(QString previewContent READ previewContent NOTIFY previewContentChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
-    Q_PROPERTY(QString keptVersionMessage MEMBER m_keptVersionMessage NOTIFY messageChanged)
+    Q_PROPERTY(QStringList keptVersionTexts READ keptVersionTexts NOTIFY messageChanged)
     Q_PROPERTY(bool needsShaping READ needsShaping NOTIFY needsShapingChanged)
     Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY messageChanged)
 
@@ -66,6 +66,11 @@ public:
     /// Why the text could not be saved, else where the last save kept the version of another program and how the last
     /// copy went, else that the text is that of a draft; may be empty.
     [[nodiscard]] QString message() const;
+    /// Where the last save kept the version of another program, in Chinese and in English; both empty if it did not.
+    [[nodiscard]] QStringList keptVersionTexts() const
+    {
+        return {m_keptVersionMessage.chinese, m_keptVersionMessage.english};
+    }
     /// Whether the message tells of a failure.
     [[nodiscard]] bool hasFailed() const { return !m_saveFailure.isEmpty() || m_hasCopyFailed; }
 
@@ -128,7 +133,7 @@ private:
     QString m_copyMessage;
     bool m_hasCopyFailed = false;
     QString m_saveFailure;
-    QString m_keptVersionMessage;
+    TextPair m_keptVersionMessage;
     QString m_draftMessage;
     bool m_isClosed = false;
     bool m_isLeaveRefused = false;

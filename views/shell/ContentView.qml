@@ -21,6 +21,10 @@ FocusScope {
     readonly property Item screen: loader.item as Item
 
     focus: true
+    onSectionChanged: {
+        if (section === ShellModel.Schedule)
+            toast.hide();
+    }
     Component.onCompleted: {
         showNamePrompt = !shell.hasAskedPreferredName;
         showUnreadable = PlannerStore.hadUnreadableData;
@@ -59,13 +63,14 @@ FocusScope {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 24
+            message: PlannerStore.calendarSyncMessage
         }
 
         Connections {
             function onCalendarSyncMessageTold() {
                 // The schedule screen has a line of its own for it.
                 if (view.section !== ShellModel.Schedule && PlannerStore.calendarSyncMessage !== "")
-                    toast.show(PlannerStore.calendarSyncMessage);
+                    toast.show();
             }
 
             target: PlannerStore

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <algorithm>
+
 using namespace tessaly;
 
 namespace {
@@ -242,6 +244,30 @@ private slots:
         QCOMPARE(ui.find(QAccessible::ComboBox, QStringLiteral("启动"))->property("displayText").toString(),
                  QStringLiteral("关闭"));
         QTRY_VERIFY2(ui.find(QAccessible::StatusBar, ui.planner.message()), "the failure is told in passing");
+        ui.planner.store->setInterfaceLanguage(AppLanguage::English);
+        QVERIFY2(ui.find(QAccessible::StatusBar, ui.planner.message()), "in the language that there is now");
+    }
+
+    void aLongMessageInPassingWraps()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.window().resize(ui.window().minimumSize());
+        ui.planner.loginItem.failWith(
+            Error{ErrorCode::LoginItemFailed, QStringLiteral("autostart/a-folder-with-a-long-name/").repeated(4)});
+        ui.planner.store->setLaunchAtLogin(true);
+
+        QTRY_VERIFY(ui.find(QAccessible::StatusBar, ui.planner.message()));
+        const QQuickItem *line = ui.find(QAccessible::StatusBar, ui.planner.message());
+        const QList<QQuickItem *> parts = line->childItems();
+        const auto words = std::find_if(parts.cbegin(), parts.cend(), [&ui](const QQuickItem *part) {
+            return part->property("text") == ui.planner.message();
+        });
+        QVERIFY(words != parts.cend());
+        QVERIFY((*words)->property("lineCount").toInt() > 1);
+        QVERIFY(!(*words)->property("truncated").toBool());
+        QVERIFY(line->parentItem()->height() > line->height());
+        QVERIFY(line->height() >= (*words)->height());
     }
 
     void messagesPassByOnAllScreensButTheSchedule()
@@ -262,6 +288,8 @@ private slots:
         ui.planner.store->clearPersonalContent();
 
         QTRY_VERIFY(toastShows());
+        ui.setState("section", ShellModel::Schedule);
+        QTRY_VERIFY2(!toastShows(), "there it would say the same as the status line");
     }
 
     void theMenuHasItsTwoCommands()
