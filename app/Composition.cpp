@@ -81,7 +81,9 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     if (!preferences)
         return preferences.error();
     auto parts = std::make_unique<Parts>();
-    parts->preferences = preferences.takeValue();
+    auto stored = preferences.takeValue();
+    const SqlitePreferences &file = *stored;
+    parts->preferences = std::move(stored);
     parts->eventStore = std::make_unique<NullEventStore>();
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
     parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
@@ -95,7 +97,11 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
         *parts->preferences, *parts->notificationPresenter, *parts->clock, parts->calendar);
     notificationCenter->start();
     parts->notificationCenter = std::move(notificationCenter);
-    return std::shared_ptr<Composition>(new Composition(std::move(parts)));
+    const std::shared_ptr<Composition> composition(new Composition(std::move(parts)));
+    // By now everything was read; what could not be must not look like what was never there.
+    if (file.readFailure())
+        return *file.readFailure();
+    return composition;
 }
 
 std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const std::optional<Instant> &now)

@@ -236,7 +236,6 @@ Result<void> SqlitePreferences::keepAside(const QString &from, const QString &to
 
 Result<void> SqlitePreferences::inTransaction(const std::function<int()> &work)
 {
-    // What could not be read may be what this write would bury.
     if (m_readFailure)
         return *m_readFailure;
     int code = m_statements->begin.run();

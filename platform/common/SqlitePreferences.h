@@ -34,6 +34,10 @@ public:
                                             const BlobEdit &edit) override;
     [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
 
+    /// Why a value that is there could not be given to who asked for it: it is damaged, or its bytes cannot be read.
+    /// From then on nothing is written, since what could not be read may be what a write would bury.
+    [[nodiscard]] const std::optional<Error> &readFailure() const { return m_readFailure; }
+
 private:
     struct Statements;
     /// What a key points to. Row 0 stands for nothing.
@@ -48,6 +52,7 @@ private:
     SqlitePreferences();
     [[nodiscard]] Result<void> openFile(const QString &path, std::chrono::milliseconds lockWait);
     [[nodiscard]] Result<void> check();
+    [[nodiscard]] Result<void> checkPlainValues() const;
     void prepareStatements();
     [[nodiscard]] Result<void> inTransaction(const std::function<int()> &work);
     [[nodiscard]] int find(const QString &key, Place &place) const;

@@ -39,6 +39,15 @@ PRAGMA wal_autocheckpoint = 0;
 PRAGMA journal_size_limit = 4194304;
 )";
 
+// Blobs that have not the length, or not the edits, that their keys say. The lengths are known without the contents.
+constexpr const char *misfittingBlobs = R"(
+SELECT count(*) FROM preference p JOIN stored_value v ON v.id = p.value_id WHERE v.type = 4 AND (
+    typeof(v.content) <> 'blob'
+    OR p.edits <> (SELECT count(*) FROM value_edit e WHERE e.value_id = p.value_id AND e.number BETWEEN 1 AND p.edits)
+    OR p.size <> length(v.content) + (SELECT coalesce(sum(length(e.inserted) - e.removed), 0)
+        FROM value_edit e WHERE e.value_id = p.value_id AND e.number BETWEEN 1 AND p.edits))
+)";
+
 // The log is brought into the file when the planner is idle. When it is never idle, a save in between must do it.
 constexpr qint64 pageBytes = 32768;
 constexpr qint64 logBytesToMove = 4 * 1024 * 1024;
@@ -127,7 +136,7 @@ Result<void> SqlitePreferences::openFile(const QString &path, std::chrono::milli
     m_logTimer.setInterval(idleTime);
     QObject::connect(&m_logTimer, &QTimer::timeout, &m_logTimer, [this] { moveLogIntoFile(); });
     prepareStatements();
-    return {};
+    return checkPlainValues();
 }
 
 Result<void> SqlitePreferences::check()
@@ -156,7 +165,23 @@ Result<void> SqlitePreferences::check()
                                                " WHERE value_id NOT IN (SELECT id FROM stored_value)");
     if (danglingKeys.step() != SQLITE_ROW || danglingKeys.integer(0) != 0)
         return failure(ErrorCode::StorageCorrupt, fileName);
+
+    SqliteStatement misfits(m_connection, misfittingBlobs);
+    if (misfits.step() != SQLITE_ROW || misfits.integer(0) != 0)
+        return failure(ErrorCode::StorageCorrupt, fileName);
     return {};
+}
+
+Result<void> SqlitePreferences::checkPlainValues() const
+{
+    SqliteStatement keys(m_connection, "SELECT key FROM preference JOIN stored_value ON id = value_id WHERE type <> 4");
+    int code = keys.step();
+    for (; code == SQLITE_ROW; code = keys.step()) {
+        std::optional<PreferenceValue> value;
+        if (const int readCode = readValue(QString::fromUtf8(keys.bytes(0)), value); readCode != SQLITE_OK)
+            return m_connection.error(readCode);
+    }
+    return code == SQLITE_DONE ? Result<void>() : m_connection.error(code);
 }
 
 void SqlitePreferences::limitLog()

@@ -87,6 +87,27 @@ private slots:
         QTest::newRow("missing value") << Damage([](const QString &path) {
             executeSql(path, "DELETE FROM stored_value WHERE id = (SELECT max(id) FROM stored_value)");
         }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("shorter value") << Damage([](const QString &path) {
+            executeSql(path, "UPDATE stored_value SET content = x'7b22'"
+                             " WHERE id = (SELECT value_id FROM preference WHERE key = 'larkspan-data-v1')");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("missing edits") << Damage([](const QString &path) {
+            executeSql(path, "DELETE FROM value_edit");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("longer edits") << Damage([](const QString &path) {
+            executeSql(path, "UPDATE value_edit SET inserted = x'7b22'");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("text in a blob's place") << Damage([](const QString &path) {
+            executeSql(path, "UPDATE stored_value SET content = printf('%200000s', 'a')");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("a list that is none") << Damage([](const QString &path) {
+            executeSql(path, "INSERT INTO stored_value VALUES (100, 3, 'no list');"
+                             "INSERT INTO preference VALUES ('list', 100, 0, 0)");
+        }) << ErrorCode::StorageCorrupt;
+        QTest::newRow("a value of no kind") << Damage([](const QString &path) {
+            executeSql(path, "INSERT INTO stored_value VALUES (100, 7, 1);"
+                             "INSERT INTO preference VALUES ('kind', 100, 0, 0)");
+        }) << ErrorCode::StorageCorrupt;
         QTest::newRow("another program's database")
             << Damage([](const QString &path) { executeSql(path, "PRAGMA application_id = 7"); })
             << ErrorCode::StorageCorrupt;
@@ -106,7 +127,7 @@ private slots:
     {
         QFETCH(const std::function<void(const QString &)>, damage);
         QFETCH(const ErrorCode, expected);
-        writeTwoSaves();
+        writeSaves();
         damage(m_path);
         const QByteArray before = contents(m_path);
 
@@ -162,23 +183,30 @@ private slots:
         QCOMPARE(preferences->get<QByteArray>(key), blob);
     }
 
-    void missingEditsAreFoundWhenTheValueIsRead()
+    void aValueThatCannotBeReadIsToldAndNeverWrittenOver()
     {
         {
             const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
             QVERIFY(preferences->rotate(key, backupKey, "one").hasValue());
             QVERIFY(preferences->rotateEdited(key, backupKey, "two!", {0, 3, 4}).hasValue());
         }
-        executeSql(m_path, "DELETE FROM value_edit");
+        executeSql(m_path, "UPDATE value_edit SET offset = 1000");
         const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
+        QVERIFY(!preferences->value(QStringLiteral("absent")));
+        QVERIFY(!preferences->readFailure());
 
         QVERIFY(!preferences->value(key));
-        QVERIFY(!preferences->rotate(key, backupKey, "three").hasValue());
+
+        QVERIFY(preferences->readFailure());
+        QCOMPARE(preferences->readFailure()->code, ErrorCode::StorageCorrupt);
+        const Result<void> written = preferences->rotate(key, backupKey, "three");
+        QVERIFY(!written.hasValue());
+        QCOMPARE(written.error().code, ErrorCode::StorageCorrupt);
     }
 
     void valuesThatNoKeyPointsToAreRemoved()
     {
-        writeTwoSaves();
+        writeSaves();
         {
             const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
             for (int save = 0; save < 5; ++save)
@@ -216,28 +244,15 @@ private slots:
         QTRY_VERIFY(QFile(m_path).size() > 8'000'000);
     }
 
-    void afterAFailedReadNothingIsWritten()
-    {
-        {
-            const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
-            QVERIFY(preferences->setValue(key, QStringList{QStringLiteral("a")}).hasValue());
-        }
-        executeSql(m_path, "UPDATE stored_value SET content = 'no list'");
-        const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
-
-        QVERIFY(!preferences->value(key));
-
-        const Result<void> written = preferences->setValue(key, QStringList());
-        QVERIFY(!written.hasValue());
-        QCOMPARE(written.error().code, ErrorCode::StorageCorrupt);
-    }
-
 private:
-    void writeTwoSaves() const
+    void writeSaves() const
     {
         const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();
         QVERIFY(preferences->rotate(key, backupKey, QByteArray(200'000, 'a')).hasValue());
-        QVERIFY(preferences->rotate(key, backupKey, QByteArray(200'000, 'b')).hasValue());
+        QByteArray blob(200'000, 'b');
+        QVERIFY(preferences->rotate(key, backupKey, blob).hasValue());
+        blob.append('c');
+        QVERIFY(preferences->rotateEdited(key, backupKey, blob, {200'000, 0, 1}).hasValue());
     }
 
     std::unique_ptr<QTemporaryDir> m_directory;

@@ -4,6 +4,7 @@ usage: dbus-run-session -- python3 program_test.py PROGRAM
 """
 import os
 import pathlib
+import shutil
 import subprocess
 
 from global_menu import GlobalMenu
@@ -144,6 +145,29 @@ class ProgramTest(PlannerTestCase):
         database.write_bytes(b"not a database" * 1000)
         self.refusal(self.data, "数据文件已损坏", "The data file is damaged")
         self.assertEqual(database.read_bytes(), b"not a database" * 1000)
+
+    def test_a_value_that_cannot_be_put_together_is_told_and_left_alone(self):
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.keys("key", "Escape")
+        planner.press("list item", "待办")
+        for title in ("Water the plants", "Post the letter"):
+            planner.type_into("例如：提交周报", title)
+            planner.press("push button", "添加待办")
+            planner.wait("check box", title)
+        planner.kill()
+        database = self.data / "planner.sqlite"
+        intact = self.data.with_name("intact")
+        shutil.copytree(self.data, intact)
+        for damage in ("update stored_value set content = x'7b22' where id = (select max(value_id) from preference)",
+                       "delete from value_edit", "update value_edit set offset = 1000000"):
+            with self.subTest(damage=damage):
+                shutil.rmtree(self.data)
+                shutil.copytree(intact, self.data)
+                subprocess.run(["sqlite3", database, damage], check=True)
+                before = database.read_bytes()
+                self.refusal(self.data, "数据文件已损坏", "The data file is damaged")
+                self.assertEqual(database.read_bytes(), before)
 
     def test_the_login_item_starts_this_program_on_this_data(self):
         planner = self.start()
