@@ -7,6 +7,7 @@
 #include "store/PreferenceKeys.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -151,10 +152,18 @@ std::optional<QString> PlannerSettings::calendarSyncMessage() const
 void PlannerSettings::setCalendarSyncMessage(const TextPair &message)
 {
     if (m_calendarSyncMessage != message) {
-        m_calendarSyncMessage = message;
+        m_formerSyncMessage = std::exchange(m_calendarSyncMessage, message);
         emit calendarSyncMessageChanged();
     }
     emit calendarSyncMessageTold();
+}
+
+void PlannerSettings::retractCalendarSyncMessage(const TextPair &message)
+{
+    if (m_calendarSyncMessage != message)
+        return;
+    m_calendarSyncMessage = std::exchange(m_formerSyncMessage, std::nullopt);
+    emit calendarSyncMessageChanged();
 }
 
 void PlannerSettings::tellFailure(const QString &chinese, const QString &english, const Error &error)
@@ -191,6 +200,8 @@ void PlannerSettings::tellSaveRecovered()
     // A message that came later is left alone.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
         setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
+    if (m_formerSyncMessage == m_saveFailureMessage)
+        m_formerSyncMessage.reset();
     m_saveFailureMessage.reset();
 }
 

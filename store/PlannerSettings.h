@@ -107,8 +107,10 @@ protected:
     [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
     [[nodiscard]] StoredValues &values() { return m_values; }
 
-    /// Sets the status line; nothing empties it.
     void setCalendarSyncMessage(const TextPair &message);
+    /// Puts the message before this one back on the status line, or none if there was none. Does nothing where another
+    /// message stands there.
+    void retractCalendarSyncMessage(const TextPair &message);
     /// Sets the status line to the pair, each followed by the words of the error.
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
 
@@ -122,6 +124,8 @@ private:
     StoredValues m_values;
     std::unique_ptr<ZoneWatch> m_zoneWatch;
     std::optional<TextPair> m_calendarSyncMessage;
+    /// What stood there before.
+    std::optional<TextPair> m_formerSyncMessage;
     std::optional<TextPair> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;

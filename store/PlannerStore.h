@@ -113,6 +113,7 @@ private:
     void goalsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
 
+    void endFeedUpdate(const QUuid &feedID);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
     void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
@@ -129,6 +130,8 @@ private:
     QList<CalendarOption> m_availableCalendars;
     DocumentLibrary m_documentLibrary;
     std::unique_ptr<CalendarFeedReader> m_feedReader;
+    /// The feeds whose calendars are being downloaded or read, one entry for each time.
+    QList<QUuid> m_feedsUnderWay;
     bool m_hadUnreadableData = false;
 };
 

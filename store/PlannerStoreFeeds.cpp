@@ -24,6 +24,11 @@ QString feedName(const QUrl &url)
     return name.isEmpty() ? QStringLiteral("iCalendar") : hasExtension ? name.left(dot) : name;
 }
 
+TextPair updatingText()
+{
+    return {QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")};
+}
+
 bool isHttp(const QUrl &url)
 {
     return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"http" || url.scheme() == u"https");
@@ -55,7 +60,8 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
     const QUrl url(m_calendarFeeds.at(row).urlString);
     if (!url.isValid() || url.isEmpty())
         return;
-    setCalendarSyncMessage({QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")});
+    m_feedsUnderWay.append(feedID);
+    setCalendarSyncMessage(updatingText());
     // The downloader may outlive the store.
     ports().feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
         if (store)
@@ -66,16 +72,23 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
 void PlannerStore::readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID)
 {
     if (!body) {
+        endFeedUpdate(feedID);
         if (rowOf(m_calendarFeeds, feedID) >= 0)
             setCalendarFeedError(body.error());
         return;
     }
     m_feedReader->read(body.value(), feedReadingOptions(feedID), [this, feedID](Result<ReadCalendar> calendar) {
+        endFeedUpdate(feedID);
         if (calendar)
             applyReadCalendar(calendar.takeValue(), feedID);
         else if (rowOf(m_calendarFeeds, feedID) >= 0)
             setCalendarFeedError(calendar.error());
     });
+}
+
+void PlannerStore::endFeedUpdate(const QUuid &feedID)
+{
+    m_feedsUnderWay.removeOne(feedID);
 }
 
 ReadingOptions PlannerStore::feedReadingOptions(const QUuid &feedID) const
@@ -127,6 +140,9 @@ void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
         schedulesAssigned({});
     if (const auto rows = removeRecords(m_calendarFeeds, id))
         calendarFeedsAssigned(*rows);
+    m_feedsUnderWay.removeAll(id);
+    if (m_feedsUnderWay.isEmpty())
+        retractCalendarSyncMessage(updatingText());
 }
 
 } // namespace tessaly

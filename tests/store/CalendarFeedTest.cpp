@@ -228,6 +228,31 @@ private slots:
         QCOMPARE(m_planner->message(), message);
     }
 
+    void anUpdateIsNoLongerToldWhenNothingIsDownloaded()
+    {
+        const QString updating = QStringLiteral("Updating linked calendar…");
+        store().deleteCalendarFeed(addedFeed());
+        QCOMPARE(store().calendarSyncMessage(), std::nullopt);
+        downloads().answer(0, calendar({"a"}));
+
+        const QUuid kept = addedFeed();
+        downloads().answer(0, calendar({"a"}));
+        const QString result = m_planner->message();
+        store().deleteCalendarFeed(addedFeed());
+        QCOMPARE(m_planner->message(), result);
+
+        const QUuid deleted = addedFeed();
+        store().refreshCalendarFeed(deleted);
+        store().refreshCalendarFeed(kept);
+        store().deleteCalendarFeed(deleted);
+        QCOMPARE(m_planner->message(), updating);
+        downloads().answer(3, Error{ErrorCode::DownloadTimedOut, {}});
+        store().refreshCalendarFeed(kept);
+        store().deleteCalendarFeed(kept);
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Linked calendar update failed: The server did not answer in time."));
+    }
+
     void deletingAFeedRemovesExactlyItsSchedules()
     {
         store().addSchedule(scheduleTitled(QStringLiteral("Own")));
