@@ -54,7 +54,11 @@ bool LarkspanApp::load()
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
     m_window =
         m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
-    return m_window != nullptr;
+    if (!m_window)
+        return false;
+    // What the user did elsewhere was done while another window was active.
+    connect(m_window, &QWindow::activeChanged, &m_store, &PlannerStore::readLaunchAtLogin);
+    return true;
 }
 
 void LarkspanApp::showNativeMenuBar()

@@ -139,6 +139,13 @@ void PlannerSettings::setLaunchAtLogin(bool isEnabled)
     emit launchAtLoginChanged();
 }
 
+void PlannerSettings::readLaunchAtLogin()
+{
+    const bool isEnabled = m_ports.loginItem.isEnabled();
+    if (std::exchange(m_launchAtLogin, isEnabled) != isEnabled)
+        emit launchAtLoginChanged();
+}
+
 void PlannerSettings::requestNotificationPermission()
 {
     m_ports.notificationCenter.requestAuthorization();

@@ -68,6 +68,8 @@ public:
     Q_INVOKABLE void setDisplayEndHour(int hour);
     /// Registers or unregisters the login item; on failure shows what the system really does and sets the message.
     Q_INVOKABLE void setLaunchAtLogin(bool isEnabled);
+    /// Looks whether the system starts the program at login: the user, or the desktop, may have changed it elsewhere.
+    void readLaunchAtLogin();
     Q_INVOKABLE void requestNotificationPermission();
 
     /// The member of the pair for the interface language.

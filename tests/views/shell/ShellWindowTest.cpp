@@ -270,6 +270,28 @@ private slots:
         QVERIFY(line->height() >= (*words)->height());
     }
 
+    void aLoginItemRemovedElsewhereIsNoticedWithTheNextLookAtTheWindow()
+    {
+        WindowUnderTest ui;
+        (void)ui.planner.loginItem.setEnabled(true);
+        openAnswered(ui);
+        const auto choice = [&ui] {
+            return ui.find(QAccessible::ComboBox, QStringLiteral("启动"))->property("displayText").toString();
+        };
+        QCOMPARE(choice(), QStringLiteral("开机启动"));
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+
+        (void)ui.planner.loginItem.setEnabled(false);
+        const int before = ui.planner.preferences.writeCount();
+        ui.window().requestActivate();
+
+        QTRY_COMPARE(choice(), QStringLiteral("关闭"));
+        QCOMPARE(ui.planner.preferences.writeCount(), before);
+    }
+
     void messagesPassByOnAllScreensButTheSchedule()
     {
         WindowUnderTest ui;
