@@ -22,6 +22,7 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/PortalFileDialogs.h"
+#include "platform/linux/TerminationSignals.h"
 #include "platform/linux/XdgLoginItem.h"
 #include "platform/quick/QuickFileDialogs.h"
 #include "store/PlannerStore.h"
@@ -51,6 +52,7 @@ struct Composition::Parts
     std::unique_ptr<NotificationCenter> notificationCenter;
     UserCalendar calendar = UserCalendar::system();
     std::unique_ptr<PlannerStore> store;
+    std::unique_ptr<TerminationSignals> terminationSignals;
 };
 
 namespace {
@@ -97,6 +99,10 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
         *parts->preferences, *parts->notificationPresenter, *parts->clock, parts->calendar);
     notificationCenter->start();
     parts->notificationCenter = std::move(notificationCenter);
+    // Nobody is asked at the end of a session; what can still be saved is.
+    parts->terminationSignals = std::make_unique<TerminationSignals>();
+    QObject::connect(parts->terminationSignals.get(), &TerminationSignals::received, qApp,
+                     [] { QCoreApplication::exit(); });
     const std::shared_ptr<Composition> composition(new Composition(std::move(parts)));
     // By now everything was read; what could not be must not look like what was never there.
     if (file.readFailure())

@@ -1,5 +1,6 @@
 #include "app/LarkspanApp.h"
 
+#include "app/CloseGuard.h"
 #include "app/WindowMemory.h"
 #include "platform/SystemAppearance.h"
 #include "store/PlannerStore.h"
@@ -56,9 +57,19 @@ bool LarkspanApp::load()
         m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
     if (!m_window)
         return false;
+    guardClosing();
     // What the user did elsewhere was done while another window was active.
     connect(m_window, &QWindow::activeChanged, &m_store, &PlannerStore::readLaunchAtLogin);
     return true;
+}
+
+void LarkspanApp::guardClosing()
+{
+    m_closeGuard = std::make_unique<CloseGuard>(*m_window, m_store);
+    auto *content = m_window->property("content").value<QObject *>();
+    connect(m_closeGuard.get(), &CloseGuard::refused, content,
+            [content] { content->setProperty("showUnsaved", true); });
+    connect(content, SIGNAL(quitUnsavedChosen()), m_closeGuard.get(), SLOT(closeAnyway()));
 }
 
 void LarkspanApp::showNativeMenuBar()

@@ -17,6 +17,7 @@ class FileDialogs;
 class PlannerStore;
 class Preferences;
 class SystemAppearance;
+class CloseGuard;
 class WindowMemory;
 
 /// The running program: the one planner store, its window, and what connects the two.
@@ -51,6 +52,7 @@ public:
     [[nodiscard]] QQmlApplicationEngine &engine() { return m_engine; }
 
 private:
+    void guardClosing();
     void appear();
 
     PlannerStore &m_store;
@@ -62,6 +64,7 @@ private:
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
     std::unique_ptr<QObject> m_nativeMenuBar;
+    std::unique_ptr<CloseGuard> m_closeGuard;
     std::unique_ptr<WindowMemory> m_windowMemory;
     bool m_hasAppeared = false;
 };

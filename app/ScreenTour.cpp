@@ -158,6 +158,7 @@ const QList<Stop> &stops()
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
         overWindow(QStringLiteral("dialog-about"), "showAbout"),
         overWindow(QStringLiteral("dialog-unreadable"), "showUnreadable"),
+        overWindow(QStringLiteral("dialog-unsaved"), "showUnsaved"),
     };
     return list;
 }

@@ -5,6 +5,7 @@
 #include "app/StartFailure.h"
 // lint-allow(arrows): decides whether there is anything to compose
 #include "platform/common/SingleInstance.h"
+#include "store/PlannerStore.h"
 #include "ui/Ui.h"
 #include "views/shell/ShellModel.h"
 
@@ -19,6 +20,15 @@ using namespace tessaly;
 namespace {
 
 constexpr int usageError = 2;
+
+/// The end of a session asks nobody, so what it costs is told where it can be found.
+void tellWhatIsLost(PlannerStore &store)
+{
+    store.retryUnsavedChanges();
+    if (store.hasUnsavedChanges())
+        std::fprintf(stderr, "tessaly: %s\ntessaly: %s\n", "有更改未能保存，已经丢失。",
+                     "Changes could not be saved and are lost.");
+}
 
 enum class Start { WithWindow, InBackground };
 
@@ -41,6 +51,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
     QGuiApplication::setQuitOnLastWindowClosed(start == Start::WithWindow);
     const int code = QGuiApplication::exec();
     composition.setReminderHandler({});
+    tellWhatIsLost(composition.store());
     return code;
 }
 

@@ -199,7 +199,8 @@ void PlannerSettings::tellSaveFailed(const Error &error)
     // It is tried every few seconds; the words are said once.
     if (m_calendarSyncMessage != message)
         setCalendarSyncMessage(message);
-    m_saveFailureMessage = message;
+    if (!std::exchange(m_saveFailureMessage, message))
+        emit hasUnsavedChangesChanged();
 }
 
 void PlannerSettings::tellSaveRecovered()
@@ -209,7 +210,8 @@ void PlannerSettings::tellSaveRecovered()
         setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
     if (m_formerSyncMessage == m_saveFailureMessage)
         m_formerSyncMessage.reset();
-    m_saveFailureMessage.reset();
+    if (std::exchange(m_saveFailureMessage, std::nullopt))
+        emit hasUnsavedChangesChanged();
 }
 
 } // namespace tessaly

@@ -30,6 +30,7 @@ class PlannerSettings : public QObject
     Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
     Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
                    automaticCalendarSyncChanged)
+    Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY hasUnsavedChangesChanged)
     Q_PROPERTY(QDateTime now READ now NOTIFY timeZoneChanged)
     Q_PROPERTY(int firstWeekday READ firstWeekday CONSTANT)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
@@ -94,6 +95,7 @@ signals:
     void calendarSyncMessageChanged();
     /// Another message or the same once more; after calendarSyncMessageChanged().
     void calendarSyncMessageTold();
+    void hasUnsavedChangesChanged();
     void selectedCalendarIDsChanged();
     void visibleCalendarIDsChanged();
     void automaticCalendarSyncChanged();

@@ -2,8 +2,10 @@
 
 usage of a test file that imports it: dbus-run-session -- python3 FILE PROGRAM
 """
+import ctypes
 import os
 import pathlib
+import struct
 import subprocess
 import sys
 import tempfile
@@ -84,10 +86,10 @@ class Desktop:
 class Planner:
     """One run of the program. Roles and names are those that a screen reader is told."""
 
-    def __init__(self, data, *options, environment=None):
+    def __init__(self, data, *options, environment=None, launcher=()):
         place = [] if "--demo" in options else ["--data-dir", str(data)]
         self.process = subprocess.Popen(
-            [PROGRAM, *place, *options], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            [*launcher, PROGRAM, *place, *options], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.PIPE, text=True,
             env=os.environ | {"QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software",
                               "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
@@ -184,6 +186,24 @@ class Planner:
     def keys(self, *arguments):
         subprocess.run(["xdotool", "windowfocus", "--sync", self.window()], check=True)
         subprocess.run(["xdotool", *arguments], check=True)
+
+    def close_window(self):
+        """What the close button of a window's frame does; there is no window manager here that would do it."""
+        x11 = ctypes.CDLL("libX11.so.6")
+        for name, result, *arguments in (("XOpenDisplay", ctypes.c_void_p, ctypes.c_char_p),
+                                         ("XInternAtom", ctypes.c_ulong, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int),
+                                         ("XSendEvent", ctypes.c_int, ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int,
+                                          ctypes.c_long, ctypes.c_void_p),
+                                         ("XCloseDisplay", ctypes.c_int, ctypes.c_void_p)):
+            function = getattr(x11, name)
+            function.restype, function.argtypes = result, arguments
+        display = x11.XOpenDisplay(None)
+        protocols, deletion = (x11.XInternAtom(display, name, 0) for name in (b"WM_PROTOCOLS", b"WM_DELETE_WINDOW"))
+        window, client_message = int(self.window()), 33
+        # XClientMessageEvent, in the space of an XEvent.
+        event = struct.pack("@iLiPLLi5l96x", client_message, 0, 1, display, window, protocols, 32, deletion, 0, 0, 0, 0)
+        x11.XSendEvent(display, window, 0, 0, event)
+        x11.XCloseDisplay(display)
 
     def has_loaded(self, library):
         return library in pathlib.Path(f"/proc/{self.process.pid}/maps").read_text()

@@ -9,6 +9,7 @@ import subprocess
 
 from global_menu import GlobalMenu
 from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, wait_for
+from small_disk import SmallDisk
 from settings_portal import DARK, LIGHT, SettingsPortal
 
 IDLE_SECONDS = 10
@@ -133,6 +134,55 @@ class ProgramTest(PlannerTestCase):
         self.assertEqual(code, 1)
         self.assertIn(chinese, output)
         self.assertIn(english, output)
+
+    def start_on_small_disk(self):
+        """A planner with a to-do that has no room on the disk, and the disk."""
+        if not SmallDisk.is_possible():
+            self.skipTest("a file system can be mounted neither as root nor in a user name space")
+        disk = SmallDisk(self.data)
+        planner = self.start(launcher=disk.launcher)
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.keys("key", "Escape")
+        planner.press("list item", "待办")
+        disk.fill(planner.process)
+        planner.type_into("例如：提交周报", "Water the plants")
+        planner.press("push button", "添加待办")
+        planner.wait("status bar", "有更改尚未保存")
+        return planner, disk
+
+    def test_closing_on_a_full_disk_asks_and_keeps_trying(self):
+        planner, disk = self.start_on_small_disk()
+        planner.close_window()
+        planner.wait("dialog", "不保存就退出？")
+        planner.keys("key", "Escape")
+        planner.wait_gone("dialog")
+        planner.wait("check box", "Water the plants")
+
+        disk.make_room(planner.process)
+        planner.wait_gone("status bar", "有更改尚未保存")
+        disk.fill(planner.process)
+        planner.press("check box", "Water the plants")
+        planner.wait("status bar", "有更改尚未保存")
+        planner.close_window()
+        planner.press("push button", "不保存并退出")
+        code, output = planner.end()
+        self.assertEqual(code, 0)
+        self.assertIn("Changes could not be saved and are lost.", output)
+
+    def test_the_end_of_a_session_saves_what_it_can(self):
+        planner, disk = self.start_on_small_disk()
+        disk.make_room(planner.process)
+        planner.process.terminate()
+        code, output = planner.end()
+        self.assertEqual(code, 0)
+        self.assertNotIn("lost", output)
+
+    def test_the_end_of_a_session_tells_what_is_lost(self):
+        planner, _ = self.start_on_small_disk()
+        planner.process.terminate()
+        code, output = planner.end()
+        self.assertEqual(code, 0)
+        self.assertIn("Changes could not be saved and are lost.", output)
 
     def test_a_directory_that_cannot_be_written_is_told(self):
         obstacle = pathlib.Path(self.home.name) / "file"

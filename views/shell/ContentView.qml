@@ -18,7 +18,11 @@ FocusScope {
     property alias showNamePrompt: namePrompt.isShown
     property alias showAbout: aboutDialog.isShown
     property alias showUnreadable: unreadableDialog.isShown
+    property alias showUnsaved: unsavedDialog.isShown
     readonly property Item screen: loader.item as Item
+
+    /// The user would rather lose what could not be saved than stay.
+    signal quitUnsavedChosen
 
     focus: true
     onSectionChanged: {
@@ -89,6 +93,12 @@ FocusScope {
 
     UnreadableDialog {
         id: unreadableDialog
+    }
+
+    UnsavedDialog {
+        id: unsavedDialog
+
+        onQuitChosen: view.quitUnsavedChosen()
     }
 
     AboutDialog {

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Shell
+import Tessaly.Store
 import Tessaly.Ui
 
 /// The column at the window's left: the screens, the menu, the settings.
@@ -23,7 +24,7 @@ Rectangle {
         id: scroll
 
         anchors.top: parent.top
-        anchors.bottom: settings.top
+        anchors.bottom: unsavedLine.visible ? unsavedLine.top : settings.top
         width: parent.width - edge.width
         clip: true
         contentHeight: list.y + list.height + 10
@@ -69,6 +70,17 @@ Rectangle {
                 }
             }
         }
+    }
+
+    StatusLine {
+        id: unsavedLine
+
+        x: 20
+        width: parent.width - edge.width - 2 * x
+        anchors.bottom: settings.top
+        anchors.bottomMargin: 10
+        message: PlannerStore.hasUnsavedChanges ? Language.text("有更改尚未保存", "Some changes are not saved") : ""
+        visible: message !== ""
     }
 
     SettingsPanel {

@@ -160,6 +160,7 @@ private slots:
         QTest::newRow("name prompt") << QByteArray("showNamePrompt");
         QTest::newRow("clear dialog") << QByteArray("showClearConfirmation");
         QTest::newRow("about") << QByteArray("showAbout");
+        QTest::newRow("unsaved") << QByteArray("showUnsaved");
     }
 
     void everyTextFollowsTheLanguage()
@@ -314,6 +315,85 @@ private slots:
         QTRY_VERIFY2(!toastShows(), "there it would say the same as the status line");
     }
 
+    void unsavedChangesAreShownAsLongAsThereAreAny()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        const auto lineShows = [&ui] { return ui.find(QAccessible::StatusBar, QStringLiteral("有更改尚未保存")); };
+        QVERIFY(!lineShows());
+
+        makeUnsaved(ui);
+        for (const int section : {ShellModel::Overview, ShellModel::Schedule, ShellModel::Documents}) {
+            ui.setState("section", section);
+            QVERIFY(lineShows());
+        }
+
+        ui.planner.preferences.failWritesWith(std::nullopt);
+        ui.planner.store->retryUnsavedChanges();
+        QVERIFY(!lineShows());
+    }
+
+    void closingWithUnsavedChangesAsksFirst()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        makeUnsaved(ui);
+
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+            ui.window().close();
+            QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("留下")));
+            ui.press(key);
+            QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("不保存就退出？")));
+            QVERIFY(ui.window().isVisible());
+        }
+        ui.window().close();
+        QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("留下")));
+        QVERIFY(ui.click(QAccessible::Button, QStringLiteral("不保存并退出")));
+        QTRY_VERIFY(!ui.window().isVisible());
+    }
+
+    void theQuestionGoesOnceEverythingIsSaved()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        makeUnsaved(ui);
+        ui.window().close();
+        QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("留下")));
+
+        ui.planner.preferences.failWritesWith(std::nullopt);
+        ui.planner.store->retryUnsavedChanges();
+
+        QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("不保存就退出？")));
+        ui.window().close();
+        QVERIFY(!ui.window().isVisible());
+    }
+
+    void closingTriesToSaveOnceMore()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        makeUnsaved(ui);
+        ui.planner.preferences.failWritesWith(std::nullopt);
+
+        ui.window().close();
+
+        QVERIFY(!ui.window().isVisible());
+        QCOMPARE(ui.planner.saved()->reminders.size(), 1);
+    }
+
+    void aProgramThatStaysDoesNotAsk()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        makeUnsaved(ui);
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        const auto restore = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+
+        ui.window().close();
+
+        QVERIFY(!ui.window().isVisible());
+    }
+
     void theMenuHasItsTwoCommands()
     {
         WindowUnderTest ui;
@@ -398,6 +478,12 @@ private:
     {
         ui.planner.put(keys::hasAskedPreferredName, true);
         ui.open();
+    }
+
+    static void makeUnsaved(WindowUnderTest &ui)
+    {
+        ui.planner.preferences.failWritesWith(Error{ErrorCode::StorageFull, {}});
+        ui.planner.store->addReminder({.title = QStringLiteral("Water the plants")});
     }
 
     static bool isCancelFocused(const WindowUnderTest &ui)
