@@ -65,11 +65,10 @@ QByteArray activationToken()
     return {};
 }
 
-/// What is shown has one language, so it begins in that of the desktop, Chinese where there is none.
+/// What is shown has one language, so it begins in that of the desktop.
 AppLanguage demoLanguage()
 {
-    const QLocale::Language language = QLocale::system().language();
-    return language == QLocale::Chinese || language == QLocale::C ? AppLanguage::Chinese : AppLanguage::English;
+    return QLocale::system().language() == QLocale::Chinese ? AppLanguage::Chinese : AppLanguage::English;
 }
 
 int runPlanner(const CommandLine &commandLine)
@@ -80,12 +79,12 @@ int runPlanner(const CommandLine &commandLine)
     const Result<SingleInstance::Role> role =
         instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = activationToken()});
     if (!role)
-        return showStartFailure(role.error());
+        return showStartFailure(role.error(), commandLine.dataDirectory);
     if (role.value() == SingleInstance::Role::Second)
         return 0;
     const auto composition = Composition::forSystem(commandLine);
     if (!composition)
-        return showStartFailure(composition.error());
+        return showStartFailure(composition.error(), commandLine.dataDirectory);
     return runWindow(*composition.value(), &instance,
                      commandLine.isBackground ? Start::InBackground : Start::WithWindow);
 }

@@ -10,8 +10,13 @@
 #include <system_error>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <unistd.h>
+#else
+#include <QStorageInfo>
 #endif
 
 namespace tessaly {
@@ -37,6 +42,27 @@ bool makePrivateFolder(const QString &path)
     const QFileInfo folder(path);
     return folder.isDir() || (makePrivateFolder(folder.path()) &&
                               QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+bool isDiskFull(const QString &folder)
+{
+    QFileInfo nearest(folder);
+    while (!nearest.isDir() && nearest.path() != nearest.filePath())
+        nearest.setFile(nearest.path());
+#ifdef Q_OS_UNIX
+    QByteArray path = QFile::encodeName(nearest.filePath()) + "/room-XXXXXX";
+    const auto isSpaceLacking = [] { return errno == ENOSPC || errno == EDQUOT; };
+    const int file = ::mkstemp(path.data());
+    if (file < 0)
+        return isSpaceLacking();
+    const char byte = 0;
+    const bool isFull = ::write(file, &byte, 1) < 0 && isSpaceLacking();
+    ::close(file);
+    ::unlink(path.constData());
+    return isFull;
+#else
+    return QStorageInfo(nearest.filePath()).bytesAvailable() == 0;
+#endif
 }
 
 bool LocalFileSystem::exists(const QString &path) const

@@ -7,6 +7,8 @@ namespace tessaly {
 /// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
 /// exists afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);
+/// Whether not even a byte can be written in the folder, or where it would be made, for want of space.
+[[nodiscard]] bool isDiskFull(const QString &folder);
 
 /// The file system of the machine.
 class LocalFileSystem final : public FileSystem

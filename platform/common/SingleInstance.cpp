@@ -61,12 +61,12 @@ Result<SingleInstance::Role> SingleInstance::claim(const Wish &wish)
             return Role::First;
         }
         if (m_lock.error() != QLockFile::LockFailedError)
-            return Error{ErrorCode::StorageUnwritable, m_directory};
+            return Error{isDiskFull(m_directory) ? ErrorCode::StorageFull : ErrorCode::StorageUnwritable, {}};
         if (askFirst(wish))
             return Role::Second;
         // The first process may be about to start listening, or about to end.
         if (deadline.hasExpired())
-            return Error{ErrorCode::StorageLocked, m_directory};
+            return Error{ErrorCode::StorageLocked, {}};
         QThread::msleep(retryMs);
     }
 }

@@ -10,6 +10,7 @@ namespace {
 
 ErrorCode errorCode(int code, int systemError)
 {
+    const bool isSpaceLacking = systemError == ENOSPC || systemError == EDQUOT;
     switch (code & 0xff) {
     case SQLITE_FULL:
         return ErrorCode::StorageFull;
@@ -20,12 +21,12 @@ ErrorCode errorCode(int code, int systemError)
     case SQLITE_PERM:
     case SQLITE_AUTH:
     case SQLITE_CANTOPEN:
-        return ErrorCode::StorageUnwritable;
+        return isSpaceLacking ? ErrorCode::StorageFull : ErrorCode::StorageUnwritable;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
         return ErrorCode::StorageCorrupt;
     case SQLITE_IOERR:
-        if (systemError == ENOSPC)
+        if (isSpaceLacking)
             return ErrorCode::StorageFull;
         if (systemError == EROFS || systemError == EACCES)
             return ErrorCode::StorageUnwritable;

@@ -54,7 +54,7 @@ constexpr qint64 logBytesToMove = 4 * 1024 * 1024;
 constexpr qint64 logBytesLimit = 64 * 1024 * 1024;
 constexpr std::chrono::seconds idleTime(2);
 
-Error failure(ErrorCode code, const QString &detail)
+Error failure(ErrorCode code, const QString &detail = {})
 {
     return {code, detail};
 }
@@ -74,7 +74,7 @@ Result<void> createFile(const QString &path)
             return connection.error(code);
     }
     if (!QFile::setPermissions(unfinished, QFile::ReadOwner | QFile::WriteOwner) || !QFile::rename(unfinished, path))
-        return failure(ErrorCode::StorageUnwritable, path);
+        return failure(ErrorCode::StorageUnwritable);
     return {};
 }
 
@@ -95,11 +95,11 @@ Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::open(const QString
 {
     const QString path = QDir(directory).filePath(fileName);
     if (!makePrivateFolder(directory))
-        return failure(ErrorCode::StorageUnwritable, directory);
+        return failure(isDiskFull(directory) ? ErrorCode::StorageFull : ErrorCode::StorageUnwritable);
     if (!QFileInfo::exists(path)) {
         // A log without its file is all that is left of a planner; a new file would swallow it.
         if (QFileInfo(path + QStringLiteral("-wal")).size() > 0)
-            return failure(ErrorCode::StorageCorrupt, path);
+            return failure(ErrorCode::StorageCorrupt);
         if (Result<void> created = createFile(path); !created)
             return created.error();
     }
@@ -113,7 +113,7 @@ Result<void> SqlitePreferences::openFile(const QString &path, std::chrono::milli
 {
     int code = m_connection.open(path, SqliteConnection::Creation::Refused);
     if (code == SQLITE_OK && sqlite3_db_readonly(m_connection.handle(), "main") != 0)
-        return failure(ErrorCode::StorageUnwritable, path);
+        return failure(ErrorCode::StorageUnwritable);
     if (code == SQLITE_OK)
         code = sqlite3_busy_timeout(m_connection.handle(), static_cast<int>(lockWait.count()));
     if (code == SQLITE_OK)
@@ -148,7 +148,7 @@ Result<void> SqlitePreferences::check()
     if (Result<void> read = readPragma(m_connection, "PRAGMA user_version", version); !read)
         return read;
     if (application != applicationId)
-        return failure(ErrorCode::StorageCorrupt, fileName);
+        return failure(ErrorCode::StorageCorrupt);
     if (version > schemaVersion)
         return failure(ErrorCode::StorageNewer, QString::number(version));
 
@@ -164,11 +164,11 @@ Result<void> SqlitePreferences::check()
     SqliteStatement danglingKeys(m_connection, "SELECT count(*) FROM preference"
                                                " WHERE value_id NOT IN (SELECT id FROM stored_value)");
     if (danglingKeys.step() != SQLITE_ROW || danglingKeys.integer(0) != 0)
-        return failure(ErrorCode::StorageCorrupt, fileName);
+        return failure(ErrorCode::StorageCorrupt);
 
     SqliteStatement misfits(m_connection, misfittingBlobs);
     if (misfits.step() != SQLITE_ROW || misfits.integer(0) != 0)
-        return failure(ErrorCode::StorageCorrupt, fileName);
+        return failure(ErrorCode::StorageCorrupt);
     return {};
 }
 

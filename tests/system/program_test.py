@@ -63,7 +63,7 @@ class ProgramTest(PlannerTestCase):
         portal = SettingsPortal(DARK)
         self.addCleanup(portal.close)
         planner = self.start("--demo")
-        planner.wait("list item", "概览")
+        planner.wait("list item", "Overview")
 
         def is_sidebar_dark():
             pixel = subprocess.run(["import", "-window", planner.window(), "-crop", "1x1+4+300", "-depth", "8", "gray:-"],
@@ -121,19 +121,19 @@ class ProgramTest(PlannerTestCase):
 
     def test_an_open_week_uses_no_processor_time(self):
         planner = self.start("--demo")
-        planner.press("list item", "日程")
-        planner.wait("heading", "本周")
+        planner.press("list item", "Schedule")
+        planner.wait("heading", "This week")
         self.assertLessEqual(planner.ticks_while_idle(IDLE_SECONDS), 1)
 
-    def refusal(self, data, chinese, english):
+    def refusal(self, data, *parts, **more):
         """What a start says that cannot open its data; its window is left with the Esc key."""
-        planner = self.start(data=data)
+        planner = self.start(data=data, **more)
         planner.wait("push button", "关闭 / Close")
         planner.keys("key", "Escape")
         code, output = planner.end()
         self.assertEqual(code, 1)
-        self.assertIn(chinese, output)
-        self.assertIn(english, output)
+        for part in parts:
+            self.assertIn(part, output)
 
     def start_on_small_disk(self):
         """A planner with a to-do that has no room on the disk, and the disk."""
@@ -187,13 +187,27 @@ class ProgramTest(PlannerTestCase):
     def test_a_directory_that_cannot_be_written_is_told(self):
         obstacle = pathlib.Path(self.home.name) / "file"
         obstacle.write_text("")
-        self.refusal(obstacle / "data", "无法写入数据文件夹", "The data folder cannot be written")
+        self.refusal(obstacle / "data", "无法写入数据文件夹", f"文件夹：{obstacle}/data\n", "请检查该文件夹的权限",
+                     "The data folder cannot be written", f"Folder: {obstacle}/data\n", "Check the permissions")
+
+    def test_a_first_start_on_a_full_disk_is_told(self):
+        if not SmallDisk.is_possible():
+            self.skipTest("a file system can be mounted neither as root nor in a user name space")
+        disk = SmallDisk(self.data, is_full=True)
+        self.refusal(self.data / "new", "磁盘空间不足", "请腾出磁盘空间", "The disk is full", "Make room on the disk",
+                     launcher=disk.launcher)
+
+    def test_the_sample_data_is_in_the_language_of_the_desktop(self):
+        for locale, overview in (("zh_CN.UTF-8", "概览"), ("de_DE.UTF-8", "Overview"), ("C.UTF-8", "Overview")):
+            with self.subTest(locale=locale):
+                self.start("--demo", environment={"LC_ALL": locale}).wait("list item", overview)
 
     def test_a_damaged_database_is_told_and_left_alone(self):
         self.data.mkdir()
         database = self.data / "planner.sqlite"
         database.write_bytes(b"not a database" * 1000)
-        self.refusal(self.data, "数据文件已损坏", "The data file is damaged")
+        self.refusal(self.data, "数据文件已损坏", f"文件：{database}\n", "请用备份替换该文件",
+                     "The data file is damaged", f"File: {database}\n", "Replace the file by a backup")
         self.assertEqual(database.read_bytes(), b"not a database" * 1000)
 
     def test_a_value_that_cannot_be_put_together_is_told_and_left_alone(self):

@@ -5,10 +5,11 @@ import subprocess
 
 
 class SmallDisk:
-    def __init__(self, directory):
+    def __init__(self, directory, is_full=False):
         self.directory = pathlib.Path(directory)
         self.directory.mkdir()
-        mount = f"mount -t tmpfs -o size=4m tessaly '{self.directory}' && exec"
+        fill = f"dd if=/dev/zero of='{self.directory}/filler' 2>&-;" if is_full else ""
+        mount = f"mount -t tmpfs -o size=4m tessaly '{self.directory}' && {fill} exec"
         # As root, or in a name space in which the user may mount, and then in another where the user is the user again.
         again = "" if os.getuid() == 0 else f" unshare --map-user={os.getuid()} --map-group={os.getgid()}"
         rights = "-m" if os.getuid() == 0 else "-rm"
