@@ -40,12 +40,14 @@ QString DocumentFolder::documentPath(const QUuid &documentID) const
     return m_path + u'/' + uuidText(documentID) + u".md"_s;
 }
 
-QString DocumentFolder::text(const QUuid &documentID)
+DocumentText DocumentFolder::read(const QUuid &documentID)
 {
-    const std::optional<QByteArray> bytes = m_files.read(documentPath(documentID));
+    const QString path = documentPath(documentID);
+    const std::optional<QByteArray> bytes = m_files.read(path);
     if (!bytes) {
         m_knownDigests.remove(documentID);
-        return {};
+        const bool isMissing = m_files.canOpen(m_path) && !m_files.exists(path);
+        return {.state = isMissing ? DocumentText::State::Missing : DocumentText::State::Unreadable};
     }
     // Stateless: what is cut short at the end is an error, too.
     QStringDecoder decoder(QStringDecoder::Utf8,
@@ -54,10 +56,15 @@ QString DocumentFolder::text(const QUuid &documentID)
     if (decoder.hasError()) {
         // Text that cannot be shown was not seen by the user: saving must keep it.
         m_knownDigests.remove(documentID);
-        return {};
+        return {.state = DocumentText::State::Unreadable};
     }
     m_knownDigests.insert(documentID, digest(*bytes));
-    return text;
+    return {.state = DocumentText::State::Read, .text = std::move(text)};
+}
+
+bool DocumentFolder::canWrite() const
+{
+    return m_files.canWriteIn(m_path);
 }
 
 DocumentWrite DocumentFolder::write(const QUuid &documentID, const QString &text)
@@ -65,7 +72,10 @@ DocumentWrite DocumentFolder::write(const QUuid &documentID, const QString &text
     m_files.makeFolder(m_path);
     const QByteArray bytes = text.toUtf8();
     std::optional<QString> kept = keepForeignVersion(documentID, bytes);
-    if (!kept || !m_files.write(documentPath(documentID), bytes))
+    if (!kept)
+        return {};
+    // A text that cannot be written may stand there already.
+    if (!m_files.write(documentPath(documentID), bytes) && m_files.read(documentPath(documentID)) != bytes)
         return {};
     m_knownDigests.insert(documentID, digest(bytes));
     return {true, *std::move(kept)};

@@ -12,6 +12,20 @@ namespace tessaly {
 
 class FileSystem;
 
+/// What was read of a document.
+struct DocumentText
+{
+    enum class State {
+        Read,
+        Missing,    ///< the folder has no such file
+        Unreadable, ///< the folder is out of reach, or the file cannot be read or is not UTF-8
+    };
+
+    State state = State::Missing;
+    /// Empty unless it was read.
+    QString text = {};
+};
+
 /// How a document was written.
 struct DocumentWrite
 {
@@ -42,8 +56,10 @@ public:
     [[nodiscard]] const QString &path() const { return m_path; }
     [[nodiscard]] QString documentPath(const QUuid &documentID) const;
 
-    /// The text of the document; empty when its file is missing or not UTF-8. Remembers it as the version known here.
-    [[nodiscard]] QString text(const QUuid &documentID);
+    /// Remembers what it reads as the version known here.
+    [[nodiscard]] DocumentText read(const QUuid &documentID);
+    /// Whether a document can be written at all.
+    [[nodiscard]] bool canWrite() const;
     /// Names the version of the file that was last read or written here; empty when there was none.
     [[nodiscard]] QByteArray knownVersion(const QUuid &documentID) const { return m_knownDigests.value(documentID); }
     /// Takes this one for the version that was last read: any other that is found is that of another program.
@@ -51,7 +67,7 @@ public:
     {
         m_knownDigests.insert(documentID, version);
     }
-    /// Writes the text at once and durably. A version that another program has written since the last text() or write()
+    /// Writes the text at once and durably. A version that another program has written since the last read() or write()
     /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number. On failure, also of that, the former
     /// file stands.
     DocumentWrite write(const QUuid &documentID, const QString &text);

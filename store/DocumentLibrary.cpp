@@ -150,9 +150,9 @@ std::optional<MarkdownDocument> DocumentLibrary::importMarkdownFiles(const QList
     return last;
 }
 
-QString DocumentLibrary::documentContent(const MarkdownDocument &document)
+DocumentText DocumentLibrary::readDocument(const MarkdownDocument &document)
 {
-    return m_folder.text(document.id);
+    return m_folder.read(document.id);
 }
 
 DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, const QString &content)

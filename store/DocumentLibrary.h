@@ -55,8 +55,16 @@ public:
     std::optional<MarkdownDocument> importMarkdownFiles(const QList<QUrl> &files,
                                                         const std::optional<QUuid> &categoryID);
 
-    /// Empty when the file is missing or not UTF-8 text.
-    [[nodiscard]] QString documentContent(const MarkdownDocument &document);
+    /// Empty when the file is missing, cannot be read or is not UTF-8 text.
+    [[nodiscard]] QString documentContent(const MarkdownDocument &document) { return readDocument(document).text; }
+    /// The same, with why it is empty.
+    [[nodiscard]] DocumentText readDocument(const MarkdownDocument &document);
+    /// Whether documents can be saved where they are kept.
+    [[nodiscard]] bool canSaveDocuments() const { return m_folder.canWrite(); }
+    [[nodiscard]] QString documentPath(const MarkdownDocument &document) const
+    {
+        return m_folder.documentPath(document.id);
+    }
     /// Writes the text and sets the time of the last change. When the text is not on the disk, the former text stands
     /// there.
     [[nodiscard]] DocumentWrite saveDocument(const MarkdownDocument &document, const QString &content);
@@ -64,7 +72,7 @@ public:
     /// when it is on the disk.
     bool keepDraft(const MarkdownDocument &document, DocumentDraft draft);
     /// What was kept of a document and never saved; nothing when that is what the document says anyway. Saving after
-    /// this keeps what another program has written since the draft was begun. To be called after documentContent().
+    /// this keeps what another program has written since the draft was begun. To be called after the document was read.
     [[nodiscard]] std::optional<DocumentDraft> takeUpDraft(const MarkdownDocument &document, const QString &content);
     /// A blank title is ignored.
     void renameDocument(const MarkdownDocument &document, const QString &title);

@@ -12,7 +12,7 @@ bool FakeFileSystem::exists(const QString &path) const
 
 std::optional<QByteArray> FakeFileSystem::read(const QString &path) const
 {
-    const auto found = m_files.constFind(path);
+    const auto found = canRead(path) ? m_files.constFind(path) : m_files.cend();
     return found == m_files.cend() ? std::nullopt : std::optional(*found);
 }
 
@@ -28,9 +28,14 @@ QStringList FakeFileSystem::fileNames(const QString &folder) const
     return names;
 }
 
-bool FakeFileSystem::canOpen(const QString &) const
+bool FakeFileSystem::canOpen(const QString &folder) const
 {
-    return true;
+    return canRead(folder);
+}
+
+bool FakeFileSystem::canRead(const QString &path) const
+{
+    return m_unreadable.isEmpty() || !(path + u'/').startsWith(m_unreadable + u'/');
 }
 
 bool FakeFileSystem::canWriteIn(const QString &) const

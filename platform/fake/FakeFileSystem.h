@@ -27,12 +27,18 @@ public:
     /// While true, nothing can be changed.
     void setReadOnly(bool isReadOnly) { m_isReadOnly = isReadOnly; }
 
+    /// What has the path, or is in the folder of that path, is there but cannot be read.
+    void setUnreadable(const QString &path) { m_unreadable = path; }
+
     /// The next so many writes fail.
     void failNextWrites(int count) { m_failingWrites = count; }
 
 private:
+    [[nodiscard]] bool canRead(const QString &path) const;
+
     QMap<QString, QByteArray> m_files;
     bool m_isReadOnly = false;
+    QString m_unreadable;
     int m_failingWrites = 0;
 };
 

@@ -24,14 +24,14 @@ private slots:
     {
         DocumentFolder folder(m_files, newFolder());
         const QUuid id = QUuid::createUuid();
-        QCOMPARE(folder.text(id), QString());
+        QCOMPARE(folder.read(id).text, QString());
 
         QVERIFY(folder.write(id, u"# 标题\r\n\tcode 😀"_s));
-        QCOMPARE(folder.text(id), u"# 标题\r\n\tcode 😀"_s);
+        QCOMPARE(folder.read(id).text, u"# 标题\r\n\tcode 😀"_s);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{uuidText(id) + u".md"_s});
 
         folder.remove(id);
-        QCOMPARE(folder.text(id), QString());
+        QCOMPARE(folder.read(id).text, QString());
     }
 
     void aVersionFromElsewhereIsKeptBesideOurs_data()
@@ -53,14 +53,44 @@ private slots:
         QVERIFY(m_files.write(folder.documentPath(id), foreign));
 
         if (isOpened)
-            QCOMPARE(folder.text(id), QString());
+            QCOMPARE(folder.read(id).text, QString());
         const QString kept = uuidText(id) + u" (changed elsewhere).md"_s;
         QCOMPARE(folder.write(id, u"ours, later"_s).keptVersion, kept);
         QCOMPARE(folder.write(id, u"ours, later still"_s).keptVersion, QString());
 
-        QCOMPARE(folder.text(id), u"ours, later still"_s);
+        QCOMPARE(folder.read(id).text, u"ours, later still"_s);
         QCOMPARE(m_files.read(folder.path() + u'/' + kept), foreign);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+    }
+
+    void whyATextIsEmptyIsTold_data()
+    {
+        using State = DocumentText::State;
+        using Step = std::function<void(const QString &path)>;
+        QTest::addColumn<Step>("prepare");
+        QTest::addColumn<State>("state");
+        QTest::newRow("an empty file") << Step([](const QString &) {}) << State::Read;
+        QTest::newRow("no file") << Step([](const QString &path) { QVERIFY(QFile::remove(path)); }) << State::Missing;
+        QTest::newRow("no folder") << Step([](const QString &path) {
+            QVERIFY(QFileInfo(path).dir().removeRecursively());
+        }) << State::Unreadable;
+        QTest::newRow("a folder of its name")
+            << Step([](const QString &path) { QVERIFY(QFile::remove(path) && QDir().mkpath(path)); })
+            << State::Unreadable;
+        QTest::newRow("not UTF-8") << Step([this](const QString &path) { QVERIFY(m_files.write(path, "caf\xe9")); })
+                                   << State::Unreadable;
+    }
+
+    void whyATextIsEmptyIsTold()
+    {
+        QFETCH(const std::function<void(const QString &)>, prepare);
+        QFETCH(const DocumentText::State, state);
+        DocumentFolder folder(m_files, newFolder());
+        const QUuid id = QUuid::createUuid();
+        QVERIFY(folder.write(id, QString()));
+        prepare(folder.documentPath(id));
+        QCOMPARE(folder.read(id).state, state);
+        QCOMPARE(folder.read(id).text, QString());
     }
 
     void imagesGetNamesOfTheirOwnAndAnEncodedLink()
@@ -99,8 +129,8 @@ private slots:
 
         QCOMPARE(folder.moveTo(newPath, {moved, there, MarkdownDocument()}), DocumentsMove::Done);
 
-        QCOMPARE(folder.text(moved.id), u"moved"_s);
-        QCOMPARE(folder.text(there.id), u"new"_s);
+        QCOMPARE(folder.read(moved.id).text, u"moved"_s);
+        QCOMPARE(folder.read(there.id).text, u"new"_s);
         QCOMPARE(m_files.read(newPath + u"/Assets/a.png"_s), QByteArray("a"));
         QCOMPARE(m_files.read(newPath + foreign), QByteArray("theirs"));
         QCOMPARE(m_files.read(oldPath + u'/' + uuidText(there.id) + u".md"_s), QByteArray("old"));
@@ -133,7 +163,7 @@ private slots:
 
         QCOMPARE(folder.moveTo(path + u'/' + chosen, {document}), outcome);
 
-        QCOMPARE(folder.text(document.id), u"text"_s);
+        QCOMPARE(folder.read(document.id).text, u"text"_s);
         QVERIFY(m_files.exists(folder.path() + u"/Assets/a.png"_s));
         QCOMPARE(folder.path() == path, outcome != DocumentsMove::Done);
         QCOMPARE(m_files.fileNames(path + u"/Assets"_s).isEmpty(), outcome == DocumentsMove::Done);

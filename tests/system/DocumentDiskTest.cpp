@@ -44,13 +44,13 @@ private slots:
         QVERIFY(!folder.write(id, long100K));
         QVERIFY(!folder.write(QUuid::createUuid(), long100K));
         QVERIFY(!folder.importImage(id, QUrl::fromLocalFile(QCoreApplication::applicationFilePath())));
-        QCOMPARE(folder.text(id), u"before"_s);
+        QCOMPARE(folder.read(id).text, u"before"_s);
         // No part of a file is left lying.
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{uuidText(id) + u".md"_s});
 
         mend(disk);
         QVERIFY(folder.write(id, long100K));
-        QCOMPARE(folder.text(id), long100K);
+        QCOMPARE(folder.read(id).text, long100K);
     }
 
     void movingToADiskThatIsFullLeavesWhatDoesNotFit()
@@ -67,8 +67,8 @@ private slots:
 
         QCOMPARE(folder.moveTo(disk.directory() + u"/new"_s, {large, fits}), DocumentsMove::Incomplete);
 
-        QCOMPARE(folder.text(fits.id), u"small"_s);
-        QCOMPARE(folder.text(large.id), QString());
+        QCOMPARE(folder.read(fits.id).text, u"small"_s);
+        QCOMPARE(folder.read(large.id).text, QString());
         QCOMPARE(QFileInfo(oldLarge).size(), 9'000'000);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
@@ -86,13 +86,16 @@ private slots:
             if (!user.isOrdinary())
                 QSKIP("root cannot give up its rights here");
             QVERIFY(!folder.write(id, u"after"_s));
+            QVERIFY(!folder.canWrite());
+            // It is there as it is to be.
+            QVERIFY(folder.write(id, u"before"_s));
             folder.remove(id);
             DocumentFolder other(m_files, directory.path() + u"/Other"_s);
             for (const QString &refused : {directory.path(), directory.path() + u"/new"_s})
                 QCOMPARE(other.moveTo(refused, {}), DocumentsMove::RefusedUnusable);
             QCOMPARE(other.path(), directory.path() + u"/Other"_s);
         }
-        QCOMPARE(folder.text(id), u"before"_s);
+        QCOMPARE(folder.read(id).text, u"before"_s);
         QVERIFY(QFile::setPermissions(directory.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     }
 };

@@ -54,6 +54,7 @@ RowLayout {
     ToolbarButton {
         isNarrow: toolbar.isNarrow
         label: Language.text("插入图片", "Insert image")
+        enabled: !toolbar.editor.isUnreadable
         iconName: "image"
         onClicked: {
             toolbar.acted();
@@ -63,6 +64,7 @@ RowLayout {
     ToolbarButton {
         isNarrow: toolbar.isNarrow
         label: Language.text("复制到公众号", "Copy for WeChat")
+        enabled: !toolbar.editor.isUnreadable
         iconName: "copy"
         onClicked: {
             toolbar.acted();

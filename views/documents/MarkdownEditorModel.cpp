@@ -56,8 +56,11 @@ void MarkdownEditorModel::open(const QString &documentId)
     m_document = library().documents().at(row);
     m_title = m_document->title;
     m_categoryID = m_document->categoryID;
-    m_source.load(library().documentContent(*m_document));
+    DocumentText file = library().readDocument(*m_document);
+    m_source.load(file.text);
+    m_isBlank = file.state != DocumentText::State::Read;
     takeUpDraft();
+    tellOfFault(file.state);
     m_previewContent = m_source.text();
     connect(m_store, &PlannerStore::interfaceLanguageChanged, this, &MarkdownEditorModel::categoriesChanged);
     connect(&library(), &DocumentLibrary::documentCategoriesChanged, this, &MarkdownEditorModel::categoriesChanged);
@@ -67,7 +70,7 @@ void MarkdownEditorModel::open(const QString &documentId)
     emit categoryChanged();
     emit previewContentChanged();
     emit messageChanged();
-    connect(&m_source, &SourceText::edited, this, &MarkdownEditorModel::changed);
+    connect(&m_source, &SourceText::edited, this, &MarkdownEditorModel::onTextEdited);
     connect(this, &MarkdownEditorModel::titleChanged, this, &MarkdownEditorModel::changed);
     connect(this, &MarkdownEditorModel::categoryChanged, this, &MarkdownEditorModel::changed);
 }
@@ -80,8 +83,33 @@ void MarkdownEditorModel::takeUpDraft()
     m_title = draft->title;
     m_categoryID = draft->categoryID;
     m_source.load(draft->content);
+    m_isBlank = false;
+    m_isTextUnsaved = true;
     m_draftMessage =
         m_store->text(u"已恢复上次未保存的修改。"_s, u"Changes that had not been saved were brought back."_s);
+}
+
+void MarkdownEditorModel::tellOfFault(DocumentText::State state)
+{
+    m_isUnreadable = state == DocumentText::State::Unreadable && m_isBlank;
+    if (m_isUnreadable)
+        m_openFailure = m_store
+                            ->text(u"无法读取此文档的文件，因此无法显示或修改其文字：%1"_s,
+                                   u"The file of this document cannot be read, so its text can be neither shown nor "
+                                   "changed: %1"_s)
+                            .arg(library().documentPath(*m_document));
+    else if (!library().canSaveDocuments())
+        m_openFailure = m_store
+                            ->text(u"无法写入保存位置，修改将无法保存：%1"_s,
+                                   u"The save location cannot be written to, so changes cannot be saved: %1"_s)
+                            .arg(library().documentSaveLocation());
+}
+
+void MarkdownEditorModel::onTextEdited()
+{
+    m_isBlank = false;
+    m_isTextUnsaved = true;
+    changed();
 }
 
 void MarkdownEditorModel::changed()
@@ -95,7 +123,8 @@ bool MarkdownEditorModel::keepDraft()
 {
     m_pauseTimer.stop();
     m_draftTimer.stop();
-    return library().keepDraft(*m_document, {m_title, m_categoryID, m_source.textToSave()});
+    // Brought back, a text of nobody would stand in the place of the real one.
+    return !m_isBlank && library().keepDraft(*m_document, {m_title, m_categoryID, m_source.textToSave()});
 }
 
 void MarkdownEditorModel::showSource(QQuickTextDocument *document, int lineHeight)
@@ -138,7 +167,7 @@ void MarkdownEditorModel::updatePreview()
 bool MarkdownEditorModel::mayLeave()
 {
     const bool isWarned = !m_saveFailure.isEmpty() && m_isLeaveRefused;
-    if (save() || isWarned)
+    if (save() || isWarned || !m_isTextUnsaved)
         return true;
     m_isLeaveRefused = true;
     m_saveFailure +=
@@ -156,6 +185,8 @@ bool MarkdownEditorModel::save()
         return true;
     library().renameDocument(*m_document, m_title);
     library().setDocumentCategory(*m_document, m_categoryID);
+    if (m_isUnreadable)
+        return true;
     const DocumentWrite outcome = library().saveDocument(*m_document, m_source.textToSave());
     const bool isSaved = outcome.isWritten;
     m_isLeaveRefused = m_isLeaveRefused && !isSaved;
@@ -165,9 +196,12 @@ bool MarkdownEditorModel::save()
                                             "location, then save again."_s);
     m_keptVersionMessage = {};
     if (isSaved) {
+        m_isBlank = false;
+        m_isTextUnsaved = false;
         m_pauseTimer.stop();
         m_draftTimer.stop();
         m_draftMessage.clear();
+        m_openFailure.clear();
     } else {
         keepDraft();
     }
@@ -188,6 +222,8 @@ QString MarkdownEditorModel::message() const
 {
     if (!m_saveFailure.isEmpty())
         return m_saveFailure;
+    if (!m_openFailure.isEmpty())
+        return m_draftMessage.isEmpty() ? m_openFailure : m_draftMessage + u' ' + m_openFailure;
     const QString &keptVersion = m_keptVersionMessage.in(m_store->interfaceLanguage());
     const bool isBoth = !m_copyMessage.isEmpty() && !keptVersion.isEmpty();
     if (m_copyMessage.isEmpty() && keptVersion.isEmpty())
@@ -198,7 +234,7 @@ QString MarkdownEditorModel::message() const
 
 void MarkdownEditorModel::close()
 {
-    if (!save())
+    if (!save() && m_isTextUnsaved)
         return;
     m_isClosed = true;
     emit closed();
@@ -206,7 +242,7 @@ void MarkdownEditorModel::close()
 
 void MarkdownEditorModel::insertImage()
 {
-    if (!m_document)
+    if (!m_document || m_isUnreadable)
         return;
     const FileDialogs::FileQuestion question{.title = m_store->text(u"选择图片"_s, u"Choose image"_s),
                                              .extensions = imageExtensions()};
@@ -227,6 +263,8 @@ void MarkdownEditorModel::takeImage(const QUrl &image)
 
 void MarkdownEditorModel::copyForWeChat()
 {
+    if (m_isUnreadable)
+        return;
     save();
     setCopyMessage(m_store->text(u"正在生成公众号格式…"_s, u"Preparing WeChat formatting…"_s), false);
     emit copyRequested(content());

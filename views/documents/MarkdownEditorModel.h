@@ -15,7 +15,8 @@
 namespace tessaly {
 
 /// The state of the editor of one document. The document is not saved while typing, but at the latest when the editor
-/// goes; should the program go down before that, the next editor brings back what was typed from a draft.
+/// goes; should the program go down before that, the next editor brings back what was typed from a draft. The text of a
+/// document that cannot be read is neither changed nor saved.
 class MarkdownEditorModel : public QObject
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ class MarkdownEditorModel : public QObject
     Q_PROPERTY(QString previewContent READ previewContent NOTIFY previewContentChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
     Q_PROPERTY(QStringList keptVersionTexts READ keptVersionTexts NOTIFY messageChanged)
+    Q_PROPERTY(bool isUnreadable MEMBER m_isUnreadable NOTIFY opened)
     Q_PROPERTY(bool needsShaping READ needsShaping NOTIFY needsShapingChanged)
     Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY messageChanged)
 
@@ -63,8 +65,8 @@ public:
     void setCategory(int entry);
     /// What the preview shows: the source, 240 milliseconds after the last key of a burst.
     [[nodiscard]] const QString &previewContent() const { return m_previewContent; }
-    /// Why the text could not be saved, else where the last save kept the version of another program and how the last
-    /// copy went, else that the text is that of a draft; may be empty.
+    /// Why the text could not be saved, read or will not be saved, else where the last save kept the version of another
+    /// program and how the last copy went, else that the text is that of a draft; may be empty.
     [[nodiscard]] QString message() const;
     /// Where the last save kept the version of another program, in Chinese and in English; both empty if it did not.
     [[nodiscard]] QStringList keptVersionTexts() const
@@ -72,14 +74,17 @@ public:
         return {m_keptVersionMessage.chinese, m_keptVersionMessage.english};
     }
     /// Whether the message tells of a failure.
-    [[nodiscard]] bool hasFailed() const { return !m_saveFailure.isEmpty() || m_hasCopyFailed; }
+    [[nodiscard]] bool hasFailed() const
+    {
+        return !m_saveFailure.isEmpty() || !m_openFailure.isEmpty() || m_hasCopyFailed;
+    }
 
     /// Saves title, category and text. False when the text is not on the disk; the message then says so.
     Q_INVOKABLE bool save();
     /// Saves before the window goes. What cannot be saved holds the window once, and the message then says that the
     /// next time it is given up.
     Q_INVOKABLE bool mayLeave();
-    /// Saves, and emits closed() when everything is on the disk.
+    /// Saves, and emits closed() when everything that was typed is on the disk.
     Q_INVOKABLE void close();
     /// Lets the user choose a picture and adds its link to the end of the source.
     Q_INVOKABLE void insertImage();
@@ -112,6 +117,8 @@ private:
     [[nodiscard]] DocumentLibrary &library() const { return m_store->documentLibrary(); }
     void updatePreview();
     void takeUpDraft();
+    void tellOfFault(DocumentText::State state);
+    void onTextEdited();
     void changed();
     bool keepDraft();
     void setCopyMessage(const QString &message, bool hasFailed);
@@ -132,6 +139,12 @@ private:
     MarkdownMode m_mode = MarkdownMode::Split;
     QString m_copyMessage;
     bool m_hasCopyFailed = false;
+    /// Whether the file could not be read, and there is no draft in its place.
+    bool m_isUnreadable = false;
+    /// Whether the text is neither that of a file nor one that somebody has typed.
+    bool m_isBlank = true;
+    bool m_isTextUnsaved = false; ///< it was typed and is not on the disk
+    QString m_openFailure;
     QString m_saveFailure;
     TextPair m_keptVersionMessage;
     QString m_draftMessage;

@@ -158,6 +158,7 @@ T.Popup {
                 width: content.hasPreview ? content.half : content.width
                 height: parent.height
                 visible: content.hasSource
+                isReadOnly: viewModel.isUnreadable
                 sourceFont: viewModel.fontOf(Theme.sourceFamilies, Theme.source.size, viewModel.needsShaping)
             }
             Separator {

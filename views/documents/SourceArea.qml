@@ -11,6 +11,7 @@ Rectangle {
     property alias textArea: field
     /// A font of Theme.sourceFamilies.
     required property font sourceFont
+    required property bool isReadOnly
 
     function takeFocus(reason: int) {
         field.forceActiveFocus(reason);
@@ -68,6 +69,7 @@ Rectangle {
             // A new colour, though nobody sees that it is one, has all lines in view drawn anew. After a change of the
             // selection alone, Qt 6.4 draws those above it a second time over themselves.
             selectedTextColor: isRedrawn ? Theme.text : Qt.alpha(Theme.text, Theme.nearlyOpaque)
+            readOnly: area.isReadOnly
             selectByMouse: true
             persistentSelection: true
             wrapMode: TextEdit.Wrap

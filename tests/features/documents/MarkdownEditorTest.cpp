@@ -179,6 +179,7 @@ private slots:
         QCOMPARE(given.onDisk(), u"# a\nmore"_s);
 
         given.files.setReadOnly(true);
+        given.editor->append(u"and more"_s);
         QVERIFY(!given.editor->mayLeave());
         QVERIFY2(given.editor->message().endsWith(u"Closing the window once more gives it up."_s),
                  qPrintable(given.editor->message()));
@@ -187,7 +188,82 @@ private slots:
         given.files.setReadOnly(false);
         QVERIFY(given.editor->save());
         given.files.setReadOnly(true);
+        QVERIFY(given.editor->mayLeave());
+        given.editor->append(u"still more"_s);
         QVERIFY(!given.editor->mayLeave());
+    }
+
+    void aTextThatCannotBeReadIsToldAndLeftAlone_data()
+    {
+        QTest::addColumn<bool>("isFolder");
+        QTest::newRow("no right to the file") << false;
+        QTest::newRow("the folder is out of reach") << true;
+    }
+
+    void aTextThatCannotBeReadIsToldAndLeftAlone()
+    {
+        QFETCH(const bool, isFolder);
+        EditorDriver given(u"real"_s);
+        given.editor->close();
+        given.files.setUnreadable(isFolder ? u"/documents"_s : given.path());
+        given.open();
+        QCOMPARE(given.editor->message(),
+                 u"The file of this document cannot be read, so its text can be neither shown nor changed: "_s +
+                     given.path());
+        QVERIFY(given.editor->hasFailed() && given.editor->property("isUnreadable").toBool());
+
+        given.editor->setProperty("title", u"b"_s);
+        given.editor->insertImage();
+        QVERIFY(given.fileDialogs.questions().isEmpty());
+        QVERIFY(given.editor->mayLeave());
+        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
+        given.editor->close();
+        QCOMPARE(closed.size(), 1);
+        QCOMPARE(given.stored().title, u"b"_s);
+        QCOMPARE(given.files.paths(), QStringList{given.path()});
+
+        given.files.setUnreadable({});
+        given.open();
+        QCOMPARE(given.editor->content(), u"real"_s);
+        QCOMPARE(given.editor->message(), QString());
+    }
+
+    void aFolderThatTakesNothingIsToldAtOnceAndLetsGo()
+    {
+        EditorDriver given(u"real"_s);
+        given.editor->close();
+        given.files.setReadOnly(true);
+        given.document = given.has(u"new"_s);
+        const QStringList files = given.files.paths();
+        given.open();
+        QCOMPARE(given.editor->message(),
+                 u"The save location cannot be written to, so changes cannot be saved: /documents"_s);
+        QVERIFY(given.editor->hasFailed());
+
+        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
+        given.editor->setProperty("title", u"newer"_s);
+        QVERIFY(given.editor->mayLeave());
+        given.editor->close();
+        QCOMPARE(closed.size(), 1);
+        QCOMPARE(given.files.paths(), files);
+    }
+
+    void aBlankTextThatNobodyTypedIsNoDraft()
+    {
+        EditorDriver given(u"real"_s);
+        given.editor->close();
+        given.files.remove(given.path());
+        given.open();
+        given.files.failNextWrites(1);
+        given.editor->setProperty("title", u"b"_s);
+        given.editor->close();
+        QVERIFY(given.files.paths().isEmpty());
+
+        given.open();
+        given.editor->append(u"typed"_s);
+        given.files.failNextWrites(1);
+        QVERIFY(!given.editor->save());
+        QCOMPARE(given.files.paths().filter(u".json"_s).size(), 1);
     }
 
     void anEditorThatIsTakenAwaySavesWhatWasTyped()
