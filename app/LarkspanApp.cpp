@@ -50,6 +50,7 @@ LarkspanApp::~LarkspanApp() = default;
 bool LarkspanApp::load()
 {
     installImageProviders(m_engine);
+    ignoreHeldKeysOnButtons(m_engine);
     addEngineImportPaths(m_engine);
     m_engine.setInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));

@@ -11,4 +11,8 @@ void applyInterfaceFont();
 /// loads a file.
 void installImageProviders(QQmlEngine &engine);
 
+/// Lets a key that is held press a button once, for as long as the engine lives: the row that takes the place of a
+/// deleted one is not deleted as well.
+void ignoreHeldKeysOnButtons(QQmlEngine &engine);
+
 } // namespace tessaly

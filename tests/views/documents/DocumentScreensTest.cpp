@@ -5,6 +5,7 @@
 #include "ui/Ui.h"
 
 #include <QDesktopServices>
+#include <QMetaEnum>
 #include <QQuickStyle>
 
 using namespace Qt::StringLiterals;
@@ -135,6 +136,36 @@ private slots:
         QTRY_VERIFY(ui.hasFocus(button, u"Uncategorized"_s));
         QVERIFY(ui.planner.library().documents().isEmpty());
         QTRY_VERIFY(ui.visibleTexts().contains(u"No documents"_s));
+    }
+
+    void aHeldKeyDeletesOneDocument_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter})
+            QTest::newRow(QMetaEnum::fromType<Qt::Key>().valueToKey(key)) << key;
+    }
+
+    void aHeldKeyDeletesOneDocument()
+    {
+        QFETCH(const Qt::Key, key);
+        DocumentWindow ui;
+        ui.openLibrary();
+        for (const QString &title : {u"c"_s, u"b"_s, u"a"_s}) {
+            ui.planner.clock.advance(60);
+            (void)ui.planner.library().addDocument(title, {});
+        }
+        QTRY_VERIFY(ui.find(button, u"Delete, b"_s));
+        ui.find(button, u"Delete, b"_s)->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyPress(&ui.window(), key);
+        for (int repetition = 0; repetition < 5; ++repetition) {
+            for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+                QKeyEvent repeated(type, key, {}, QString(), true);
+                QCoreApplication::sendEvent(&ui.window(), &repeated);
+            }
+        }
+        QTest::keyRelease(&ui.window(), key);
+        QTRY_VERIFY(ui.hasFocus(button, u"Delete, c"_s));
+        QCOMPARE(ui.planner.library().documents().size(), 2);
     }
 
     void tabGoesDownTheScreenAlsoThroughRowsThatCameLater()
