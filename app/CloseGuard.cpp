@@ -29,6 +29,7 @@ bool CloseGuard::eventFilter(QObject *watched, QEvent *event)
 
 void CloseGuard::closeAnyway()
 {
+    QGuiApplication::setQuitOnLastWindowClosed(true);
     m_isOpen = true;
     m_window.close();
     m_isOpen = false;

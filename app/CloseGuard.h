@@ -20,7 +20,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public slots:
-    /// Closes the window whatever is lost.
+    /// Ends the program whatever is lost.
     void closeAnyway();
 
 signals:

@@ -8,6 +8,7 @@
 #include "ui/Ui.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQuickWindow>
 #include <QTimer>
@@ -59,6 +60,7 @@ bool LarkspanApp::load()
     if (!m_window)
         return false;
     guardClosing();
+    connect(m_window, SIGNAL(quitRequested()), this, SLOT(quit()));
     // What the user did elsewhere was done while another window was active.
     connect(m_window, &QWindow::activeChanged, &m_store, &PlannerStore::readLaunchAtLogin);
     return true;
@@ -116,6 +118,14 @@ void LarkspanApp::raise(const QByteArray &activationToken)
         m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();
     m_window->requestActivate();
+}
+
+void LarkspanApp::quit()
+{
+    const bool staysWithoutWindow = !QGuiApplication::quitOnLastWindowClosed();
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+    if (!m_window->close() && staysWithoutWindow)
+        QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
 void LarkspanApp::showReminders()

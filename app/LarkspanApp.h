@@ -51,6 +51,10 @@ public:
 
     [[nodiscard]] QQmlApplicationEngine &engine() { return m_engine; }
 
+public slots:
+    /// Closes the window as the user would, and ends the program, also one that stays without its window.
+    void quit();
+
 private:
     void guardClosing();
     void appear();

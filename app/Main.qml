@@ -16,6 +16,9 @@ ApplicationWindow {
     required property ShellModel shell
     readonly property alias content: contentView
 
+    /// The program is to end, also where closing the window would leave it running.
+    signal quitRequested
+
     minimumWidth: 920
     minimumHeight: Math.max(620, editor.leastHeight)
     width: 1180
@@ -62,6 +65,11 @@ ApplicationWindow {
         target: Theme
         property: "isReducedMotion"
         value: window.shell.hasReducedMotion
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: window.quitRequested()
     }
 
     ContentView {

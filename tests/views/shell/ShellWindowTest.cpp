@@ -394,6 +394,26 @@ private slots:
         QVERIFY(!ui.window().isVisible());
     }
 
+    void aProgramThatStaysEndsByItsKey()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        makeUnsaved(ui);
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        const auto restore = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+
+        QTest::keyClick(&ui.window(), Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("留下")));
+        QVERIFY(!QGuiApplication::quitOnLastWindowClosed());
+
+        ui.press(Qt::Key_Escape);
+        QTRY_VERIFY(!ui.find(QAccessible::Dialog, QStringLiteral("不保存就退出？")));
+        ui.planner.preferences.failWritesWith(std::nullopt);
+        QTest::keyClick(&ui.window(), Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(!ui.window().isVisible());
+        QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+    }
+
     void theMenuHasItsTwoCommands()
     {
         WindowUnderTest ui;
