@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
+import Tessaly.Ui
 
 /// A pop-up menu; its title is its name for assistive technology. A click outside closes it and presses nothing else.
 T.Menu {

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// Shows a colour and lets the user choose one of the palette or type a hex code. The value is "#RRGGBB", upper-case.
 T.AbstractButton {

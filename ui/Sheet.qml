@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
+import Tessaly.Ui
 
 /// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
 /// returns to the opener. Esc asks to leave; Return presses the button that has the focus, and the primary button where the
