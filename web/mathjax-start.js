@@ -12,9 +12,16 @@
   const waiting = new Set();
   const near = new Set();
 
+  // The typesetter itself places things by its style sheet; what \style says would lift a formula over the page.
+  const keepInPlace = element => {
+    for (const { style } of element.querySelectorAll("mjx-container [style*=position]"))
+      if (style.position !== "relative") style.removeProperty("position");
+  };
+
   const typesetSome = elements => last = last.then(async () => {
     await typeset(elements).catch(() => {});
     MathJax.startup.document.clear(); // What it keeps of each formula is for its menu.
+    elements.forEach(keepInPlace);
     const long = elements.flatMap(element => [...element.querySelectorAll("mjx-container:not([display])")])
       .filter(formula => formula.offsetWidth > longFormula);
     long.forEach(formula => formula.classList.add("long"));

@@ -17,6 +17,8 @@ private slots:
     void onlyPicturesThatTheTextNamesAreFetched();
     void aScriptThatGotInWouldReachNothing_data();
     void aScriptThatGotInWouldReachNothing();
+    void nothingLiesOverTheRestOfThePage_data();
+    void nothingLiesOverTheRestOfThePage();
     void hugeNestingDoesNotStopThePreview_data();
     void hugeNestingDoesNotStopThePreview();
 
@@ -157,6 +159,44 @@ void HostileDocumentTest::aScriptThatGotInWouldReachNothing()
                           ".then(() => outcome = 'reached', () => outcome = 'refused'); 0"_s.arg(script));
     QTRY_COMPARE(m_document->ask(u"outcome"_s), QVariant(u"refused"_s));
     QCOMPARE(m_server.connections(), before);
+}
+
+void HostileDocumentTest::nothingLiesOverTheRestOfThePage_data()
+{
+    QTest::addColumn<QString>("before");
+
+    const auto row = [](const char *name, const QString &before) { QTest::newRow(name) << before; };
+    const auto styled = [&row](const char *name, const QString &style) {
+        row(name, u"<div style='height:0'><a href='https://example.org/' style='display:block;width:100%;height:900px;"
+                  "background:#fff;%1'>over</a></div>"_s.arg(style));
+    };
+    styled("fixed", u"position:fixed;inset:0"_s);
+    styled("absolute", u"POSITION : absolute !important;top:0;left:0"_s);
+    styled("sticky", u"position:sticky;top:0;z-index:9"_s);
+    styled("moved", u"transform:translateY(-20px)"_s);
+    styled("of a variable", u"--p:fixed;position:var(--p);top:0"_s);
+    row("a negative margin", u"<a href='https://example.org/' style='display:inline-block;width:100%;height:900px;"
+                             "margin:0 0 -900px;opacity:.9'>over</a>"_s);
+    row("an open dialog", u"<dialog open style='width:100%;height:900px'>over</dialog>"_s);
+    row("a drawing", u"<svg width='1' height='1' overflow='visible' style='overflow:visible'>"
+                     "<rect x='-900' y='-900' width='2000' height='2000'/></svg>"_s);
+    row("an element of the typesetter",
+        u"$\\mathtip{x}{y}$ <mjx-status style='width:100%;height:900px'>over</mjx-status>"_s);
+    row("a formula", u"$\\style{position:fixed;top:0;left:0;width:900px;height:900px}{x}$"_s);
+}
+
+void HostileDocumentTest::nothingLiesOverTheRestOfThePage()
+{
+    QFETCH(const QString, before);
+    QVERIFY(m_document->show(before + u"\n\nthe text"_s));
+    QCOMPARE(m_document->ask(u"(() => {"
+                             "  const text = [...document.querySelectorAll('#content > p')].pop();"
+                             "  text.scrollIntoView({ block: 'center' });"
+                             "  const { left, top, height } = text.getBoundingClientRect();"
+                             "  const hit = document.elementFromPoint(left + 300, top + height / 2);"
+                             "  return text.innerText + (hit === text ? '' : ' under ' + (hit ?? {}).outerHTML);"
+                             "})()"_s),
+             QVariant(u"the text"_s));
 }
 
 void HostileDocumentTest::hugeNestingDoesNotStopThePreview_data()

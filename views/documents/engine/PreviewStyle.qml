@@ -14,6 +14,8 @@ QtObject {
         img{max-width:100%;object-fit:contain}
         th,td{overflow-wrap:break-word}
         div.table{overflow-x:auto}
+        #content dialog{position:static!important}
+        #content svg{overflow:hidden!important}
         mjx-container[jax="CHTML"][display="true"],mjx-container.long{overflow-x:auto;overflow-y:hidden}
         mjx-container[jax="CHTML"][display="true"]{padding:2px 0}
         mjx-container.long{display:inline-block;max-width:100%;vertical-align:middle}
