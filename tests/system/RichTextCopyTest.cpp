@@ -103,6 +103,13 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
         "<style>i{color:red}</style><i>d</i><meta name='x'><base href='x'><object></object>"_s,
         {u">a</b>"_s, u"<a style=[^>]*>b</a>"_s, u"<a style=[^>]*>c</a>"_s,
          u"<i style=\"color: rgb\\(34, 34, 34\\)"_s});
+    row("what loads but pictures",
+        u"<video autoplay src='https://load/'></video><audio src='https://load/'><source src='https://load/'></audio>"
+        "<picture><source srcset='https://load/'><img src='https://picture/' srcset='https://load/ 2x'></picture>"
+        "<svg><image href='https://load/'/><use xlink:href='https://load/'/><a href='https://link/'><text>a</text></a>"
+        "</svg><table background='https://load/'><tr><td>b</table><input type='image' src='https://load/'>"_s,
+        {u"^(?![\\s\\S]*https://load)"_s, u"<img src=\"https://picture/\""_s, u"<a href=\"https://link/\""_s,
+         u">b</td>"_s});
     row("alike but not the same", u"<b style='color:red'><i>a</i></b> <b><i>b</i></b> [c](d) <a>e</a>\n> *f*"_s,
         {u"<i style=\"color: rgb\\(255, 0, 0\\)[^>]*>a"_s, u"<i style=\"color: rgb\\(34, 34, 34\\)[^>]*>b"_s,
          u"<a [^>]*style=\"color: rgb\\(0, 0, 238\\)[^>]*>c"_s, u"<a style=\"color: rgb\\(34, 34, 34\\)[^>]*>e"_s,

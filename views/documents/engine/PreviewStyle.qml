@@ -20,6 +20,7 @@ QtObject {
         mjx-container[jax="CHTML"][display="true"]{padding:2px 0}
         mjx-container.long{display:inline-block;max-width:100%;vertical-align:middle}
         pre,code{font-family:${families(Theme.sourceFamilies)},monospace}
+        pre,code{font-variant-ligatures:none}
         pre{font-size:13px;line-height:1.5}
         pre code.hljs{background:transparent;padding:0}
         html{overflow:overlay}
