@@ -25,6 +25,14 @@ void DocumentDesktop::prepareEngine()
     ensureSharedOpenGL();
 }
 
+QStringList DocumentDesktop::copyOutcome(bool isCopied)
+{
+    return isCopied ? QStringList{QStringLiteral("已复制公众号富文本；公式已转为图片格式。"),
+                                  QStringLiteral("WeChat rich text copied; formulas were converted to images.")}
+                    : QStringList{QStringLiteral("格式生成失败，请检查网络后重试。"),
+                                  QStringLiteral("Formatting failed. Check your connection and try again.")};
+}
+
 void DocumentDesktop::setSources(const QUrl &preview, const QUrl &copier)
 {
     m_previewSource = preview;

@@ -37,6 +37,8 @@ public:
     [[nodiscard]] const QUrl &copierSource() const { return m_copierSource; }
     /// To be called before one of them is loaded.
     Q_INVOKABLE void prepareEngine();
+    /// What is said when a document has been copied, or could not be, in Chinese and in English.
+    Q_INVOKABLE static QStringList copyOutcome(bool isCopied);
     /// Takes other files for the two, in tests and where no engine is wanted. To be called before a document opens.
     void setSources(const QUrl &preview, const QUrl &copier);
 

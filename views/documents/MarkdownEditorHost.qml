@@ -3,7 +3,8 @@ import Tessaly.Documents
 import Tessaly.Ui
 
 /// Where the editor is presented: it stands beside the screens, so that no change of the screen can take away a text
-/// that is not saved. Its own place is that of the screens, for what is to be said once the editor is gone.
+/// that is not saved. Its own place is that of the screens, for what is to be said once the editor is gone. A copy that
+/// was begun in an editor goes on without it.
 Item {
     id: host
 
@@ -13,9 +14,43 @@ Item {
     readonly property MarkdownEditorPage page: loader.item as MarkdownEditorPage
     readonly property int leastHeight: page?.leastHeight ?? 0
 
+    property bool isCopying: false
+
     /// Asks the editor to save and close.
     function close() {
         page?.editor.close();
+    }
+
+    function copy(markdown: string) {
+        DocumentDesktop.prepareEngine();
+        copier.source = DocumentDesktop.copierSource;
+        const slot = copier.item as CopierSlot;
+        if (!slot) {
+            page.editor.refuseCopy();
+            return;
+        }
+        isCopying = true;
+        slot.copyRequested(markdown);
+    }
+
+    function finishCopy(isCopied: bool) {
+        isCopying = false;
+        if (page)
+            page.editor.finishCopy(isCopied);
+        else
+            host.tell(DocumentDesktop.copyOutcome(isCopied));
+        Qt.callLater(host.leaveEngine);
+    }
+
+    function tell(texts: list<string>) {
+        toast.texts = texts;
+        toast.show();
+    }
+
+    /// Lets the engine go when nothing needs it.
+    function leaveEngine() {
+        if (!isOpen && !isCopying)
+            copier.source = "";
     }
 
     Loader {
@@ -25,14 +60,27 @@ Item {
         // qmllint disable unqualified
         sourceComponent: MarkdownEditorPage {
             documentId: host.documentId
+            onCopyRequested: markdown => host.copy(markdown)
             onClosed: {
-                toast.texts = editor.keptVersionTexts;
+                const texts = editor.keptVersionTexts;
                 host.documentId = "";
                 // Nobody could have read it in the editor.
-                toast.show();
+                host.tell(texts);
+                host.leaveEngine();
             }
         }
         // qmllint enable unqualified
+    }
+
+    Loader {
+        id: copier
+    }
+    Connections {
+        function onFinished(isCopied: bool) {
+            host.finishCopy(isCopied);
+        }
+
+        target: copier.item as CopierSlot
     }
 
     Toast {

@@ -272,11 +272,8 @@ void MarkdownEditorModel::copyForWeChat()
 
 void MarkdownEditorModel::finishCopy(bool isCopied)
 {
-    setCopyMessage(isCopied ? m_store->text(u"已复制公众号富文本；公式已转为图片格式。"_s,
-                                            u"WeChat rich text copied; formulas were converted to images."_s)
-                            : m_store->text(u"格式生成失败，请检查网络后重试。"_s,
-                                            u"Formatting failed. Check your connection and try again."_s),
-                   !isCopied);
+    const QStringList outcome = DocumentDesktop::copyOutcome(isCopied);
+    setCopyMessage(m_store->text(outcome.first(), outcome.last()), !isCopied);
 }
 
 void MarkdownEditorModel::refuseCopy()

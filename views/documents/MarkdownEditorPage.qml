@@ -12,6 +12,9 @@ T.Popup {
     required property string documentId
     readonly property alias editor: viewModel
 
+    /// The text is to be copied as rich text; the editor is told how it went.
+    signal copyRequested(string markdown)
+
     readonly property int leastHeight: 640
     /// Below this width of the window the buttons with icons lose their words.
     readonly property int wordsFrom: 1080
@@ -45,30 +48,9 @@ T.Popup {
         store: PlannerStore
         desktop: DocumentDesktop
         onClosed: page.close()
-        onCopyRequested: markdown => {
-            DocumentDesktop.prepareEngine();
-            copier.active = true;
-            const slot = copier.item as CopierSlot;
-            if (slot)
-                slot.copyRequested(markdown);
-            else
-                viewModel.refuseCopy();
-        }
+        onCopyRequested: markdown => page.copyRequested(markdown)
     }
 
-    Loader {
-        id: copier
-
-        active: false
-        source: DocumentDesktop.copierSource
-    }
-    Connections {
-        function onFinished(isCopied: bool) {
-            viewModel.finishCopy(isCopied);
-        }
-
-        target: copier.item as CopierSlot
-    }
     Connections {
         function onClosing(event: CloseEvent) {
             event.accepted = viewModel.mayLeave();

@@ -6,6 +6,7 @@
 
 #include <QDesktopServices>
 #include <QMetaEnum>
+#include <QPointer>
 #include <QQuickStyle>
 
 using namespace Qt::StringLiterals;
@@ -337,6 +338,24 @@ private slots:
         QVERIFY(ui.click(QAccessible::StaticText, u"preview: text"_s));
         QTRY_COMPARE(m_opened, u"https://example.org/"_s);
         QDesktopServices::unsetUrlHandler(u"https"_s);
+    }
+
+    void aCopyGoesOnWhenItsEditorIsClosed()
+    {
+        DocumentWindow ui;
+        ui.openEditor(u"slow"_s);
+        QVERIFY(ui.click(button, u"Copy for WeChat"_s));
+        const QPointer<QObject> copier = ui.window().findChild<QObject *>(u"copier"_s);
+        QVERIFY(ui.click(button, u"Close"_s));
+        QTRY_VERIFY(!ui.isEditorOpen());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(copier);
+
+        QVERIFY(QMetaObject::invokeMethod(copier, "finished", Q_ARG(bool, true)));
+
+        QTRY_VERIFY(ui.find(QAccessible::StatusBar, u"WeChat rich text copied; formulas were converted to images."_s));
+        // Nothing keeps the engine any longer.
+        QTRY_VERIFY(!copier);
     }
 
     void withoutAnEngineTheEditorSaysSoAndWorks()

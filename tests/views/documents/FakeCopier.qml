@@ -1,6 +1,10 @@
 import Tessaly.Documents
 
-/// Succeeds at once, but not with an empty text.
+/// Succeeds at once, but not with an empty text; a text that begins with "slow" waits for the test.
 CopierSlot {
-    onCopyRequested: markdown => finished(markdown !== "")
+    objectName: "copier"
+    onCopyRequested: markdown => {
+        if (!markdown.startsWith("slow"))
+            finished(markdown !== "");
+    }
 }
