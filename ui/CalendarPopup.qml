@@ -19,7 +19,8 @@ RisingPopup {
     focus: true
     implicitHeight: contentItem.implicitHeight + 24
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-    onOpened: days.forceActiveFocus(Qt.PopupFocusReason)
+    // Not when it has faded in: by then Tab may have led on.
+    onAboutToShow: days.focus = true
 
     MonthSheet {
         id: month
