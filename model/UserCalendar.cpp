@@ -1,5 +1,7 @@
 #include "model/UserCalendar.h"
 
+#include "model/DateLocale.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -42,8 +44,8 @@ UserCalendar::UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, co
 
 UserCalendar UserCalendar::system()
 {
-    const QLocale locale = QLocale::system();
-    return {QTimeZone::systemTimeZone(), locale.firstDayOfWeek(), locale};
+    const QLocale locale = dateLocale({qgetenv("LC_ALL"), qgetenv("LC_TIME"), qgetenv("LANG")});
+    return {QTimeZone::systemTimeZone(), tessaly::firstWeekday(locale), locale};
 }
 
 qint64 UserCalendar::localMilliseconds(Instant instant) const
