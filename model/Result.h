@@ -30,6 +30,7 @@ enum class ErrorCode {
     // System services
     CalendarAccessFailed,
     CalendarWriteFailed,
+    CalendarEventMissing,
     LoginItemFailed,
     NotificationFailed,
 };

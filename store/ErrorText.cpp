@@ -50,6 +50,8 @@ Words words(ErrorCode code)
         return {u"无法连接系统日历服务", u"The system's calendar service cannot be reached"};
     case ErrorCode::CalendarWriteFailed:
         return {u"系统日历未能保存更改", u"The system's calendar did not save the change"};
+    case ErrorCode::CalendarEventMissing:
+        return {u"系统日历中已没有这个日程", u"The event is no longer in the system's calendar"};
     case ErrorCode::LoginItemFailed:
         return {u"系统未接受开机启动设置", u"The system did not accept the launch-at-login setting"};
     case ErrorCode::NotificationFailed:

@@ -1,5 +1,6 @@
 #include "model/CodePointOrder.h"
 #include "model/ScheduleColors.h"
+#include "model/Uuid.h"
 #include "store/PlannerStore.h"
 #include "store/RecordRows.h"
 
@@ -23,17 +24,21 @@ void PlannerStore::writeToCalendar(const QUuid &scheduleID, const QString &calen
     if (row < 0 || !target)
         return;
     const ScheduleItem item = m_data.schedules.at(row);
-    const CalendarEvent event{
-        .calendarIdentifier = target->identifier, .title = item.title, .startDate = item.date, .endDate = item.end()};
-    ports().eventStore.save(event, [self = QPointer(this), item, target = *target](const Result<CalendarEvent> &saved) {
-        if (!self)
-            return;
-        if (saved)
-            self->linkToEvent(item, target, saved.value());
-        else
-            self->tellFailure(QStringLiteral("无法添加到所选日历："),
-                              QStringLiteral("Could not add to the selected calendar: "), saved.error());
-    });
+    const NewEvent event{.calendarIdentifier = target->identifier,
+                         .uid = uuidText(item.id),
+                         .title = item.title,
+                         .startDate = item.date,
+                         .endDate = item.end()};
+    ports().eventStore.createEvent(
+        event, [self = QPointer(this), item, target = *target](const Result<CalendarEvent> &saved) {
+            if (!self)
+                return;
+            if (saved)
+                self->linkToEvent(item, target, saved.value());
+            else
+                self->tellFailure(QStringLiteral("无法添加到所选日历："),
+                                  QStringLiteral("Could not add to the selected calendar: "), saved.error());
+        });
 }
 
 void PlannerStore::linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved)
@@ -59,22 +64,16 @@ void PlannerStore::linkToEvent(const ScheduleItem &written, const EventCalendar 
 
 void PlannerStore::changeCalendarEvent(const ScheduleItem &item)
 {
-    if (!item.calendarEventIdentifier)
-        return;
-    std::optional<CalendarEvent> event = ports().eventStore.event(*item.calendarEventIdentifier);
-    if (!event)
-        return;
-    event->title = item.title;
-    event->startDate = item.date;
-    event->endDate = item.end();
     // The change of the schedule stands whatever the calendar says.
-    ports().eventStore.save(*event, [](const Result<CalendarEvent> &) {});
+    if (item.calendarEventIdentifier)
+        ports().eventStore.changeEvent(*item.calendarEventIdentifier,
+                                       {.title = item.title, .startDate = item.date, .endDate = item.end()},
+                                       [](const Result<CalendarEvent> &) {});
 }
 
 void PlannerStore::removeCalendarEvent(const QString &eventIdentifier)
 {
-    if (ports().eventStore.event(eventIdentifier))
-        ports().eventStore.remove(eventIdentifier, [](const Result<void> &) {});
+    ports().eventStore.removeEvent(eventIdentifier, [](const Result<void> &) {});
 }
 
 void PlannerStore::requestCalendarAccessAndLoad()

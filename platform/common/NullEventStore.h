@@ -3,6 +3,7 @@
 #include "platform/EventStore.h"
 
 #include <QObject>
+#include <QTimer>
 
 namespace tessaly {
 
@@ -10,18 +11,36 @@ namespace tessaly {
 class NullEventStore final : public EventStore
 {
 public:
+    [[nodiscard]] TextPair serviceName() const override
+    {
+        return {QStringLiteral("系统日历"), QStringLiteral("system calendar")};
+    }
     [[nodiscard]] bool isAvailable() const override { return false; }
-    void requestAccess(AccessCompletion completion) override;
+    void requestAccess(AccessCompletion completion) override { refuse(std::move(completion)); }
     [[nodiscard]] QList<EventCalendar> calendars() const override { return {}; }
     [[nodiscard]] std::optional<EventCalendar> calendar(const QString &) const override { return {}; }
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override { return {}; }
-    [[nodiscard]] std::optional<CalendarEvent> event(const QString &) const override { return {}; }
-    [[nodiscard]] QList<CalendarEvent> events(const QStringList &, Instant, Instant) const override { return {}; }
-    void save(const CalendarEvent &event, SaveCompletion completion) override;
-    void remove(const QString &eventIdentifier, RemoveCompletion completion) override;
+    void fetchEvents(const QStringList &, Instant, Instant, FetchCompletion completion) override
+    {
+        refuse(std::move(completion));
+    }
+    void createEvent(const NewEvent &, SaveCompletion completion) override { refuse(std::move(completion)); }
+    void changeEvent(const QString &, const EventChange &, SaveCompletion completion) override
+    {
+        refuse(std::move(completion));
+    }
+    void removeEvent(const QString &, RemoveCompletion completion) override { refuse(std::move(completion)); }
     void setChangeHandler(std::function<void()>) override {}
 
 private:
+    /// Answers later that the service cannot be reached.
+    template <typename Completion>
+    void refuse(Completion completion)
+    {
+        QTimer::singleShot(
+            0, &m_alive, [completion = std::move(completion)] { completion(Error{ErrorCode::CalendarAccessFailed}); });
+    }
+
     QObject m_alive;
 };
 

@@ -40,43 +40,94 @@ std::optional<EventCalendar> FakeEventStore::defaultCalendarForNewEvents() const
     return found == m_calendars.cend() ? std::nullopt : std::optional(*found);
 }
 
-std::optional<CalendarEvent> FakeEventStore::event(const QString &eventIdentifier) const
+void FakeEventStore::fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
+                                 FetchCompletion completion)
 {
-    const auto found = std::ranges::find(m_events, eventIdentifier, &CalendarEvent::eventIdentifier);
-    return found == m_events.cend() ? std::nullopt : std::optional(*found);
-}
-
-QList<CalendarEvent> FakeEventStore::events(const QStringList &calendarIdentifiers, Instant from, Instant to) const
-{
-    QList<CalendarEvent> found;
-    std::ranges::copy_if(m_events, std::back_inserter(found), [&](const CalendarEvent &event) {
-        return calendarIdentifiers.contains(event.calendarIdentifier) && event.startDate < to &&
-               (event.endDate > from || (event.startDate == event.endDate && event.startDate >= from));
+    ++m_fetchCount;
+    complete([this, calendarIdentifiers, from, to, completion = std::move(completion)] {
+        if (m_fetchFailure) {
+            completion(*m_fetchFailure);
+            return;
+        }
+        FetchedEvents fetched;
+        for (const QString &identifier : calendarIdentifiers) {
+            const auto unread = m_unread.constFind(identifier);
+            if (unread != m_unread.cend())
+                fetched.unread.append({.identifier = identifier, .reason = *unread});
+            else if (!calendar(identifier))
+                fetched.unread.append({.identifier = identifier, .reason = UnreadCalendar::Reason::Unreadable});
+        }
+        std::ranges::copy_if(m_events, std::back_inserter(fetched.events), [&](const CalendarEvent &event) {
+            const auto unread = m_unread.constFind(event.calendarIdentifier);
+            const bool isRead = unread == m_unread.cend() || *unread == UnreadCalendar::Reason::DamagedFiles;
+            return isRead && calendarIdentifiers.contains(event.calendarIdentifier) && event.startDate < to &&
+                   (event.endDate > from || (event.startDate == event.endDate && event.startDate >= from));
+        });
+        completion(fetched);
     });
-    return found;
 }
 
-void FakeEventStore::save(const CalendarEvent &event, SaveCompletion completion)
+void FakeEventStore::answer(const SaveCompletion &completion, const Result<CalendarEvent> &result)
 {
-    if (m_writeFailure) {
-        complete([completion = std::move(completion), error = *m_writeFailure] { completion(error); });
-        return;
-    }
-    CalendarEvent saved = event;
-    if (saved.eventIdentifier.isEmpty())
-        saved.eventIdentifier = QStringLiteral("event-%1").arg(m_nextIdentifier++);
-    putEvent(saved);
-    complete([completion = std::move(completion), saved] { completion(saved); });
+    complete([completion, result] { completion(result); });
 }
 
-void FakeEventStore::remove(const QString &eventIdentifier, RemoveCompletion completion)
+void FakeEventStore::createEvent(const NewEvent &event, SaveCompletion completion)
 {
-    if (m_writeFailure) {
-        complete([completion = std::move(completion), error = *m_writeFailure] { completion(error); });
-        return;
+    const auto existing = std::ranges::find(m_events, event.uid, &CalendarEvent::uid);
+    const std::optional<EventCalendar> target = calendar(event.calendarIdentifier);
+    if (m_writeFailure || !target || !target->isWritable) {
+        answer(completion, m_writeFailure.value_or(Error{ErrorCode::CalendarWriteFailed}));
+    } else if (existing != m_events.end()) {
+        answer(completion, *existing);
+    } else {
+        const CalendarEvent created{.eventIdentifier = QStringLiteral("event-%1").arg(m_nextIdentifier++),
+                                    .calendarIdentifier = event.calendarIdentifier,
+                                    .uid = event.uid,
+                                    .title = event.title,
+                                    .startDate = event.startDate,
+                                    .endDate = event.endDate,
+                                    .notes = event.notes};
+        putEvent(created);
+        answer(completion, created);
     }
-    dropEvent(eventIdentifier);
-    complete([completion = std::move(completion)] { completion({}); });
+}
+
+void FakeEventStore::changeEvent(const QString &eventIdentifier, const EventChange &change, SaveCompletion completion)
+{
+    const auto event = std::ranges::find(m_events, eventIdentifier, &CalendarEvent::eventIdentifier);
+    if (event == m_events.end()) {
+        answer(completion, Error{ErrorCode::CalendarEventMissing});
+    } else if (m_writeFailure) {
+        answer(completion, *m_writeFailure);
+    } else {
+        event->title = change.title;
+        event->startDate = change.startDate;
+        event->endDate = change.endDate;
+        answer(completion, *event);
+    }
+}
+
+void FakeEventStore::removeEvent(const QString &eventIdentifier, RemoveCompletion completion)
+{
+    const bool isThere =
+        std::ranges::find(m_events, eventIdentifier, &CalendarEvent::eventIdentifier) != m_events.end();
+    Result<void> result;
+    if (!isThere)
+        result = Error{ErrorCode::CalendarEventMissing};
+    else if (m_writeFailure)
+        result = *m_writeFailure;
+    else
+        dropEvent(eventIdentifier);
+    complete([completion = std::move(completion), result] { completion(result); });
+}
+
+void FakeEventStore::setUnread(const QString &identifier, const std::optional<UnreadCalendar::Reason> &reason)
+{
+    if (reason)
+        m_unread.insert(identifier, *reason);
+    else
+        m_unread.remove(identifier);
 }
 
 void FakeEventStore::loseCalendar(const QString &identifier)
