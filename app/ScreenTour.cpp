@@ -91,8 +91,8 @@ Stop atFoot(const QString &name, ShellModel::SidebarItem section)
 
 void openAllGroups(ReminderViewModel &reminders)
 {
-    for (int row = 0; row < reminders.list()->rowCount(); ++row)
-        reminders.list()->setExpanded(row, true);
+    for (int row = 0; row < reminders.rows()->rowCount(); ++row)
+        reminders.setExpanded(row, true);
 }
 
 /// Edits the first goal, its first subgoal and that one's first task.

@@ -41,7 +41,7 @@ TESSALY_BENCH(todos)
     const auto times = bench::medianSeconds(15, {{[&] {
                                                      ReminderViewModel screen;
                                                      screen.setStore(planner.store.get());
-                                                     bench::keep(screen.list()->rowCount());
+                                                     bench::keep(screen.rows()->rowCount());
                                                  }},
                                                  {[&] { open.toggle(row++); }},
                                                  {[&] {

@@ -17,7 +17,7 @@ Rectangle {
         // A header may be too far up to be there.
         if (row >= 0 && list.itemAtIndex(row) === null)
             list.positionViewAtIndex(row, ListView.Contain);
-        const item = list.itemAtIndex(row) as ReminderListRow;
+        const item = list.itemAtIndex(row) as ReminderListItem;
         if (!item?.takeFocus(part, reason))
             form.focusTitle();
     }
@@ -29,7 +29,7 @@ Rectangle {
 
         store: PlannerStore
         onAdded: row => {
-            const item = list.itemAtIndex(row) as ReminderListRow;
+            const item = list.itemAtIndex(row) as ReminderListItem;
             if (item)
                 item.flash();
         }
@@ -39,7 +39,7 @@ Rectangle {
         id: list
 
         anchors.fill: parent
-        model: viewModel.list
+        model: viewModel.rows
 
         ReminderForm {
             id: form
@@ -50,18 +50,18 @@ Rectangle {
             reminders: viewModel
         }
 
-        delegate: ReminderListRow {
+        delegate: ReminderListItem {
             width: list.width
             columnX: list.columnX
             columnWidth: list.columnWidth
-            onExpansionRequested: isOpen => viewModel.list.setExpanded(index, isOpen)
+            onExpansionRequested: isOpen => viewModel.setExpanded(index, isOpen)
             onToggled: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
-                screen.handFocusTo(viewModel.toggle(index), ReminderListRow.Circle, reason);
+                screen.handFocusTo(viewModel.toggle(index), ReminderListItem.Circle, reason);
             }
             onRemoved: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
-                screen.handFocusTo(viewModel.remove(index), ReminderListRow.Delete, reason);
+                screen.handFocusTo(viewModel.remove(index), ReminderListItem.Delete, reason);
             }
         }
     }

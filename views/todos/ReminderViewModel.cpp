@@ -1,16 +1,18 @@
 #include "views/todos/ReminderViewModel.h"
 
-#include "platform/Clock.h"
+#include "model/ReminderRules.h"
+#include "store/RecordRows.h"
+#include "views/FocusHeir.h"
 
 #include <algorithm>
 
 namespace tessaly {
 
-ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent)
+using Kind = ReminderRowKind::Kind;
+
+ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(reminderListRoles())
 {
 }
-
-ReminderViewModel::~ReminderViewModel() = default;
 
 void ReminderViewModel::setStore(PlannerStore *store)
 {
@@ -18,11 +20,12 @@ void ReminderViewModel::setStore(PlannerStore *store)
     if (m_store || !store)
         return;
     m_store = store;
-    m_list = std::make_unique<ReminderListModel>(*store);
+    m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
     m_dueDate = store->clock().now().plus(oneHour);
-    connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::formChanged);
+    connect(store, &PlannerStore::remindersChanged, this, &ReminderViewModel::refreshRows);
+    connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::onTimeZoneChanged);
+    onTimeZoneChanged();
     emit storeChanged();
-    emit formChanged();
 }
 
 QDateTime ReminderViewModel::dueDate() const
@@ -52,35 +55,91 @@ bool ReminderViewModel::add()
     m_title.clear();
     m_requirement.clear();
     emit formChanged();
-    const int row = m_list->rowOf(item.id);
-    if (row >= 0)
-        emit added(row);
+    const auto row = std::ranges::find(m_rows.rows(), item.id, &ReminderListRow::id);
+    if (row != m_rows.rows().cend())
+        emit added(static_cast<int>(row - m_rows.rows().cbegin()));
     return true;
 }
 
 template <class Change>
 int ReminderViewModel::leaveRow(int row, Change change)
 {
-    return focusHeirAfter(
-        *m_list, row, [this](int other) { return m_list->levelOf(other); }, change);
+    const auto levelOf = [this](int other) {
+        const ReminderListRow &shown = m_rows.rows().at(other);
+        if (shown.kind == Kind::Reminder)
+            return RowLevel::Item;
+        return shown.isNested() ? RowLevel::Group : RowLevel::Section;
+    };
+    return focusHeirAfter(m_rows, row, levelOf, change);
 }
 
 int ReminderViewModel::toggle(int row)
 {
-    const QUuid id = m_list->reminderAt(row);
-    const auto found = std::ranges::find(m_store->reminders(), id, &ReminderItem::id);
-    if (found == m_store->reminders().cend())
+    const qsizetype storeRow = rowOf(m_store->reminders(), m_rows.rows().value(row).id);
+    if (storeRow < 0)
         return -1;
-    ReminderItem item = *found;
-    item.isComplete = !item.isComplete;
-    item.completedAt = item.isComplete ? std::optional(m_store->clock().now()) : std::nullopt;
+    const ReminderItem item = toggled(m_store->reminders().at(storeRow), m_store->clock().now());
     return leaveRow(row, [&] { m_store->updateReminder(item); });
 }
 
 int ReminderViewModel::remove(int row)
 {
-    const QUuid id = m_list->reminderAt(row);
+    const QUuid id = m_rows.rows().value(row).id;
     return id.isNull() ? -1 : leaveRow(row, [&] { m_store->removeReminder(id); });
+}
+
+void ReminderViewModel::setExpanded(int row, bool isExpanded)
+{
+    const ReminderListRow header = m_rows.rows().value(row);
+    const auto remember = [&](QSet<QString> &labels) {
+        if (isExpanded)
+            labels.insert(header.label);
+        else
+            labels.remove(header.label);
+    };
+    if (header.isEmpty)
+        return;
+    switch (header.kind) {
+    case Kind::NoDueDate:
+        m_groups.isNoDueDateExpanded = isExpanded;
+        break;
+    case Kind::DueDates:
+        m_groups.isDueDatesExpanded = isExpanded;
+        break;
+    case Kind::Completed:
+        m_groups.isCompletedExpanded = isExpanded;
+        break;
+    case Kind::Week:
+        remember(m_groups.expandedWeeks);
+        break;
+    case Kind::Month:
+        remember(m_groups.expandedMonths);
+        break;
+    case Kind::Reminder:
+        return;
+    }
+    refreshRows();
+}
+
+void ReminderViewModel::onTimeZoneChanged()
+{
+    m_labels = std::make_unique<DateLabels>(m_store->calendar());
+    onMonthBegun();
+    emit formChanged();
+}
+
+void ReminderViewModel::onMonthBegun()
+{
+    refreshRows();
+    const UserCalendar &calendar = m_store->calendar();
+    const QDate today = calendar.day(m_store->clock().now());
+    m_nextMonth->set(calendar.startOfDay(UserCalendar::monthStart(today).addMonths(1)));
+}
+
+void ReminderViewModel::refreshRows()
+{
+    const PlannerStore &store = *m_store;
+    m_rows.setRows(reminderListRows(store.reminders(), store.calendar(), *m_labels, store.clock().now(), m_groups));
 }
 
 } // namespace tessaly

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "model/DateLabels.h"
+#include "platform/Clock.h"
 #include "store/PlannerStore.h"
-#include "views/todos/ReminderListModel.h"
+#include "views/todos/ReminderRows.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -21,11 +23,10 @@ class ReminderViewModel : public QObject
     Q_PROPERTY(QString requirement MEMBER m_requirement NOTIFY formChanged)
     Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
     Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY formChanged)
-    Q_PROPERTY(tessaly::ReminderListModel *list READ list NOTIFY storeChanged)
+    Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
 public:
     explicit ReminderViewModel(QObject *parent = nullptr);
-    ~ReminderViewModel() override;
 
     [[nodiscard]] PlannerStore *store() const { return m_store; }
     /// Takes effect once; the store must outlive the view-model. The due date becomes one hour from now.
@@ -34,15 +35,18 @@ public:
     /// Local wall-clock time, to the minute or finer.
     [[nodiscard]] QDateTime dueDate() const;
     void setDueDate(const QDateTime &dueDate);
-    [[nodiscard]] ReminderListModel *list() const { return m_list.get(); }
+    /// See reminderListRows().
+    [[nodiscard]] ReminderListRows *rows() { return &m_rows; }
 
     /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
-    /// Completes or reopens the to-do of a row of the list. Returns the row that the focus goes on to, see
+    /// Completes or reopens the to-do of a row. Returns the row that the focus goes on to, see
     /// focusHeirAfter().
     Q_INVOKABLE int toggle(int row);
-    /// Deletes the to-do of a row of the list without asking. Returns the row that the focus goes on to.
+    /// Deletes the to-do of a row without asking. Returns the row that the focus goes on to.
     Q_INVOKABLE int remove(int row);
+    /// Opens or closes the group of a header row; on other rows and empty groups does nothing.
+    Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 
 signals:
     void storeChanged();
@@ -53,9 +57,16 @@ signals:
 private:
     template <class Change>
     int leaveRow(int row, Change change);
+    void onTimeZoneChanged();
+    /// Also for the to-dos that follow the month because nobody knows when they were completed.
+    void onMonthBegun();
+    void refreshRows();
 
     PlannerStore *m_store = nullptr;
-    std::unique_ptr<ReminderListModel> m_list;
+    ReminderListRows m_rows;
+    ReminderGroupStates m_groups;
+    std::unique_ptr<DateLabels> m_labels;
+    std::unique_ptr<Alarm> m_nextMonth;
     QString m_title;
     QString m_requirement;
     Instant m_dueDate;

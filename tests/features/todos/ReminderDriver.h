@@ -37,7 +37,7 @@ struct ReminderDriver : StoreUnderTest
         tester.reset();
         screen = std::make_unique<ReminderViewModel>();
         screen->setStore(store.get());
-        tester = std::make_unique<QAbstractItemModelTester>(screen->list(),
+        tester = std::make_unique<QAbstractItemModelTester>(screen->rows(),
                                                             QAbstractItemModelTester::FailureReportingMode::Fatal);
     }
 
@@ -51,8 +51,8 @@ struct ReminderDriver : StoreUnderTest
         }
         return -1;
     }
-    void expand(const QString &header) { screen->list()->setExpanded(row(header), true); }
-    void collapse(const QString &header) { screen->list()->setExpanded(row(header), false); }
+    void expand(const QString &header) { screen->setExpanded(row(header), true); }
+    void collapse(const QString &header) { screen->setExpanded(row(header), false); }
     void toggle(const QString &title) { screen->toggle(row(title)); }
 
     /// What the list shows: "v", ">" or "." (open, closed, empty) before a header; "o" or "x" before a to-do; "_" after
@@ -60,33 +60,26 @@ struct ReminderDriver : StoreUnderTest
     [[nodiscard]] QStringList shown() const
     {
         QStringList lines;
-        const ReminderListModel &list = *screen->list();
-        for (int row = 0; row < list.rowCount(); ++row)
-            lines.append(line(list.index(row)));
+        for (const ReminderListRow &shown : screen->rows()->rows())
+            lines.append(line(shown));
         return lines;
     }
 
 private:
-    [[nodiscard]] static QString line(const QModelIndex &index)
+    [[nodiscard]] static QString line(const ReminderListRow &row)
     {
-        using List = ReminderListModel;
-        QString mark;
-        QString text = index.data(List::LabelRole).toString();
-        const auto kind = index.data(List::KindRole).value<List::Kind>();
-        if (kind == List::Kind::Reminder) {
-            mark = index.data(List::IsCompleteRole).toBool() ? QStringLiteral("x") : QStringLiteral("o");
-            text = index.data(List::TitleRole).toString();
-        } else {
-            const bool isEmpty = index.data(List::IsEmptyRole).toBool();
-            mark = isEmpty                                     ? QStringLiteral(".")
-                   : index.data(List::IsExpandedRole).toBool() ? QStringLiteral("v")
-                                                               : QStringLiteral(">");
-            if (text.isEmpty())
-                text = QVariant::fromValue(kind).toString();
+        const bool isReminder = row.kind == ReminderRowKind::Kind::Reminder;
+        QString mark = row.isExpanded ? QStringLiteral("v") : QStringLiteral(">");
+        QString text = row.label.isEmpty() ? QVariant::fromValue(row.kind).toString() : row.label;
+        if (isReminder) {
+            mark = row.isComplete ? QStringLiteral("x") : QStringLiteral("o");
+            text = row.title;
+        } else if (row.isEmpty) {
+            mark = QStringLiteral(".");
         }
-        if (index.data(List::IsNestedRole).toBool())
+        if (row.isNested())
             mark += mark;
-        if (index.data(List::IsLastRole).toBool())
+        if (row.isLast)
             mark += u'_';
         return mark + u' ' + text;
     }

@@ -22,16 +22,16 @@ Item {
     required property real columnX
     required property real columnWidth
 
-    readonly property bool isReminder: kind === ReminderListModel.Reminder
-    readonly property bool beginsCard: kind === ReminderListModel.NoDueDate || kind === ReminderListModel.Completed
-    readonly property int gap: kind === ReminderListModel.Completed ? Theme.pageGap : 0
+    readonly property bool isReminder: kind === ReminderRowKind.Reminder
+    readonly property bool beginsCard: kind === ReminderRowKind.NoDueDate || kind === ReminderRowKind.Completed
+    readonly property int gap: kind === ReminderRowKind.Completed ? Theme.pageGap : 0
     readonly property string groupText: {
         switch (kind) {
-        case ReminderListModel.NoDueDate:
+        case ReminderRowKind.NoDueDate:
             return Language.text("无截止时间", "No due date");
-        case ReminderListModel.DueDates:
+        case ReminderRowKind.DueDates:
             return Language.text("有截止时间", "Due dates");
-        case ReminderListModel.Completed:
+        case ReminderRowKind.Completed:
             return Language.text("已完成", "Completed");
         default:
             return label;
@@ -49,7 +49,7 @@ Item {
             return false;
         if (!isReminder)
             item.forceActiveFocus(reason);
-        else if (part === ReminderListRow.Circle)
+        else if (part === ReminderListItem.Circle)
             (item as ReminderRow).focusCircle(reason);
         else
             (item as ReminderRow).focusDelete(reason);
@@ -82,7 +82,7 @@ Item {
     }
 
     Separator {
-        x: row.columnX + (row.kind === ReminderListModel.DueDates ? 1 : row.isReminder && row.isNested ? 77 : 47)
+        x: row.columnX + (row.kind === ReminderRowKind.DueDates ? 1 : row.isReminder && row.isNested ? 77 : 47)
         y: row.gap
         width: row.columnX + row.columnWidth - 1 - x
         visible: !row.beginsCard

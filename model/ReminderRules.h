@@ -1,0 +1,39 @@
+#pragma once
+
+#include "model/DateLabels.h"
+#include "model/ReminderItem.h"
+
+#include <QList>
+#include <QString>
+
+namespace tessaly {
+
+/// The to-do completed at `now`, or open again.
+[[nodiscard]] ReminderItem toggled(ReminderItem item, Instant now);
+
+/// To-dos that stand under one label: their rows in the store's list, in the order in which they are shown.
+struct ReminderGroup
+{
+    QString label = {};
+    QList<qsizetype> rows = {};
+
+    bool operator==(const ReminderGroup &) const = default;
+};
+
+/// Rows of the to-dos that are not complete.
+[[nodiscard]] QList<qsizetype> openItems(const QList<ReminderItem> &reminders);
+
+/// Rows of the open to-dos without a due date.
+[[nodiscard]] QList<qsizetype> noDueDateItems(const QList<ReminderItem> &reminders);
+
+/// The open to-dos with a due date under the week of that date, earliest first. Weeks ascend by the code points of
+/// their labels: what the user reads is what is sorted.
+[[nodiscard]] QList<ReminderGroup> dueDateItemsByWeek(const QList<ReminderItem> &reminders,
+                                                      const UserCalendar &calendar, const DateLabels &labels);
+
+/// The completed to-dos under the month of completion (`now` when it is not known). Months descend by the code points
+/// of their labels.
+[[nodiscard]] QList<ReminderGroup> completedByMonth(const QList<ReminderItem> &reminders, const DateLabels &labels,
+                                                    Instant now);
+
+} // namespace tessaly

@@ -1,0 +1,66 @@
+#include "views/todos/ReminderRows.h"
+
+#include "model/ReminderRules.h"
+
+namespace tessaly {
+
+using Kind = ReminderRowKind::Kind;
+
+QList<ReminderListRows::Role> reminderListRoles()
+{
+    return {{"kind", [](const ReminderListRow &row) { return QVariant::fromValue(row.kind); }},
+            {"label", [](const ReminderListRow &row) { return QVariant(row.label); }},
+            {"isExpanded", [](const ReminderListRow &row) { return QVariant(row.isExpanded); }},
+            {"isEmpty", [](const ReminderListRow &row) { return QVariant(row.isEmpty); }},
+            {"isNested", [](const ReminderListRow &row) { return QVariant(row.isNested()); }},
+            {"isLast", [](const ReminderListRow &row) { return QVariant(row.isLast); }},
+            {"title", [](const ReminderListRow &row) { return QVariant(row.title); }},
+            {"requirement", [](const ReminderListRow &row) { return QVariant(row.requirement); }},
+            {"dueText", [](const ReminderListRow &row) { return QVariant(row.dueText); }},
+            {"isComplete", [](const ReminderListRow &row) { return QVariant(row.isComplete); }}};
+}
+
+QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, const UserCalendar &calendar,
+                                        const DateLabels &labels, Instant now, const ReminderGroupStates &states)
+{
+    QList<ReminderListRow> rows;
+    const auto addHeader = [&rows](Kind kind, bool isEmpty, bool isExpanded) {
+        rows.append({.kind = kind, .isExpanded = isExpanded && !isEmpty, .isEmpty = isEmpty});
+    };
+    const auto addItems = [&](const ReminderGroup &group) {
+        for (const qsizetype row : group.rows) {
+            const ReminderItem &item = reminders.at(row);
+            rows.append({.label = group.label,
+                         .id = item.id,
+                         .title = item.title,
+                         .requirement = item.requirement.value_or(QString()),
+                         .dueText = item.dueDate ? labels.dayAndTime(*item.dueDate) : QString(),
+                         .isComplete = item.isComplete});
+        }
+    };
+    const auto addGroups = [&](Kind kind, const QList<ReminderGroup> &groups, const QSet<QString> &expanded) {
+        for (const ReminderGroup &group : groups) {
+            rows.append({.kind = kind, .label = group.label, .isExpanded = expanded.contains(group.label)});
+            if (rows.constLast().isExpanded)
+                addItems(group);
+        }
+    };
+
+    const QList<qsizetype> undated = noDueDateItems(reminders);
+    addHeader(Kind::NoDueDate, undated.isEmpty(), states.isNoDueDateExpanded);
+    if (states.isNoDueDateExpanded)
+        addItems({.rows = undated});
+    const QList<ReminderGroup> weeks = dueDateItemsByWeek(reminders, calendar, labels);
+    addHeader(Kind::DueDates, weeks.isEmpty(), states.isDueDatesExpanded);
+    if (states.isDueDatesExpanded)
+        addGroups(Kind::Week, weeks, states.expandedWeeks);
+    rows.last().isLast = true;
+    const QList<ReminderGroup> months = completedByMonth(reminders, labels, now);
+    addHeader(Kind::Completed, months.isEmpty(), states.isCompletedExpanded);
+    if (states.isCompletedExpanded)
+        addGroups(Kind::Month, months, states.expandedMonths);
+    rows.last().isLast = true;
+    return rows;
+}
+
+} // namespace tessaly

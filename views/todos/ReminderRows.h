@@ -1,0 +1,78 @@
+#pragma once
+
+#include "model/DateLabels.h"
+#include "model/ReminderItem.h"
+#include "views/RowListModel.h"
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqml.h>
+#include <QUuid>
+
+#include <utility>
+
+namespace tessaly {
+
+/// What rows of the to-do screen stand for.
+namespace ReminderRowKind {
+Q_NAMESPACE
+QML_ELEMENT
+
+enum class Kind {
+    NoDueDate, ///< header of the open to-dos without a due date; begins the first card
+    DueDates,  ///< header of the weeks
+    Completed, ///< header of the months; begins the second card
+    Week,
+    Month,
+    Reminder,
+};
+Q_ENUM_NS(Kind)
+} // namespace ReminderRowKind
+
+/// A row of the to-do screen. Roles: kind, label (of a week or month), isExpanded, isEmpty (of headers), isNested (a
+/// week or month, or a to-do in one), isLast (of its card), title, requirement, dueText, isComplete (of to-dos).
+struct ReminderListRow
+{
+    ReminderRowKind::Kind kind = ReminderRowKind::Kind::Reminder;
+    /// Of the week or month, also of its to-dos.
+    QString label = {};
+    QUuid id = {};
+    QString title = {};
+    QString requirement = {};
+    /// In the words of the system's locale, empty without a due date.
+    QString dueText = {};
+    bool isComplete = false;
+    bool isExpanded = false;
+    /// A header that holds nothing does not open.
+    bool isEmpty = false;
+    bool isLast = false;
+
+    [[nodiscard]] bool isNested() const { return !label.isEmpty(); }
+    /// A to-do that changes its group leaves one row and gets another.
+    [[nodiscard]] std::pair<std::pair<int, QUuid>, QString> key() const
+    {
+        return {{static_cast<int>(kind), id}, label};
+    }
+    bool operator==(const ReminderListRow &) const = default;
+};
+
+using ReminderListRows = RowListModel<ReminderListRow>;
+
+[[nodiscard]] QList<ReminderListRows::Role> reminderListRoles();
+
+/// Which groups are open. Weeks and months are remembered by their labels, also while they are not there.
+struct ReminderGroupStates
+{
+    bool isNoDueDateExpanded = true;
+    bool isDueDatesExpanded = true;
+    bool isCompletedExpanded = false;
+    QSet<QString> expandedWeeks = {};
+    QSet<QString> expandedMonths = {};
+};
+
+/// Two cards, in each the headers of groups and, below a header that is open, what it holds.
+[[nodiscard]] QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders,
+                                                      const UserCalendar &calendar, const DateLabels &labels,
+                                                      Instant now, const ReminderGroupStates &states);
+
+} // namespace tessaly
