@@ -3,12 +3,15 @@
 #include "app/Composition.h"
 #include "app/LarkspanApp.h"
 #include "model/Uuid.h"
+// lint-allow(arrows): pictures are files, and one function writes those
+#include "platform/common/LocalFileSystem.h"
 #include "store/PlannerStore.h"
 #include "views/documents/DocumentLibraryViewModel.h"
 #include "views/goals/GoalViewModel.h"
 #include "views/schedule/ScheduleViewModel.h"
 #include "views/todos/ReminderViewModel.h"
 
+#include <QBuffer>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>
@@ -197,6 +200,12 @@ void countComplaint(QtMsgType type, const QMessageLogContext &context, const QSt
     passOnButSizeHints(type, context, message);
 }
 
+bool savePicture(const QImage &picture, const QString &path)
+{
+    QBuffer png;
+    return picture.save(&png, "PNG") && replaceFile(path, png.data());
+}
+
 class Tour
 {
 public:
@@ -324,7 +333,7 @@ int takePictures(const QString &directory)
                                      QStringLiteral("%1/%2.%3.%4.%5.png")
                                          .arg(directory, stop.name, rawValue(language), modeName(isDark))
                                          .arg(size.width());
-                                 if (!tour.picture().save(path)) {
+                                 if (!savePicture(tour.picture(), path)) {
                                      std::fprintf(stderr, "tessaly: cannot write %s\n", qUtf8Printable(path));
                                      code = 1;
                                  }

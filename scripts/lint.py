@@ -250,6 +250,13 @@ def arrows(source):
                 yield match.start(), f"{target}: a screen does not know another screen"
 
 
+def files(source):
+    """One function writes files: it knows how a full disk shows itself."""
+    if source.suffix in (".cpp", ".h") and not source.is_in("tests/", "bench/", "platform/common/LocalFileSystem.cpp"):
+        yield from matches(source, r"\bQSaveFile\b|\bQFile::(copy|WriteOnly|Append|ReadWrite)\b|\bofstream\b|\bfopen\b"
+                           r"|\bQIODevice(Base)?::(WriteOnly|Append|ReadWrite)\b", source.bare, "{0}: use replaceFile()")
+
+
 def sleep(source):
     """Tests wait for what they expect, never for a time."""
     if source.is_in("tests/") and source.suffix in (".cpp", ".h", ".qml"):
@@ -272,7 +279,7 @@ def papers(source):
                        source.text, "{0}: refers to something outside the repository")
 
 
-RULES = {rule.__name__: rule for rule in (clock, colour, text, arrows, sleep, reach, papers)}
+RULES = {rule.__name__: rule for rule in (clock, colour, text, arrows, files, sleep, reach, papers)}
 
 
 def findings(path, content):

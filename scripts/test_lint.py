@@ -33,6 +33,8 @@ REFUSED = [
     ("arrows", "ui/A.h", '#include "model/Goal.h"'),
     ("arrows", "views/todos/A.cpp", '#include "views/goals/GoalList.h"'),
     ("arrows", "platform/Clock.h", '#include "platform/common/SystemClock.h"'),
+    ("files", "platform/linux/A.cpp", "QSaveFile file(path);"),
+    ("files", "store/A.cpp", "file.open(QIODevice::WriteOnly | QIODevice::Text);"),
     ("sleep", "tests/store/ATest.cpp", "QTest::qWait(100);"),
     ("sleep", "tests/system/ATest.cpp", "std::this_thread::sleep_for(100ms);"),
     ("reach", "views/a/A.qml", "width: parent.parent.width"),
@@ -67,6 +69,7 @@ ACCEPTED = [
     ("tests/store/ATest.cpp", 'QCOMPARE(store.text(), QStringLiteral("同步失败"));'),
     ("app/Composition.cpp", '#include "platform/linux/LoginItem.h"'),
     ("views/todos/A.cpp", '#include "views/shell/Page.h"'),
+    ("store/A.cpp", "file.open(QIODevice::ReadOnly);"),
     ("tests/store/ATest.cpp", "QVERIFY(spy.wait());"),
     ("model/A.h", "/// Reads the subset of RFC 5545, 3.3.5."),
 ]

@@ -75,8 +75,12 @@ DocumentWrite DocumentFolder::write(const QUuid &documentID, const QString &text
     if (!kept)
         return {};
     // A text that cannot be written may stand there already.
-    if (!m_files.write(documentPath(documentID), bytes) && m_files.read(documentPath(documentID)) != bytes)
+    if (!m_files.write(documentPath(documentID), bytes) && m_files.read(documentPath(documentID)) != bytes) {
+        // The other version stands where it stood; each further try would leave one more copy.
+        if (!kept->isEmpty())
+            m_files.remove(m_path + u'/' + *kept);
         return {};
+    }
     m_knownDigests.insert(documentID, digest(bytes));
     return {true, *std::move(kept)};
 }

@@ -35,7 +35,32 @@ void flushFolder([[maybe_unused]] const QString &path)
 #endif
 }
 
+/// False when the bytes handed over found no room. Not every file system knows that before; some cannot say at all.
+bool flushFile(QSaveFile &file)
+{
+    if (!file.flush())
+        return false;
+#ifdef Q_OS_UNIX
+    return ::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
+#else
+    return true;
+#endif
+}
+
 } // namespace
+
+bool replaceFile(const QString &path, const QByteArray &bytes, QString *reason)
+{
+    QSaveFile file(path);
+    // A commit does not notice that the rest of the buffer found no room.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) || !file.commit()) {
+        if (reason)
+            *reason = file.error() == QFileDevice::NoError ? qt_error_string() : file.errorString();
+        return false;
+    }
+    flushFolder(QFileInfo(path).path());
+    return true;
+}
 
 bool makePrivateFolder(const QString &path)
 {
@@ -114,12 +139,7 @@ bool LocalFileSystem::makeFolder(const QString &folder)
 
 bool LocalFileSystem::write(const QString &path, const QByteArray &bytes)
 {
-    // QSaveFile flushes the new file to the disk before it takes the old one's place.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return false;
-    flushFolder(QFileInfo(path).path());
-    return true;
+    return replaceFile(path, bytes);
 }
 
 bool LocalFileSystem::copy(const QString &from, const QString &to)

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <utility>
@@ -96,7 +95,6 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
     }
     if (!makePrivateFolder(m_directory))
         return Error{ErrorCode::LoginItemFailed, QDir::toNativeSeparators(m_directory)};
-    QSaveFile file(filePath());
     const QByteArray text = "[Desktop Entry]\n"
                             "Type=Application\n"
                             "Version=1.5\n"
@@ -108,8 +106,8 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
                             "Terminal=false\n"
                             "StartupNotify=false\n"
                             "X-GNOME-Autostart-enabled=true\n";
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
-        return Error{ErrorCode::LoginItemFailed, file.errorString()};
+    if (QString reason; !replaceFile(filePath(), text, &reason))
+        return Error{ErrorCode::LoginItemFailed, reason};
     return {};
 }
 

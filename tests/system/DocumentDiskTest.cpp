@@ -1,15 +1,94 @@
 #include "model/Uuid.h"
 #include "platform/common/LocalFileSystem.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "store/DocumentDrafts.h"
 #include "store/DocumentFolder.h"
 #include "tests/support/TestMain.h"
 #include "tests/system/SmallDisk.h"
 
 #include <QDir>
+#include <QDirIterator>
+
+#include <memory>
 
 using namespace tessaly;
 using namespace Qt::StringLiterals;
 
-/// Documents on disks that fail. What stood there before stays, and once the disk is well again so does the new text.
+namespace {
+
+/// Writes one file and answers whether it says that it did.
+using Writing = std::function<bool()>;
+/// Prepares a directory for writing this content there.
+using Writer = std::function<Writing(FileSystem &files, const QString &directory, const QString &content)>;
+
+const QUuid documentID = QUuid::createUuid();
+
+Writing prepareText(FileSystem &files, const QString &directory, const QString &content)
+{
+    const auto folder = std::make_shared<DocumentFolder>(files, directory);
+    [&] { QVERIFY(folder->write(documentID, u"before"_s)); }();
+    return [=] { return bool(folder->write(documentID, content)); };
+}
+
+Writing prepareNewText(FileSystem &files, const QString &directory, const QString &content)
+{
+    const auto folder = std::make_shared<DocumentFolder>(files, directory);
+    return [=] { return bool(folder->write(documentID, content)); };
+}
+
+Writing prepareDraft(FileSystem &files, const QString &directory, const QString &content)
+{
+    const auto drafts = std::make_shared<DocumentDrafts>(files, directory);
+    DocumentDraft draft;
+    [&] { QVERIFY(drafts->keep(documentID, draft)); }();
+    draft.content = content;
+    return [=] { return drafts->keep(documentID, draft); };
+}
+
+/// The version of another program is to stay beside ours, which replaces it.
+Writing prepareForeignVersion(FileSystem &files, const QString &directory, const QString &content)
+{
+    const auto folder = std::make_shared<DocumentFolder>(files, directory);
+    [&] { QVERIFY(folder->write(documentID, u"before"_s)); }();
+    [&] { QVERIFY(files.write(folder->documentPath(documentID), content.toUtf8() + '\n')); }();
+    return [=] { return bool(folder->write(documentID, u"ours"_s)); };
+}
+
+Writing preparePicture(FileSystem &files, const QString &directory, const QString &content)
+{
+    const auto elsewhere = std::make_shared<QTemporaryDir>();
+    const QString source = elsewhere->filePath(u"picture.png"_s);
+    [&] { QVERIFY(files.write(source, content.toUtf8())); }();
+    const auto folder = std::make_shared<DocumentFolder>(files, directory);
+    return [=] {
+        return elsewhere->isValid() && folder->importImage(documentID, QUrl::fromLocalFile(source)).has_value();
+    };
+}
+
+Writing prepareAutostartEntry(FileSystem &, const QString &directory, const QString &content)
+{
+    const auto before = std::make_shared<XdgLoginItem>(QStringList{u"before"_s}, directory);
+    [&] { QVERIFY(before->setEnabled(true)); }();
+    const auto item = std::make_shared<XdgLoginItem>(QStringList{u"tessaly"_s, content}, directory);
+    return [=] { return item->setEnabled(true).hasValue(); };
+}
+
+/// What stands in the files below the directory, in no order of meaning.
+QByteArrayList contents(const QString &directory)
+{
+    QByteArrayList found;
+    for (QDirIterator files(directory, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories); files.hasNext();) {
+        QFile file(files.next());
+        if (files.fileName() != SmallDisk::fillerName() && file.open(QIODevice::ReadOnly))
+            found.append(file.readAll());
+    }
+    std::ranges::sort(found);
+    return found;
+}
+
+} // namespace
+
+/// Files on disks that fail. What stood there before stays, and once the disk is well again so does the new text.
 class DocumentDiskTest : public QObject
 {
     Q_OBJECT
@@ -17,6 +96,49 @@ class DocumentDiskTest : public QObject
     LocalFileSystem m_files;
 
 private slots:
+    void onAFullDiskAFileIsWrittenWholeOrNotAtAll_data()
+    {
+        QTest::addColumn<Writer>("prepare");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("freeBlocks");
+        const QList<std::pair<const char *, Writer>> writers{
+            {"text", prepareText},       {"new text", prepareNewText},
+            {"draft", prepareDraft},     {"foreign version", prepareForeignVersion},
+            {"picture", preparePicture}, {"autostart entry", prepareAutostartEntry}};
+        for (const auto &[name, writer] : writers) {
+            for (const int size : {0, 1, 500, 10'000, 100'000}) {
+                for (const int freeBlocks : {0, 1, 2})
+                    QTest::addRow("%s, %d bytes, %d blocks", name, size, freeBlocks) << writer << size << freeBlocks;
+            }
+        }
+    }
+
+    void onAFullDiskAFileIsWrittenWholeOrNotAtAll()
+    {
+        QFETCH(const Writer, prepare);
+        QFETCH(const int, size);
+        QFETCH(const int, freeBlocks);
+        const QString content(size, u'x');
+        const QTemporaryDir roomy;
+        const Writing writingWithRoom = prepare(m_files, roomy.path(), content);
+        QVERIFY(writingWithRoom());
+        const QByteArrayList written = contents(roomy.path());
+        qint64 neededBlocks = 0;
+        for (const QByteArray &bytes : written)
+            neededBlocks += (bytes.size() + SmallDisk::blockSize() - 1) / SmallDisk::blockSize();
+        const SmallDisk disk;
+        if (!disk.isMounted())
+            QSKIP("a file system can be mounted neither as root nor in a user namespace");
+        const Writing writing = prepare(m_files, disk.directory(), content);
+        const QByteArrayList before = contents(disk.directory());
+        disk.fillBut(freeBlocks);
+
+        const bool isWritten = writing();
+
+        QCOMPARE(contents(disk.directory()), isWritten ? written : before);
+        QCOMPARE(isWritten, neededBlocks <= freeBlocks);
+    }
+
     void aDiskThatFailsLeavesTheFormerText_data()
     {
         using Step = std::function<void(const SmallDisk &)>;

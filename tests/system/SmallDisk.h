@@ -34,6 +34,7 @@ public:
         return mount("tessaly", path().constData(), "tmpfs", MS_REMOUNT | flags, "size=8m") == 0;
     }
 
+    [[nodiscard]] static QString fillerName() { return QStringLiteral("filler"); }
     /// Writes until not a byte is left.
     void fill() const
     {
@@ -44,11 +45,19 @@ public:
             }
         }
     }
+    /// Writes until this many blocks are left.
+    void fillBut(int freeBlocks) const
+    {
+        fill();
+        QFile filler(fillerPath());
+        QVERIFY(filler.resize(filler.size() - freeBlocks * blockSize()));
+    }
+    [[nodiscard]] static qint64 blockSize() { return sysconf(_SC_PAGESIZE); }
     void makeRoom() const { QVERIFY(QFile::remove(fillerPath())); }
 
 private:
     [[nodiscard]] QByteArray path() const { return m_directory.path().toLocal8Bit(); }
-    [[nodiscard]] QString fillerPath() const { return m_directory.filePath(QStringLiteral("filler")); }
+    [[nodiscard]] QString fillerPath() const { return m_directory.filePath(fillerName()); }
 
     QTemporaryDir m_directory;
     bool m_isMounted = false;
