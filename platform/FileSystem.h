@@ -19,6 +19,8 @@ public:
     [[nodiscard]] virtual std::optional<QByteArray> read(const QString &path) const = 0;
     /// Names of the files in a folder, in order; none when it cannot be listed.
     [[nodiscard]] virtual QStringList fileNames(const QString &folder) const = 0;
+    /// Paths, relative to the folder, of the files in it and in the folders beneath it; links to folders are left out.
+    [[nodiscard]] virtual QStringList filesBeneath(const QString &folder) const = 0;
     /// Whether there is such a folder, and files in it can be found.
     [[nodiscard]] virtual bool canOpen(const QString &folder) const = 0;
     /// Whether files can be made in a folder that is there.

@@ -132,7 +132,7 @@ DocumentsMove DocumentFolder::moveTo(const QString &newPath, const QList<Markdow
     bool isComplete = documents.isEmpty() || m_files.canOpen(m_path);
     // Listed before anything moves, so that nothing is found that has just come.
     const QStringList foreignVersions = m_files.fileNames(m_path).filter(foreignVersionMark);
-    const QStringList pictures = m_files.fileNames(oldAssets);
+    const QStringList pictures = m_files.filesBeneath(oldAssets);
     const QString oldPath = std::exchange(m_path, newPath);
     const auto moveUnlessThere = [this, &isComplete](const QString &from, const QString &to) {
         if (m_files.exists(from) && !m_files.exists(to))
@@ -146,10 +146,10 @@ DocumentsMove DocumentFolder::moveTo(const QString &newPath, const QList<Markdow
                 moveUnlessThere(oldPath + u'/' + version, newPath + u'/' + version);
         }
     }
-    if (m_files.exists(oldAssets)) {
-        m_files.makeFolder(assetsFolder(newPath));
-        for (const QString &name : pictures)
-            moveUnlessThere(oldAssets + u'/' + name, assetsFolder(newPath) + u'/' + name);
+    for (const QString &picture : pictures) {
+        const QString target = assetsFolder(newPath) + u'/' + picture;
+        m_files.makeFolder(QFileInfo(target).path());
+        moveUnlessThere(oldAssets + u'/' + picture, target);
     }
     return isComplete ? DocumentsMove::Done : DocumentsMove::Incomplete;
 }

@@ -77,9 +77,9 @@ public:
     /// Markdown link, or nothing when copying failed.
     [[nodiscard]] std::optional<QString> importImage(const QUuid &documentID, const QUrl &source);
 
-    /// Moves the documents' files, versions from elsewhere included, and the pictures to another folder. What exists
-    /// there is never overwritten, what cannot be moved stays. A folder within "Assets" is refused: the documents would
-    /// be pictures to be moved, too.
+    /// Moves the documents' files, versions from elsewhere included, and the pictures, those in folders beneath
+    /// "Assets" too, to another folder. What exists there is never overwritten, what cannot be moved stays. A folder
+    /// within "Assets" is refused: the documents would be pictures to be moved, too.
     DocumentsMove moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/common/LocalFileSystem.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -109,6 +110,15 @@ std::optional<QByteArray> LocalFileSystem::read(const QString &path) const
 QStringList LocalFileSystem::fileNames(const QString &folder) const
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+QStringList LocalFileSystem::filesBeneath(const QString &folder) const
+{
+    const QDir root(folder);
+    QStringList paths;
+    for (QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories); it.hasNext();)
+        paths.append(root.relativeFilePath(it.next()));
+    return paths;
 }
 
 bool LocalFileSystem::canOpen(const QString &folder) const

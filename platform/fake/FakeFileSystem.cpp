@@ -18,14 +18,18 @@ std::optional<QByteArray> FakeFileSystem::read(const QString &path) const
 
 QStringList FakeFileSystem::fileNames(const QString &folder) const
 {
-    const QString prefix = folder + u'/';
-    QStringList names;
-    for (auto it = m_files.lowerBound(prefix); it != m_files.cend() && it.key().startsWith(prefix); ++it) {
-        const QString name = it.key().mid(prefix.size());
-        if (!name.contains(u'/'))
-            names.append(name);
-    }
+    QStringList names = filesBeneath(folder);
+    names.removeIf([](const QString &path) { return path.contains(u'/'); });
     return names;
+}
+
+QStringList FakeFileSystem::filesBeneath(const QString &folder) const
+{
+    const QString prefix = folder + u'/';
+    QStringList paths;
+    for (auto it = m_files.lowerBound(prefix); it != m_files.cend() && it.key().startsWith(prefix); ++it)
+        paths.append(it.key().mid(prefix.size()));
+    return paths;
 }
 
 bool FakeFileSystem::canOpen(const QString &folder) const

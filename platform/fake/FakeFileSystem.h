@@ -13,6 +13,7 @@ public:
     [[nodiscard]] bool exists(const QString &path) const override;
     [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
     [[nodiscard]] QStringList fileNames(const QString &folder) const override;
+    [[nodiscard]] QStringList filesBeneath(const QString &folder) const override;
     [[nodiscard]] bool canOpen(const QString &folder) const override;
     [[nodiscard]] bool canWriteIn(const QString &folder) const override;
     [[nodiscard]] QString realPath(const QString &path) const override;

@@ -124,14 +124,20 @@ private slots:
         QVERIFY(folder.write(moved.id, u"moved"_s) && folder.write(there.id, u"old"_s));
         const QString foreign = u'/' + uuidText(moved.id) + u" (changed elsewhere 2).md"_s;
         QVERIFY(m_files.write(oldPath + foreign, "theirs"));
-        QVERIFY(m_files.makeFolder(oldPath + u"/Assets"_s) && m_files.write(oldPath + u"/Assets/a.png"_s, "a"));
         QVERIFY(m_files.makeFolder(newPath) && m_files.write(newPath + u'/' + uuidText(there.id) + u".md"_s, "new"));
+        QVERIFY(m_files.makeFolder(oldPath + u"/Assets/deep/er"_s) && m_files.makeFolder(newPath + u"/Assets/deep"_s));
+        for (const QString &picture : {u"a.png"_s, u"deep/b.png"_s, u"deep/er/c.png"_s})
+            QVERIFY(m_files.write(oldPath + u"/Assets/"_s + picture, "old"));
+        QVERIFY(m_files.write(newPath + u"/Assets/deep/b.png"_s, "new"));
 
         QCOMPARE(folder.moveTo(newPath, {moved, there, MarkdownDocument()}), DocumentsMove::Done);
 
         QCOMPARE(folder.read(moved.id).text, u"moved"_s);
         QCOMPARE(folder.read(there.id).text, u"new"_s);
-        QCOMPARE(m_files.read(newPath + u"/Assets/a.png"_s), QByteArray("a"));
+        QCOMPARE(m_files.read(newPath + u"/Assets/a.png"_s), QByteArray("old"));
+        QCOMPARE(m_files.read(newPath + u"/Assets/deep/er/c.png"_s), QByteArray("old"));
+        QCOMPARE(m_files.read(newPath + u"/Assets/deep/b.png"_s), QByteArray("new"));
+        QCOMPARE(m_files.filesBeneath(oldPath + u"/Assets"_s), QStringList{u"deep/b.png"_s});
         QCOMPARE(m_files.read(newPath + foreign), QByteArray("theirs"));
         QCOMPARE(m_files.read(oldPath + u'/' + uuidText(there.id) + u".md"_s), QByteArray("old"));
         QVERIFY(!m_files.exists(oldPath + u'/' + uuidText(moved.id) + u".md"_s));
