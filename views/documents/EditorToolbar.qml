@@ -16,6 +16,32 @@ RowLayout {
 
     spacing: 12
 
+    // Beside the row, not in it: it moves nothing.
+    Rectangle {
+        id: unsavedMark
+
+        readonly property string text: Language.text("有未保存的修改", "Unsaved changes")
+
+        parent: titleField
+        x: -width - 2
+        y: (titleField.height - height) / 2
+        width: 8
+        height: 8
+        radius: 4
+        color: Theme.accentText
+        visible: toolbar.editor.hasUnsavedChanges
+        Accessible.role: Accessible.Indicator
+        Accessible.name: text
+
+        HoverHandler {
+            id: hover
+        }
+        AppToolTip {
+            text: unsavedMark.text
+            visible: hover.hovered
+        }
+    }
+
     AppTextField {
         id: titleField
 
@@ -54,7 +80,7 @@ RowLayout {
     ToolbarButton {
         isNarrow: toolbar.isNarrow
         label: Language.text("插入图片", "Insert image")
-        enabled: !toolbar.editor.isUnreadable
+        enabled: toolbar.editor.isEditable
         iconName: "image"
         onClicked: {
             toolbar.acted();
@@ -64,7 +90,7 @@ RowLayout {
     ToolbarButton {
         isNarrow: toolbar.isNarrow
         label: Language.text("复制到公众号", "Copy for WeChat")
-        enabled: !toolbar.editor.isUnreadable
+        enabled: toolbar.editor.isEditable
         iconName: "copy"
         onClicked: {
             toolbar.acted();
@@ -75,7 +101,7 @@ RowLayout {
         kind: AppButton.Primary
         text: Language.text("保存", "Save")
         isDone: savedSign.running
-        Accessible.description: isDone ? Language.text("已保存", "Saved") : ""
+        Accessible.description: isDone ? Language.text("已保存", "Saved") : toolbar.editor.hasUnsavedChanges ? unsavedMark.text : ""
         onClicked: {
             toolbar.acted();
             toolbar.editor.save();

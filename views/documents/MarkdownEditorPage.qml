@@ -48,12 +48,13 @@ T.Popup {
         store: PlannerStore
         desktop: DocumentDesktop
         onClosed: page.close()
+        onImageInserted: source.textArea.cursorPosition = source.textArea.length
         onCopyRequested: markdown => page.copyRequested(markdown)
     }
 
     Connections {
         function onClosing(event: CloseEvent) {
-            event.accepted = viewModel.mayLeave();
+            event.accepted = viewModel.mayCloseWindow();
         }
 
         target: page.parent?.Window.window ?? null
@@ -92,32 +93,26 @@ T.Popup {
             }
         }
 
-        AppText {
+        StatusLine {
             id: message
 
+            // Between the toolbar and the line, so that no message moves the text.
             x: 26
-            y: toolbar.y + toolbar.height + 14
-            width: parent.width - 52
-            visible: text !== ""
-            text: viewModel.message
-            token: Theme.caption
-            color: viewModel.hasFailed ? Theme.destructive : Theme.textSecondary
-            Accessible.role: Accessible.StatusBar
-
-            HoverHandler {
-                id: hover
-            }
-
-            AppToolTip {
-                text: message.text
-                visible: hover.hovered && message.truncated
-            }
+            y: toolbar.y + toolbar.height + 3
+            width: parent.width - 2 * x
+            height: implicitHeight
+            visible: message !== ""
+            message: viewModel.message
+            isFailure: viewModel.hasFailed
+            isPassing: viewModel.isMessagePassing
+            isClosable: true
+            onDismissed: viewModel.dismissMessage()
         }
 
         Separator {
             id: line
 
-            y: message.visible ? 92 : 68
+            y: 76
             width: parent.width
         }
 
@@ -140,7 +135,7 @@ T.Popup {
                 width: content.hasPreview ? content.half : content.width
                 height: parent.height
                 visible: content.hasSource
-                isReadOnly: viewModel.isUnreadable
+                isReadOnly: !viewModel.isEditable
                 sourceFont: viewModel.fontOf(Theme.sourceFamilies, Theme.source.size, viewModel.needsShaping)
             }
             Separator {

@@ -109,55 +109,28 @@ private slots:
         QCOMPARE(given.stored().categoryID, std::nullopt);
     }
 
-    void closingSavesAlsoWithoutAChange()
-    {
-        EditorDriver given;
-        given.clock.advance(60);
-        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
-        given.editor->close();
-        QCOMPARE(closed.size(), 1);
-        QCOMPARE(given.stored().updatedAt, given.clock.now());
-
-        const int writes = given.preferences.writeCount();
-        given.editor.reset();
-        QCOMPARE(given.preferences.writeCount(), writes);
-    }
-
-    void whatCannotBeSavedKeepsTheEditorOpenAndIsTold()
+    void onlyWhatIsSavedCloses()
     {
         EditorDriver given;
         given.files.setReadOnly(true);
         given.editor->append(u"more"_s);
         const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
-        const QSignalSpy saved(given.editor.get(), &MarkdownEditorModel::saved);
-        given.editor->finishCopy(true);
-        QVERIFY(!given.editor->hasFailed());
-
         given.editor->close();
-        QVERIFY(closed.isEmpty() && saved.isEmpty() && given.editor->hasFailed());
-        QVERIFY2(given.editor->message().startsWith(u"The document could not be saved."_s),
-                 qPrintable(given.editor->message()));
-        QCOMPARE(given.editor->content(), u"# a\nmore"_s);
-
+        QVERIFY(closed.isEmpty() && given.editor->hasFailed());
         given.files.setReadOnly(false);
         given.editor->close();
         QCOMPARE(closed.size(), 1);
         QCOMPARE(given.onDisk(), u"# a\nmore"_s);
-        QVERIFY(given.editor->message().startsWith(u"WeChat rich text copied"_s));
-        QVERIFY(saved.size() == 1 && !given.editor->hasFailed());
     }
 
-    void theVersionOfAnotherProgramIsToldUntilTheNextSave()
+    void aTextThatCannotBeReadTakesNoPicture()
     {
         EditorDriver given;
-        given.files.write(given.path(), "theirs");
-        given.editor->finishCopy(true);
-        QVERIFY(given.editor->save());
-        QCOMPARE(given.editor->message(),
-                 u"Another program had changed this document; its version is kept as “… (changed elsewhere).md”. "
-                 "WeChat rich text copied; formulas were converted to images."_s);
-        QVERIFY(given.editor->save());
-        QCOMPARE(given.editor->message(), u"WeChat rich text copied; formulas were converted to images."_s);
+        given.editor->close();
+        given.files.setUnreadable(given.path());
+        given.open();
+        given.editor->insertImage();
+        QVERIFY(given.fileDialogs.questions().isEmpty() && !given.editor->isEditable());
     }
 
     void lettersAreJoinedWhereTheTextHasSome()
@@ -169,101 +142,6 @@ private slots:
         given.editor->append(u"مرحبا"_s);
         QVERIFY(given.editor->needsShaping());
         QCOMPARE(changed.size(), 1);
-    }
-
-    void aWindowIsHeldOnceByWhatCannotBeSaved()
-    {
-        EditorDriver given;
-        given.editor->append(u"more"_s);
-        QVERIFY(given.editor->mayLeave());
-        QCOMPARE(given.onDisk(), u"# a\nmore"_s);
-
-        given.files.setReadOnly(true);
-        given.editor->append(u"and more"_s);
-        QVERIFY(!given.editor->mayLeave());
-        QVERIFY2(given.editor->message().endsWith(u"Closing the window once more gives it up."_s),
-                 qPrintable(given.editor->message()));
-        QVERIFY(given.editor->mayLeave());
-
-        given.files.setReadOnly(false);
-        QVERIFY(given.editor->save());
-        given.files.setReadOnly(true);
-        QVERIFY(given.editor->mayLeave());
-        given.editor->append(u"still more"_s);
-        QVERIFY(!given.editor->mayLeave());
-    }
-
-    void aTextThatCannotBeReadIsToldAndLeftAlone_data()
-    {
-        QTest::addColumn<bool>("isFolder");
-        QTest::newRow("no right to the file") << false;
-        QTest::newRow("the folder is out of reach") << true;
-    }
-
-    void aTextThatCannotBeReadIsToldAndLeftAlone()
-    {
-        QFETCH(const bool, isFolder);
-        EditorDriver given(u"real"_s);
-        given.editor->close();
-        given.files.setUnreadable(isFolder ? u"/documents"_s : given.path());
-        given.open();
-        QCOMPARE(given.editor->message(),
-                 u"The file of this document cannot be read, so its text can be neither shown nor changed: "_s +
-                     given.path());
-        QVERIFY(given.editor->hasFailed() && given.editor->property("isUnreadable").toBool());
-
-        given.editor->setProperty("title", u"b"_s);
-        given.editor->insertImage();
-        QVERIFY(given.fileDialogs.questions().isEmpty());
-        QVERIFY(given.editor->mayLeave());
-        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
-        given.editor->close();
-        QCOMPARE(closed.size(), 1);
-        QCOMPARE(given.stored().title, u"b"_s);
-        QCOMPARE(given.files.paths(), QStringList{given.path()});
-
-        given.files.setUnreadable({});
-        given.open();
-        QCOMPARE(given.editor->content(), u"real"_s);
-        QCOMPARE(given.editor->message(), QString());
-    }
-
-    void aFolderThatTakesNothingIsToldAtOnceAndLetsGo()
-    {
-        EditorDriver given(u"real"_s);
-        given.editor->close();
-        given.files.setReadOnly(true);
-        given.document = given.has(u"new"_s);
-        const QStringList files = given.files.paths();
-        given.open();
-        QCOMPARE(given.editor->message(),
-                 u"The save location cannot be written to, so changes cannot be saved: /documents"_s);
-        QVERIFY(given.editor->hasFailed());
-
-        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
-        given.editor->setProperty("title", u"newer"_s);
-        QVERIFY(given.editor->mayLeave());
-        given.editor->close();
-        QCOMPARE(closed.size(), 1);
-        QCOMPARE(given.files.paths(), files);
-    }
-
-    void aBlankTextThatNobodyTypedIsNoDraft()
-    {
-        EditorDriver given(u"real"_s);
-        given.editor->close();
-        given.files.remove(given.path());
-        given.open();
-        given.files.failNextWrites(1);
-        given.editor->setProperty("title", u"b"_s);
-        given.editor->close();
-        QVERIFY(given.files.paths().isEmpty());
-
-        given.open();
-        given.editor->append(u"typed"_s);
-        given.files.failNextWrites(1);
-        QVERIFY(!given.editor->save());
-        QCOMPARE(given.files.paths().filter(u".json"_s).size(), 1);
     }
 
     void anEditorThatIsTakenAwaySavesWhatWasTyped()
@@ -335,19 +213,11 @@ private slots:
         given.editor->finishCopy(false);
         QCOMPARE(given.editor->message(), u"Formatting failed. Check your connection and try again."_s);
         QVERIFY(given.editor->hasFailed());
+        // The words follow the language.
+        QSignalSpy changed(given.editor.get(), &MarkdownEditorModel::sessionChanged);
         given.store->setInterfaceLanguage(AppLanguage::Chinese);
-        given.editor->finishCopy(true);
-        QCOMPARE(given.editor->message(), u"已复制公众号富文本；公式已转为图片格式。"_s);
-    }
-
-    void anUnknownDocumentSavesNothing()
-    {
-        EditorDriver given;
-        given.editor->close();
-        given.library().deleteDocument(given.document);
-        given.open();
-        QVERIFY(given.editor->save());
-        QVERIFY(given.files.paths().isEmpty());
+        QCOMPARE(given.editor->message(), u"格式生成失败，请检查网络后重试。"_s);
+        QCOMPARE(changed.size(), 1);
     }
 
     void theSourceFollowsEveryChangeOfTheField()

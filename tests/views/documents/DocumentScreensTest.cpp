@@ -312,20 +312,64 @@ private slots:
         QCOMPARE(ui.onDisk(), QByteArray("b a text"));
     }
 
-    void aPictureIsInsertedAndCanBeTakenBack()
+    void aPictureIsInsertedShownAndCanBeTakenBack()
     {
         DocumentWindow ui;
-        ui.openEditor(u"text"_s);
+        const QString text = u"A line.\n"_s.repeated(200) + u"text"_s;
+        ui.openEditor(text);
         ui.planner.files.write(u"/cat.png"_s, "cat");
         ui.fileDialogs.answerFilesWith({QUrl(u"file:///cat.png"_s)});
         QVERIFY(ui.click(button, u"Insert image"_s));
+        const QQuickItem *source = ui.find(field, u"Markdown source"_s);
+        QTRY_COMPARE(source->property("cursorPosition"), source->property("length"));
+        const QRectF cursor = source->mapRectToScene(source->property("cursorRectangle").toRectF());
+        QVERIFY2(QRectF(QPointF(), ui.window().size()).contains(cursor), qPrintable(QString::number(cursor.y())));
         QVERIFY(ui.click(button, u"Save"_s));
-        QVERIFY2(ui.onDisk().startsWith("text\n\n![](file:///documents/Assets/"), ui.onDisk().constData());
+        QVERIFY(ui.onDisk().startsWith(text.toUtf8() + "\n\n![](file:///documents/Assets/"));
         // Writing goes on where it was.
         QVERIFY(ui.hasFocus(field, u"Markdown source"_s));
         ui.press(Qt::Key_Z, Qt::ControlModifier);
         ui.press(Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(ui.onDisk(), QByteArray("text"));
+        QCOMPARE(ui.onDisk(), text.toUtf8());
+    }
+
+    void aMessageMovesNothingAndLeavesWhenItReportsSuccess()
+    {
+        DocumentWindow ui;
+        ui.openEditor(u"text"_s);
+        const QQuickItem *source = ui.find(field, u"Markdown source"_s);
+        const QPointF place = source->mapToScene(QPointF());
+        ui.planner.files.setReadOnly(true);
+        ui.type(u"more "_s);
+        QVERIFY(ui.click(button, u"Save"_s));
+        QTRY_VERIFY(ui.find(button, u"Dismiss message"_s));
+        QCOMPARE(source->mapToScene(QPointF()), place);
+        QVERIFY(ui.click(button, u"Dismiss message"_s));
+        QTRY_VERIFY(!ui.find(button, u"Dismiss message"_s));
+
+        ui.planner.files.setReadOnly(false);
+        QVERIFY(ui.click(button, u"Save"_s));
+        QVERIFY(ui.click(button, u"Copy for WeChat"_s));
+        const QString copied = u"WeChat rich text copied; formulas were converted to images."_s;
+        QTRY_VERIFY(ui.find(QAccessible::StatusBar, copied));
+        QTRY_VERIFY_WITH_TIMEOUT(!ui.find(QAccessible::StatusBar, copied), 10'000);
+    }
+
+    void aMarkShowsUnsavedChanges()
+    {
+        DocumentWindow ui;
+        ui.openEditor(u"text"_s);
+        const QString words = u"Unsaved changes"_s;
+        const auto description = [&ui] {
+            return QAccessible::queryAccessibleInterface(ui.find(button, u"Save"_s))->text(QAccessible::Description);
+        };
+        QVERIFY(!ui.find(QAccessible::Indicator, words));
+        ui.type(u"more "_s);
+        QTRY_VERIFY(ui.find(QAccessible::Indicator, words));
+        QCOMPARE(description(), words);
+        ui.press(Qt::Key_S, Qt::ControlModifier);
+        QTRY_VERIFY(!ui.find(QAccessible::Indicator, words));
+        QCOMPARE(description(), u"Saved"_s);
     }
 
     void linksOpenInTheBrowser()
