@@ -1,11 +1,17 @@
 # Fetches the npm packages of web/package-lock.json into build/web, once for all presets, and again only when the lock
-# changes. Sets TESSALY_NODE_MODULES.
+# changes; what only tests and the linter need comes with the tests. Sets TESSALY_NODE_MODULES.
 set(node_root ${PROJECT_SOURCE_DIR}/build/web)
 set(TESSALY_NODE_MODULES ${node_root}/node_modules)
 file(SHA256 ${PROJECT_SOURCE_DIR}/web/package-lock.json lock_hash)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/web/package-lock.json)
 set(node_stamp ${node_root}/${lock_hash}.stamp)
-if(NOT EXISTS ${node_stamp})
+set(node_full_stamp ${node_root}/${lock_hash}-with-tools.stamp)
+if(NOT EXISTS ${node_full_stamp} AND (TESSALY_TESTS OR NOT EXISTS ${node_stamp}))
+  set(node_omit --omit=dev)
+  if(TESSALY_TESTS)
+    set(node_omit)
+    set(node_stamp ${node_full_stamp})
+  endif()
   find_program(NPM npm)
   if(NOT NPM)
     message(FATAL_ERROR "npm is missing. Install nodejs and npm, or run ./dev build, which does.")
@@ -13,7 +19,7 @@ if(NOT EXISTS ${node_stamp})
   message(STATUS "Fetching npm packages")
   file(MAKE_DIRECTORY ${node_root})
   file(COPY ${PROJECT_SOURCE_DIR}/web/package.json ${PROJECT_SOURCE_DIR}/web/package-lock.json DESTINATION ${node_root})
-  execute_process(COMMAND ${NPM} ci --no-audit --no-fund --ignore-scripts
+  execute_process(COMMAND ${NPM} ci --no-audit --no-fund --ignore-scripts ${node_omit}
     WORKING_DIRECTORY ${node_root} RESULT_VARIABLE npm_result OUTPUT_QUIET ERROR_VARIABLE npm_errors)
   if(npm_result)
     message(FATAL_ERROR "npm ci failed:\n${npm_errors}")

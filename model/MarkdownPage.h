@@ -27,11 +27,8 @@ using FileReader = std::function<std::optional<QByteArray>(const QUrl &)>;
 /// The preview page: parses the Markdown, highlights code and typesets formulas with the scripts of packageRoot.
 [[nodiscard]] QString markdownPage(const QString &markdown, const FileReader &readFile);
 
-/// The page that turns Markdown into HTML with inline styles for pasting: formulas become images of formulaService,
+/// The page that turns Markdown into HTML with inline styles for pasting: formulas become images of a public service,
 /// every element carries its computed style, none keeps class or id. `window.brennicCopyReady` tells when it is done.
 [[nodiscard]] QString inlineStylePage(const QString &markdown);
-
-/// Answers an SVG image for the URL-encoded TeX that follows.
-inline const QString formulaService = QStringLiteral("https://latex.codecogs.com/svg.image?");
 
 } // namespace tessaly

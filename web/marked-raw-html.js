@@ -3,9 +3,8 @@
 // script does so always, as in GitHub Flavored Markdown (6.11).
 {
   const parse = marked.parse;
-  // They stand for "<" here and for "$" where the page was made (FormulaProtection); no text holds noncharacters.
+  // It stands for "<"; no text holds noncharacters.
   const lessThan = "\uFDD0";
-  const dollar = "\uFDD1";
   const ends = { "<!--": "-->", "<?": "?>", "<![CDATA[": "]]>" };
   const tag = "style|textarea|title|xmp|iframe|noembed|noframes|noscript|template|select|datalist|object|video|audio|" +
     "canvas|dialog";
@@ -32,7 +31,8 @@
       } else {
         const key = name.toLowerCase();
         if (!open.has(key)) open.set(key, []);
-        slash ? open.get(key).pop() : open.get(key).push(match.index);
+        if (slash) open.get(key).pop();
+        else open.get(key).push(match.index);
       }
     }
     return found.concat(...open.values()).sort((a, b) => a - b);
@@ -48,8 +48,7 @@
   };
   const parseShown = (source, options) => {
     const html = parse(shown(source, lessThan, place => source[place - 1] === "\\"), options)
-      .replaceAll(lessThan, "&lt;").replaceAll(encodeURI(lessThan), "%3C")
-      .replaceAll(dollar, "$").replaceAll(encodeURI(dollar), "%24");
+      .replaceAll(lessThan, "&lt;").replaceAll(encodeURI(lessThan), "%3C");
     return shown(html, "&lt;", () => false);
   };
   globalThis.marked = Object.create(marked, { parse: { value: parseShown } }); // Its own members are read-only.

@@ -43,41 +43,19 @@
   };
 
   const observer = new IntersectionObserver(entries => {
-    for (const { target, isIntersecting } of entries)
-      isIntersecting && waiting.has(target) ? near.add(target) : near.delete(target);
+    for (const { target, isIntersecting } of entries) {
+      if (isIntersecting && waiting.has(target)) near.add(target);
+      else near.delete(target);
+    }
     typesetNear();
   }, { rootMargin: "100% 0px" });
 
-  // The formulas found in the page, each in an element of its own where one can be put around it.
-  const wrapped = formulas => {
-    const elements = new Set();
-    const range = document.createRange(); // One, because each has to follow all changes of the page.
-    for (const { start, end } of formulas.reverse()) {
-      range.setStart(start.node, start.n);
-      range.setEnd(end.node, end.n);
-      const element = document.createElement("span");
-      try {
-        range.surroundContents(element);
-        elements.add(element);
-      } catch {
-        const around = range.commonAncestorContainer;
-        elements.add(around.nodeType === Node.ELEMENT_NODE ? around : around.parentNode);
-      }
-    }
-    return [...elements].reverse();
-  };
-
   const typesetPage = async () => {
-    const page = MathJax.startup.document;
-    page.options.elements = null;
-    page.reset().findMath();
-    const formulas = [...page.math];
-    page.clear();
-    if (formulas.length <= eager) {
-      await typesetSome([document.body]);
-    } else {
-      wrapped(formulas).forEach(element => waiting.add(element));
-      waiting.forEach(element => observer.observe(element));
+    const formulas = [...document.querySelectorAll(".tessaly-formula")];
+    if (formulas.length <= eager) return typesetSome(formulas);
+    for (const formula of formulas) {
+      waiting.add(formula);
+      observer.observe(formula);
     }
   };
 

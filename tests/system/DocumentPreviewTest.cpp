@@ -145,6 +145,16 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans_data()
         << u"%1 `%1`\n\n# %1\n\n> - %1\n\n    %1\n\n|%2\n|%3\n|%2\n\n$%4$\n\n$$%4$$"_s.arg(
                QString(300, u'x'), u" word |"_s.repeated(40), u"-|"_s.repeated(40), u"a+"_s.repeated(100) + u'b')
         << u"document.documentElement.scrollWidth <= innerWidth"_s << QVariant(true);
+    QTest::newRow("prices")
+        << u"| a | b | c | d |\n| - | - | - | - |\n| Pro | $10 | $100 | $P(A\\|B)$ |\n\n$5 **b** $6"_s
+        << u"["_s + count(u"td"_s) + u", "_s + count(u"mjx-container"_s) + u", "_s + count(u"strong"_s) + u"].join()"_s
+        << QVariant(u"4,1,1"_s);
+    QTest::newRow("an environment without delimiters")
+        << u"\\begin{align}\na &= b \\\\\n&= c\n\\end{align}"_s << count(u"mjx-mtr"_s) << QVariant(2);
+    QTest::newRow("brackets that are no formula")
+        << u"\\[1\\] [a](https://a.org/Rust_\\(b\\))"_s
+        << u"document.querySelector('p').innerText + document.querySelector('a').href"_s
+        << QVariant(u"[1] ahttps://a.org/Rust_(b)"_s);
     QTest::newRow("dollars in indented code") << u"a\n\n    $x$"_s << count(u"mjx-container"_s) << QVariant(0);
     QTest::newRow("escaped dollars") << u"\\$5 and \\$6, $x$"_s
                                      << u"document.querySelector('p').innerText.slice(0, 10) + "_s +

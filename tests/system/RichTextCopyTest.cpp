@@ -78,6 +78,8 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
     row("formula of its own", u"a\n$$\nx\n+ y\n$$\nb"_s,
         {service + u"x%0A%2B%20y\" alt=\"formula\" style=\"[^\"]*margin: 16px auto[^\"]*display: block"_s});
     row("a lone dollar", u"costs $5\nor $"_s, {u"costs \\$5<br[^>]*>or \\$"_s});
+    row("prices, and a bar in a cell", u"$5 **a** $6\n\n| $P(A\\|B)$ | $7 |\n| - | - |"_s,
+        {u">\\$5 <strong[^>]*>a</strong> \\$6<"_s, service + u"P\\(A%7CB\\)\""_s, u">\\$7</th>"_s});
     row("round and square delimiters stay", u"\\(x_1,y_2\\) \\\\(a\\\\)\n\n\\[*b* \\\\ c\\]"_s,
         {u">\\\\\\(x_1,y_2\\\\\\) \\\\\\(a\\\\\\)<"_s, u">\\\\\\[\\*b\\* \\\\\\\\ c\\\\\\]<"_s});
     row("paragraphs and list items", u"a\n\n- b"_s,
