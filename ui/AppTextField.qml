@@ -8,6 +8,8 @@ T.TextField {
     id: field
 
     property bool isSmall: false
+    /// What the field is, for assistive technology; the placeholder may be an example.
+    property string name: placeholderText
     /// In a sheet: Return is for the field's own `accepted` alone, and not for the primary button.
     property bool keepsReturn: false
 
@@ -32,7 +34,8 @@ T.TextField {
     selectedTextColor: Theme.text
     selectByMouse: true
     hoverEnabled: true
-    Accessible.name: placeholderText
+    Accessible.name: name
+    Accessible.description: text === "" && name !== placeholderText ? placeholderText : ""
     // While an input method is composing, these keys are its own and nobody else's around the field.
     Keys.onReturnPressed: event => field.returnPressed(event)
     Keys.onEnterPressed: event => field.returnPressed(event)

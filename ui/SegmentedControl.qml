@@ -4,7 +4,7 @@ import QtQuick
 
 /// A choice among few labels. Arrow keys change the choice at once; it is one tab stop.
 // Not a control: a plain one has no role for assistive technology in Qt 6.4, whatever is attached to it.
-Item {
+FocusScope {
     id: control
 
     required property list<string> labels
@@ -108,7 +108,14 @@ Item {
                 width: control.width > row.implicitWidthOfLabels + 4 ? (control.width - 4) / control.labels.length : label.implicitWidth + 2 * control.segmentPadding
                 height: control.height - 4
                 implicitWidth: label.implicitWidth + 2 * control.segmentPadding
+                // The chosen one has the focus within: a screen reader says what has the focus.
+                Component.onCompleted: focus = isOn
+                onIsOnChanged: {
+                    if (isOn)
+                        focus = true;
+                }
                 Accessible.role: Accessible.PageTab
+                Accessible.focusable: true
                 Accessible.name: modelData
                 Accessible.selectable: true
                 Accessible.selected: isOn

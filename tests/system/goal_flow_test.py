@@ -17,7 +17,7 @@ class GoalFlow(PlannerTestCase):
         self.delete(planner, text)
 
     def plan(self, planner, text):
-        planner.type_into(text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook"), "Sail around the island")
+        planner.type_into(text("主目标名称", "Main goal name"), "Sail around the island")
         planner.type_into(text("类别标签（可选）", "Category tag (optional)"), "Sea")
         planner.press("push button", text("新建主目标", "New main goal"))
         planner.wait("label", "Sail around the island")

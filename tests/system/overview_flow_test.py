@@ -21,11 +21,11 @@ class OverviewFlow(PlannerTestCase):
         planner.wait("label", text("Ada，久待你的再度光临。", "Ada, your return has been awaited with quiet joy."))
 
         planner.press("list item", text("待办", "To-dos"))
-        planner.type_into(text("例如：提交周报", "e.g. Submit weekly report"), "Water the plants")
+        planner.type_into(text("待办名称", "To-do name"), "Water the plants")
         planner.press("push button", text("添加待办", "Add to-do"))
         planner.wait("check box", "Water the plants")
         planner.press("list item", text("目标", "Goals"))
-        planner.type_into(text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook"), "Sail around the island")
+        planner.type_into(text("主目标名称", "Main goal name"), "Sail around the island")
         planner.press("push button", text("新建主目标", "New main goal"))
         planner.wait("label", "Sail around the island")
 

@@ -23,7 +23,7 @@ class ProgramTest(PlannerTestCase):
     def test_what_was_typed_is_there_after_a_kill(self):
         planner = self.start()
         planner.wait("dialog", "欢迎来到 Tessaly")
-        wait_for("the cursor in the field", lambda: has_state(planner.find("text", "例如：Brennic"), FOCUSED))
+        wait_for("the cursor in the field", lambda: has_state(planner.find("text", "我该如何称呼你？"), FOCUSED))
         planner.keys("type", "Ada")
         planner.keys("key", "Return")
         wait_for("the name in the settings", lambda: planner.text_of("text", "称呼") == "Ada")
@@ -145,7 +145,7 @@ class ProgramTest(PlannerTestCase):
         planner.keys("key", "Escape")
         planner.press("list item", "待办")
         disk.fill(planner.process)
-        planner.type_into("例如：提交周报", "Water the plants")
+        planner.type_into("待办名称", "Water the plants")
         planner.press("push button", "添加待办")
         planner.wait("status bar", "有更改尚未保存")
         return planner, disk
@@ -216,7 +216,7 @@ class ProgramTest(PlannerTestCase):
         planner.keys("key", "Escape")
         planner.press("list item", "待办")
         for title in ("Water the plants", "Post the letter"):
-            planner.type_into("例如：提交周报", title)
+            planner.type_into("待办名称", title)
             planner.press("push button", "添加待办")
             planner.wait("check box", title)
         planner.kill()

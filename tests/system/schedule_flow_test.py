@@ -29,7 +29,7 @@ class ScheduleFlow(PlannerTestCase):
         planner.wait_gone("dialog")
 
     def add(self, planner, text):
-        planner.type_into(text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1"), "Lecture on trees")
+        planner.type_into(text("日程名称", "Schedule name"), "Lecture on trees")
         planner.type_into(text("标签（可选）", "Tag (optional)"), "Forest")
         self.choose_minute(planner, text("开始", "Start"))
         planner.press("push button", text("添加日程", "Add schedule"))
@@ -57,7 +57,7 @@ class ScheduleFlow(PlannerTestCase):
         planner.type_into(text("备注", "Notes"), "Bring the map")
         planner.type_into(text("添加任务", "Add task"), "Print the map")
         planner.press("push button", text("添加", "Add"))
-        planner.wait_text(text("任务", "Task"), "Print the map")
+        planner.wait_text(text("任务 1", "Task 1"), "Print the map")
         planner.press("push button", text("保存", "Save"))
         planner.wait_gone("dialog")
 
@@ -67,7 +67,7 @@ class ScheduleFlow(PlannerTestCase):
 
     def tick_task(self, planner, text):
         self.open_block(planner)
-        planner.wait("label", text("备注: Bring the map", "Notes: Bring the map"))
+        planner.wait_like("label", text("备注: Bring the map", "Notes: Bring the map"))
         planner.wait_state("check box", "Print the map", CHECKED, expected=False)
         planner.press("check box", "Print the map")
         planner.wait_gone("dialog")

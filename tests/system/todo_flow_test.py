@@ -19,14 +19,14 @@ class TodoFlow(PlannerTestCase):
         self.delete(planner, text)
 
     def add_undated(self, planner, text):
-        planner.type_into(text("例如：提交周报", "e.g. Submit weekly report"), "Water the plants")
+        planner.type_into(text("待办名称", "To-do name"), "Water the plants")
         planner.type_into(text("任务具体要求（可选）", "Task requirements (optional)"), "Not the cactus")
         planner.press("push button", text("添加待办", "Add to-do"))
         planner.wait_state("check box", "Water the plants", CHECKED, expected=False)
         planner.wait("label", "Not the cactus")
 
     def add_dated(self, planner, text):
-        planner.type_into(text("例如：提交周报", "e.g. Submit weekly report"), "Post the letter")
+        planner.type_into(text("待办名称", "To-do name"), "Post the letter")
         planner.press("check box", text("设置截止日期", "Set due date"))
         planner.wait_state("check box", text("设置截止日期", "Set due date"), CHECKED)
         planner.press("push button", text("添加待办", "Add to-do"))

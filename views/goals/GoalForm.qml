@@ -47,6 +47,7 @@ Item {
             x: 15
             y: 15
             width: parent.width - 30
+            name: Language.text("主目标名称", "Main goal name")
             placeholderText: Language.text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook")
             text: head.goals.title
             onTextEdited: head.goals.title = text

@@ -7,6 +7,7 @@ Item {
     id: handle
 
     required property string help
+    required property string itemTitle
     property bool isRowActive: false
     readonly property bool isDragged: drag.active && !drag.isCancelled
     /// How far the pointer has gone, in pixels down.
@@ -22,7 +23,8 @@ Item {
     height: 26
     activeFocusOnTab: true
     Accessible.role: Accessible.Button
-    Accessible.name: help
+    Accessible.name: help + ", " + itemTitle
+    Accessible.description: Language.text("Ctrl+↑ 上移，Ctrl+↓ 下移", "Ctrl+↑ moves it up, Ctrl+↓ moves it down")
     Accessible.focusable: true
     Keys.onUpPressed: event => {
         event.accepted = event.modifiers & Qt.ControlModifier;

@@ -9,6 +9,8 @@ Item {
     required property GoalRowBase row
 
     readonly property bool isSubgoal: row.part === GoalRow.Subgoal
+    /// Before it is edited: names do not change while the user types.
+    property string formerTitle
 
     /// Return was pressed in the title.
     signal finished
@@ -16,6 +18,8 @@ Item {
     function takeFocus() {
         field.forceActiveFocus();
     }
+
+    Component.onCompleted: formerTitle = row.title
 
     AppText {
         id: subgoalLabel
@@ -33,6 +37,7 @@ Item {
         x: editor.isSubgoal ? subgoalLabel.width + 12 : 0
         width: (editor.isSubgoal ? parent.width : weightLabel.x - 10) - x
         height: parent.height
+        name: placeholderText + ", " + editor.formerTitle
         font.weight: editor.isSubgoal ? Font.DemiBold : Font.Normal
         placeholderText: editor.isSubgoal ? Language.text("子目标名称", "Subgoal name") : Language.text("任务", "Task")
         text: editor.row.title
@@ -62,7 +67,7 @@ Item {
         to: 10
         stepSize: 0.1
         snapMode: AppSlider.SnapAlways
-        name: weightLabel.text
+        name: weightLabel.text + ", " + editor.formerTitle
         value: editor.row.weight
         onMoved: editor.row.card.setRowWeight(editor.row.index, value)
     }

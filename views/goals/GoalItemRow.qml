@@ -116,6 +116,7 @@ Item {
             x: rail.handleX
             y: itemRow.middle - height / 2
             isRowActive: itemRow.isActive
+            itemTitle: itemRow.row.title
             help: itemRow.isSubgoal ? Language.text("拖动调整子目标顺序", "Drag to reorder subgoals") : Language.text("拖动调整任务顺序", "Drag to reorder tasks")
             onMoved: step => {
                 if (itemRow.card.moveBy(itemRow.row.index, step))

@@ -28,7 +28,7 @@ Item {
         width: parent.width - x
         isMultiline: true
         text: detail.value
-        Accessible.name: detail.label + ": " + detail.value
+        Accessible.ignored: true
     }
 
     Item {

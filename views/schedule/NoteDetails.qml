@@ -13,23 +13,34 @@ Column {
     readonly property string none: Language.text("无", "None")
 
     spacing: 12
+    // One text: of a dialog's texts a screen reader reads out only those that have three words.
+    Accessible.role: Accessible.StaticText
+    Accessible.name: [time.label + ": " + time.value, tag.label + ": " + tag.value, notes.label + ": " + (notes.value || none), tasks.label + ": " + (note?.taskCount || none)].join(Language.text("；", "; "))
 
     NoteDetail {
+        id: time
+
         label: Language.text("时间", "Time")
         value: details.note?.timeText ?? ""
     }
 
     NoteDetail {
+        id: tag
+
         label: Language.text("标签", "Tag")
         value: details.note?.savedTag || details.none
     }
 
     NoteDetail {
+        id: notes
+
         label: Language.text("备注", "Notes")
         value: details.note?.notes ?? ""
     }
 
     NoteDetail {
+        id: tasks
+
         label: Language.text("任务", "Tasks")
         value: details.note?.taskCount > 0 ? "" : details.none
 

@@ -25,6 +25,7 @@ Item {
 
     AppTextField {
         width: doneToggle.x - 10
+        name: placeholderText + " " + (item.index + 1)
         placeholderText: Language.text("任务", "Task")
         text: item.title
         onTextEdited: item.renamed(text)

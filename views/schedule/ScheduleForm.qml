@@ -43,6 +43,7 @@ Card {
         x: form.pad
         y: form.pad
         width: (form.isWide ? startPair.x - form.gap : form.width - form.pad) - x
+        name: Language.text("日程名称", "Schedule name")
         placeholderText: Language.text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1")
         text: form.fields.title
         onTextEdited: form.fields.title = text

@@ -32,6 +32,8 @@ Sheet {
     onLeaving: postpone()
 
     AppText {
+        id: question
+
         width: parent.width
         text: Language.text("我该如何称呼你？", "What should I call you?")
         color: Theme.textSecondary
@@ -44,6 +46,7 @@ Sheet {
         height: 36
         focus: true
         font.pixelSize: Theme.body.size
+        name: question.text
         placeholderText: Language.text("例如：Brennic", "e.g. Brennic")
         onAccepted: prompt.save()
     }

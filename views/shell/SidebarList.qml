@@ -26,7 +26,6 @@ FocusScope {
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: Language.text("工作台", "Workspace")
-    Accessible.focusable: true
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
     Keys.onPressed: event => {
@@ -67,6 +66,12 @@ FocusScope {
         width: column.width
         isSelected: list.section === section
         hasFocusRing: isSelected && list.activeFocus && list.isFocusVisible
+        // The chosen row has the focus within: a screen reader says what has the focus.
+        Component.onCompleted: focus = isSelected
+        onIsSelectedChanged: {
+            if (isSelected)
+                focus = true;
+        }
         onChosen: {
             list.forceActiveFocus(Qt.MouseFocusReason);
             list.isFocusVisible = false;

@@ -18,6 +18,7 @@ Rectangle {
     color: isSelected ? Theme.selected : press.pressed ? Theme.pressed : hover.hovered ? Theme.hover : Theme.transparent
     Accessible.role: Accessible.ListItem
     Accessible.name: label
+    Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: isSelected
     Accessible.onPressAction: chosen()

@@ -48,6 +48,7 @@ Item {
             x: 15
             y: 15
             width: parent.width - 30
+            name: Language.text("待办名称", "To-do name")
             placeholderText: Language.text("例如：提交周报", "e.g. Submit weekly report")
             text: head.reminders.title
             onTextEdited: head.reminders.title = text

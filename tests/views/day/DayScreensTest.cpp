@@ -83,15 +83,15 @@ private slots:
     {
         DayWindow ui;
         ui.openAt(ShellModel::Reminders, {.reminders = {{.title = u"Sort"_s}}});
-        QTRY_VERIFY(ui.find(field, u"e.g. Submit weekly report"_s));
-        QVERIFY(ui.click(field, u"e.g. Submit weekly report"_s));
+        QTRY_VERIFY(ui.find(field, u"To-do name"_s));
+        QVERIFY(ui.click(field, u"To-do name"_s));
         ui.type(u"Report"_s);
         ui.press(Qt::Key_Return);
 
         QCOMPARE(ui.planner.store->reminders().last().title, u"Report"_s);
         QTRY_VERIFY(ui.find(circle, u"Report"_s));
-        QVERIFY(ui.hasFocus(field, u"e.g. Submit weekly report"_s));
-        QCOMPARE(ui.find(field, u"e.g. Submit weekly report"_s)->property("text").toString(), QString());
+        QVERIFY(ui.hasFocus(field, u"To-do name"_s));
+        QCOMPARE(ui.find(field, u"To-do name"_s)->property("text").toString(), QString());
 
         QVERIFY(ui.click(circle, u"Sort"_s));
         QVERIFY(ui.planner.store->reminders().first().isComplete);
@@ -153,7 +153,7 @@ private slots:
         tick(u"C"_s);
         QTRY_VERIFY(ui.hasFocus(circle, u"A"_s));
         tick(u"A"_s);
-        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Submit weekly report"_s));
+        QTRY_VERIFY(ui.hasFocus(field, u"To-do name"_s));
         QVERIFY(std::ranges::all_of(ui.planner.store->reminders(), &ReminderItem::isComplete));
     }
 
@@ -176,7 +176,7 @@ private slots:
         ui.find(circle, u"C"_s)->forceActiveFocus(Qt::TabFocusReason);
         ui.press(Qt::Key_Space);
         QTRY_VERIFY(!ui.planner.store->goals().last().isComplete);
-        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Write a microeconomics textbook"_s));
+        QTRY_VERIFY(ui.hasFocus(field, u"Main goal name"_s));
     }
 
     void afterAClickTheFocusShowsNoRing()
@@ -251,7 +251,7 @@ private slots:
         ui.openAt(ShellModel::Goals, {.goals = {writing()}});
         QTRY_VERIFY(ui.find(button, u"Edit, two"_s));
         QVERIFY(ui.click(button, u"Edit, two"_s));
-        QTRY_VERIFY(ui.hasFocus(field, u"Task"_s));
+        QTRY_VERIFY(ui.hasFocus(field, u"Task, two"_s));
         ui.press(Qt::Key_Home);
         ui.press(Qt::Key_Right);
         const int before = ui.planner.preferences.writeCount();
@@ -260,10 +260,10 @@ private slots:
 
         QCOMPARE(ui.taskTitles(), (QStringList{u"one"_s, u"txywo"_s, u"three"_s}));
         QCOMPARE(ui.planner.preferences.writeCount() - before, 2);
-        QVERIFY(ui.hasFocus(field, u"Task"_s));
-        QCOMPARE(ui.find(field, u"Task"_s)->property("cursorPosition").toInt(), 3);
+        QVERIFY(ui.hasFocus(field, u"Task, two"_s));
+        QCOMPARE(ui.find(field, u"Task, two"_s)->property("cursorPosition").toInt(), 3);
         ui.press(Qt::Key_Return);
-        QTRY_VERIFY(!ui.find(field, u"Task"_s));
+        QTRY_VERIFY(!ui.find(field, u"Task, two"_s));
         QVERIFY(ui.hasFocus(button, u"Edit, txywo"_s));
     }
 
@@ -271,9 +271,8 @@ private slots:
     {
         DayWindow ui;
         ui.openAt(ShellModel::Goals, {.goals = {writing()}});
-        // Handles share their name; the first found is the last painted, that of the third task.
-        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
-        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks"_s);
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks, three"_s));
+        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks, three"_s);
         const QPoint to(from.x(), ui.middleOf(circle, u"one"_s).y());
 
         QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
@@ -301,8 +300,8 @@ private slots:
         QFETCH(const bool, isCancelled);
         DayWindow ui;
         ui.openAt(ShellModel::Goals, {.goals = {writing()}});
-        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
-        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks"_s);
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks, three"_s));
+        const QPoint from = ui.middleOf(button, u"Drag to reorder tasks, three"_s);
         const QPoint to(from.x(), ui.middleOf(circle, u"one"_s).y());
 
         QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
@@ -325,7 +324,7 @@ private slots:
         goal.subgoals->append({.title = u"Print"_s, .tasks = QList<GoalTask>{{.title = u"four"_s}}});
         ui.openAt(ShellModel::Goals, {.goals = {goal}});
         QTRY_VERIFY(ui.find(circle, u"four"_s));
-        const int handleX = ui.middleOf(button, u"Drag to reorder tasks"_s).x();
+        const int handleX = ui.middleOf(button, u"Drag to reorder tasks, three"_s).x();
         const auto at = [&](const QString &title) { return QPoint(handleX, ui.middleOf(circle, title).y()); };
         QPoint last = at(u"three"_s);
         const auto dragTo = [&](QPoint place) {
@@ -356,7 +355,7 @@ private slots:
                   {.goals = {{.title = u"Long"_s, .subgoals = QList<Subgoal>{{.title = u"S"_s, .tasks = tasks}}}}});
         QTRY_VERIFY(ui.find(circle, u"1"_s));
         auto *page = ui.screen()->findChild<QQuickItem *>(u"page"_s);
-        const QPoint from(ui.middleOf(button, u"Drag to reorder tasks"_s).x(), ui.middleOf(circle, u"1"_s).y());
+        const QPoint from(ui.middleOf(button, u"Drag to reorder tasks, 1"_s).x(), ui.middleOf(circle, u"1"_s).y());
         const double before = page->property("contentY").toDouble();
 
         QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
@@ -402,7 +401,7 @@ private slots:
         ui.press(Qt::Key_Space);
         QTRY_VERIFY(ui.hasFocus(button, u"Delete, A"_s));
         ui.press(Qt::Key_Space);
-        QTRY_VERIFY(ui.hasFocus(field, u"e.g. Write a microeconomics textbook"_s));
+        QTRY_VERIFY(ui.hasFocus(field, u"Main goal name"_s));
         QVERIFY(ui.planner.store->goals().isEmpty());
     }
 
@@ -410,8 +409,8 @@ private slots:
     {
         DayWindow ui;
         ui.openAt(ShellModel::Goals, {.goals = {writing()}});
-        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks"_s));
-        QQuickItem *handle = ui.find(button, u"Drag to reorder tasks"_s);
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder tasks, three"_s));
+        QQuickItem *handle = ui.find(button, u"Drag to reorder tasks, three"_s);
         handle->forceActiveFocus(Qt::TabFocusReason);
 
         ui.press(Qt::Key_Up);
@@ -433,8 +432,8 @@ private slots:
         ui.openAt(ShellModel::Goals, {.goals = {goal}});
         ui.window().resize(920, 620);
         QTRY_COMPARE(ui.screen()->height(), 620);
-        QTRY_VERIFY(ui.find(button, u"Drag to reorder subgoals"_s));
-        QQuickItem *handle = ui.find(button, u"Drag to reorder subgoals"_s);
+        QTRY_VERIFY(ui.find(button, u"Drag to reorder subgoals, Draft"_s));
+        QQuickItem *handle = ui.find(button, u"Drag to reorder subgoals, Draft"_s);
         handle->forceActiveFocus(Qt::TabFocusReason);
         const auto isInView = [&] {
             const double y = handle->mapToScene({}).y();

@@ -12,7 +12,7 @@ Item {
         name: "ScheduleForm"
 
         function test_a_schedule_is_added_from_the_form() {
-            typeInto("e.g. Microeconomics lecture 1", "Lecture");
+            typeInto("Schedule name", "Lecture");
             typeInto("Tag (optional)", "Course");
             press("Add schedule");
 
@@ -21,12 +21,12 @@ Item {
             compare(TestPlanner.colorOf("Lecture"), "#2C66D8");
             verify(shown("Edit, Lecture") !== null);
             verify(shown("Wednesday, September 9, 2026, Lecture, 10:20 – 11:20, Course") !== null);
-            verify(shown("e.g. Microeconomics lecture 1").activeFocus);
-            compare(shown("e.g. Microeconomics lecture 1").text, "");
+            verify(shown("Schedule name").activeFocus);
+            compare(shown("Schedule name").text, "");
         }
 
         function test_return_adds_and_an_empty_title_does_not() {
-            typeInto("e.g. Microeconomics lecture 1", "A");
+            typeInto("Schedule name", "A");
             keyClick(Qt.Key_Return);
             keyClick(Qt.Key_Return);
             press("Add schedule");
@@ -35,7 +35,7 @@ Item {
         }
 
         function test_a_refused_time_is_mended_before_anything_is_added() {
-            typeInto("e.g. Microeconomics lecture 1", "A");
+            typeInto("Schedule name", "A");
             const start = shown("Start");
             start.forceActiveFocus(Qt.TabFocusReason);
             keySequence(StandardKey.SelectAll);
@@ -71,12 +71,12 @@ Item {
             const below = header.mapToItem(root, header.width / 2, header.height + 2 + 42 * 3 + 21);
             mouseClick(root, below.x, below.y);
 
-            const title = shown("e.g. Microeconomics lecture 1");
+            const title = shown("Schedule name");
             verify(title.activeFocus);
             verify(shown("Sep 11, 2026 schedule") !== null);
             const add = named("Add schedule");
             tryVerify(() => add.mapToItem(root, 0, add.height).y <= root.height);
-            typeInto("e.g. Microeconomics lecture 1", "Late");
+            typeInto("Schedule name", "Late");
             press("Add schedule");
             compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
         }

@@ -53,7 +53,7 @@ Item {
                 keyClick(Qt.Key_Return);
                 tryVerify(() => named("Save") === null);
             }
-            verify(shown("e.g. Microeconomics lecture 1").activeFocus);
+            verify(shown("Schedule name").activeFocus);
             compare(TestPlanner.scheduleCount(), 2);
         }
 

@@ -43,7 +43,7 @@ private slots:
         WindowUnderTest ui;
         ui.open();
         QTRY_VERIFY(ui.find(QAccessible::Dialog, QStringLiteral("欢迎来到 Tessaly")));
-        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("例如：Brennic")));
+        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("我该如何称呼你？")));
 
         ui.type(QStringLiteral("  Ada "));
         ui.press(Qt::Key_Return);
@@ -81,7 +81,7 @@ private slots:
         QFETCH(const bool, isByKey);
         WindowUnderTest ui;
         ui.open();
-        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("例如：Brennic")));
+        QTRY_VERIFY(ui.hasFocus(QAccessible::EditableText, QStringLiteral("我该如何称呼你？")));
         ui.type(QStringLiteral("Ada"));
 
         if (isByKey)
