@@ -3,10 +3,15 @@
 #include "views/shell/ShellModel.h"
 
 #include <QCommandLineParser>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
+#include <QTimeZone>
 
+#include <cstdlib>
+#include <ctime>
 #include <utility>
 
 namespace tessaly {
@@ -21,6 +26,29 @@ CommandLine only(CommandLine::Task task, const QString &text)
 QString defaultDataDirectory()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1String("/Tessaly");
+}
+
+/// The zone file's name below the system's zones, or its way from there.
+QByteArray zoneName(const QString &path)
+{
+    return QFile::encodeName(
+        QDir(QStringLiteral("/usr/share/zoneinfo")).relativeFilePath(QFileInfo(path).canonicalFilePath()));
+}
+
+/// Seconds east of UTC.
+int offsetOfCLibrary(std::time_t at)
+{
+    std::tm local = {};
+    tzset();
+    localtime_r(&at, &local);
+    return static_cast<int>(local.tm_gmtoff);
+}
+
+/// A rule of POSIX.1, where offsets count to the west.
+QByteArray ruleOfOffset(int seconds)
+{
+    return (seconds < 0 ? "<local>+" : "<local>-") +
+           QTime(0, 0).addSecs(std::abs(seconds)).toString(u"HH:mm").toLatin1();
 }
 
 /// Why the options cannot be taken together; empty where they can.
@@ -51,6 +79,24 @@ void forgetRelativeBaseDirectories()
         if (QDir::isRelativePath(QFile::decodeName(qgetenv(name))))
             qunsetenv(name);
     }
+}
+
+void nameTimeZone()
+{
+    const QByteArray value = qgetenv("TZ");
+    const QByteArray setting = value.startsWith(':') ? value.sliced(1) : value;
+    if (setting == "/etc/localtime")
+        qunsetenv("TZ"); // Read by default, and then watched.
+    else if (setting.startsWith('/'))
+        qputenv("TZ", zoneName(QFile::decodeName(setting)));
+    else if (setting.isEmpty() && qEnvironmentVariableIsSet("TZ"))
+        qputenv("TZ", "UTC");
+    const std::time_t now = std::time(nullptr); // lint-allow(clock): before there is a Clock
+    const int offset = offsetOfCLibrary(now);
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    // Qt reads "UTC+3" as ISO 8601 does.
+    if (!zone.isValid() || zone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(now)) != offset)
+        qputenv("TZ", ruleOfOffset(offset));
 }
 
 CommandLine parseCommandLine(const QStringList &arguments)

@@ -36,6 +36,11 @@ struct CommandLine
 /// Directory Specification 0.8), but Qt 6.4 takes them. To be called before anything asks for a standard directory.
 void forgetRelativeBaseDirectories();
 
+/// Puts into TZ what Qt can open: it takes names and the rules of POSIX.1, 8.3, but neither paths nor names such as
+/// "GMT-3", and counts "UTC+3" the other way. Where nothing can be opened the C library's present offset from UTC
+/// remains. To be called before anything asks for the time.
+void nameTimeZone();
+
 /// Reads the arguments; the first is the program's name.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList &arguments);
 

@@ -144,6 +144,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("Tessaly"));
     QCoreApplication::setApplicationVersion(ShellModel::version());
     forgetRelativeBaseDirectories();
+    nameTimeZone();
     const CommandLine commandLine = readCommandLine(argc, argv);
     if (commandLine.task == CommandLine::Task::Refuse) {
         std::fprintf(stderr, "tessaly: %s\nTry 'tessaly --help'.\n", qUtf8Printable(commandLine.text));

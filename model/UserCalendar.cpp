@@ -37,8 +37,8 @@ qint64 floorDivided(qint64 dividend, qint64 divisor)
 } // namespace
 
 UserCalendar::UserCalendar(const QTimeZone &zone, Qt::DayOfWeek firstWeekday, const QLocale &locale)
-    : m_zone(zone), m_transitions(std::make_shared<const ZoneTransitions>(zone)), m_firstWeekday(firstWeekday),
-      m_locale(locale)
+    : m_zone(zone.isValid() ? zone : QTimeZone::utc()), m_transitions(std::make_shared<const ZoneTransitions>(zone)),
+      m_firstWeekday(firstWeekday), m_locale(locale)
 {
 }
 

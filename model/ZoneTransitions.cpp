@@ -96,9 +96,10 @@ std::optional<QTimeZone> zoneOfIdentifier(const QByteArray &identifier)
 {
     if (identifier.isEmpty() || !std::ranges::all_of(identifier, isIdentifierCharacter))
         return std::nullopt;
-    // "UTC+08:00" is Qt's own; the other two are directories of the same zones under further names.
-    if (identifier.startsWith("UTC+") || identifier.startsWith("UTC-") || identifier.startsWith("posix/") ||
-        identifier.startsWith("right/"))
+    // "UTC+08:00" is Qt's own; the next two are directories of the same zones under further names; of several slashes a
+    // file system reads one.
+    if (identifier.contains("//") || identifier.startsWith("UTC+") || identifier.startsWith("UTC-") ||
+        identifier.startsWith("posix/") || identifier.startsWith("right/"))
         return std::nullopt;
     const std::string_view name(identifier.constData(), static_cast<std::size_t>(identifier.size()));
     const bool isListed = QTimeZone::isTimeZoneIdAvailable(identifier) ||

@@ -1,7 +1,11 @@
 #include "app/CommandLine.h"
 #include "tests/support/TestMain.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QScopeGuard>
+#include <QTemporaryDir>
+#include <QTimeZone>
 
 using namespace tessaly;
 
@@ -61,6 +65,59 @@ private slots:
         QCOMPARE(afterwards("XDG_CONFIG_HOME", "~/.config"), QByteArray());
         QCOMPARE(afterwards("XDG_RUNTIME_DIR", "./run"), QByteArray());
         QCOMPARE(afterwards("XDG_DATA_HOME", "/elsewhere/share"), QByteArray("/elsewhere/share"));
+    }
+
+    void everyTimeZoneOfTheEnvironmentIsOpened_data()
+    {
+        QTest::addColumn<QByteArray>("setting");
+        QTest::addColumn<int>("summerMinutes");
+        QTest::addColumn<int>("winterMinutes");
+
+        const auto row = [](const char *setting, int summerMinutes, int winterMinutes) {
+            QTest::newRow(setting) << QByteArray(setting) << summerMinutes << winterMinutes;
+        };
+        row("Europe/Vienna", 120, 60);
+        row(":Europe/Vienna", 120, 60);
+        row("/usr/share/zoneinfo/Europe/Vienna", 120, 60);
+        row(":/usr/share/zoneinfo/America/Nuuk", -60, -120);
+        row("/usr/share/zoneinfo/../zoneinfo/Asia/Kolkata", 330, 330);
+        row("/a file without a name", 120, 60);
+        row("CET-1CEST,M3.5.0,M10.5.0/3", 120, 60);
+        row("GMT-3", 180, 180);
+        row("UTC+3:30", -210, -210);
+        row("/nowhere", 0, 0);
+        row("", 0, 0);
+    }
+
+    void everyTimeZoneOfTheEnvironmentIsOpened()
+    {
+        QFETCH(QByteArray, setting);
+        QTemporaryDir directory;
+        if (setting == "/a file without a name") {
+            setting = QFile::encodeName(directory.filePath(QStringLiteral("zone")));
+            QVERIFY(QFile::copy(QStringLiteral("/usr/share/zoneinfo/Europe/Vienna"), QFile::decodeName(setting)));
+        }
+        const QByteArray before = qgetenv("TZ");
+        const auto restore = qScopeGuard([&] { qputenv("TZ", before); });
+
+        qputenv("TZ", setting);
+        nameTimeZone();
+
+        const QTimeZone zone = QTimeZone::systemTimeZone();
+        QVERIFY(zone.isValid());
+        QTEST(zone.offsetFromUtc(QDateTime(QDate(2026, 7, 1), QTime(), Qt::UTC)) / 60, "summerMinutes");
+        QTEST(zone.offsetFromUtc(QDateTime(QDate(2026, 12, 1), QTime(), Qt::UTC)) / 60, "winterMinutes");
+    }
+
+    void theDefaultTimeZoneIsTheOneThatIsWatched()
+    {
+        const QByteArray before = qgetenv("TZ");
+        const auto restore = qScopeGuard([&] { qputenv("TZ", before); });
+
+        qputenv("TZ", ":/etc/localtime");
+        nameTimeZone();
+
+        QVERIFY(!qEnvironmentVariableIsSet("TZ") || !QFileInfo::exists(QStringLiteral("/etc/localtime")));
     }
 
     void aGivenDirectoryIsMadeAbsolute()

@@ -158,6 +158,7 @@ private slots:
 
         goal.isComplete = true;
         QVERIFY(goalTaskShares(goal).isEmpty());
+        QVERIFY(goalTaskShares({.progress = -1e300}).isEmpty());
     }
 };
 

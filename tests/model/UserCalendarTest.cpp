@@ -141,6 +141,14 @@ private slots:
         QVERIFY(!calendar.addingMonths(utc("9999-12-15T00:00:00Z"), 1));
         QVERIFY(calendar.day({1e300}).isValid());
     }
+
+    void aZoneThatIsUnknownIsUtc()
+    {
+        const UserCalendar calendar = calendarIn("Not/AZone");
+
+        QCOMPARE(shown(utc("2026-11-22T10:30:00Z"), calendar), QStringLiteral("2026-11-22 630"));
+        QVERIFY(calendar.dateTime(utc("2026-11-22T10:30:00Z")).isValid());
+    }
 };
 
 TESSALY_TEST_MAIN(UserCalendarTest)

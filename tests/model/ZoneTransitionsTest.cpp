@@ -90,12 +90,28 @@ private slots:
         QTest::addColumn<bool>("isKnown");
 
         for (const char *known : {"Asia/Shanghai", "US/Pacific", "Asia/Calcutta", "Etc/GMT+8", "America/Indiana/Knox",
-                                  "UTC", "GMT", "EST5EDT", "PRC", "Egypt"})
+                                  "UTC", "GMT", "EST5EDT", "PRC", "Egypt", "/Europe/Stockholm"})
             QTest::newRow(known) << QByteArray(known) << true;
-        for (const char *unknown :
-             {"Not/AZone", "Europe/vienna", "Asia", "America/Argentina", "ABC5", "CST6CDT,M3.2.0,M11.1.0", "UTC+08:00",
-              "UTC+08", "posix/Europe/Vienna", "right/Europe/Vienna", "localtime", "../../etc/passwd", "/etc/passwd",
-              "\"Asia/Shanghai\"", "Asia/Shanghai ", "W. Europe Standard Time", "zone.tab"})
+        for (const char *unknown : {"Not/AZone",
+                                    "Europe/vienna",
+                                    "Asia",
+                                    "America/Argentina",
+                                    "ABC5",
+                                    "CST6CDT,M3.2.0,M11.1.0",
+                                    "UTC+08:00",
+                                    "UTC+08",
+                                    "posix/Europe/Vienna",
+                                    "right/Europe/Vienna",
+                                    "localtime",
+                                    "../../etc/passwd",
+                                    "/etc/passwd",
+                                    "\"Asia/Shanghai\"",
+                                    "Asia/Shanghai ",
+                                    "W. Europe Standard Time",
+                                    "zone.tab",
+                                    "Asia//Tokyo",
+                                    "//Asia/Tokyo",
+                                    "Asia/Tokyo/"})
             QTest::newRow(unknown) << QByteArray(unknown) << false;
         QTest::newRow("nothing") << QByteArray() << false;
     }
