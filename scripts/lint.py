@@ -97,6 +97,17 @@ def clock(source):
         yield from matches(source, pattern, source.bare, "{0}: ask the Clock port")
 
 
+def instant(source):
+    """Wall-clock times become points in time in one place, which knows what clock changes do."""
+    if source.suffix not in (".cpp", ".h", ".qml", ".js") or source.is_in("tests/", "bench/", "web/", "platform/"):
+        return
+    if source.path not in ("model/UserCalendar.cpp", "model/ZoneTransitions.cpp"):
+        declared = r"(?!\s*(const\b|[\w:]+(\s+|\s*[&*]\s*)\w+\s*[,)=]))"
+        yield from matches(source, r"\bto(M?Secs|MSecs)SinceEpoch\b|\b(mktime|timegm)\s*\(|\.getTime\s*\("
+                           r"|\bQDateTime(\s+\w+)?\s*[({]" + declared + r"([^;{}()]|\([^()]*\))*?,",
+                           source.bare, "{0}: ask UserCalendar::instant")
+
+
 def colour(source):
     """Colours are design tokens: literals stand in ui/Theme*.qml alone."""
     if not source.is_in("ui/", "views/", "app/") or re.match(r"ui/Theme\w*\.qml$", source.path):
@@ -279,7 +290,7 @@ def papers(source):
                        source.text, "{0}: refers to something outside the repository")
 
 
-RULES = {rule.__name__: rule for rule in (clock, colour, text, arrows, files, sleep, reach, papers)}
+RULES = {rule.__name__: rule for rule in (clock, instant, colour, text, arrows, files, sleep, reach, papers)}
 
 
 def findings(path, content):

@@ -10,20 +10,6 @@ namespace tessaly {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// The moment; where it falls into a gap of daylight saving, as much later as the gap is long.
-QDateTime momentPastGap(QDate date, QTime time, const QTimeZone &zone)
-{
-    const QDateTime moment(date, time, zone);
-    if (moment.isValid() || !date.isValid() || !time.isValid())
-        return moment;
-    const int offsetBefore = QDateTime(date.addDays(-1), QTime(12, 0), zone).offsetFromUtc();
-    return QDateTime(date, time, Qt::OffsetFromUTC, offsetBefore).toTimeZone(zone);
-}
-
-} // namespace
-
 DateTimeEditor::DateTimeEditor(QObject *parent) : QObject(parent)
 {
 }
@@ -184,7 +170,7 @@ void DateTimeEditor::settle()
 void DateTimeEditor::edit(QDate date, QTime time)
 {
     settle();
-    const QDateTime changed = momentPastGap(date, QTime(time.hour(), time.minute()), m_value.timeZone());
+    const QDateTime changed = momentOf(date, QTime(time.hour(), time.minute()), m_value.timeZone());
     if (changed.isValid())
         commit(changed);
 }
@@ -219,7 +205,7 @@ void DateTimeEditor::stepTime(int seconds)
     const QTimeZone zone = m_value.timeZone();
     QTime time = m_value.time().addSecs(seconds);
     // Not into a gap of daylight saving but over it, in either direction.
-    while (time != m_value.time() && !QDateTime(m_value.date(), time, zone).isValid())
+    while (time != m_value.time() && momentOf(m_value.date(), time, zone).time() != time)
         time = time.addSecs(seconds);
     edit(m_value.date(), time);
 }

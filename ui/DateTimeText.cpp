@@ -1,7 +1,6 @@
 #include "ui/DateTimeText.h"
 
 #include <QRegularExpression>
-#include <QTimeZone>
 
 namespace tessaly {
 
@@ -46,7 +45,7 @@ const QList<QRegularExpression> &wholeForms()
     return forms;
 }
 
-QDateTime momentOf(const QRegularExpressionMatch &match, const QDateTime &current)
+QDateTime momentRead(const QRegularExpressionMatch &match, const QDateTime &current)
 {
     const QString name = match.captured(u"name"_s);
     const int month = name.isEmpty() ? match.captured(u"month"_s).toInt() : monthBeginningWith(name);
@@ -58,8 +57,9 @@ QDateTime momentOf(const QRegularExpressionMatch &match, const QDateTime &curren
     if (!date.isValid() || date.year() < firstYear)
         return {};
     if (offset.isEmpty())
-        return {date, time, current.timeZone()};
+        return momentOf(date, time, current.timeZone());
     const QDateTime base = QDateTime::fromString(u"2000-01-01T00:00:00"_s + offset, Qt::ISODate);
+    // lint-allow(instant): an offset that stands in the text leaves nothing to choose
     return QDateTime(date, time, Qt::OffsetFromUTC, base.offsetFromUtc()).toTimeZone(current.timeZone());
 }
 
@@ -69,6 +69,18 @@ QLocale dateTimeLocale(bool isEnglish)
 {
     return isEnglish ? QLocale(QLocale::English, QLocale::UnitedStates)
                      : QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China);
+}
+
+QDateTime momentOf(QDate date, QTime time, const QTimeZone &zone)
+{
+    if (!date.isValid() || !time.isValid())
+        return {};
+    // lint-allow(instant): a field has the planner's rule without knowing the planner. By the offset of the day before,
+    // a time that comes twice is the first, and one that is skipped lies after the gap.
+    const int offsetBefore = QDateTime(date.addDays(-1), QTime(12, 0), zone).offsetFromUtc();
+    const QDateTime early = QDateTime(date, time, Qt::OffsetFromUTC, offsetBefore).toTimeZone(zone);
+    const QDateTime moment(date, time, zone);
+    return moment.isValid() && early.time() != time ? moment : early;
 }
 
 DateTimeParts dateTimeParts(const QDateTime &moment)
@@ -131,7 +143,7 @@ DateTimeReading readDateTime(const QString &text, const QDateTime &current)
     for (const QRegularExpression &form : wholeForms()) {
         const QRegularExpressionMatch match = form.match(text, 0, QRegularExpression::PartialPreferCompleteMatch);
         if (match.hasMatch()) {
-            const QDateTime moment = momentOf(match, current);
+            const QDateTime moment = momentRead(match, current);
             return {moment, moment.isValid()};
         }
         isBegun |= match.hasPartialMatch();

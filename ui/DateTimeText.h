@@ -4,6 +4,7 @@
 #include <QList>
 #include <QLocale>
 #include <QString>
+#include <QTimeZone>
 
 namespace tessaly {
 
@@ -34,6 +35,10 @@ struct DateTimePiece
 
 /// "Nov 21, 2026, 09:30" or "2026年11月21日 09:30"; a month that does not exist is shown as its number.
 [[nodiscard]] QList<DateTimePiece> dateTimePieces(const DateTimeParts &parts, bool isEnglish, bool isDateOnly);
+
+/// The moment at which the zone's clock shows the time: the first of two, or after the gap where a clock change skips
+/// it. Invalid without a date or time.
+[[nodiscard]] QDateTime momentOf(QDate date, QTime time, const QTimeZone &zone);
 
 /// The first month whose English name begins with the letters, of either case; 0 when there is none.
 [[nodiscard]] int monthBeginningWith(const QString &letters);

@@ -145,9 +145,7 @@ QDateTime DateTimeEditor::typedMoment() const
     const int lastDay = QDate(parts.year, parts.month, 1).daysInMonth();
     const QDate date(parts.year, parts.month, m_typing->isDayTyped ? parts.day : std::min(parts.day, lastDay));
     const QTime time(parts.hour, parts.minute);
-    if (parts.year < firstYear || !date.isValid() || !time.isValid())
-        return {};
-    return {date, time, m_typing->valueBefore.timeZone()};
+    return parts.year < firstYear ? QDateTime() : momentOf(date, time, m_typing->valueBefore.timeZone());
 }
 
 bool DateTimeEditor::isPartOpen() const

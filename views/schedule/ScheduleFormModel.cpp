@@ -13,11 +13,6 @@ namespace {
 // lint-allow(colour): goes into the record; the light value of the palette's blue, as the colour well stores it
 const QString firstColor = QStringLiteral("#2C66D8");
 
-Instant instantOf(const QDateTime &dateTime)
-{
-    return Instant::fromUnixSeconds(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000.0);
-}
-
 } // namespace
 
 void ScheduleFormModel::setStore(PlannerStore *store)
@@ -55,8 +50,8 @@ QDateTime ScheduleFormModel::start() const
 
 void ScheduleFormModel::setStart(const QDateTime &start)
 {
-    if (start.isValid())
-        setTimes({instantOf(start), m_form.times.end});
+    if (start.isValid() && start != this->start())
+        setTimes({m_store->calendar().instant(start.date(), start.time()), m_form.times.end});
 }
 
 QDateTime ScheduleFormModel::end() const
@@ -66,8 +61,8 @@ QDateTime ScheduleFormModel::end() const
 
 void ScheduleFormModel::setEnd(const QDateTime &end)
 {
-    if (end.isValid())
-        setTimes({m_form.times.start, instantOf(end)});
+    if (end.isValid() && end != this->end())
+        setTimes({m_form.times.start, m_store->calendar().instant(end.date(), end.time())});
 }
 
 void ScheduleFormModel::setTimes(const FormTimes &times)

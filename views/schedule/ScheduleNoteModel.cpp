@@ -4,15 +4,6 @@
 
 namespace tessaly {
 
-namespace {
-
-Instant instantOf(const QDateTime &dateTime)
-{
-    return Instant::fromUnixSeconds(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000.0);
-}
-
-} // namespace
-
 ScheduleNoteModel::ScheduleNoteModel(const PlannerStore &store, const ScheduleItem &item, NoteMode mode,
                                      QObject *parent)
     : QObject(parent), m_store(store), m_draft(draftOf(item, mode)),
@@ -75,7 +66,7 @@ void ScheduleNoteModel::setStart(const QDateTime &start)
 {
     if (!start.isValid() || start == this->start())
         return;
-    m_draft.startDate = instantOf(start);
+    m_draft.startDate = m_store.calendar().instant(start.date(), start.time());
     emit fieldsChanged();
 }
 
@@ -88,7 +79,7 @@ void ScheduleNoteModel::setEnd(const QDateTime &end)
 {
     if (!end.isValid() || end == this->end())
         return;
-    m_draft.endDate = instantOf(end);
+    m_draft.endDate = m_store.calendar().instant(end.date(), end.time());
     emit fieldsChanged();
 }
 

@@ -52,6 +52,29 @@ private slots:
         QCOMPARE(form.times().end, driver.at({2026, 9, 16}, {12, 20}));
     }
 
+    void aTimeThatComesTwiceIsTheFirst()
+    {
+        ScheduleDriver driver;
+        const QDate day(2026, 10, 25);
+        driver.has(lecture, day, {2, 30}, {2, 50});
+        driver.opensScreen();
+        driver.screen->focusPlace(48);
+        QCOMPARE(driver.focusDay(), day);
+        driver.screen->editListed(0);
+        ScheduleNoteModel &note = *driver.screen->sheets()->note();
+        ScheduleFormModel &form = *driver.screen->form();
+
+        note.setStart(QDateTime(day, {2, 35}, driver.calendar.zone()));
+        form.setStart(QDateTime(day, {2, 35}, driver.calendar.zone()));
+        form.setEnd(QDateTime(day, {2, 50}, driver.calendar.zone()));
+
+        const FormTimes expected{Instant::fromUnixSeconds(1792888500), Instant::fromUnixSeconds(1792889400)};
+        QCOMPARE(form.times(), expected);
+        note.save();
+        QCOMPARE(driver.stored(lecture).date, expected.start);
+        QCOMPARE(driver.stored(lecture).endDate, expected.end);
+    }
+
     void aScheduleGoesToTheChosenCalendar()
     {
         ScheduleDriver driver;
