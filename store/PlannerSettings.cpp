@@ -31,8 +31,15 @@ PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
 {
     m_zoneWatch = m_ports.clock.watchZone([this] {
         m_ports.calendar = m_ports.calendar.inZone(m_ports.clock.zone());
+        readDay();
         emit timeZoneChanged();
+        emit todayChanged();
     });
+    m_midnight = m_ports.clock.makeAlarm([this] {
+        if (readDay())
+            emit todayChanged();
+    });
+    readDay();
     load();
     connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerSettings::tellSaveFailed);
     connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerSettings::tellSaveRecovered);
@@ -43,6 +50,13 @@ PlannerSettings::~PlannerSettings() = default;
 QDateTime PlannerSettings::now() const
 {
     return calendar().dateTime(clock().now());
+}
+
+bool PlannerSettings::readDay()
+{
+    const QDate day = calendar().day(clock().now());
+    m_midnight->set(calendar().startOfDay(day.addDays(1)));
+    return std::exchange(m_today, day) != day;
 }
 
 void PlannerSettings::load()

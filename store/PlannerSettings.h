@@ -14,6 +14,7 @@
 
 namespace tessaly {
 
+class Alarm;
 class ZoneWatch;
 struct Error;
 
@@ -31,7 +32,7 @@ class PlannerSettings : public QObject
     Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
                    automaticCalendarSyncChanged)
     Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY hasUnsavedChangesChanged)
-    Q_PROPERTY(QDateTime now READ now NOTIFY timeZoneChanged)
+    Q_PROPERTY(QDateTime now READ now NOTIFY todayChanged)
     Q_PROPERTY(int firstWeekday READ firstWeekday CONSTANT)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
@@ -41,8 +42,9 @@ public:
 
     [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
     [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
-    /// The local wall-clock time at which it is asked for; that time goes on is not told.
+    /// The local wall-clock time at which it is asked for; only a new day is told.
     [[nodiscard]] QDateTime now() const;
+    [[nodiscard]] QDate today() const { return m_today; }
     /// 1 Monday … 7 Sunday
     [[nodiscard]] int firstWeekday() const { return calendar().firstWeekday(); }
 
@@ -91,6 +93,8 @@ public:
 signals:
     /// Days and times are others from now on: calendar() has changed.
     void timeZoneChanged();
+    /// It is another day, or the day of another zone; after timeZoneChanged().
+    void todayChanged();
     /// Another message, or the same in another language.
     void calendarSyncMessageChanged();
     /// Another message or the same once more; after calendarSyncMessageChanged().
@@ -120,6 +124,8 @@ protected:
 
 private:
     void load();
+    /// True when it is another day than before; waits for the next one.
+    bool readDay();
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
     [[nodiscard]] QString calendarSyncMessageText() const { return calendarSyncMessage().value_or(QString()); }
@@ -127,6 +133,9 @@ private:
     PlannerPorts m_ports;
     StoredValues m_values;
     std::unique_ptr<ZoneWatch> m_zoneWatch;
+    /// Rings at midnight; until then nothing runs.
+    std::unique_ptr<Alarm> m_midnight;
+    QDate m_today;
     std::optional<TextPair> m_calendarSyncMessage;
     /// What stood there before.
     std::optional<TextPair> m_formerSyncMessage;

@@ -59,7 +59,7 @@ public:
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
-    /// Appends the to-do and, given a due date, asks for its notification.
+    /// Appends the to-do and, given a due date, asks for its notification; tells when its time has passed.
     void addReminder(const ReminderItem &item);
     /// Replaces the to-do with the same id. Its notification is left as it is.
     void updateReminder(const ReminderItem &item);

@@ -2,6 +2,7 @@
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 
+#include <QMetaProperty>
 #include <QSignalSpy>
 
 using namespace tessaly;
@@ -11,6 +12,28 @@ class SettingsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void whoeverMarksTodayHearsOfEachNewDay()
+    {
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        const QMetaObject &type = *store.metaObject();
+        QSignalSpy told(&store, type.property(type.indexOfProperty("now")).notifySignal());
+        const QDate day = store.today();
+        const double untilMidnight = planner.calendar.startOfDay(day.addDays(1)).seconds - planner.clock.now().seconds;
+
+        planner.clock.advance(untilMidnight - 1);
+        QCOMPARE(told.size(), 0);
+        planner.clock.advance(1);
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(store.today(), day.addDays(1));
+        QCOMPARE(store.now().date(), day.addDays(1));
+
+        planner.clock.advance(86400 * 2);
+        QCOMPARE(told.size(), 3);
+        planner.clock.setZone(QTimeZone("Pacific/Kiritimati"));
+        QCOMPARE(told.size(), 4);
+    }
+
     void eachSettingIsStoredUnderItsKeyAndAnnouncedOnce_data()
     {
         using Change = std::function<void(PlannerStore &)>;

@@ -8,7 +8,6 @@ Row {
     id: pair
 
     required property string label
-    required property ScheduleViewModel viewModel
     required property date value
 
     signal edited(date value)
@@ -35,7 +34,7 @@ Row {
 
         name: pair.label
         value: pair.value
-        now: pair.viewModel.now
+        now: PlannerStore.now
         firstWeekday: PlannerStore.firstWeekday
         onEdited: value => pair.edited(value)
         onAccepted: pair.accepted()

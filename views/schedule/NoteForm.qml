@@ -10,7 +10,6 @@ Column {
     id: form
 
     required property ScheduleNoteModel note
-    required property ScheduleViewModel viewModel
 
     readonly property string startLabel: Language.text("开始", "Start")
     readonly property string endLabel: Language.text("结束", "End")
@@ -59,8 +58,8 @@ Column {
 
             width: 200
             name: form.startLabel
-            value: form.note?.start ?? form.viewModel.now
-            now: form.viewModel.now
+            value: form.note?.start ?? PlannerStore.now
+            now: PlannerStore.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.start = value
         }
@@ -74,8 +73,8 @@ Column {
 
             width: 200
             name: form.endLabel
-            value: form.note?.end ?? form.viewModel.now
-            now: form.viewModel.now
+            value: form.note?.end ?? PlannerStore.now
+            now: PlannerStore.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.end = value
         }

@@ -56,7 +56,6 @@ Card {
         x: form.isWide ? endPair.x - form.gap - width : form.pad
         y: form.isWide ? form.pad : titleField.y + titleField.height + form.lineGap
         label: Language.text("开始", "Start")
-        viewModel: form.viewModel
         value: form.fields.start
         onEdited: value => form.fields.start = value
         onAccepted: form.add()
@@ -68,7 +67,6 @@ Card {
         x: form.isWide ? addButton.x - form.gap - width : startPair.x + startPair.width + form.gap
         y: startPair.y
         label: Language.text("结束", "End")
-        viewModel: form.viewModel
         value: form.fields.end
         onEdited: value => form.fields.end = value
         onAccepted: form.add()

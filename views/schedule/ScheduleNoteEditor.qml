@@ -67,6 +67,5 @@ Sheet {
         width: parent?.width ?? 0
         visible: sheet.isEditing
         note: sheet.note
-        viewModel: sheet.viewModel
     }
 }

@@ -21,7 +21,6 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     if (m_store || !store)
         return;
     m_store = store;
-    m_todayWatch = std::make_unique<TodayWatch>(store->clock(), store->calendar());
     m_focusDate = store->clock().now();
     m_measures = weekMeasures(store->displayStartHour(), store->displayEndHour());
     m_form->setStore(store);
@@ -33,7 +32,7 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     connect(store, &PlannerStore::displayHoursChanged, this, &ScheduleViewModel::onDisplayHoursChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::timeZoneChanged, this, &ScheduleViewModel::onTimeZoneChanged);
-    connect(m_todayWatch.get(), &TodayWatch::todayChanged, this, &ScheduleViewModel::refresh);
+    connect(store, &PlannerStore::todayChanged, this, &ScheduleViewModel::refresh);
     emit storeChanged();
     emit measuresChanged();
     refresh();
@@ -83,11 +82,6 @@ int ScheduleViewModel::hourCount() const
     return m_store ? std::max(m_store->displayEndHour() - m_store->displayStartHour(), 0) : 0;
 }
 
-QDateTime ScheduleViewModel::now() const
-{
-    return m_store ? m_store->calendar().dateTime(m_store->calendar().startOfDay(m_todayWatch->today())) : QDateTime();
-}
-
 int ScheduleViewModel::focusedPlace() const
 {
     return m_store ? static_cast<int>(m_visibleDays.indexOf(focusDay())) : -1;
@@ -131,7 +125,6 @@ void ScheduleViewModel::moveBy(int step)
 
 void ScheduleViewModel::showToday()
 {
-    m_todayWatch->check();
     setFocusDate(m_store->clock().now());
 }
 
@@ -211,7 +204,6 @@ void ScheduleViewModel::onSchedulesChanged(const RowsChange &change)
 
 void ScheduleViewModel::onTimeZoneChanged()
 {
-    m_todayWatch->setCalendar(m_store->calendar());
     emit m_form->timesChanged();
     refresh();
 }
@@ -228,7 +220,7 @@ void ScheduleViewModel::refresh()
     m_visibleDays = visibleDays(calendarScope(), focusDay(), m_store->calendar());
     const QList<QList<DayEvent>> events = eventsByDay(m_visibleDays, source());
     m_days.setRows(
-        dayRows(m_visibleDays, events, {m_todayWatch->today(), focusDay(), calendarScope()}, m_store->isEnglish()));
+        dayRows(m_visibleDays, events, {m_store->today(), focusDay(), calendarScope()}, m_store->isEnglish()));
     if (m_scope == Scope::Week)
         refreshBlocks(events);
     else

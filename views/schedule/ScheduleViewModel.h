@@ -7,7 +7,6 @@
 #include "views/schedule/ScheduleContents.h"
 #include "views/schedule/ScheduleFormModel.h"
 #include "views/schedule/ScheduleSheetModel.h"
-#include "views/schedule/TodayWatch.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>
@@ -31,7 +30,6 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(double hourHeight READ hourHeight NOTIFY measuresChanged)
     Q_PROPERTY(double totalHeight READ totalHeight NOTIFY measuresChanged)
     Q_PROPERTY(double dayWidth READ dayWidth WRITE setDayWidth NOTIFY dayWidthChanged)
-    Q_PROPERTY(QDateTime now READ now NOTIFY titlesChanged)
     Q_PROPERTY(int focusedPlace READ focusedPlace NOTIFY titlesChanged)
     Q_PROPERTY(QAbstractItemModel *days READ days CONSTANT)
     Q_PROPERTY(QAbstractItemModel *blocks READ blocks CONSTANT)
@@ -68,8 +66,6 @@ public:
     [[nodiscard]] double dayWidth() const { return m_dayWidth; }
     void setDayWidth(double width);
 
-    /// A moment of today, for calendars that mark it.
-    [[nodiscard]] QDateTime now() const;
     /// 7 or 42 rows, see dayRoles().
     [[nodiscard]] DayModel *days() { return &m_days; }
     /// Place of the focus day among the days.
@@ -101,8 +97,6 @@ public:
     /// Where an arrow key leads from a block: `dayStep` to another day, else `timeStep` within the day.
     Q_INVOKABLE [[nodiscard]] int neighbourBlock(int row, int dayStep, int timeStep) const;
 
-    [[nodiscard]] TodayWatch *todayWatch() const { return m_todayWatch.get(); }
-
 signals:
     void storeChanged();
     void scopeChanged();
@@ -126,7 +120,6 @@ private:
 
     PlannerStore *m_store = nullptr;
     ScheduleIndex m_index;
-    std::unique_ptr<TodayWatch> m_todayWatch;
     std::unique_ptr<ScheduleFormModel> m_form;
     std::unique_ptr<ScheduleSheetModel> m_sheets;
     Scope m_scope = Scope::Week;

@@ -16,16 +16,38 @@ ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(
 
 void ReminderViewModel::setStore(PlannerStore *store)
 {
-    constexpr double oneHour = 3600;
     if (m_store || !store)
         return;
     m_store = store;
     m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
-    m_dueDate = store->clock().now().plus(oneHour);
     connect(store, &PlannerStore::remindersChanged, this, &ReminderViewModel::refreshRows);
     connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::onTimeZoneChanged);
     onTimeZoneChanged();
     emit storeChanged();
+    useForm();
+}
+
+void ReminderViewModel::useForm()
+{
+    if (m_store && !m_isDueDateChosen)
+        m_dueDate = m_store->clock().now().plus(oneHour);
+    emit formChanged();
+}
+
+void ReminderViewModel::setTitle(const QString &title)
+{
+    if (m_title == title)
+        return;
+    m_title = title;
+    useForm();
+}
+
+void ReminderViewModel::setHasDueDate(bool hasDueDate)
+{
+    if (m_hasDueDate == hasDueDate)
+        return;
+    m_hasDueDate = hasDueDate;
+    useForm();
 }
 
 QDateTime ReminderViewModel::dueDate() const
@@ -37,6 +59,7 @@ void ReminderViewModel::setDueDate(const QDateTime &dueDate)
 {
     if (!m_store || !dueDate.isValid() || dueDate == this->dueDate())
         return;
+    m_isDueDateChosen = true;
     m_dueDate = m_store->calendar().instant(dueDate.date(), dueDate.time());
     emit formChanged();
 }

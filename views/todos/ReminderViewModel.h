@@ -19,9 +19,9 @@ class ReminderViewModel : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tessaly::PlannerStore *store READ store WRITE setStore NOTIFY storeChanged REQUIRED)
-    Q_PROPERTY(QString title MEMBER m_title NOTIFY formChanged)
+    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY formChanged)
     Q_PROPERTY(QString requirement MEMBER m_requirement NOTIFY formChanged)
-    Q_PROPERTY(bool hasDueDate MEMBER m_hasDueDate NOTIFY formChanged)
+    Q_PROPERTY(bool hasDueDate READ hasDueDate WRITE setHasDueDate NOTIFY formChanged)
     Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY formChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
@@ -29,10 +29,14 @@ public:
     explicit ReminderViewModel(QObject *parent = nullptr);
 
     [[nodiscard]] PlannerStore *store() const { return m_store; }
-    /// Takes effect once; the store must outlive the view-model. The due date becomes one hour from now.
+    /// Takes effect once; the store must outlive the view-model.
     void setStore(PlannerStore *store);
 
-    /// Local wall-clock time, to the minute or finer.
+    [[nodiscard]] const QString &title() const { return m_title; }
+    void setTitle(const QString &title);
+    [[nodiscard]] bool hasDueDate() const { return m_hasDueDate; }
+    void setHasDueDate(bool hasDueDate);
+    /// Local wall-clock time, to the minute or finer. Until it is set, one hour after the form was last used.
     [[nodiscard]] QDateTime dueDate() const;
     void setDueDate(const QDateTime &dueDate);
     /// See reminderListRows().
@@ -55,6 +59,7 @@ signals:
     void added(int row);
 
 private:
+    void useForm();
     template <class Change>
     int leaveRow(int row, Change change);
     void onTimeZoneChanged();
@@ -71,6 +76,7 @@ private:
     QString m_requirement;
     Instant m_dueDate;
     bool m_hasDueDate = false;
+    bool m_isDueDateChosen = false;
 };
 
 } // namespace tessaly

@@ -48,6 +48,60 @@ private slots:
         QCOMPARE(given.screen->property("requirement").toString(), u"kept"_s);
     }
 
+    void theDueDateOfAFormThatStoodForHoursIsFresh_data()
+    {
+        QTest::addColumn<bool>("isChosen");
+        QTest::addColumn<bool>("isTyped");
+        QTest::addColumn<int>("hour");
+
+        QTest::newRow("the toggle") << false << false << 16;
+        QTest::newRow("a title") << false << true << 16;
+        QTest::newRow("a date that was chosen stays") << true << true << 14;
+    }
+
+    void theDueDateOfAFormThatStoodForHoursIsFresh()
+    {
+        QFETCH(const bool, isChosen);
+        QFETCH(const bool, isTyped);
+        QFETCH(const int, hour);
+        ReminderDriver given;
+        given.open();
+        given.screen->setHasDueDate(isTyped);
+        if (isChosen)
+            given.screen->setDueDate(given.calendar.dateTime(given.at(9, 14)));
+        given.clock.setNow(given.at(9, 15));
+
+        if (isTyped)
+            given.screen->setTitle(u"Report"_s);
+        else
+            given.screen->setHasDueDate(true);
+
+        QCOMPARE(given.screen->dueDate(), given.calendar.dateTime(given.at(9, hour)));
+    }
+
+    void aDueDateInThePastIsTold_data()
+    {
+        QTest::addColumn<int>("minute");
+        QTest::addColumn<bool>("isTold");
+
+        QTest::newRow("the last minute") << 59 << true;
+        QTest::newRow("the minute that has begun") << 60 << true;
+        QTest::newRow("the next minute") << 61 << false;
+    }
+
+    void aDueDateInThePastIsTold()
+    {
+        QFETCH(const int, minute);
+        ReminderDriver given;
+        given.open();
+        given.clock.setNow(given.at(9, 13).plus(5));
+
+        given.store->addReminder({.title = u"Report"_s, .dueDate = given.at(9, 12).plus(minute * 60)});
+
+        QCOMPARE(given.store->reminders().size(), 1);
+        QTEST(given.store->calendarSyncMessage() == u"The due time has passed. There will be no reminder."_s, "isTold");
+    }
+
     void aDueToDoAsksForANotificationAndKeepsTheDateForTheNext()
     {
         ReminderDriver given;
