@@ -26,5 +26,9 @@ struct CalendarFeed
 {
     return QStringLiteral("feed:") + uuidText(feedID);
 }
+[[nodiscard]] inline bool isFeedCalendar(const QString &calendarIdentifier)
+{
+    return calendarIdentifier.startsWith(u"feed:");
+}
 
 } // namespace tessaly

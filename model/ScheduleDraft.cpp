@@ -1,5 +1,6 @@
 #include "model/ScheduleDraft.h"
 
+#include "model/DisplayTitle.h"
 #include "model/ScheduleRules.h"
 
 namespace tessaly {
@@ -8,7 +9,7 @@ namespace {
 
 void resetFields(ScheduleDraft &draft)
 {
-    draft.title = draft.item.title;
+    draft.title = displayTitle(draft.item);
     draft.startDate = draft.item.date;
     draft.endDate = draft.item.end();
     draft.tag = draft.item.tag.value_or(QString());
@@ -40,7 +41,9 @@ void addTask(ScheduleDraft &draft)
 ScheduleItem editedSchedule(const ScheduleDraft &draft)
 {
     ScheduleItem edited = draft.item;
-    if (const QString title = draft.title.trimmed(); !title.isEmpty())
+    // A title that was shown and not changed stays as it is stored.
+    const QString title = draft.title.trimmed();
+    if (!title.isEmpty() && draft.title != displayTitle(draft.item))
         edited.title = title;
     edited.date = draft.startDate;
     edited.endDate = leastEnd({draft.startDate, draft.endDate});

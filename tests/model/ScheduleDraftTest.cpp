@@ -1,3 +1,5 @@
+#include "model/CalendarFeed.h"
+#include "model/DisplayTitle.h"
 #include "model/ScheduleDraft.h"
 #include "tests/support/TestMain.h"
 
@@ -50,6 +52,56 @@ private slots:
         ScheduleItem item = lecture();
         item.taskTitle = QStringLiteral("Read");
         QVERIFY(draftOf(item, NoteMode::View).tasks.isEmpty());
+    }
+
+    void titlesOfLinkedCalendarsAreShownAsPeopleWriteThem_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("shown");
+
+        const auto row = [](const char *line, const char *shown) {
+            QTest::newRow(line) << QString::fromUtf8(line) << QString::fromUtf8(shown);
+        };
+        row("SUMMARY:Microeconomics", "Microeconomics");
+        row("SUMMARY:Lunch\\, then tea\\; C:\\\\new\\nat six\\Nor later", "Lunch, then tea; C:\\new at six or later");
+        row("SUMMARY;LANGUAGE=de:Mittag: Suppe", "Mittag: Suppe");
+        row("SUMMARY;X-A=\"b:c;d\":Seminar", "Seminar");
+        row("SUMMARY;X-A=\"open:Seminar", "Seminar");
+        row("SUMMARY:ends with \\", "ends with \\");
+        row("SUMMARY:\\t is no escape", "\\t is no escape");
+        row("SUMMARY:", "");
+        row("SUMMARYX:other", "SUMMARYX:other");
+        row("SUMMARY", "SUMMARY");
+        row("未命名日程", "未命名日程");
+    }
+
+    void titlesOfLinkedCalendarsAreShownAsPeopleWriteThem()
+    {
+        QFETCH(const QString, line);
+        ScheduleItem item = lecture();
+        item.title = line;
+        QCOMPARE(displayTitle(item), line);
+        item.calendarIdentifier = QStringLiteral("work");
+        QCOMPARE(displayTitle(item), line);
+
+        item.calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid());
+
+        QTEST(displayTitle(item), "shown");
+    }
+
+    void aTitleThatIsNotChangedStaysAsItIsStored()
+    {
+        ScheduleItem item = lecture();
+        item.title = QStringLiteral("SUMMARY:Lunch\\, tea");
+        item.calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid());
+        ScheduleDraft draft = draftOf(item, NoteMode::Edit);
+        QCOMPARE(draft.title, QStringLiteral("Lunch, tea"));
+        QCOMPARE(editedSchedule(draft).title, item.title);
+
+        draft.title = QStringLiteral(" Tea ");
+        QCOMPARE(editedSchedule(draft).title, QStringLiteral("Tea"));
+        cancelEditing(draft);
+        QCOMPARE(draft.title, QStringLiteral("Lunch, tea"));
     }
 
     void savingMendsWhatWasTyped()

@@ -1,5 +1,6 @@
 #include "views/dashboard/DashboardViewModel.h"
 
+#include "model/DisplayTitle.h"
 #include "model/GoalRules.h"
 #include "model/ScheduleColors.h"
 #include "platform/Clock.h"
@@ -57,7 +58,7 @@ const ScheduleItem *DashboardViewModel::next() const
 
 QString DashboardViewModel::nextTitle() const
 {
-    return next() ? next()->title : QString();
+    return next() ? displayTitle(*next()) : QString();
 }
 
 QString DashboardViewModel::nextDateText() const

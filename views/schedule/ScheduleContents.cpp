@@ -1,6 +1,7 @@
 #include "views/schedule/ScheduleContents.h"
 
 #include "model/AppLanguage.h"
+#include "model/DisplayTitle.h"
 #include "model/ScheduleColors.h"
 
 #include <cmath>
@@ -99,7 +100,7 @@ QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>>
                          .width = frame.width(),
                          .height = frame.height(),
                          .startMinute = span.start,
-                         .title = schedule.title,
+                         .title = displayTitle(schedule),
                          .startText = timeRangeText(event.start, std::nullopt, source.calendar),
                          .timeRange = timeRangeText(event.start, event.end, source.calendar),
                          .tag = schedule.tag.value_or(QString()),
@@ -126,11 +127,11 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<Da
                 {.id = schedule.id,
                  .cellIndex = static_cast<int>(cell),
                  .slot = static_cast<int>(slot),
-                 .title = schedule.title,
+                 .title = displayTitle(schedule),
                  .startText = timeRangeText(event.start, std::nullopt, source.calendar),
                  .colorKey = scheduleColor(schedule),
                  .isOutside = isOutside,
-                 .spokenName = joined({schedule.title, timeRangeText(event.start, schedule.endDate, source.calendar),
+                 .spokenName = joined({displayTitle(schedule), timeRangeText(event.start, schedule.endDate, source.calendar),
                                        schedule.tag.value_or(QString())})});
         }
     }
@@ -147,7 +148,7 @@ QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source)
         if (source.calendar.day(schedule.date) != day || !isDisplayed(schedule, source.visibleCalendarIDs))
             continue;
         rows.append({.id = schedule.id,
-                     .title = schedule.title,
+                     .title = displayTitle(schedule),
                      .timeRange = timeRangeText(schedule.date, schedule.endDate, source.calendar),
                      .tag = schedule.tag.value_or(QString()),
                      .colorKey = scheduleColor(schedule)});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/DisplayTitle.h"
 #include "model/ScheduleDraft.h"
 #include "views/RowListModel.h"
 
@@ -48,7 +49,7 @@ public:
 
     [[nodiscard]] bool isEditing() const { return m_draft.isEditing; }
     /// The schedule as it was when the note opened: its title, its times in words, its tag.
-    [[nodiscard]] const QString &heading() const { return m_draft.item.title; }
+    [[nodiscard]] QString heading() const { return displayTitle(m_draft.item); }
     [[nodiscard]] QString timeText() const;
     [[nodiscard]] QString savedTag() const { return m_draft.item.tag.value_or(QString()); }
 

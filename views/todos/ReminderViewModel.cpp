@@ -29,6 +29,7 @@ void ReminderViewModel::setStore(PlannerStore *store)
 
 void ReminderViewModel::useForm()
 {
+    constexpr double oneHour = 3600;
     if (m_store && !m_isDueDateChosen)
         m_dueDate = m_store->clock().now().plus(oneHour);
     emit formChanged();
