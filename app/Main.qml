@@ -67,6 +67,14 @@ ApplicationWindow {
         value: window.shell.hasReducedMotion
     }
 
+    // A window that is opened again shows what a start shows.
+    onVisibleChanged: {
+        if (visible)
+            contentView.reload();
+        else
+            contentView.unload();
+    }
+
     Shortcut {
         sequence: "Ctrl+Q"
         onActivated: window.quitRequested()

@@ -24,6 +24,15 @@ FocusScope {
     /// The user would rather lose what could not be saved than stay.
     signal quitUnsavedChosen
 
+    /// Lets the screen go while nobody sees the window; the next one is the overview.
+    function unload() {
+        loader.active = false;
+        section = ShellModel.Overview;
+    }
+    function reload() {
+        loader.active = true;
+    }
+
     focus: true
     onSectionChanged: {
         if (section === ShellModel.Schedule)

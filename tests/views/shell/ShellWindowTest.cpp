@@ -4,6 +4,7 @@
 #include "app/WindowFrame.h"
 
 #include <QQuickStyle>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 
@@ -392,6 +393,26 @@ private slots:
         ui.window().close();
 
         QVERIFY(!ui.window().isVisible());
+    }
+
+    void aWindowThatIsOpenedAgainStartsAfresh()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        const auto restore = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+        for (const auto section : {ShellModel::Schedule, ShellModel::Overview}) {
+            ui.setState("section", section);
+            const QPointer<QQuickItem> former = ui.screen();
+
+            ui.window().close();
+            QTRY_VERIFY(!former);
+            ui.raise();
+
+            QTRY_VERIFY(ui.window().isExposed());
+            QCOMPARE(ui.state("section").toInt(), int(ShellModel::Overview));
+            QVERIFY(ui.screen());
+        }
     }
 
     void aProgramThatStaysEndsByItsKey()
