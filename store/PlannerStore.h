@@ -87,6 +87,8 @@ public:
     /// for a feed that was deleted.
     void applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
+    /// Why the last update failed, in the interface language; empty after a success, and until there was an update.
+    [[nodiscard]] QString calendarFeedFailure(const QUuid &feedID) const;
     /// Removes the feed and its schedules.
     void deleteCalendarFeed(const QUuid &feedID);
 
@@ -114,6 +116,7 @@ private:
     void calendarFeedsAssigned(const RowsChange &rows);
 
     void endFeedUpdate(const QUuid &feedID);
+    void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
     void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
@@ -132,6 +135,7 @@ private:
     std::unique_ptr<CalendarFeedReader> m_feedReader;
     /// The feeds whose calendars are being downloaded or read, one entry for each time.
     QList<QUuid> m_feedsUnderWay;
+    QHash<QUuid, Error> m_feedFailures;
     bool m_hadUnreadableData = false;
 };
 

@@ -2,6 +2,7 @@
 #include "platform/Clock.h"
 #include "platform/FeedDownloader.h"
 #include "store/CalendarFeedReader.h"
+#include "store/ErrorText.h"
 #include "store/PlannerStore.h"
 #include "store/RecordRows.h"
 
@@ -29,6 +30,20 @@ TextPair updatingText()
     return {QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")};
 }
 
+/// Without blanks and without the invisible characters that come along when a link is copied, such as zero-width
+/// blanks, marks of direction and byte order marks.
+QString trimmedLink(QStringView text)
+{
+    const auto isInvisible = [](QChar c) {
+        return c.isSpace() || c.category() == QChar::Other_Format || c.category() == QChar::Other_Control;
+    };
+    while (!text.isEmpty() && isInvisible(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isInvisible(text.back()))
+        text.chop(1);
+    return text.toString();
+}
+
 bool isHttp(const QUrl &url)
 {
     return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"http" || url.scheme() == u"https");
@@ -38,7 +53,7 @@ bool isHttp(const QUrl &url)
 
 bool PlannerStore::addCalendarFeed(const QString &urlString)
 {
-    const QString trimmed = urlString.trimmed();
+    const QString trimmed = trimmedLink(urlString);
     const QUrl url(trimmed);
     if (!isHttp(url)) {
         setCalendarSyncMessage(
@@ -73,16 +88,15 @@ void PlannerStore::readCalendarFeed(const Result<QByteArray> &body, const QUuid 
 {
     if (!body) {
         endFeedUpdate(feedID);
-        if (rowOf(m_calendarFeeds, feedID) >= 0)
-            setCalendarFeedError(body.error());
+        failFeedUpdate(feedID, body.error());
         return;
     }
     m_feedReader->read(body.value(), feedReadingOptions(feedID), [this, feedID](Result<ReadCalendar> calendar) {
         endFeedUpdate(feedID);
         if (calendar)
             applyReadCalendar(calendar.takeValue(), feedID);
-        else if (rowOf(m_calendarFeeds, feedID) >= 0)
-            setCalendarFeedError(calendar.error());
+        else
+            failFeedUpdate(feedID, calendar.error());
     });
 }
 
@@ -118,11 +132,28 @@ void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
     else
         schedulesAssigned({});
 
+    m_feedFailures.remove(feedID);
     m_calendarFeeds[feedRow].lastUpdated = clock().now();
     calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
     const QString count = QString::number(calendar.eventCount);
     setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
                             QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)});
+}
+
+void PlannerStore::failFeedUpdate(const QUuid &feedID, const Error &error)
+{
+    const qsizetype row = rowOf(m_calendarFeeds, feedID);
+    if (row < 0)
+        return;
+    m_feedFailures.insert(feedID, error);
+    emit calendarFeedsChanged({RowsChange::Kind::Updated, row, 1});
+    setCalendarFeedError(error);
+}
+
+QString PlannerStore::calendarFeedFailure(const QUuid &feedID) const
+{
+    const auto failure = m_feedFailures.constFind(feedID);
+    return failure == m_feedFailures.cend() ? QString() : errorText(*failure, interfaceLanguage());
 }
 
 void PlannerStore::setCalendarFeedError(const Error &error)
@@ -140,6 +171,7 @@ void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
         schedulesAssigned({});
     if (const auto rows = removeRecords(m_calendarFeeds, id))
         calendarFeedsAssigned(*rows);
+    m_feedFailures.remove(id);
     m_feedsUnderWay.removeAll(id);
     if (m_feedsUnderWay.isEmpty())
         retractCalendarSyncMessage(updatingText());

@@ -1,6 +1,6 @@
+#include "model/ScheduleDraft.h"
 #include "model/CalendarFeed.h"
 #include "model/DisplayTitle.h"
-#include "model/ScheduleDraft.h"
 #include "tests/support/TestMain.h"
 
 using namespace tessaly;

@@ -2,6 +2,7 @@
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 
 using namespace tessaly;
@@ -42,6 +43,7 @@ private slots:
         };
         row("https://example.org/timetable.ics", "timetable");
         row("  \t https://example.org/a/b.tar.gz \r\n", "b.tar");
+        row("\u200B\uFEFF\u200E https://example.org/c.ics\u200F\u200B\u0007", "c");
         row("HTTP://example.org/x", "x");
         row("https://example.org/", "iCalendar");
         row("https://example.org", "iCalendar");
@@ -72,7 +74,8 @@ private slots:
             return;
         const CalendarFeed &feed = store().calendarFeeds().constFirst();
         QCOMPARE(feed.name, name);
-        QCOMPARE(feed.urlString, typed.trimmed());
+        static const QRegularExpression unseen(QStringLiteral("[\\s\\x{7}\\x{200B}-\\x{200F}\\x{FEFF}]"));
+        QCOMPARE(feed.urlString, QString(typed).remove(unseen));
         QCOMPARE(feed.lastUpdated, std::nullopt);
         QVERIFY(store().visibleCalendarIDs().contains(feedCalendarIdentifier(feed.id)));
     }

@@ -1,13 +1,14 @@
 import QtQuick
 import Tessaly.Ui
 
-/// A linked calendar with its last update, to be updated or deleted.
+/// A linked calendar with its last update, to be updated or deleted. Beneath it why the last update failed, if it did.
 Item {
     id: row
 
     required property int index
     required property string name
     required property string lastUpdated
+    required property string failure
 
     signal updateRequested
     signal deleteRequested
@@ -16,7 +17,7 @@ Item {
         deleteButton.forceActiveFocus(reason);
     }
 
-    implicitHeight: Theme.rowHeight
+    implicitHeight: failure === "" ? Theme.rowHeight : failureText.y + failureText.height + 8
 
     Separator {
         width: parent.width
@@ -27,9 +28,9 @@ Item {
         id: mark
 
         x: 12
-        anchors.verticalCenter: parent.verticalCenter
-        name: "link"
-        color: Theme.textSecondary
+        anchors.verticalCenter: nameLabel.verticalCenter
+        name: row.failure === "" ? "link" : "circle-alert"
+        color: row.failure === "" ? Theme.textSecondary : Theme.destructive
     }
 
     AppText {
@@ -37,8 +38,9 @@ Item {
 
         anchors.left: mark.right
         anchors.leftMargin: 12
-        anchors.verticalCenter: parent.verticalCenter
-        width: 128
+        anchors.right: updateTime.left
+        anchors.rightMargin: 12
+        y: row.failure === "" ? (Theme.rowHeight - height) / 2 : 8
         text: row.name
         token: Theme.button
 
@@ -46,14 +48,31 @@ Item {
     }
 
     AppText {
-        anchors.left: nameLabel.right
-        anchors.leftMargin: 12
+        id: updateTime
+
         anchors.right: buttons.left
         anchors.rightMargin: 12
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: nameLabel.verticalCenter
+        width: Math.ceil(implicitWidth)
         text: row.lastUpdated
         token: Theme.caption
         color: Theme.textSecondary
+    }
+
+    AppText {
+        id: failureText
+
+        anchors.left: nameLabel.left
+        anchors.right: updateTime.right
+        anchors.top: nameLabel.bottom
+        visible: row.failure !== ""
+        isMultiline: true
+        maximumLineCount: 2
+        text: row.failure === "" ? "" : Language.text("更新失败：", "Update failed: ") + row.failure
+        token: Theme.caption
+        color: Theme.destructive
+
+        ElidedTip {}
     }
 
     Row {

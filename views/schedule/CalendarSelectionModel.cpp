@@ -9,6 +9,7 @@ QList<RowListModel<CalendarFeedRow>::Role> feedRoles()
     return {
         {"name", [](const CalendarFeedRow &row) -> QVariant { return row.name; }},
         {"lastUpdated", [](const CalendarFeedRow &row) -> QVariant { return row.lastUpdated; }},
+        {"failure", [](const CalendarFeedRow &row) -> QVariant { return row.failure; }},
     };
 }
 
@@ -61,7 +62,7 @@ void CalendarSelectionModel::refresh()
     QList<CalendarFeedRow> rows;
     for (const CalendarFeed &feed : m_store->calendarFeeds()) {
         const QString lastUpdated = feed.lastUpdated ? m_store->dateText(*feed.lastUpdated, false) : QString();
-        rows.append({feed.id, feed.name, lastUpdated});
+        rows.append({feed.id, feed.name, lastUpdated, m_store->calendarFeedFailure(feed.id)});
     }
     m_feeds.setRows(rows);
     if (feedCount() != before)

@@ -15,6 +15,8 @@ struct CalendarFeedRow
     QString name = {};
     /// Date and time of the last update in words; empty before the first.
     QString lastUpdated = {};
+    /// Why the last update failed; empty when it did not.
+    QString failure = {};
 
     [[nodiscard]] QUuid key() const { return id; }
     bool operator==(const CalendarFeedRow &) const = default;
@@ -37,7 +39,7 @@ public:
     /// Takes effect once; the store must outlive the model.
     void setStore(PlannerStore *store);
 
-    /// Roles: name, lastUpdated.
+    /// Roles: name, lastUpdated, failure.
     [[nodiscard]] RowListModel<CalendarFeedRow> *feeds() { return &m_feeds; }
     [[nodiscard]] int feedCount() const { return m_feeds.rowCount(); }
     [[nodiscard]] const QString &feedURL() const { return m_feedURL; }

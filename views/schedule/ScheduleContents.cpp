@@ -123,16 +123,16 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<Da
         for (qsizetype slot = 0; slot < std::min(dayEvents.size(), linesPerCell); ++slot) {
             const DayEvent &event = dayEvents.at(slot);
             const ScheduleItem &schedule = source.schedules.at(event.row);
-            rows.append(
-                {.id = schedule.id,
-                 .cellIndex = static_cast<int>(cell),
-                 .slot = static_cast<int>(slot),
-                 .title = displayTitle(schedule),
-                 .startText = timeRangeText(event.start, std::nullopt, source.calendar),
-                 .colorKey = scheduleColor(schedule),
-                 .isOutside = isOutside,
-                 .spokenName = joined({displayTitle(schedule), timeRangeText(event.start, schedule.endDate, source.calendar),
-                                       schedule.tag.value_or(QString())})});
+            rows.append({.id = schedule.id,
+                         .cellIndex = static_cast<int>(cell),
+                         .slot = static_cast<int>(slot),
+                         .title = displayTitle(schedule),
+                         .startText = timeRangeText(event.start, std::nullopt, source.calendar),
+                         .colorKey = scheduleColor(schedule),
+                         .isOutside = isOutside,
+                         .spokenName = joined({displayTitle(schedule),
+                                               timeRangeText(event.start, schedule.endDate, source.calendar),
+                                               schedule.tag.value_or(QString())})});
         }
     }
     return rows;

@@ -51,6 +51,24 @@ private slots:
         QCOMPARE(listed(), (QStringList{QStringLiteral("a: ") + chinese, QStringLiteral("b: ") + chinese}));
     }
 
+    void aFailedLinkSaysWhyUntilAnUpdateSucceeds()
+    {
+        whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
+        whenTheUserAdds(QStringLiteral("https://example.org/b.ics"));
+        m_planner->feedDownloader.answer(0, Error{ErrorCode::DownloadHostNotFound, {}});
+        QCOMPARE(failures(), (QStringList{QStringLiteral("The server could not be found."), QString()}));
+        m_planner->store->setInterfaceLanguage(AppLanguage::Chinese);
+        QCOMPARE(failures(), (QStringList{QStringLiteral("找不到服务器。"), QString()}));
+
+        m_sheet->updateFeed(0);
+        m_planner->feedDownloader.answer(1, QByteArray("\xE9"));
+        QCOMPARE(failures().first(), QStringLiteral("文件不是 UTF-8 编码的文本。"));
+        m_sheet->updateFeed(0);
+        m_planner->feedDownloader.answer(1, QByteArray());
+
+        QCOMPARE(failures(), (QStringList{QString(), QString()}));
+    }
+
     void aDeletedLinkLeavesTheList()
     {
         whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
@@ -102,6 +120,13 @@ private:
     {
         m_sheet->setFeedURL(link);
         m_sheet->addTypedLink();
+    }
+    QStringList failures()
+    {
+        QStringList texts;
+        for (const CalendarFeedRow &row : m_sheet->feeds()->rows())
+            texts.append(row.failure);
+        return texts;
     }
     QStringList listed()
     {
