@@ -14,7 +14,7 @@ QString imageType(const QUrl &url)
 {
     static const QHash<QString, QString> types{
         {u"jpg"_s, u"image/jpeg"_s},  {u"jpeg"_s, u"image/jpeg"_s}, {u"gif"_s, u"image/gif"_s},
-        {u"webp"_s, u"image/webp"_s}, {u"heic"_s, u"image/heic"_s},
+        {u"webp"_s, u"image/webp"_s}, {u"heic"_s, u"image/heic"_s}, {u"svg"_s, u"image/svg+xml"_s},
     };
     const QString name = url.fileName();
     const QString extension = name.mid(name.lastIndexOf(u'.') + 1).toLower();

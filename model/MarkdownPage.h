@@ -13,6 +13,10 @@ namespace tessaly {
 /// public one ("npm/marked/marked.min.js").
 inline const QString packageRoot = QStringLiteral("tessaly://packages/");
 
+/// Where the preview asks for pictures that it cannot load: what follows is the name of the page, so that nothing of
+/// another is used again, and as the query the address that the document has.
+inline const QString pictureRoot = packageRoot + QStringLiteral("picture/");
+
 /// Reads a local file; nothing when that fails.
 using FileReader = std::function<std::optional<QByteArray>(const QUrl &)>;
 

@@ -40,7 +40,8 @@ QByteArray sandboxedPage(const QByteArray &markup)
     const QByteArray packages = packageRoot.toLatin1() + "npm/";
     const QByteArray policy = R"(<meta http-equiv="Content-Security-Policy" content="default-src 'none';script-src )" +
                               scriptHashes(page) + packages + ";style-src 'unsafe-inline' " + packages + ";font-src " +
-                              packages + R"(;img-src data: https:;base-uri 'none';form-action 'none'">)";
+                              packages + R"(;img-src data: https: )" + pictureRoot.toLatin1() +
+                              R"(;base-uri 'none';form-action 'none'">)";
     const qsizetype place = page.indexOf(charset) + charset.size();
     QByteArray result;
     result.reserve(page.size() + policy.size());
@@ -64,6 +65,15 @@ QSet<QByteArray> namedAddresses(const QString &markdown)
         }
     }
     return result;
+}
+
+bool namesFile(const QString &markdown, const QString &path)
+{
+    const auto plain = [](const QString &text) {
+        QString result = QUrl::fromPercentEncoding(text.toUtf8());
+        return result.remove(u'\\').replace(u"&amp;"_s, u"&"_s);
+    };
+    return plain(markdown).contains(plain(path));
 }
 
 QByteArray canonicalAddress(const QUrl &url)

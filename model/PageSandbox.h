@@ -9,12 +9,16 @@ namespace tessaly {
 
 /// The page (UTF-8, as MarkdownPage makes it) with a policy (Content Security Policy Level 3) put into its head: of all
 /// scripts only those run that the page itself is made with, by their hashes, and those of packageRoot. Pictures come
-/// as data or by https; nothing else is loaded, framed, submitted or based elsewhere.
+/// as data, by https or from pictureRoot; nothing else is loaded, framed, submitted or based elsewhere.
 [[nodiscard]] QByteArray sandboxedPage(const QByteArray &markup);
 
 /// The addresses beginning with https that stand in the text, in the form of canonicalAddress. Where an address ends is
 /// not always clear from the text around it, so that each possible end gives one.
 [[nodiscard]] QSet<QByteArray> namedAddresses(const QString &markdown);
+
+/// Whether the text names a local file by its absolute path: plainly, encoded as in an address, or with the escapes of
+/// Markdown and HTML.
+[[nodiscard]] bool namesFile(const QString &markdown, const QString &path);
 
 /// One spelling for all that mean the same place: encoded, without fragment, the root as "/".
 [[nodiscard]] QByteArray canonicalAddress(const QUrl &url);

@@ -1,5 +1,5 @@
-// Run in the page that is copied, when every element carries its own look: what a program could run or load, but for
-// pictures, and what the tools have left, does not go on the clipboard.
+// Run in the page that is copied, behind DOMPurify, when every element carries its own look: what a program could run or
+// load, but for pictures, and what the tools have left, does not go on the clipboard.
 {
   const root = document.getElementById("content");
   const active = "script,style,link,meta,base,title,iframe,frame,frameset,object,embed,applet,template,noscript,set,animate," +
@@ -15,4 +15,7 @@
   for (const element of root.querySelectorAll("*"))
     for (const name of element.getAttributeNames())
       if (isHarmful(element, name, element.getAttribute(name))) element.removeAttribute(name);
+
+  // A second wall, kept by others. Pictures keep the addresses of local files.
+  DOMPurify.sanitize(root, { IN_PLACE: true, ALLOWED_URI_REGEXP: /^(?:(?:https?|ftp|file|mailto|tel|cid):|[^a-z]|[a-z+.-]+(?:[^a-z+.\-:]|$))/i });
 }

@@ -15,7 +15,8 @@ const rules = {
 module.exports = [
   {
     files: ["web/*.js"],
-    languageOptions: { sourceType: "script", globals: { ...globals.browser, DOMPurify: "readonly", MathJax: "readonly", marked: "readonly" } },
+    languageOptions: { sourceType: "script", globals: { ...globals.browser, DOMPurify: "readonly", MathJax: "readonly", marked: "readonly",
+      prepareContent: "readonly" } },
     rules,
   },
   { files: ["web/*.cjs", "tests/web/*.js"], languageOptions: { sourceType: "commonjs", globals: globals.node }, rules },

@@ -1,9 +1,11 @@
-// Served behind marked. What would change the look of the rest of the page, lie over it, frame another or lead elsewhere is
-// left out of the parsed text: a document writes its text, not the page.
+// Served behind marked. What would change the look of the rest of the page, frame another, play or lead elsewhere is left
+// out of the parsed text, and in the preview what would lie over the rest: a document writes its text, not the page.
 {
   const parse = marked.parse;
-  const names = ["style", "link", "meta", "base", "iframe", "frame", "frameset", "object", "embed", "applet", "portal",
-    "noscript"];
+  const shows = ["iframe", "frame", "object", "embed", "portal", "video", "audio"];
+  const names = [...shows, "style", "link", "meta", "base", "frameset", "applet", "noscript"];
+  // Only the preview typesets formulas.
+  const isPreview = () => "MathJax" in globalThis;
   // The typesetter's own elements are in its style sheet, where some stand over the page.
   const isRefused = ({ localName }) => names.includes(localName) || localName.startsWith("mjx-");
   const start = `<(?=(?:${names.join("|")})(?![-\\w])|mjx-)`;
@@ -14,6 +16,19 @@
   const leaving = new RegExp("^(-webkit-)?(position|transform|translate|rotate|scale|offset|perspective|will-change|z-index|" +
     "box-shadow|outline|filter|backdrop-filter|box-reflect)");
   const leaves = (name, value) => value === "" || leaving.test(name) || /^margin/.test(name) && /[-(]/.test(value);
+
+  // In the place of something to see or hear, its address, which the preview puts words to.
+  const noteOf = element => {
+    const note = element.ownerDocument.createElement("span");
+    note.className = "tessaly-not-shown";
+    const source = [element, ...element.querySelectorAll("source")].find(({ attributes }) => attributes.src ?? attributes.data);
+    note.textContent = source?.getAttribute("src") ?? source?.getAttribute("data") ?? `<${element.localName}>`;
+    return note;
+  };
+  const takeOut = element => {
+    if (isPreview() && shows.includes(element.localName)) element.replaceWith(noteOf(element));
+    else element.remove();
+  };
 
   // Whether there was anything to take out.
   const restrain = element => {
@@ -31,9 +46,9 @@
     let isClean = true;
     for (const element of root.querySelectorAll("*")) {
       if (isRefused(element)) {
-        element.remove();
+        takeOut(element);
         isClean = false;
-      } else if (restrain(element)) {
+      } else if (isPreview() && restrain(element)) {
         isClean = false;
       }
     }
@@ -48,7 +63,8 @@
       if (clean(root)) return html;
       html = root.innerHTML;
     }
-    return html.replace(new RegExp(start, "gi"), "&lt;").replace(new RegExp(styleName, "gi"), "$1data-style");
+    const withoutElements = html.replace(new RegExp(start, "gi"), "&lt;");
+    return isPreview() ? withoutElements.replace(new RegExp(styleName, "gi"), "$1data-style") : withoutElements;
   };
   const parseWithout = (source, options) => {
     const html = parse(source, options);

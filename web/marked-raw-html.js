@@ -1,6 +1,7 @@
 // Served behind marked. A browser looks for the end of a script, a comment or a text area through the whole page, and
-// Markdown through the whole text. What nobody ends would take in all that follows, so it shows as it was written; a
-// script does so always, as in GitHub Flavored Markdown (6.11).
+// Markdown through the whole text. What nobody ends would take in all that follows, so it shows as it was written. The
+// tags of scripts, links, metadata and bases, which a text can have no use for but to speak of, do so always, as some do
+// in GitHub Flavored Markdown (6.11).
 {
   const parse = marked.parse;
   // It stands for "<"; no text holds noncharacters.
@@ -8,7 +9,7 @@
   const ends = { "<!--": "-->", "<?": "?>", "<![CDATA[": "]]>" };
   const tag = "style|textarea|title|xmp|iframe|noembed|noframes|noscript|template|select|datalist|object|video|audio|" +
     "canvas|dialog";
-  const start = new RegExp(`(<!--|<\\?|<!\\[CDATA\\[)|<(?:/?(script|plaintext)|(/?)(${tag}))(?![-\\w])`, "gi");
+  const start = new RegExp(`(<!--|<\\?|<!\\[CDATA\\[)|<(?:/?(script|plaintext|link|meta|base)|(/?)(${tag}))(?![-\\w])`, "gi");
 
   const places = (text, isEscaped) => {
     const found = [];

@@ -59,15 +59,6 @@
     }
   };
 
-  const scrollTables = () => {
-    for (const table of document.querySelectorAll("#content table")) {
-      const frame = document.createElement("div");
-      frame.className = "table";
-      table.replaceWith(frame);
-      frame.append(table);
-    }
-  };
-
   window.MathJax.options = { enableMenu: false };
   window.MathJax.startup = {
     // A page that asks for its formulas to be typeset while MathJax is about to do so by itself gets some of them twice;
@@ -88,7 +79,7 @@
       document.fonts.forEach(font => /^"?MJX(ZERO|TEX|TEX-I|TEX-S1|TEX-S2|TEX-A)"?$/.test(font.family) && font.load());
       typeset = MathJax.typesetPromise;
       MathJax.typesetPromise = () => {
-        scrollTables();
+        prepareContent(document.getElementById("content"));
         return (MathJax.startup.promise = MathJax.startup.promise.then(typesetPage));
       };
       // Resolves when nothing in view is waiting.

@@ -37,6 +37,7 @@ private slots:
         QTest::newRow("PNG") << u"a ![x](file:///d/a.png) b"_s << u"a ![x](data:image/png;base64,aGk=) b"_s;
         QTest::newRow("upper-case JPG") << u"![](file:///d/a.JPG)"_s << u"![](data:image/jpeg;base64,aGk=)"_s;
         QTest::newRow("unknown extension") << u"![](file:///d/a.bmp)"_s << u"![](data:image/png;base64,aGk=)"_s;
+        QTest::newRow("drawing") << u"![](file:///d/a.svg)"_s << u"![](data:image/svg+xml;base64,aGk=)"_s;
         QTest::newRow("two") << u"![](file:///d/a.gif)![](file:///d/a.webp)"_s
                              << u"![](data:image/gif;base64,aGk=)![](data:image/webp;base64,aGk=)"_s;
         QTest::newRow("missing file") << u"![](file:///missing.png)"_s << u"![](file:///missing.png)"_s;

@@ -41,6 +41,24 @@ private slots:
         QFETCH(const bool, isNamed);
         QCOMPARE(namedAddresses(markdown).contains(canonicalAddress(QUrl(asked))), isNamed);
     }
+
+    void aTextNamesAFileByItsPath_data()
+    {
+        QTest::addColumn<QString>("markdown");
+        QTest::addColumn<bool>("isNamed");
+
+        QTest::newRow("plainly") << u"<img src='/d/a b (图).png'>"_s << true;
+        QTest::newRow("encoded") << u"![](file:///d/a%20b%20(%E5%9B%BE).png)"_s << true;
+        QTest::newRow("escaped") << u"![](</d/a b \\(图\\).png>)"_s << true;
+        QTest::newRow("another") << u"![](/d/a.png)"_s << false;
+        QTest::newRow("its name alone") << u"![](a b (图).png)"_s << false;
+    }
+
+    void aTextNamesAFileByItsPath()
+    {
+        QFETCH(const QString, markdown);
+        QTEST(namesFile(markdown, u"/d/a b (图).png"_s), "isNamed");
+    }
 };
 
 TESSALY_TEST_MAIN(PageSandboxTest)

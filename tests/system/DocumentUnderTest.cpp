@@ -25,6 +25,7 @@ const QByteArray scene = R"(
         id: scene
 
         property alias markdown: preview.markdown
+        property alias baseUrl: preview.baseUrl
         property alias isRendering: preview.isRendering
         property var answer
         property list<string> links
@@ -89,6 +90,11 @@ bool DocumentUnderTest::show(const QString &markdown)
     rendered.clear();
     type(markdown);
     return !isRendering() || rendered.wait(patience);
+}
+
+void DocumentUnderTest::setFolder(const QString &path)
+{
+    m_preview->setProperty("baseUrl", QUrl::fromLocalFile(path));
 }
 
 void DocumentUnderTest::setDark(bool isDark)

@@ -19,6 +19,8 @@ public:
     /// Gives the preview a text and does not wait.
     void type(const QString &markdown);
     [[nodiscard]] bool isRendering() const { return m_preview->property("isRendering").toBool(); }
+    /// Where the document is.
+    void setFolder(const QString &path);
     void setDark(bool isDark);
     void setPreviewVisible(bool isVisible);
     /// The process that draws the page that is shown.

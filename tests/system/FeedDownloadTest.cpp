@@ -4,11 +4,7 @@
 #include "tests/support/TestMain.h"
 #include "tests/system/LoopbackServer.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QSslConfiguration>
-#include <QSslKey>
-#include <QTemporaryDir>
 
 using namespace tessaly;
 
@@ -52,28 +48,6 @@ QString described(const Result<QByteArray> &result)
     if (result)
         return QStringLiteral("body of %1 bytes").arg(result.value().size());
     return QStringLiteral("error %1 %2").arg(static_cast<int>(result.error().code)).arg(result.error().detail);
-}
-
-/// A certificate for 127.0.0.1 that signs itself.
-struct Certificate
-{
-    QList<QSslCertificate> chain;
-    QSslKey key;
-};
-
-std::optional<Certificate> makeCertificate()
-{
-    const QTemporaryDir directory;
-    const QString key = directory.filePath(QStringLiteral("key.pem"));
-    const QString certificate = directory.filePath(QStringLiteral("certificate.pem"));
-    const QString arguments = QStringLiteral("req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=127.0.0.1 "
-                                             "-addext subjectAltName=IP:127.0.0.1 -keyout %1 -out %2");
-    if (QProcess::execute(QStringLiteral("openssl"), arguments.arg(key, certificate).split(u' ')) != 0)
-        return std::nullopt;
-    QFile keyFile(key);
-    if (!keyFile.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return Certificate{QSslCertificate::fromPath(certificate), QSslKey(&keyFile, QSsl::Rsa)};
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "tests/system/LoopbackServer.h"
 
+#include <QFile>
+#include <QProcess>
 #include <QSslSocket>
+#include <QTemporaryDir>
 
 namespace tessaly {
 
@@ -31,6 +34,21 @@ void LoopbackServer::serve(QTcpSocket &socket)
         (*answer)(socket);
     else
         socket.abort();
+}
+
+std::optional<Certificate> makeCertificate()
+{
+    const QTemporaryDir directory;
+    const QString key = directory.filePath(QStringLiteral("key.pem"));
+    const QString certificate = directory.filePath(QStringLiteral("certificate.pem"));
+    const QString arguments = QStringLiteral("req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=127.0.0.1 "
+                                             "-addext subjectAltName=IP:127.0.0.1 -keyout %1 -out %2");
+    if (QProcess::execute(QStringLiteral("openssl"), arguments.arg(key, certificate).split(u' ')) != 0)
+        return std::nullopt;
+    QFile keyFile(key);
+    if (!keyFile.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return Certificate{QSslCertificate::fromPath(certificate), QSslKey(&keyFile, QSsl::Rsa)};
 }
 
 } // namespace tessaly

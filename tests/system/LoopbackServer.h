@@ -3,12 +3,14 @@
 #include <QByteArray>
 #include <QHash>
 #include <QSslConfiguration>
+#include <QSslKey>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUrl>
 
 #include <functional>
+#include <optional>
 
 namespace tessaly {
 
@@ -53,6 +55,16 @@ private:
     QHash<QByteArray, Answer> m_answers;
     QByteArrayList m_requests;
 };
+
+/// A certificate for 127.0.0.1 that signs itself.
+struct Certificate
+{
+    QList<QSslCertificate> chain;
+    QSslKey key;
+};
+
+/// Made by openssl; nothing where that is missing.
+[[nodiscard]] std::optional<Certificate> makeCertificate();
 
 /// A complete answer with a Content-Length.
 [[nodiscard]] inline QByteArray response(const QByteArray &status, const QByteArray &body,

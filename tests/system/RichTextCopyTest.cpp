@@ -91,6 +91,15 @@ void RichTextCopyTest::everyElementCarriesItsOwnLook_data()
          u"<td style=\"[^\"]*border-width: 1px[^\"]*|<td style=\"[^\"]*border: 1px solid rgb\\(153, 153, 153\\)"_s});
     row("colours of code", u"```python\ndef f(): pass\n```"_s,
         {u"<span style=\"color: rgb\\(215, 58, 73\\)[^>]*>def<"_s});
+    row("code without a frame of its own", u"```python\nf()\n```"_s,
+        {u"<code style=\"[^\"]*background-color: rgba\\(0, 0, 0, 0\\)[^\"]*padding: 0px;"_s});
+    row("alignment of columns", u"| a | b |\n| -: | :-: |\n| c | d |"_s,
+        {u"<th [^>]*text-align: right[^>]*>a<"_s, u"<td [^>]*text-align: right[^>]*>c<"_s,
+         u"<td [^>]*text-align: center[^>]*>d<"_s});
+    row("margins as they were written", u"<p style='margin:0 -4px'>a</p>"_s, {u"<p style=\"[^\"]*margin: 0px -4px"_s});
+    row("elements written as words", u"a <link> <meta x> <base>"_s,
+        {u">a &lt;link&gt; &lt;meta x&gt; &lt;base&gt;<"_s});
+    row("elements of no standard", u"<x-widget src='x'>a</x-widget>"_s, {u"^(?![\\s\\S]*x-widget)[\\s\\S]*>a<"_s});
     row("heading", u"# Title"_s, {u"<h1 style=\"[^\"]*font-size: 24px; font-weight: 700"_s});
     row("Chinese, emoji, right to left", u"中文 😀 שלום"_s, {u">中文 😀 שלום<"_s});
     row("pictures keep their address", u"![](file:///a.png) ![](rel.png)"_s,

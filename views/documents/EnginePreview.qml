@@ -11,6 +11,7 @@ PreviewSlot {
 
         anchors.fill: parent
         markdown: slot.markdown
+        baseUrl: slot.baseUrl
         onLinkActivated: link => slot.linkActivated(link)
     }
 }

@@ -90,6 +90,11 @@ void MarkdownEditorModel::setCategory(int entry)
     emit categoryChanged();
 }
 
+QUrl MarkdownEditorModel::baseUrl() const
+{
+    return m_store ? QUrl::fromLocalFile(m_store->documentLibrary().documentSaveLocation()) : QUrl();
+}
+
 void MarkdownEditorModel::updatePreview()
 {
     if (m_previewContent == content())

@@ -26,6 +26,7 @@ class MarkdownEditorModel : public QObject
     Q_PROPERTY(int category READ category WRITE setCategory NOTIFY categoryChanged)
     Q_PROPERTY(tessaly::MarkdownEditorModel::MarkdownMode mode MEMBER m_mode NOTIFY modeChanged)
     Q_PROPERTY(QString previewContent READ previewContent NOTIFY previewContentChanged)
+    Q_PROPERTY(QUrl baseUrl READ baseUrl NOTIFY opened)
     Q_PROPERTY(QString message READ message NOTIFY sessionChanged)
     Q_PROPERTY(QStringList keptVersionTexts READ keptVersionTexts NOTIFY sessionChanged)
     Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY sessionChanged)
@@ -64,6 +65,8 @@ public:
     void setCategory(int entry);
     /// What the preview shows: the source, 240 milliseconds after the last key of a burst.
     [[nodiscard]] const QString &previewContent() const { return m_previewContent; }
+    /// The folder that the document's relative addresses start from.
+    [[nodiscard]] QUrl baseUrl() const;
     /// What the session reports, in the interface language; may be empty.
     [[nodiscard]] QString message() const;
     /// Where the last save kept the version of another program, in Chinese and in English; both empty if it did not.

@@ -150,6 +150,7 @@ T.Popup {
                 height: parent.height
                 visible: content.hasPreview
                 markdown: viewModel.previewContent
+                baseUrl: viewModel.baseUrl
             }
         }
     }

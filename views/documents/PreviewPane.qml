@@ -8,6 +8,7 @@ Item {
     id: pane
 
     required property string markdown
+    required property url baseUrl
 
     readonly property PreviewSlot slot: loader.item as PreviewSlot
     /// Whether there is nothing more to come for the text at hand.
@@ -38,6 +39,14 @@ Item {
         target: loader.active ? null : pane.Window.window
     }
 
+    // In front of the text, which is rendered with it.
+    Binding {
+        target: pane.slot
+        property: "baseUrl"
+        value: pane.baseUrl
+        when: pane.slot !== null
+        restoreMode: Binding.RestoreNone
+    }
     Binding {
         target: pane.slot
         property: "markdown"

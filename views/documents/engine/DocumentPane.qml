@@ -207,7 +207,7 @@ WebEngineView {
         function settleScript(): string {
             return `(async () => {
                 await ${importScript()};
-                const pictures = [...document.images].filter(picture => picture.src.startsWith("data:"));
+                const pictures = [...document.images].filter(picture => !picture.src.startsWith("https:"));
                 await Promise.all(pictures.map(picture => picture.decode().catch(() => {})));
                 await document.fonts.ready;
                 const place = JSON.parse(${JSON.stringify(place || "{}")});

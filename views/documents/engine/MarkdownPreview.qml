@@ -11,6 +11,8 @@ Item {
     id: preview
 
     required property string markdown
+    /// The folder that relative addresses of pictures are of.
+    property url baseUrl
     /// Whether the text is being rendered.
     readonly property bool isRendering: internal.stage !== 0
 
@@ -82,7 +84,7 @@ Item {
             if (isOutdated || (preview.markdown === "" && !frontPane.hasPage))
                 return;
             stage = 1;
-            publisher.publish(preview.markdown);
+            publisher.publish(preview.markdown, preview.baseUrl);
         }
 
         function open(page: url): void {

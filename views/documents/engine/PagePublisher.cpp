@@ -3,28 +3,14 @@
 #include "model/MarkdownPage.h"
 #include "model/PageSandbox.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QMimeDatabase>
-
 namespace tessaly {
 
 namespace {
 
-/// A local picture. A file that is none by its contents is not read into a page, whatever a document calls it, and
-/// neither is a device or pipe.
-std::optional<QByteArray> readPicture(const QUrl &url)
+std::optional<QByteArray> pictureBytes(const QUrl &url)
 {
-    constexpr qint64 mostBytes = 128 * 1024 * 1024;
-    const QString path = url.host().isEmpty() ? url.toLocalFile() : QString();
-    const QFileInfo info(path);
-    QFile file(path);
-    if (!info.isFile() || info.size() > mostBytes || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    if (!QMimeDatabase().mimeTypeForData(bytes).name().startsWith(QLatin1String("image/")))
-        return std::nullopt;
-    return bytes;
+    const std::optional<Picture> picture = url.host().isEmpty() ? readPicture(url.toLocalFile()) : std::nullopt;
+    return picture ? std::optional(picture->bytes) : std::nullopt;
 }
 
 } // namespace
@@ -40,17 +26,18 @@ PagePublisher::~PagePublisher()
     m_worker.waitForDone();
 }
 
-void PagePublisher::publish(const QString &markdown)
+void PagePublisher::publish(const QString &markdown, const QUrl &folder)
 {
-    m_worker.start([this, markdown] {
-        const QByteArray page = sandboxedPage(markdownPage(markdown, readPicture).toUtf8());
+    m_worker.start([this, markdown, folder] {
+        const QByteArray page = sandboxedPage(markdownPage(markdown, pictureBytes).toUtf8());
         const QSet<QByteArray> pictures = namedAddresses(markdown);
         QMetaObject::invokeMethod(
             this,
-            [this, page, pictures] {
+            [this, markdown, folder, page, pictures] {
                 if (!m_profile)
                     return;
                 m_profile->gate().setAllowedPictures(pictures);
+                m_profile->pictures().setDocument(markdown, folder.toLocalFile());
                 emit published(m_profile->server().publish(page));
             },
             Qt::QueuedConnection);

@@ -20,8 +20,9 @@ public:
     explicit PagePublisher(QObject *parent = nullptr);
     ~PagePublisher() override;
 
-    /// Emits published() later, once for each call and in their order.
-    Q_INVOKABLE void publish(const QString &markdown);
+    /// Emits published() later, once for each call and in their order. Relative addresses of pictures are of files in
+    /// the folder.
+    Q_INVOKABLE void publish(const QString &markdown, const QUrl &folder);
 
 signals:
     /// The page can be loaded, once, from this address of the profile's server; pictures that the text names are let

@@ -1,9 +1,11 @@
 #include "views/documents/engine/PageServer.h"
 
 #include "model/MarkdownPage.h"
+#include "views/documents/engine/PictureSource.h"
 
 #include <QBuffer>
 #include <QFile>
+#include <QPointer>
 #include <QWebEngineUrlRequestJob>
 
 namespace tessaly {
@@ -29,7 +31,8 @@ void reply(QWebEngineUrlRequestJob &job, const QByteArray &type, const QByteArra
 
 } // namespace
 
-PageServer::PageServer(QObject *parent) : QWebEngineUrlSchemeHandler(parent)
+PageServer::PageServer(PictureSource *pictures, QObject *parent)
+    : QWebEngineUrlSchemeHandler(parent), m_pictures(pictures)
 {
 }
 
@@ -49,6 +52,10 @@ void PageServer::requestStarted(QWebEngineUrlRequestJob *job)
         job->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
+    if (m_pictures && QUrl(pictureRoot).isParentOf(address)) {
+        sendPicture(*job);
+        return;
+    }
     const auto page = std::find_if(m_pages.cbegin(), m_pages.cend(), [&](const Page &candidate) {
         return candidate.address.matches(address, QUrl::RemoveFragment);
     });
@@ -64,6 +71,17 @@ void PageServer::requestStarted(QWebEngineUrlRequestJob *job)
         return;
     }
     reply(*job, type, file.readAll());
+}
+
+void PageServer::sendPicture(QWebEngineUrlRequestJob &job)
+{
+    const QPointer<QWebEngineUrlRequestJob> asking(&job);
+    m_pictures->find(job.requestUrl().query(QUrl::FullyDecoded), [asking](const std::optional<Picture> &picture) {
+        if (asking && picture)
+            reply(*asking, picture->type, picture->bytes);
+        else if (asking)
+            asking->fail(QWebEngineUrlRequestJob::UrlNotFound);
+    });
 }
 
 } // namespace tessaly

@@ -7,14 +7,17 @@
 
 namespace tessaly {
 
+class PictureSource;
+
 /// Answers requests for "tessaly:" addresses: the files of the npm packages under packageRoot + "npm/", with the paths
-/// that MarkdownPage writes, and pages of any size that were published. Everything else is not found.
+/// that MarkdownPage writes, pages of any size that were published, and pictures from their source, if there is one.
+/// Everything else is not found.
 class PageServer : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT
 
 public:
-    explicit PageServer(QObject *parent = nullptr);
+    explicit PageServer(PictureSource *pictures = nullptr, QObject *parent = nullptr);
 
     /// Makes a page (HTML, UTF-8) ready to be loaded once from the returned address; the oldest of those that nobody
     /// loads are dropped.
@@ -29,6 +32,9 @@ private:
         QByteArray text;
     };
 
+    void sendPicture(QWebEngineUrlRequestJob &job);
+
+    PictureSource *m_pictures;
     QList<Page> m_pages;
     quint64 m_count = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "views/documents/engine/PageServer.h"
+#include "views/documents/engine/PictureSource.h"
 #include "views/documents/engine/RequestGate.h"
 
 #include <QQuickWebEngineProfile>
@@ -21,9 +22,11 @@ public:
 
     [[nodiscard]] PageServer &server() { return m_server; }
     [[nodiscard]] RequestGate &gate() { return m_gate; }
+    [[nodiscard]] PictureSource &pictures() { return m_pictures; }
 
 private:
-    PageServer m_server;
+    PictureSource m_pictures;
+    PageServer m_server{&m_pictures};
     RequestGate m_gate;
 };
 

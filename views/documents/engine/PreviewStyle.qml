@@ -8,11 +8,20 @@ QtObject {
     readonly property string css: Theme.isDark ? shared + dark : shared
     readonly property string imports: Theme.isDark ? `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");` : ""
 
+    /// In front of the address of what is left out.
+    readonly property string notShown: Language.text("此处不显示：", "not shown here: ")
     readonly property string shared: `
         body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0;overflow-wrap:anywhere}
         blockquote{margin:1em 0}
         img{max-width:100%;object-fit:contain}
         th,td{overflow-wrap:break-word}
+        th[align=right],td[align=right]{text-align:right}
+        th[align=center],td[align=center]{text-align:center}
+        .tessaly-on-dark{color:white}
+        .tessaly-on-dark a{color:inherit}
+        .tessaly-on-dark code{background:rgba(255,255,255,.15)}
+        .tessaly-not-shown{font-size:.85em;opacity:.7;overflow-wrap:anywhere}
+        .tessaly-not-shown::before{content:"${notShown}"}
         div.table{overflow-x:auto}
         #content dialog{position:static!important}
         #content svg{overflow:hidden!important}
@@ -34,7 +43,11 @@ QtObject {
         pre{background:${rgba(Theme.card)}}
         code{background:${rgba(Theme.hover)}}
         th,td{border-color:${rgba(Theme.borderControl)}}
-        blockquote{border-left-color:${rgba(Theme.textDisabled)};color:${rgba(Theme.textSecondary)}}`
+        blockquote{border-left-color:${rgba(Theme.textDisabled)};color:${rgba(Theme.textSecondary)}}
+        .tessaly-on-light{color:black}
+        .tessaly-on-light a{color:linktext}
+        .tessaly-on-light blockquote{color:inherit}
+        .tessaly-on-light code{background:rgba(0,0,0,.08)}`
 
     function families(names: list<string>): string {
         return names.map(name => `"${name}"`).join(",");
