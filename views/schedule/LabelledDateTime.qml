@@ -1,5 +1,4 @@
 import QtQuick
-import Tessaly.Schedule
 import Tessaly.Store
 import Tessaly.Ui
 
