@@ -46,6 +46,19 @@ QString quotedArgument(const QString &argument)
     return needsQuotes ? u'"' + escaped + u'"' : escaped;
 }
 
+/// A value of type string without its escapes.
+QString unescapedString(const QString &value)
+{
+    static const QHash<QChar, QChar> meanings{{u's', u' '}, {u'n', u'\n'}, {u't', u'\t'}, {u'r', u'\r'}};
+    QString text;
+    for (qsizetype at = 0; at < value.size(); ++at) {
+        const bool isEscape = value.at(at) == u'\\' && at + 1 < value.size();
+        const QChar character = value.at(isEscape ? ++at : at);
+        text += isEscape ? meanings.value(character, character) : character;
+    }
+    return text;
+}
+
 } // namespace
 
 QString desktopEntryExec(const QStringList &command)
@@ -60,8 +73,25 @@ QString desktopEntryExec(const QStringList &command)
         .replace(u'\t', QLatin1String("\\t"));
 }
 
-XdgLoginItem::XdgLoginItem(QStringList command, QString directory)
-    : m_command(std::move(command)), m_directory(std::move(directory))
+QString desktopEntryProgram(const QString &exec)
+{
+    QString program;
+    bool isQuoted = false;
+    // Undoes desktopEntryExec(), up to the end of the first argument.
+    const QString unescaped = unescapedString(exec);
+    for (qsizetype at = 0; at < unescaped.size() && (isQuoted || unescaped.at(at) != u' '); ++at) {
+        const QChar character = unescaped.at(at);
+        const bool isEscape = (isQuoted && character == u'\\') || character == u'%';
+        if (character == u'"')
+            isQuoted = !isQuoted;
+        else
+            program += isEscape && at + 1 < unescaped.size() ? unescaped.at(++at) : character;
+    }
+    return program;
+}
+
+XdgLoginItem::XdgLoginItem(QStringList command, QString directory, AutostartEntry entry)
+    : m_command(std::move(command)), m_directory(std::move(directory)), m_entry(std::move(entry))
 {
 }
 
@@ -72,7 +102,7 @@ QString XdgLoginItem::userAutostartDirectory()
 
 QString XdgLoginItem::filePath() const
 {
-    return m_directory + QLatin1String("/tessaly.desktop");
+    return m_directory + u'/' + m_entry.fileName;
 }
 
 bool XdgLoginItem::isEnabled() const
@@ -81,8 +111,10 @@ bool XdgLoginItem::isEnabled() const
     if (!file.open(QIODevice::ReadOnly))
         return false;
     const QHash<QByteArray, QByteArray> entry = desktopEntry(file.readAll());
-    return entry.value("Type") == "Application" && !entry.value("Exec").isEmpty() && entry.value("Hidden") != "true" &&
-           entry.value("X-GNOME-Autostart-enabled") != "false";
+    const QString program = desktopEntryProgram(QString::fromUtf8(entry.value("Exec")));
+    return entry.value("Type") == "Application" && entry.value("Hidden") != "true" &&
+           entry.value("X-GNOME-Autostart-enabled") != "false" && !program.isEmpty() &&
+           !QStandardPaths::findExecutable(program).isEmpty();
 }
 
 Result<void> XdgLoginItem::setEnabled(bool isEnabled)
@@ -98,7 +130,9 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
     const QByteArray text = "[Desktop Entry]\n"
                             "Type=Application\n"
                             "Version=1.5\n"
-                            "Name=Tessaly\n"
+                            "Name=" +
+                            m_entry.name.english.toUtf8() + "\nName[zh]=" + m_entry.name.chinese.toUtf8() +
+                            "\n"
                             "Icon=tessaly\n"
                             "Exec=" +
                             desktopEntryExec(m_command).toUtf8() +

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/AppLanguage.h"
 #include "platform/LoginItem.h"
 
 #include <QString>
@@ -7,15 +8,23 @@
 
 namespace tessaly {
 
+/// The file in the autostart directory, and how the session settings call it.
+struct AutostartEntry
+{
+    QString fileName = QStringLiteral("tessaly.desktop");
+    TextPair name = {QStringLiteral("Tessaly"), QStringLiteral("Tessaly")};
+};
+
 /// An entry in the user's autostart directory (Desktop Application Autostart Specification 0.5).
 class XdgLoginItem final : public LoginItem
 {
 public:
     /// `command` is the program's absolute path and its arguments. `directory` is by default the autostart directory
     /// of the user's configuration home.
-    explicit XdgLoginItem(QStringList command, QString directory = userAutostartDirectory());
+    explicit XdgLoginItem(QStringList command, QString directory = userAutostartDirectory(), AutostartEntry entry = {});
 
-    /// False also where the entry exists but is hidden or switched off by the desktop's session settings.
+    /// False also where the entry exists but is hidden, switched off by the desktop's session settings, or starts a
+    /// program that is not there.
     [[nodiscard]] bool isEnabled() const override;
     /// Fails with LoginItemFailed and the system's message.
     [[nodiscard]] Result<void> setEnabled(bool isEnabled) override;
@@ -27,9 +36,12 @@ public:
 private:
     QStringList m_command;
     QString m_directory;
+    AutostartEntry m_entry;
 };
 
 /// The arguments as the value of an Exec key: quoted and escaped as the Desktop Entry Specification 1.5 says.
 [[nodiscard]] QString desktopEntryExec(const QStringList &command);
+/// The program that the value of an Exec key starts; empty when it starts none.
+[[nodiscard]] QString desktopEntryProgram(const QString &exec);
 
 } // namespace tessaly

@@ -22,7 +22,7 @@ private slots:
 
     void itIsOnOnceItWasSwitchedOn()
     {
-        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+        XdgLoginItem item({program()});
         QVERIFY(!item.isEnabled());
 
         QVERIFY(item.setEnabled(true));
@@ -30,7 +30,7 @@ private slots:
         QVERIFY(item.isEnabled());
         QCOMPARE(item.filePath(), m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
         QVERIFY(text().startsWith("[Desktop Entry]\n"));
-        QVERIFY(text().contains("\nExec=/opt/tessaly\n"));
+        QVERIFY(text().contains("\nExec=" + program().toUtf8() + "\n"));
 
         QVERIFY(item.setEnabled(false));
         QVERIFY(!item.isEnabled());
@@ -42,7 +42,7 @@ private slots:
         QTest::addColumn<QByteArray>("entry");
         QTest::addColumn<bool>("isEnabled");
 
-        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=/opt/tessaly\n";
+        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=/bin/sh\n";
         QTest::newRow("plain") << plain << true;
         QTest::newRow("hidden") << plain + "Hidden=true\n" << false;
         QTest::newRow("hidden, with blanks") << plain + "Hidden = true \n" << false;
@@ -52,13 +52,19 @@ private slots:
         QTest::newRow("other groups say nothing") << plain + "[Desktop Action x]\nHidden=true\n" << true;
         QTest::newRow("nothing to run") << QByteArray("[Desktop Entry]\nType=Application\n") << false;
         QTest::newRow("empty") << QByteArray() << false;
+        const QByteArray start = "[Desktop Entry]\nType=Application\nExec=";
+        QTest::newRow("a program that is gone") << start + "/opt/gone/tessaly --background\n" << false;
+        QTest::newRow("no program") << start + "/etc/passwd\n" << false;
+        QTest::newRow("with arguments") << start + "/bin/sh --background\n" << true;
+        QTest::newRow("by its name") << start + "sh\n" << true;
+        QTest::newRow("quoted") << start + "\"/bin/sh\" -c \"a b\"\n" << true;
     }
 
     void whatTheSessionSaysCounts()
     {
         QFETCH(const QByteArray, entry);
         QFETCH(const bool, isEnabled);
-        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+        XdgLoginItem item({program()});
         QVERIFY(QDir().mkpath(QFileInfo(item.filePath()).path()));
         QFile file(item.filePath());
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -94,6 +100,7 @@ private slots:
         QFETCH(const QStringList, command);
         QFETCH(const QString, exec);
         QCOMPARE(desktopEntryExec(command), exec);
+        QCOMPARE(desktopEntryProgram(exec), command.constFirst());
     }
 
     void aFailureSaysWhyAndChangesNothing()
@@ -101,7 +108,7 @@ private slots:
         // A file where the directory should be stops root too.
         QFile obstacle(m_home->filePath(QStringLiteral("autostart")));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
-        XdgLoginItem item({QStringLiteral("/opt/tessaly")});
+        XdgLoginItem item({program()});
 
         const Result<void> done = item.setEnabled(true);
 
@@ -111,7 +118,22 @@ private slots:
         QVERIFY(!item.isEnabled());
     }
 
+    void twoEntriesStandBesideEachOther()
+    {
+        XdgLoginItem first({program()});
+        XdgLoginItem second({program()}, XdgLoginItem::userAutostartDirectory(),
+                            {QStringLiteral("other.desktop"), {QStringLiteral("提醒"), QStringLiteral("reminders")}});
+
+        QVERIFY(second.setEnabled(true));
+        QVERIFY(second.isEnabled() && !first.isEnabled());
+        QVERIFY(first.setEnabled(true) && second.setEnabled(false));
+        QVERIFY(first.isEnabled() && !second.isEnabled());
+    }
+
 private:
+    /// One that is there.
+    [[nodiscard]] static QString program() { return QCoreApplication::applicationFilePath(); }
+
     [[nodiscard]] QByteArray text() const
     {
         QFile file(m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
