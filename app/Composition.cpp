@@ -7,14 +7,13 @@
 #include "platform/common/LocalFileSystem.h"
 #include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
-#include "platform/common/ScheduledNotificationCenter.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
+#include "platform/fake/FakeNotificationPresenter.h"
 #include "platform/fake/FakePreferences.h"
 #include "platform/fake/FakeSystemAppearance.h"
 #include "platform/linux/FreedesktopNotifications.h"
@@ -29,6 +28,7 @@
 #include "store/PreferenceKeys.h"
 
 #include <QGuiApplication>
+#include <QUuid>
 
 #include <utility>
 
@@ -41,6 +41,7 @@ struct Composition::Parts
     std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<NotificationPresenter> notificationPresenter;
     std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<LoginItem> reminderLoginItem;
     std::unique_ptr<FeedDownloader> feedDownloader;
     std::unique_ptr<FileSystem> fileSystem;
     QString documentsFolder;
@@ -49,7 +50,6 @@ struct Composition::Parts
         std::make_unique<PortalFileDialogs>(std::make_unique<QuickFileDialogs>());
     std::unique_ptr<SystemAppearance> systemAppearance;
     std::unique_ptr<Clock> clock;
-    std::unique_ptr<NotificationCenter> notificationCenter;
     UserCalendar calendar = UserCalendar::system();
     std::unique_ptr<PlannerStore> store;
     std::unique_ptr<TerminationSignals> terminationSignals;
@@ -65,14 +65,23 @@ QStringList loginCommand(const CommandLine &commandLine)
     return command;
 }
 
+/// Each data directory has an entry of its own: what waits in one says nothing of another.
+AutostartEntry reminderEntry(const CommandLine &commandLine)
+{
+    const QUuid mark = QUuid::createUuidV5(QUuid(), commandLine.dataDirectory);
+    return {QStringLiteral("tessaly-reminders%1.desktop")
+                .arg(commandLine.isDataDirectoryGiven ? u'-' + mark.toString(QUuid::WithoutBraces) : QString()),
+            {QStringLiteral("Tessaly 提醒"), QStringLiteral("Tessaly reminders")}};
+}
+
 } // namespace
 
 Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts))
 {
     Parts &p = *m_parts;
-    p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationCenter,
-                                                          *p.loginItem, *p.feedDownloader, *p.clock, p.calendar,
-                                                          *p.fileSystem, p.documentsFolder, p.draftsFolder});
+    p.store = std::make_unique<PlannerStore>(
+        PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem,
+                     *p.feedDownloader, *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder});
 }
 
 Composition::~Composition() = default;
@@ -88,6 +97,8 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->preferences = std::move(stored);
     parts->eventStore = std::make_unique<NullEventStore>();
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
+    parts->reminderLoginItem = std::make_unique<XdgLoginItem>(
+        loginCommand(commandLine), XdgLoginItem::userAutostartDirectory(), reminderEntry(commandLine));
     parts->feedDownloader = std::make_unique<NetworkFeedDownloader>();
     parts->fileSystem = std::make_unique<LocalFileSystem>();
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
@@ -95,10 +106,6 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
-    auto notificationCenter = std::make_unique<ScheduledNotificationCenter>(
-        *parts->preferences, *parts->notificationPresenter, *parts->clock, parts->calendar);
-    notificationCenter->start();
-    parts->notificationCenter = std::move(notificationCenter);
     // Nobody is asked at the end of a session; what can still be saved is.
     parts->terminationSignals = std::make_unique<TerminationSignals>();
     QObject::connect(parts->terminationSignals.get(), &TerminationSignals::received, qApp,
@@ -143,8 +150,9 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     for (const EventCalendar &sample : sampleCalendars(language))
         eventStore->addCalendar(sample);
     parts->eventStore = std::move(eventStore);
-    parts->notificationCenter = std::make_unique<FakeNotificationCenter>();
+    parts->notificationPresenter = std::make_unique<FakeNotificationPresenter>();
     parts->loginItem = std::make_unique<FakeLoginItem>();
+    parts->reminderLoginItem = std::make_unique<FakeLoginItem>();
     parts->feedDownloader = std::make_unique<FakeFeedDownloader>();
     if (now)
         parts->systemAppearance = std::make_unique<FakeSystemAppearance>();

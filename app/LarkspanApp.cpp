@@ -75,6 +75,37 @@ void LarkspanApp::guardClosing()
     connect(content, SIGNAL(quitUnsavedChosen()), m_closeGuard.get(), SLOT(closeAnyway()));
 }
 
+void LarkspanApp::stayWhileRemindersWait()
+{
+    connect(m_window, SIGNAL(closing(QQuickCloseEvent *)), this, SLOT(reportResidence()));
+    connect(m_window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (isVisible)
+            decideWhetherToStay();
+    });
+    connect(&m_store.waitingReminders(), &WaitingReminders::changed, this, &LarkspanApp::decideWhetherToStay);
+    decideWhetherToStay();
+}
+
+void LarkspanApp::setResident()
+{
+    m_isResident = true;
+    decideWhetherToStay();
+}
+
+void LarkspanApp::decideWhetherToStay()
+{
+    const bool stays = m_isResident || !m_store.waitingReminders().list().isEmpty();
+    // Once without a window, the program does not end with the last reminder: a click on that opens the window again.
+    if (stays || !m_hasAppeared || m_window->isVisible())
+        QGuiApplication::setQuitOnLastWindowClosed(!stays);
+}
+
+void LarkspanApp::reportResidence()
+{
+    if (!m_isResident && !QGuiApplication::quitOnLastWindowClosed())
+        m_store.reportResidence();
+}
+
 void LarkspanApp::showNativeMenuBar()
 {
     QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/NativeMenuBar.qml")));

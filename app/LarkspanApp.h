@@ -33,6 +33,11 @@ public:
 
     /// Loads the window without showing it. False when it cannot be loaded.
     [[nodiscard]] bool load();
+    /// Has the program stay when its window is closed while reminders wait, and say so the first time. Precondition:
+    /// load().
+    void stayWhileRemindersWait();
+    /// Has the program stay whenever its window is closed. Precondition: load().
+    void setResident();
     /// Puts the menu commands into the desktop's own menu bar as well. Precondition: load().
     void showNativeMenuBar();
     /// Shows the window where it last was, as soon as the desktop has told whether it is dark, and starts the automatic
@@ -55,9 +60,13 @@ public slots:
     /// Closes the window as the user would, and ends the program, also one that stays without its window.
     void quit();
 
+private slots:
+    void reportResidence();
+
 private:
     void guardClosing();
     void appear();
+    void decideWhetherToStay();
 
     PlannerStore &m_store;
     Preferences &m_preferences;
@@ -70,6 +79,7 @@ private:
     std::unique_ptr<QObject> m_nativeMenuBar;
     std::unique_ptr<CloseGuard> m_closeGuard;
     std::unique_ptr<WindowMemory> m_windowMemory;
+    bool m_isResident = false;
     bool m_hasAppeared = false;
 };
 

@@ -42,13 +42,15 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         app.showNativeMenuBar();
     if (instance) {
         QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
-        QObject::connect(instance, &SingleInstance::residenceRequested, &app,
-                         [] { QGuiApplication::setQuitOnLastWindowClosed(false); });
+        app.stayWhileRemindersWait();
+        QObject::connect(instance, &SingleInstance::residenceRequested, &app, &LarkspanApp::setResident);
     }
     composition.setReminderHandler([&app] { app.showReminders(); });
     if (start == Start::WithWindow)
         app.show();
-    QGuiApplication::setQuitOnLastWindowClosed(start == Start::WithWindow);
+    else
+        app.setResident();
+    composition.store().waitingReminders().start();
     const int code = QGuiApplication::exec();
     composition.setReminderHandler({});
     tellWhatIsLost(composition.store());

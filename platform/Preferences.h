@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <variant>
 
@@ -48,6 +49,9 @@ public:
 
     /// Stores a copy of the value under `from` also under `to`. Does nothing when `from` is absent.
     [[nodiscard]] virtual Result<void> keepAside(const QString &from, const QString &to) = 0;
+
+    /// Commits the writes made by `writes` all at once; none of them when it fails. Not to be nested.
+    [[nodiscard]] virtual Result<void> together(const std::function<Result<void>()> &writes) = 0;
 
     /// The value when it is present and of type T.
     template <class T>

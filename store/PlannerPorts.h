@@ -9,7 +9,7 @@ class EventStore;
 class FeedDownloader;
 class FileSystem;
 class LoginItem;
-class NotificationCenter;
+class NotificationPresenter;
 class Preferences;
 
 /// The services of the system that the store works with.
@@ -17,8 +17,10 @@ struct PlannerPorts
 {
     Preferences &preferences;
     EventStore &eventStore;
-    NotificationCenter &notificationCenter;
+    NotificationPresenter &notificationPresenter;
     LoginItem &loginItem;
+    /// Starts the program at login while reminders wait, whatever the user chose.
+    LoginItem &reminderLoginItem;
     FeedDownloader &feedDownloader;
     const Clock &clock;
     UserCalendar calendar;

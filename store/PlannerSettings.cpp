@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/LoginItem.h"
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationPresenter.h"
 #include "store/ErrorText.h"
 #include "store/PreferenceKeys.h"
 
@@ -162,7 +162,7 @@ void PlannerSettings::readLaunchAtLogin()
 
 void PlannerSettings::requestNotificationPermission()
 {
-    m_ports.notificationCenter.requestAuthorization();
+    m_ports.notificationPresenter.requestAuthorization();
 }
 
 std::optional<QString> PlannerSettings::calendarSyncMessage() const

@@ -7,8 +7,8 @@
 namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
-    : PlannerSettings(ports, parent), m_dataWriter(values()), m_documentLibrary(this->ports(), values()),
-      m_feedReader(std::make_unique<CalendarFeedReader>())
+    : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
+      m_documentLibrary(this->ports(), values()), m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
@@ -16,6 +16,11 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
         m_data = *std::move(data);
     m_documentLibrary.load();
     m_hadUnreadableData = values().hasUnreadable();
+    connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
+    connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
+        tellFailure(QStringLiteral("退出登录后可能收不到提醒："),
+                    QStringLiteral("Reminders may not survive a log-out: "), error);
+    });
     connect(this, &PlannerStore::automaticCalendarSyncChanged, this, &PlannerStore::startAutomaticCalendarSync);
 }
 

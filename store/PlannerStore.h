@@ -7,6 +7,7 @@
 #include "store/DocumentLibrary.h"
 #include "store/PlannerSettings.h"
 #include "store/SavedDataWriter.h"
+#include "store/WaitingReminders.h"
 
 #include <memory>
 
@@ -43,6 +44,9 @@ public:
     [[nodiscard]] DocumentLibrary &documentLibrary() { return m_documentLibrary; }
     [[nodiscard]] const DocumentLibrary &documentLibrary() const { return m_documentLibrary; }
 
+    /// The reminders of to-dos that are still to come.
+    [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
+
     /// Whether something that was stored could not be decoded at the start, so that less may be shown than was entered.
     /// It is kept aside under a key of its own before a save can take its place.
     [[nodiscard]] bool hadUnreadableData() const { return m_hadUnreadableData; }
@@ -59,14 +63,15 @@ public:
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
-    /// Appends the to-do and, given a due date, asks for its notification; tells when its time has passed.
+    /// Appends the to-do; given a due date, its reminder waits for that minute. Says so when that has passed.
     void addReminder(const ReminderItem &item);
-    /// Replaces the to-do with the same id. Its notification is left as it is.
+    /// Replaces the to-do with the same id. Ticking it takes its reminder away, opening it again brings it back.
     void updateReminder(const ReminderItem &item);
-    /// Removes every to-do with the id. Its notification still fires.
+    /// Removes every to-do with the id. Its reminder still comes.
     void removeReminder(const QUuid &id);
-    /// Asks for a notification at the start of the due minute; without a due date does nothing.
-    void scheduleNotification(const ReminderItem &item);
+
+    /// Reports that the program stays without its window because reminders wait; once, by a notification.
+    void reportResidence();
 
     void addGoal(const Goal &goal);
     /// Replaces the goal with the same id.
@@ -83,8 +88,8 @@ public:
     bool addCalendarFeed(const QString &urlString);
     /// Downloads the link and applies what it holds; a failure is told and changes nothing.
     void refreshCalendarFeed(const QUuid &feedID);
-    /// Replaces the schedules of the feed by the events of the file, in one assignment; see mergeFeed(). Does nothing
-    /// for a feed that was deleted.
+    /// Replaces the schedules of the feed by the events of the file, in one assignment; see mergeFeed(). Where that
+    /// changes nothing, none is made. Does nothing for a feed that was deleted.
     void applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
     /// Why the last update failed, in the interface language; empty after a success, and until there was an update.
@@ -115,6 +120,9 @@ private:
     void goalsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
 
+    /// Has a reminder wait for the to-do or wait no longer. To be saved with the to-do.
+    void scheduleNotification(const ReminderItem *before, const ReminderItem &item);
+
     void endFeedUpdate(const QUuid &feedID);
     void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
@@ -129,6 +137,7 @@ private:
 
     SavedData m_data;
     SavedDataWriter m_dataWriter;
+    WaitingReminders m_waitingReminders;
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;
     DocumentLibrary m_documentLibrary;

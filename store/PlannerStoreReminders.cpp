@@ -1,29 +1,30 @@
 #include "platform/Clock.h"
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationPresenter.h"
 #include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
 #include "store/RecordRows.h"
 
-#include "model/Uuid.h"
+#include <QPointer>
 
 namespace tessaly {
 
 void PlannerStore::addReminder(const ReminderItem &item)
 {
+    scheduleNotification(nullptr, item);
     remindersAssigned(appendRecord(m_data.reminders, item));
-    scheduleNotification(item);
-    if (!item.dueDate)
-        return;
-    // A notification comes at the start of its minute.
-    const QTime minute = QTime(0, 0).addSecs(calendar().minuteOfDay(*item.dueDate) * 60);
-    if (calendar().instant(calendar().day(*item.dueDate), minute) < clock().now())
+    const auto reminder = waitingReminder(item, {}, calendar());
+    if (reminder && dueInstant(*reminder, calendar()) < clock().now())
         setCalendarSyncMessage({QStringLiteral("截止时间已过，不会再提醒。"),
                                 QStringLiteral("The due time has passed. There will be no reminder.")});
 }
 
 void PlannerStore::updateReminder(const ReminderItem &item)
 {
-    if (const auto rows = replaceRecord(m_data.reminders, item))
-        remindersAssigned(*rows);
+    const qsizetype row = rowOf(m_data.reminders, item.id);
+    if (row < 0)
+        return;
+    scheduleNotification(&m_data.reminders.at(row), item);
+    remindersAssigned(*replaceRecord(m_data.reminders, item));
 }
 
 void PlannerStore::removeReminder(const QUuid &id)
@@ -32,17 +33,24 @@ void PlannerStore::removeReminder(const QUuid &id)
         remindersAssigned(*rows);
 }
 
-void PlannerStore::scheduleNotification(const ReminderItem &item)
+void PlannerStore::scheduleNotification(const ReminderItem *before, const ReminderItem &item)
 {
-    if (!item.dueDate)
+    m_waitingReminders.follow(before, item, text(QStringLiteral("提醒事项"), QStringLiteral("Reminder")));
+}
+
+void PlannerStore::reportResidence()
+{
+    if (ports().preferences.get<bool>(keys::hasReportedResidence).value_or(false))
         return;
-    const QDateTime due = calendar().dateTime(*item.dueDate);
-    // lint-allow(instant): the clock's hands, which the notification waits for
-    const QTime minute(due.time().hour(), due.time().minute());
-    ports().notificationCenter.add({.identifier = uuidText(item.id),
-                                    .title = text(QStringLiteral("提醒事项"), QStringLiteral("Reminder")),
-                                    .body = item.title,
-                                    .minute = QDateTime(due.date(), minute, calendar().zone())});
+    ports().notificationPresenter.present(
+        {.identifier = keys::hasReportedResidence,
+         .title = QStringLiteral("Tessaly"),
+         .body = text(QStringLiteral("窗口关闭后，Tessaly 会继续在后台运行，以便按时提醒。"),
+                      QStringLiteral("Tessaly keeps running without its window so that it can show your reminders."))},
+        [store = QPointer(this)](Presentation presentation) {
+            if (store && presentation == Presentation::Shown)
+                store->savePreference(keys::hasReportedResidence, true);
+        });
 }
 
 } // namespace tessaly

@@ -10,6 +10,7 @@ inline const QString backupStorageKey = QStringLiteral("larkspan-data-v1-backup"
 inline const QString documentMetadataKey = QStringLiteral("larkspan-markdown-library-v1");
 inline const QString documentSaveLocationKey = QStringLiteral("larkspan-markdown-save-location-v1");
 inline const QString calendarFeedsKey = QStringLiteral("larkspan-calendar-feeds-v1");
+inline const QString waitingReminders = QStringLiteral("larkspan-notification-requests-v1");
 inline const QString selectedCalendarIDs = QStringLiteral("larkspan-selected-calendar-ids");
 inline const QString visibleCalendarIDs = QStringLiteral("larkspan-visible-calendar-ids");
 inline const QString automaticCalendarSync = QStringLiteral("larkspan-auto-calendar-sync");
@@ -20,6 +21,7 @@ inline const QString preferredName = QStringLiteral("larkspan-preferred-name");
 inline const QString launchAtLogin = QStringLiteral("larkspan-launch-at-login");
 inline const QString appearanceMode = QStringLiteral("appearanceMode");
 inline const QString windowFrame = QStringLiteral("windowFrame");
+inline const QString hasReportedResidence = QStringLiteral("hasReportedResidence");
 inline const QString hasAskedPreferredName = QStringLiteral("hasAskedPreferredName");
 
 } // namespace tessaly::keys

@@ -13,26 +13,50 @@ std::optional<SavedData> SavedDataWriter::load()
     return data;
 }
 
+QList<WaitingReminder> SavedDataWriter::loadWaiting()
+{
+    return m_values.decoded(keys::waitingReminders, decodeWaitingReminders).value_or(QList<WaitingReminder>());
+}
+
 void SavedDataWriter::save(const SavedData &data, SavedDataEncoder::Section section, const RowsChange &rows)
 {
     m_isEditOfStored = m_isEncoded && m_isStored;
     m_isStored = false;
     m_isEncoded = m_encoder.update(data, section, rows);
+    save();
+}
+
+void SavedDataWriter::setWaiting(const QList<WaitingReminder> &waiting)
+{
+    m_unsavedWaiting = encodeWaitingReminders(waiting);
+}
+
+void SavedDataWriter::save()
+{
     m_values.saveBlob(keys::storageKey, [this] { return write(); });
 }
 
 Result<void> SavedDataWriter::write()
 {
-    if (!m_isEncoded)
-        return {};
+    Preferences &preferences = m_values.preferences();
+    Result<void> written = preferences.together([&] {
+        Result<void> data = m_isEncoded && !m_isStored ? writeData() : Result<void>();
+        return data && m_unsavedWaiting ? preferences.setValue(keys::waitingReminders, *m_unsavedWaiting) : data;
+    });
+    if (written) {
+        m_isStored = m_isEncoded;
+        m_unsavedWaiting.reset();
+    }
+    return written;
+}
+
+Result<void> SavedDataWriter::writeData()
+{
     Preferences &preferences = m_values.preferences();
     const auto [offset, removed, inserted] = m_encoder.lastSplice();
-    Result<void> written = m_isEditOfStored
-                               ? preferences.rotateEdited(keys::storageKey, keys::backupStorageKey, m_encoder.bytes(),
-                                                          {offset, removed, inserted})
-                               : preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
-    m_isStored = written.hasValue();
-    return written;
+    return m_isEditOfStored ? preferences.rotateEdited(keys::storageKey, keys::backupStorageKey, m_encoder.bytes(),
+                                                       {offset, removed, inserted})
+                            : preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
 }
 
 } // namespace tessaly

@@ -25,6 +25,8 @@ public:
     /// Both keys are handed to the platform together; whether a crash can part them is the platform's matter.
     [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) override;
     [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
+    /// One after the other: QSettings knows no transactions.
+    [[nodiscard]] Result<void> together(const std::function<Result<void>()> &writes) override { return writes(); }
 
 private:
     [[nodiscard]] Result<void> write(const QVariantMap &values);

@@ -234,10 +234,26 @@ Result<void> SqlitePreferences::keepAside(const QString &from, const QString &to
     });
 }
 
+Result<void> SqlitePreferences::together(const std::function<Result<void>()> &writes)
+{
+    Result<void> written;
+    const Result<void> committed = inTransaction([&] {
+        m_isTogether = true;
+        written = writes();
+        m_isTogether = false;
+        return written ? SQLITE_OK : SQLITE_ABORT;
+    });
+    return written ? committed : written;
+}
+
 Result<void> SqlitePreferences::inTransaction(const std::function<int()> &work)
 {
     if (m_readFailure)
         return *m_readFailure;
+    if (m_isTogether) {
+        const int code = work();
+        return code == SQLITE_OK ? Result<void>() : m_connection.error(code);
+    }
     int code = m_statements->begin.run();
     if (code == SQLITE_OK)
         code = work();

@@ -33,6 +33,7 @@ public:
     [[nodiscard]] Result<void> rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
                                             const BlobEdit &edit) override;
     [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
+    [[nodiscard]] Result<void> together(const std::function<Result<void>()> &writes) override;
 
     /// Why a value that is there could not be given to who asked for it: it is damaged, or its bytes cannot be read.
     /// From then on nothing is written, since what could not be read may be what a write would bury.
@@ -73,6 +74,8 @@ private:
     std::unique_ptr<Statements> m_statements;
     QTimer m_logTimer;
     int m_logPages = 0;
+    /// A transaction is open that each further write belongs to.
+    bool m_isTogether = false;
     mutable std::optional<Error> m_readFailure;
 };
 

@@ -43,6 +43,15 @@ Result<void> FakePreferences::rotate(const QString &key, const QString &backupKe
     return written;
 }
 
+Result<void> FakePreferences::together(const std::function<Result<void>()> &writes)
+{
+    const QHash<QString, PreferenceValue> former = m_values;
+    Result<void> written = writes();
+    if (!written)
+        m_values = former;
+    return written;
+}
+
 Result<void> FakePreferences::keepAside(const QString &from, const QString &to)
 {
     Result<void> written = write();

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] Result<void> remove(const QString &key) override;
     [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) override;
     [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
+    [[nodiscard]] Result<void> together(const std::function<Result<void>()> &writes) override;
 
     [[nodiscard]] QStringList keys() const { return m_values.keys(); }
     [[nodiscard]] int writeCount() const { return m_writeCount; }

@@ -150,6 +150,35 @@ private slots:
         QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("first"));
     }
 
+    void writesTogetherAreAllMadeOrNone()
+    {
+        QFETCH_GLOBAL(const QString, adapter);
+        const auto write = [&](const QByteArray &blob, bool isWhole) {
+            return m_preferences->together([&]() -> Result<void> {
+                const bool isWritten = m_preferences->rotate(key, backupKey, blob).hasValue() &&
+                                       m_preferences->setValue(QStringLiteral("other"), blob).hasValue();
+                return isWritten && isWhole ? Result<void>() : Error{ErrorCode::StorageFull, QStringLiteral("why")};
+            });
+        };
+        QVERIFY(write("one", true).hasValue());
+        QVERIFY(write("two", true).hasValue());
+
+        const Result<void> failed = write("three", false);
+
+        QVERIFY(!failed);
+        QCOMPARE(failed.error(), (Error{ErrorCode::StorageFull, QStringLiteral("why")}));
+        if (adapter == QLatin1String("settings"))
+            return; // knows no transactions
+        for (int opening = 0; opening < 2; ++opening) {
+            QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("two"));
+            QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("one"));
+            QCOMPARE(m_preferences->get<QByteArray>(QStringLiteral("other")), QByteArray("two"));
+            reopen();
+        }
+        QVERIFY(write("four", true).hasValue());
+        QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("two"));
+    }
+
     void aBackupWithoutAFormerValueIsLeftAsItIs()
     {
         QVERIFY(m_preferences->setValue(backupKey, QByteArray("rescued")).hasValue());

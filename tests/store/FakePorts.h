@@ -5,7 +5,7 @@
 #include "platform/fake/FakeFeedDownloader.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeLoginItem.h"
-#include "platform/fake/FakeNotificationCenter.h"
+#include "platform/fake/FakeNotificationPresenter.h"
 #include "platform/fake/FakePreferences.h"
 #include "store/PlannerPorts.h"
 
@@ -16,23 +16,35 @@ struct FakePorts
 {
     FakePreferences preferences;
     FakeEventStore eventStore;
-    FakeNotificationCenter notificationCenter;
+    FakeNotificationPresenter notificationPresenter;
     FakeLoginItem loginItem;
+    FakeLoginItem reminderLoginItem;
     FakeFeedDownloader feedDownloader;
     FakeFileSystem files;
     UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
 
-    [[nodiscard]] PlannerPorts ports() { return portsOver(preferences, feedDownloader); }
-    [[nodiscard]] PlannerPorts portsOver(Preferences &stored) { return portsOver(stored, feedDownloader); }
-    [[nodiscard]] PlannerPorts portsOver(FeedDownloader &downloader) { return portsOver(preferences, downloader); }
+    [[nodiscard]] PlannerPorts ports() { return portsOver(preferences); }
+    [[nodiscard]] PlannerPorts portsOver(Preferences &stored)
+    {
+        return portsOver(stored, feedDownloader, notificationPresenter);
+    }
+    [[nodiscard]] PlannerPorts portsOver(FeedDownloader &downloader)
+    {
+        return portsOver(preferences, downloader, notificationPresenter);
+    }
+    [[nodiscard]] PlannerPorts portsOver(NotificationPresenter &presenter)
+    {
+        return portsOver(preferences, feedDownloader, presenter);
+    }
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)
     {
         return {preferences,
                 eventStore,
-                notificationCenter,
+                notificationPresenter,
                 loginItem,
+                reminderLoginItem,
                 feedDownloader,
                 clock,
                 calendar,
@@ -42,12 +54,14 @@ struct FakePorts
     }
 
 private:
-    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader)
+    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader,
+                                         NotificationPresenter &presenter)
     {
         return {stored,
                 eventStore,
-                notificationCenter,
+                presenter,
                 loginItem,
+                reminderLoginItem,
                 downloader,
                 clock,
                 calendar,

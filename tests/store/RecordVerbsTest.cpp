@@ -82,24 +82,6 @@ private slots:
         QCOMPARE(changes(spy), QList<RowsChange>{RowsChange{}});
     }
 
-    void aToDoWithADueDateAsksForItsNotification()
-    {
-        StoreUnderTest planner;
-        PlannerStore &store = planner.startInEnglish();
-        const ReminderItem due{.title = QStringLiteral("Report"),
-                               .dueDate = planner.calendar.instant({2026, 8, 28}, {9, 5, 59})};
-
-        store.addReminder({.title = QStringLiteral("no date")});
-        store.addReminder(due);
-
-        const NotificationRequest expected{.identifier = uuidText(due.id),
-                                           .title = QStringLiteral("Reminder"),
-                                           .body = QStringLiteral("Report"),
-                                           .minute =
-                                               QDateTime(QDate(2026, 8, 28), QTime(9, 5), planner.calendar.zone())};
-        QCOMPARE(planner.notificationCenter.requests(), QList{expected});
-    }
-
     void clearingKeepsTheSchedulesAndEmptiesTheRest()
     {
         StoreUnderTest planner;

@@ -12,13 +12,21 @@ using namespace tessaly;
 
 namespace {
 
-SavedData state(const PlannerStore &store)
+struct State
 {
-    return {store.schedules(), store.reminders(), store.goals()};
+    SavedData data;
+    QList<WaitingReminder> waiting;
+
+    bool operator==(const State &) const = default;
+};
+
+State state(PlannerStore &store)
+{
+    return {{store.schedules(), store.reminders(), store.goals()}, store.waitingReminders().list()};
 }
 
 /// What a start would find if the process ended now.
-SavedData stateOnDisk(const QString &directory)
+State stateOnDisk(const QString &directory)
 {
     const QTemporaryDir copy;
     for (const QString &file : QDir(directory).entryList({SqlitePreferences::fileName + u'*'}, QDir::Files))
@@ -48,15 +56,17 @@ private slots:
         PlannerStore &store = planner.store();
         store.setInterfaceLanguage(AppLanguage::English);
         store.addGoal(bigGoal(QStringLiteral("saved")));
-        const SavedData saved = state(store);
+        const State saved = state(store);
         disk.fill();
 
         for (int number = 0; number < 5; ++number)
             store.addGoal(bigGoal(QString::number(number)));
+        store.addReminder({.title = QStringLiteral("due"), .dueDate = store.clock().now().plus(3600)});
         store.setPreferredName(QStringLiteral("Ada"));
 
         QVERIFY(store.hasUnsavedChanges());
         QCOMPARE(store.goals().size(), 6);
+        QCOMPARE(store.waitingReminders().list().size(), 1);
         QVERIFY2(store.calendarSyncMessage()->startsWith(QStringLiteral("Could not save changes: The disk is full")),
                  qPrintable(*store.calendarSyncMessage()));
         QCOMPARE(stateOnDisk(disk.directory()), saved);
@@ -116,7 +126,7 @@ private slots:
         QCOMPARE(opened.error().code, ErrorCode::StorageUnwritable);
 
         QVERIFY(disk.remount(0));
-        QCOMPARE(stateOnDisk(disk.directory()).goals.size(), 1);
+        QCOMPARE(stateOnDisk(disk.directory()).data.goals.size(), 1);
     }
 
     void withoutTheRightToWriteOpeningIsAnError_data()
@@ -159,7 +169,7 @@ private slots:
         QVERIFY(QFile::setPermissions(directory.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         if (hasFile) {
             QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner));
-            QCOMPARE(stateOnDisk(directory.path()).goals.size(), 1);
+            QCOMPARE(stateOnDisk(directory.path()).data.goals.size(), 1);
         }
     }
 };

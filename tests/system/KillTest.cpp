@@ -1,4 +1,5 @@
 #include "model/RecordCodec.h"
+#include "model/WaitingReminder.h"
 #include "platform/common/SqlitePreferences.h"
 #include "store/PreferenceKeys.h"
 #include "tests/support/TestMain.h"
@@ -19,7 +20,17 @@ int stateNumber(const Preferences &preferences, const QString &key)
 {
     const std::optional<QByteArray> blob = preferences.get<QByteArray>(key);
     const std::optional<SavedData> data = blob ? decodeSavedData(*blob) : std::nullopt;
-    return data ? data->schedules.constFirst().title.toInt() : -1;
+    return data ? std::max(data->schedules.constFirst().title.toInt(), data->reminders.constFirst().title.toInt()) : -1;
+}
+
+/// Whether the to-do's reminder waits exactly when the to-do is open.
+bool isReminderThatOfItsToDo(const Preferences &preferences)
+{
+    const std::optional<SavedData> data =
+        decodeSavedData(preferences.get<QByteArray>(keys::storageKey).value_or(QByteArray()));
+    const auto waiting =
+        decodeWaitingReminders(preferences.get<QByteArray>(keys::waitingReminders).value_or(QByteArray()));
+    return data && waiting && waiting->size() == (data->reminders.constFirst().isComplete ? 0 : 1);
 }
 
 /// The last whole line of what the child printed.
@@ -53,6 +64,7 @@ private slots:
             QVERIFY2(main == acknowledged || main == acknowledged + 1,
                      qPrintable(QStringLiteral("acknowledged %1, found %2").arg(acknowledged).arg(main)));
             QCOMPARE(backup, main - 1);
+            QVERIFY(isReminderThatOfItsToDo(*opened.value()));
             inFlight += main - acknowledged;
         }
         qInfo("%d kills, %d of them after a commit and before its acknowledgement", killCount, inFlight);

@@ -1,19 +1,17 @@
 #include "model/UserCalendar.h"
-#include "platform/common/ScheduledNotificationCenter.h"
+#include "model/Uuid.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/common/SystemClock.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakePreferences.h"
 #include "platform/linux/FreedesktopNotifications.h"
+#include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
+#include "tests/store/FakePorts.h"
 #include "tests/support/TestMain.h"
 #include "tests/system/PrivateBus.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -36,22 +34,26 @@ void startMock(Service &server, const PrivateBus &bus)
 /// A planner's notifications on a bus, at a time that the test turns.
 struct Planner
 {
-    FakeClock clock{Instant::fromUnixSeconds(1'788'952'800)};
-    FakePreferences preferences;
+    FakePorts fakes;
+    FakeClock &clock = fakes.clock;
     FreedesktopNotifications presenter;
-    UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
-    ScheduledNotificationCenter center{preferences, presenter, clock, calendar};
+    PlannerStore store;
     QStringList clicked;
 
-    explicit Planner(const QDBusConnection &bus) : presenter(u"tessaly"_s, bus)
+    explicit Planner(const QDBusConnection &bus) : presenter(u"tessaly"_s, bus), store(fakes.portsOver(presenter))
     {
+        clock.setNow(Instant::fromUnixSeconds(1'788'952'800));
+        store.setInterfaceLanguage(AppLanguage::English);
         presenter.setActivationHandler([this](const QString &identifier) { clicked.append(identifier); });
-        center.start();
+        store.waitingReminders().start();
     }
-    void remind(const QString &identifier, const QString &title)
+    /// Adds a to-do that is due in a minute; the identifier of its reminder.
+    QString remind(const QString &title)
     {
-        center.add({identifier, u"Reminder"_s, title, calendar.dateTime(clock.now().plus(60))});
+        store.addReminder({.title = title, .dueDate = clock.now().plus(60)});
+        return uuidText(store.reminders().constLast().id);
     }
+    [[nodiscard]] qsizetype waitingCount() { return store.waitingReminders().list().size(); }
 };
 
 QDBusMessage mock(const QDBusConnection &bus, const QString &method, const QVariantList &arguments)
@@ -103,7 +105,7 @@ private slots:
         startMock(server, bus);
         QTRY_VERIFY_WITH_TIMEOUT(bus.hasService(service), 20'000);
         Planner planner(bus.connection(u"client"_s));
-        planner.remind(u"A"_s, u"Tea & <b>cake</b>"_s);
+        const QString identifier = planner.remind(u"Tea & <b>cake</b>"_s);
 
         planner.clock.advance(59);
         planner.clock.advance(1);
@@ -129,20 +131,20 @@ private slots:
         click(99, u"default"_s);
         click(1, u"other"_s);
         click(1, u"default"_s);
-        QTRY_COMPARE(planner.clicked, (QStringList{u"A"_s}));
+        QTRY_COMPARE(planner.clicked, QStringList{identifier});
     }
 
     void withoutAServiceAReminderWaitsForOne()
     {
         PrivateBus bus;
         Planner planner(bus.connection(u"client"_s));
-        planner.remind(u"A"_s, u"Tea"_s);
+        planner.remind(u"Tea"_s);
         planner.clock.advance(60);
-        QTRY_COMPARE(planner.center.pendingRequests().size(), 1);
+        QTRY_COMPARE(planner.waitingCount(), 1);
 
         Service server;
         startMock(server, bus);
-        QTRY_VERIFY_WITH_TIMEOUT(planner.center.pendingRequests().isEmpty(), 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(planner.waitingCount(), 0, 20'000);
         QTRY_COMPARE(notifications(bus.connection(u"client"_s)).size(), 1);
     }
 
@@ -155,17 +157,12 @@ private slots:
         const QTemporaryDir directory;
         const auto missed = [&directory](const QString &body) {
             const auto preferences = SqlitePreferences::open(directory.path());
-            const QString minute =
-                UserCalendar::system().dateTime(SystemClock().now().plus(-3600)).toString(u"yyyy-MM-ddTHH:mm"_s);
-            QJsonArray requests =
-                QJsonDocument::fromJson(preferences.value()
-                                            ->get<QByteArray>(ScheduledNotificationCenter::requestsKey)
-                                            .value_or(QByteArray()))
-                    .array();
-            requests.append(QJsonObject{
-                {u"identifier"_s, body}, {u"title"_s, u"Reminder"_s}, {u"body"_s, body}, {u"minute"_s, minute}});
-            QVERIFY(preferences.value()->setValue(ScheduledNotificationCenter::requestsKey,
-                                                  QJsonDocument(requests).toJson()));
+            const QDateTime minute = UserCalendar::system().dateTime(SystemClock().now().plus(-3600));
+            auto waiting =
+                decodeWaitingReminders(preferences.value()->get<QByteArray>(keys::waitingReminders).value_or("[]"));
+            QVERIFY(waiting);
+            waiting->append({body, u"Reminder"_s, body, minute.date(), minute.time()});
+            QVERIFY(preferences.value()->setValue(keys::waitingReminders, encodeWaitingReminders(*waiting)));
         };
         QStringList bodies;
         for (const QString &body : {u"Tea"_s, u"Cake"_s}) {
@@ -200,13 +197,13 @@ private slots:
             return control.readAllStandardOutput();
         };
         Planner planner(bus.connection(u"client"_s));
-        planner.remind(u"A"_s, u"Tea & cake"_s);
+        const QString identifier = planner.remind(u"Tea & cake"_s);
         planner.clock.advance(60);
 
         QTRY_COMPARE(dunst({u"count"_s, u"displayed"_s}).trimmed(), QByteArray("1"));
-        QTRY_COMPARE(planner.center.pendingRequests().size(), 0);
+        QTRY_COMPARE(planner.waitingCount(), 0);
         dunst({u"action"_s, u"0"_s});
-        QTRY_COMPARE(planner.clicked, (QStringList{u"A"_s}));
+        QTRY_COMPARE(planner.clicked, QStringList{identifier});
 
         dunst({u"close-all"_s});
         const QVariantMap shown = history(bus.connection(u"client"_s)).value(0);

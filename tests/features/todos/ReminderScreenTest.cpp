@@ -29,7 +29,7 @@ private slots:
 
         QCOMPARE(given.shown(),
                  (QStringList{u"v NoDueDate"_s, u"o Sort the bookshelf"_s, u"._ DueDates"_s, u"._ Completed"_s}));
-        QVERIFY(given.notificationCenter.requests().isEmpty());
+        QVERIFY(given.store->waitingReminders().list().isEmpty());
         QCOMPARE(given.saved()->reminders, given.store->reminders());
         QCOMPARE(given.store->reminders().first().requirement, std::nullopt);
         QVERIFY(given.screen->property("title").toString().isEmpty());
@@ -118,9 +118,8 @@ private slots:
         const ReminderItem added = given.store->reminders().first();
         QCOMPARE(added.dueDate, given.calendar.instant(due.date(), due.time()));
         QCOMPARE(added.requirement, u" with figures"_s);
-        QCOMPARE(given.notificationCenter.requests(),
-                 (QList<NotificationRequest>{{uuidText(added.id), u"Reminder"_s, u"Report"_s,
-                                              QDateTime(due.date(), QTime(17, 30), given.calendar.zone())}}));
+        QCOMPARE(given.store->waitingReminders().list(),
+                 (QList<WaitingReminder>{{uuidText(added.id), u"Reminder"_s, u"Report"_s, due.date(), QTime(17, 30)}}));
         QCOMPARE(given.screen->dueDate(), due);
         QVERIFY(given.screen->property("hasDueDate").toBool());
         QVERIFY(given.screen->property("requirement").toString().isEmpty());
@@ -191,7 +190,7 @@ private slots:
         given.screen->remove(given.row(u"a"_s));
 
         QCOMPARE(given.store->reminders().size(), 1);
-        QCOMPARE(given.notificationCenter.requests().size(), 1);
+        QCOMPARE(given.store->waitingReminders().list().size(), 1);
         // A header is nothing to delete or tick.
         given.screen->remove(0);
         given.screen->toggle(0);

@@ -435,6 +435,34 @@ private slots:
         QVERIFY(QGuiApplication::quitOnLastWindowClosed());
     }
 
+    void aProgramWhoseRemindersWaitStaysAndSaysSo()
+    {
+        WindowUnderTest ui;
+        openAnswered(ui);
+        const auto restore = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+        ui.app().stayWhileRemindersWait();
+        QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+        ReminderItem due{.title = QStringLiteral("Tea"), .dueDate = ui.planner.clock.now().plus(3600)};
+        ui.planner.store->addReminder(due);
+
+        ui.window().close();
+
+        QVERIFY(!QGuiApplication::quitOnLastWindowClosed());
+        QCOMPARE(ui.planner.notificationPresenter.shown().size(), 1);
+        // Without its window it does not end: the last notification can still be clicked.
+        due.isComplete = true;
+        ui.planner.store->updateReminder(due);
+        QVERIFY(!QGuiApplication::quitOnLastWindowClosed());
+
+        ui.app().raise({});
+        QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+        due.isComplete = false;
+        ui.planner.store->updateReminder(due);
+        QTest::keyClick(&ui.window(), Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(!ui.window().isVisible());
+        QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+    }
+
     void theMenuHasItsTwoCommands()
     {
         WindowUnderTest ui;
@@ -442,7 +470,7 @@ private slots:
         QVERIFY(ui.click(QAccessible::Button, QStringLiteral("菜单")));
         QTRY_VERIFY(ui.find(QAccessible::MenuItem, QStringLiteral("请求通知权限")));
         QVERIFY(ui.click(QAccessible::MenuItem, QStringLiteral("请求通知权限")));
-        QTRY_COMPARE(ui.planner.notificationCenter.authorizationCount(), 1);
+        QTRY_COMPARE(ui.planner.notificationPresenter.authorizationCount(), 1);
 
         QTRY_VERIFY(!ui.find(QAccessible::MenuItem, QStringLiteral("About Tessaly")));
         QVERIFY(ui.click(QAccessible::Button, QStringLiteral("菜单")));

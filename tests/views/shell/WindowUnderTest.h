@@ -28,6 +28,7 @@ public:
     /// Ends the program.
     void quit() { m_app.reset(); }
 
+    [[nodiscard]] LarkspanApp &app() const { return *m_app; }
     [[nodiscard]] QQuickWindow &window() const { return m_app->window(); }
     [[nodiscard]] ShellModel &shell() const { return m_app->shell(); }
     [[nodiscard]] DocumentDesktop &documentDesktop() const { return m_app->documentDesktop(); }
