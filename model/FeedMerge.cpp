@@ -93,4 +93,18 @@ QList<ScheduleItem> mergeFeed(QList<ScheduleItem> fresh, const QUuid &feedID, co
     return fresh;
 }
 
+bool areFeedSchedules(const QList<ScheduleItem> &merged, const QUuid &feedID, const QList<ScheduleItem> &schedules)
+{
+    const QString calendar = feedCalendarIdentifier(feedID);
+    auto expected = merged.cbegin();
+    for (const ScheduleItem &item : schedules) {
+        if (item.calendarIdentifier != calendar)
+            continue;
+        if (expected == merged.cend() || *expected != item)
+            return false;
+        ++expected;
+    }
+    return expected == merged.cend();
+}
+
 } // namespace tessaly

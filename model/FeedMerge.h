@@ -22,4 +22,8 @@ namespace tessaly {
 [[nodiscard]] QList<ScheduleItem> mergeFeed(QList<ScheduleItem> fresh, const QUuid &feedID,
                                             const QList<ScheduleItem> &schedules);
 
+/// Whether the schedules of the feed are those of `merged` already, in their order.
+[[nodiscard]] bool areFeedSchedules(const QList<ScheduleItem> &merged, const QUuid &feedID,
+                                    const QList<ScheduleItem> &schedules);
+
 } // namespace tessaly

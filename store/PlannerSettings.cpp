@@ -173,7 +173,7 @@ std::optional<QString> PlannerSettings::calendarSyncMessage() const
 void PlannerSettings::setCalendarSyncMessage(const TextPair &message)
 {
     if (m_calendarSyncMessage != message) {
-        m_formerSyncMessage = std::exchange(m_calendarSyncMessage, message);
+        m_calendarSyncMessage = message;
         emit calendarSyncMessageChanged();
     }
     emit calendarSyncMessageTold();
@@ -183,7 +183,7 @@ void PlannerSettings::retractCalendarSyncMessage(const TextPair &message)
 {
     if (m_calendarSyncMessage != message)
         return;
-    m_calendarSyncMessage = std::exchange(m_formerSyncMessage, std::nullopt);
+    m_calendarSyncMessage.reset();
     emit calendarSyncMessageChanged();
 }
 
@@ -222,8 +222,6 @@ void PlannerSettings::tellSaveRecovered()
     // A message that came later is left alone.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
         setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
-    if (m_formerSyncMessage == m_saveFailureMessage)
-        m_formerSyncMessage.reset();
     if (std::exchange(m_saveFailureMessage, std::nullopt))
         emit hasUnsavedChangesChanged();
 }

@@ -116,8 +116,7 @@ protected:
     [[nodiscard]] StoredValues &values() { return m_values; }
 
     void setCalendarSyncMessage(const TextPair &message);
-    /// Puts the message before this one back on the status line, or none if there was none. Does nothing where another
-    /// message stands there.
+    /// Takes the message off the status line. Does nothing where another message stands there.
     void retractCalendarSyncMessage(const TextPair &message);
     /// Sets the status line to the pair, each followed by the words of the error.
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
@@ -137,8 +136,6 @@ private:
     std::unique_ptr<Alarm> m_midnight;
     QDate m_today;
     std::optional<TextPair> m_calendarSyncMessage;
-    /// What stood there before.
-    std::optional<TextPair> m_formerSyncMessage;
     std::optional<TextPair> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;

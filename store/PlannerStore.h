@@ -126,6 +126,7 @@ private:
     void endFeedUpdate(const QUuid &feedID);
     void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
+    void replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID);
     void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 

@@ -121,6 +121,19 @@ void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
     if (feedRow < 0)
         return;
     QList<ScheduleItem> merged = mergeFeed(std::move(calendar.schedules), feedID, m_data.schedules);
+    if (!areFeedSchedules(merged, feedID, m_data.schedules))
+        replaceFeedSchedules(std::move(merged), feedID);
+
+    m_feedFailures.remove(feedID);
+    m_calendarFeeds[feedRow].lastUpdated = clock().now();
+    calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
+    const QString count = QString::number(calendar.eventCount);
+    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
+                            QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)});
+}
+
+void PlannerStore::replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID)
+{
     const QString identifier = feedCalendarIdentifier(feedID);
     const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
     const qsizetype removed = m_data.schedules.removeIf(isOfFeed);
@@ -131,13 +144,6 @@ void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
         schedulesAssigned({RowsChange::Kind::Inserted, firstNew, added});
     else
         schedulesAssigned({});
-
-    m_feedFailures.remove(feedID);
-    m_calendarFeeds[feedRow].lastUpdated = clock().now();
-    calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
-    const QString count = QString::number(calendar.eventCount);
-    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
-                            QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)});
 }
 
 void PlannerStore::failFeedUpdate(const QUuid &feedID, const Error &error)
