@@ -42,13 +42,14 @@ function(tessaly_qml_module name)
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
 endfunction()
 
-# tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests.
+# tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests
+# and, if it is set, the label TESSALY_TEST_LABEL.
 function(tessaly_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   qt_add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS "${TESSALY_TEST_LABEL}"
     ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QML_IMPORT_PATH=${TESSALY_ENGINE_DIRECTORY}")
 endfunction()

@@ -23,7 +23,7 @@ enum class Presentation {
     Unavailable, ///< nobody is there to show it now
 };
 
-/// Puts notifications on the desktop at once. `ScheduledNotificationCenter` decides when.
+/// Puts notifications on the desktop at once; the store decides when.
 class NotificationPresenter
 {
 public:

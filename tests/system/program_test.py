@@ -8,7 +8,7 @@ import shutil
 import subprocess
 
 from global_menu import GlobalMenu
-from planner_driver import FOCUSED, PROGRAM, PlannerTestCase, has_state, main, wait_for
+from planner_driver import CHECKED, FOCUSED, PROGRAM, PlannerTestCase, has_state, main, press, wait_for
 from small_disk import SmallDisk
 from settings_portal import DARK, LIGHT, SettingsPortal
 
@@ -87,6 +87,32 @@ class ProgramTest(PlannerTestCase):
         wait_for("the focus", lambda: focused_window() == window)
         resident.wait("list item", "概览")
         self.assertIsNone(resident.process.poll())
+
+    def test_reminders_outlive_the_window_and_the_session(self):
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.keys("key", "Escape")
+        planner.press("list item", "待办")
+        planner.press("check box", "设置截止日期")
+        planner.wait_state("check box", "设置截止日期", CHECKED)
+        planner.type_into("例如：提交周报", "Post the letter")
+        planner.press("push button", "添加待办")
+        autostart = pathlib.Path(self.home.name) / "autostart"
+        entry = wait_for("the autostart entry", lambda: next(autostart.glob("tessaly-reminders-*.desktop"), None))
+        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data}\n", entry.read_text())
+        self.assertFalse((autostart / "tessaly.desktop").exists())
+
+        planner.close_window()
+        wait_for("the window to close", lambda: not planner.visible_windows())
+        planner.outlives(1)
+        self.assertEqual(self.start().end()[0], 0)
+        planner.window()
+        planner.press("list item", "待办")
+        press(planner.wait_like("push button", " – "))
+        planner.press("check box", "Post the letter")
+        wait_for("the end of the entry", lambda: not entry.exists())
+        planner.close_window()
+        self.assertEqual(planner.end()[0], 0)
 
     def test_size_and_position_come_back(self):
         planner = self.start()
