@@ -3,8 +3,8 @@
 
 #include "app/WindowFrame.h"
 
-#include <QQuickStyle>
 #include <QPointer>
+#include <QQuickStyle>
 #include <QRegularExpression>
 #include <QSignalSpy>
 
