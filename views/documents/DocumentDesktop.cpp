@@ -2,6 +2,8 @@
 
 #include "views/documents/SharedOpenGL.h"
 
+#include <QFileInfo>
+#include <QImageReader>
 #include <QJSEngine>
 
 namespace tessaly {
@@ -18,6 +20,12 @@ DocumentDesktop *DocumentDesktop::create(QQmlEngine *, QJSEngine *)
     Q_ASSERT(s_instance);
     QJSEngine::setObjectOwnership(s_instance, QJSEngine::CppOwnership);
     return s_instance;
+}
+
+bool DocumentDesktop::canShow(const QUrl &picture)
+{
+    const QString suffix = QFileInfo(picture.fileName()).suffix().toLower();
+    return suffix != u"heic" || QImageReader::supportedImageFormats().contains("heic");
 }
 
 void DocumentDesktop::prepareEngine()

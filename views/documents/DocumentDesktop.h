@@ -35,6 +35,8 @@ public:
     [[nodiscard]] const QUrl &previewSource() const { return m_previewSource; }
     /// QML file whose root is a CopierSlot, loaded when a document is first copied.
     [[nodiscard]] const QUrl &copierSource() const { return m_copierSource; }
+    /// False for a HEIC picture where Qt lacks the plugin that reads it.
+    [[nodiscard]] static bool canShow(const QUrl &picture);
     /// To be called before one of them is loaded.
     Q_INVOKABLE void prepareEngine();
     /// What is said when a document has been copied, or could not be, in Chinese and in English.

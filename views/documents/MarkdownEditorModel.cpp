@@ -134,6 +134,13 @@ void MarkdownEditorModel::insertImage()
 
 void MarkdownEditorModel::takeImage(const QUrl &image)
 {
+    if (!DocumentDesktop::canShow(image)) {
+        m_session.report({{u"此系统无法显示 HEIC 图片，因此未插入。请先将其转换为 JPEG 或 PNG。"_s,
+                           u"This system cannot show HEIC images, so the image was not inserted. Convert it to JPEG or "
+                           "PNG first."_s},
+                          MessageKind::Failure});
+        return;
+    }
     const std::optional<QString> url = m_session.importImage(image);
     if (!url)
         return;

@@ -2,6 +2,7 @@
 #include "tests/support/TestMain.h"
 #include "views/documents/MarkdownEditorModel.h"
 
+#include <QImageReader>
 #include <QSignalSpy>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -192,6 +193,21 @@ private slots:
         QCOMPARE(given.editor->content(), before + added.arg(u"file:///documents/Assets/"_s + copy));
         QCOMPARE(given.fileDialogs.questions().last(), u"Choose image (png, jpg, jpeg, gif, webp, heic)"_s);
         QTRY_COMPARE(given.editor->previewContent(), given.editor->content());
+    }
+
+    void aPictureThatCannotBeShownIsRefusedWithAWord()
+    {
+        if (QImageReader::supportedImageFormats().contains("heic"))
+            QSKIP("Qt reads HEIC here");
+        EditorDriver given;
+        given.files.write(u"/in/cat.HEIC"_s, "cat");
+        given.fileDialogs.answerFilesWith({QUrl(u"file:///in/cat.HEIC"_s)});
+        given.editor->insertImage();
+        QVERIFY(given.editor->hasFailed());
+        QVERIFY2(given.editor->message().startsWith(u"This system cannot show HEIC images"_s),
+                 qPrintable(given.editor->message()));
+        QCOMPARE(given.editor->content(), u"# a\n"_s);
+        QVERIFY(!given.files.exists(u"/documents/Assets"_s));
     }
 
     void copyingSavesAndTellsHowItWent()
