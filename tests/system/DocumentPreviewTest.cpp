@@ -28,12 +28,17 @@ private slots:
     void followsTheColourSchemeAtOnce();
     void restsWhileItIsHidden();
     void comesBackWhenThePageBreaks();
+    void leavesOutOnlyWhatTheEngineSaysOfItself();
 
 private:
     std::unique_ptr<DocumentUnderTest> m_document = std::make_unique<DocumentUnderTest>();
 };
 
 namespace {
+
+QtMessageHandler engineHandler = nullptr;
+/// What it passed on.
+QStringList passedOn;
 
 /// Receives what would be given to the desktop's programs.
 class UrlCatcher : public QObject
@@ -329,11 +334,22 @@ void DocumentPreviewTest::comesBackWhenThePageBreaks()
     QCOMPARE(m_document->ask(content), QVariant(u"text"_s));
 }
 
+void DocumentPreviewTest::leavesOutOnlyWhatTheEngineSaysOfItself()
+{
+    passedOn.clear();
+    engineHandler(QtWarningMsg, {}, u"QWebEngineThing is no QObject. You should not use it as a QML type."_s);
+    engineHandler(QtWarningMsg, {}, u"QWebEngineThing has failed"_s);
+    QCOMPARE(passedOn, QStringList{u"QWebEngineThing has failed"_s});
+}
+
 int main(int argc, char *argv[])
 {
     fixEngineEnvironment();
     QGuiApplication application(argc, argv);
+    // The engine, which the test loads, puts a handler of its own before this one.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) { passedOn.append(text); });
     DocumentPreviewTest test;
+    engineHandler = qInstallMessageHandler(nullptr);
     return QTest::qExec(&test, argc, argv);
 }
 
