@@ -22,9 +22,14 @@ enum class ErrorCode {
     DownloadInsecureRedirect,
     DownloadTooManyRedirects,
     DownloadTlsFailed,
+    DownloadCertificateOutdated,
+    DownloadCertificateOfOther,
+    DownloadCertificateUntrusted,
+    DownloadProxyFailed,
     DownloadHostNotFound,
     DownloadConnectionFailed,
     DownloadIncomplete,
+    DownloadAnswerInvalid,
     DownloadFailed,
     TextEncodingInapplicable,
     // System services
@@ -32,10 +37,10 @@ enum class ErrorCode {
     CalendarWriteFailed,
     CalendarEventMissing,
     LoginItemFailed,
-    NotificationFailed,
 };
 
-/// A failure as a value. `detail` is untranslated technical text (a system message, a path); it may be empty.
+/// A failure as a value. `detail` is a path or a number, which needs no translation; it may be empty. What a library says
+/// of a failure is in one language, so it becomes a code of its own or is left out.
 struct Error
 {
     ErrorCode code = ErrorCode::StorageFailed;

@@ -1,5 +1,7 @@
 #include "store/ErrorText.h"
 
+#include <algorithm>
+
 namespace tessaly {
 
 namespace {
@@ -36,12 +38,22 @@ Words words(ErrorCode code)
         return {u"链接的重定向次数过多", u"The link is redirected too many times"};
     case ErrorCode::DownloadTlsFailed:
         return {u"无法建立安全连接", u"A secure connection could not be made"};
+    case ErrorCode::DownloadCertificateOutdated:
+        return {u"服务器的证书已过期或尚未生效", u"The server's certificate has expired or is not valid yet"};
+    case ErrorCode::DownloadCertificateOfOther:
+        return {u"服务器的证书属于另一个地址", u"The server's certificate belongs to another address"};
+    case ErrorCode::DownloadCertificateUntrusted:
+        return {u"服务器的证书不受信任", u"The server's certificate is not trusted"};
+    case ErrorCode::DownloadProxyFailed:
+        return {u"无法使用代理服务器", u"The proxy server could not be used"};
     case ErrorCode::DownloadHostNotFound:
         return {u"找不到服务器", u"The server could not be found"};
     case ErrorCode::DownloadConnectionFailed:
         return {u"无法连接到服务器", u"Could not connect to the server"};
     case ErrorCode::DownloadIncomplete:
         return {u"下载中途断开", u"The download broke off"};
+    case ErrorCode::DownloadAnswerInvalid:
+        return {u"服务器的应答无法识别", u"The server's answer could not be understood"};
     case ErrorCode::DownloadFailed:
         return {u"下载失败", u"The download failed"};
     case ErrorCode::TextEncodingInapplicable:
@@ -54,10 +66,14 @@ Words words(ErrorCode code)
         return {u"系统日历中已没有这个日程", u"The event is no longer in the system's calendar"};
     case ErrorCode::LoginItemFailed:
         return {u"系统未接受开机启动设置", u"The system did not accept the launch-at-login setting"};
-    case ErrorCode::NotificationFailed:
-        return {u"系统未能显示通知", u"The system could not show the notification"};
     }
     Q_UNREACHABLE();
+}
+
+bool needsTranslation(const QString &detail)
+{
+    return !detail.startsWith(u'/') &&
+           std::any_of(detail.cbegin(), detail.cend(), [](QChar character) { return character.isLetter(); });
 }
 
 } // namespace
@@ -67,7 +83,7 @@ QString errorText(const Error &error, AppLanguage language)
     const Words found = words(error.code);
     const bool isEnglish = language == AppLanguage::English;
     QString text = QString::fromUtf16(isEnglish ? found.english : found.chinese);
-    if (!error.detail.isEmpty())
+    if (!error.detail.isEmpty() && !needsTranslation(error.detail))
         text += (isEnglish ? QStringLiteral(" (%1)") : QStringLiteral("（%1）")).arg(error.detail);
     return text + (isEnglish ? u'.' : u'。');
 }

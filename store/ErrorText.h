@@ -5,7 +5,8 @@
 
 namespace tessaly {
 
-/// The failure in words of the interface language: one sentence, with the technical detail, if any, in brackets.
+/// The failure in words of the interface language: one sentence, with the path or number it is about, if any, in
+/// brackets.
 [[nodiscard]] QString errorText(const Error &error, AppLanguage language);
 
 } // namespace tessaly

@@ -50,15 +50,12 @@ bool flushFile(QSaveFile &file)
 
 } // namespace
 
-bool replaceFile(const QString &path, const QByteArray &bytes, QString *reason)
+bool replaceFile(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
     // A commit does not notice that the rest of the buffer found no room.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) || !file.commit()) {
-        if (reason)
-            *reason = file.error() == QFileDevice::NoError ? qt_error_string() : file.errorString();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) || !file.commit())
         return false;
-    }
     flushFolder(QFileInfo(path).path());
     return true;
 }

@@ -5,8 +5,8 @@
 namespace tessaly {
 
 /// Replaces the file in one step; the bytes are on the disk when it returns. On failure the former file stands, no part
-/// of the new one is left, and `reason` is the system's message. The only way in which the program writes a file.
-[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes, QString *reason = nullptr);
+/// of the new one is left. The only way in which the program writes a file.
+[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes);
 /// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
 /// exists afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);

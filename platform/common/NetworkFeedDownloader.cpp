@@ -6,6 +6,8 @@
 #include <QNetworkRequest>
 #include <QTimer>
 
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -15,33 +17,6 @@ namespace tessaly {
 namespace {
 
 constexpr int mostRedirects = 20;
-
-ErrorCode errorCode(QNetworkReply::NetworkError error)
-{
-    switch (error) {
-    case QNetworkReply::TimeoutError:
-    case QNetworkReply::ProxyTimeoutError:
-        return ErrorCode::DownloadTimedOut;
-    case QNetworkReply::InsecureRedirectError:
-        return ErrorCode::DownloadInsecureRedirect;
-    case QNetworkReply::TooManyRedirectsError:
-        return ErrorCode::DownloadTooManyRedirects;
-    case QNetworkReply::SslHandshakeFailedError:
-        return ErrorCode::DownloadTlsFailed;
-    case QNetworkReply::HostNotFoundError:
-    case QNetworkReply::ProxyNotFoundError:
-        return ErrorCode::DownloadHostNotFound;
-    case QNetworkReply::ConnectionRefusedError:
-    case QNetworkReply::ProxyConnectionRefusedError:
-    case QNetworkReply::TemporaryNetworkFailureError:
-    case QNetworkReply::UnknownNetworkError:
-        return ErrorCode::DownloadConnectionFailed;
-    case QNetworkReply::RemoteHostClosedError:
-        return ErrorCode::DownloadIncomplete;
-    default:
-        return ErrorCode::DownloadFailed;
-    }
-}
 
 /// Whether the error stands for nothing but the status code of a complete answer.
 bool isStatusOnly(QNetworkReply::NetworkError error)
@@ -65,6 +40,59 @@ QNetworkRequest requestFor(const QUrl &url)
     return request;
 }
 
+} // namespace
+
+ErrorCode downloadErrorCode(QNetworkReply::NetworkError error)
+{
+    switch (error) {
+    case QNetworkReply::TimeoutError:
+        return ErrorCode::DownloadTimedOut;
+    case QNetworkReply::InsecureRedirectError:
+        return ErrorCode::DownloadInsecureRedirect;
+    case QNetworkReply::TooManyRedirectsError:
+        return ErrorCode::DownloadTooManyRedirects;
+    case QNetworkReply::SslHandshakeFailedError:
+        return ErrorCode::DownloadTlsFailed;
+    case QNetworkReply::HostNotFoundError:
+        return ErrorCode::DownloadHostNotFound;
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::UnknownNetworkError:
+        return ErrorCode::DownloadConnectionFailed;
+    case QNetworkReply::RemoteHostClosedError:
+        return ErrorCode::DownloadIncomplete;
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+    case QNetworkReply::UnknownProxyError:
+        return ErrorCode::DownloadProxyFailed;
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolInvalidOperationError:
+    case QNetworkReply::ProtocolFailure:
+        return ErrorCode::DownloadAnswerInvalid;
+    default:
+        return ErrorCode::DownloadFailed;
+    }
+}
+
+ErrorCode downloadErrorCode(const QList<QSslError> &refusals)
+{
+    const auto has = [&refusals](std::initializer_list<QSslError::SslError> reasons) {
+        return std::any_of(refusals.cbegin(), refusals.cend(), [&reasons](const QSslError &refusal) {
+            return std::find(reasons.begin(), reasons.end(), refusal.error()) != reasons.end();
+        });
+    };
+    if (has({QSslError::CertificateExpired, QSslError::CertificateNotYetValid}))
+        return ErrorCode::DownloadCertificateOutdated;
+    if (has({QSslError::HostNameMismatch}))
+        return ErrorCode::DownloadCertificateOfOther;
+    return refusals.isEmpty() ? ErrorCode::DownloadTlsFailed : ErrorCode::DownloadCertificateUntrusted;
+}
+
+namespace {
+
 /// One download; lives as long as its reply.
 class Transfer : public QObject
 {
@@ -80,6 +108,8 @@ public:
         connect(reply, &QNetworkReply::redirected, &m_silence, qOverload<>(&QTimer::start));
         connect(reply, &QNetworkReply::downloadProgress, &m_silence, qOverload<>(&QTimer::start));
         connect(reply, &QNetworkReply::readyRead, this, &Transfer::take);
+        connect(reply, &QNetworkReply::sslErrors, this,
+                [this](const QList<QSslError> &refusals) { m_refusals = refusals; });
         connect(reply, &QNetworkReply::finished, this, &Transfer::finish);
     }
 
@@ -136,7 +166,8 @@ private:
             return Error{*m_failure, {}};
         const QNetworkReply::NetworkError error = m_reply->error();
         if (error != QNetworkReply::NoError && !isStatusOnly(error))
-            return Error{errorCode(error), m_reply->errorString()};
+            return Error{error == QNetworkReply::SslHandshakeFailedError ? downloadErrorCode(m_refusals)
+                                                                         : downloadErrorCode(error)};
         const bool isCut = m_received != announcedLength().value_or(m_received);
         const bool isGzipCut = m_gzip && m_received > 0 && !m_gzip->isAtEnd();
         if (isCut || isGzipCut)
@@ -153,6 +184,7 @@ private:
     /// Bytes of the body as they were sent.
     qint64 m_received = 0;
     QByteArray m_body;
+    QList<QSslError> m_refusals;
     std::optional<ErrorCode> m_failure;
 };
 

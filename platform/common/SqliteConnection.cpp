@@ -59,7 +59,8 @@ int SqliteConnection::execute(const char *sql)
 Error SqliteConnection::error(int code) const
 {
     const int systemError = m_handle ? sqlite3_system_errno(m_handle) : 0;
-    return {errorCode(code, systemError), QString::fromUtf8(sqlite3_errstr(code))};
+    const ErrorCode kind = errorCode(code, systemError);
+    return {kind, kind == ErrorCode::StorageFailed ? QString::number(code) : QString()};
 }
 
 void SqliteStatement::Finalizer::operator()(sqlite3_stmt *statement) const

@@ -158,8 +158,8 @@ Result<void> SqlitePreferences::check()
     const int code = quickCheck.step();
     if (code != SQLITE_ROW)
         return m_connection.error(code);
-    if (const QByteArray found = quickCheck.bytes(0); found != "ok")
-        return failure(ErrorCode::StorageCorrupt, QString::fromUtf8(found));
+    if (quickCheck.bytes(0) != "ok")
+        return failure(ErrorCode::StorageCorrupt);
 
     SqliteStatement danglingKeys(m_connection, "SELECT count(*) FROM preference"
                                                " WHERE value_id NOT IN (SELECT id FROM stored_value)");

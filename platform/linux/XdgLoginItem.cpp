@@ -122,11 +122,11 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
     if (!isEnabled) {
         QFile file(filePath());
         if (file.exists() && !file.remove())
-            return Error{ErrorCode::LoginItemFailed, file.errorString()};
+            return failure();
         return {};
     }
     if (!makePrivateFolder(m_directory))
-        return Error{ErrorCode::LoginItemFailed, QDir::toNativeSeparators(m_directory)};
+        return failure();
     const QByteArray text = "[Desktop Entry]\n"
                             "Type=Application\n"
                             "Version=1.5\n"
@@ -140,9 +140,14 @@ Result<void> XdgLoginItem::setEnabled(bool isEnabled)
                             "Terminal=false\n"
                             "StartupNotify=false\n"
                             "X-GNOME-Autostart-enabled=true\n";
-    if (QString reason; !replaceFile(filePath(), text, &reason))
-        return Error{ErrorCode::LoginItemFailed, reason};
+    if (!replaceFile(filePath(), text))
+        return failure();
     return {};
+}
+
+Error XdgLoginItem::failure() const
+{
+    return {isDiskFull(m_directory) ? ErrorCode::StorageFull : ErrorCode::LoginItemFailed, filePath()};
 }
 
 } // namespace tessaly

@@ -26,7 +26,7 @@ public:
     /// False also where the entry exists but is hidden, switched off by the desktop's session settings, or starts a
     /// program that is not there.
     [[nodiscard]] bool isEnabled() const override;
-    /// Fails with LoginItemFailed and the system's message.
+    /// Fails with LoginItemFailed or StorageFull, and the entry's path.
     [[nodiscard]] Result<void> setEnabled(bool isEnabled) override;
 
     [[nodiscard]] QString filePath() const;
@@ -34,6 +34,8 @@ public:
     [[nodiscard]] static QString userAutostartDirectory();
 
 private:
+    [[nodiscard]] Error failure() const;
+
     QStringList m_command;
     QString m_directory;
     AutostartEntry m_entry;

@@ -114,7 +114,7 @@ private slots:
 
         QVERIFY(!done);
         QCOMPARE(done.error().code, ErrorCode::LoginItemFailed);
-        QVERIFY(!done.error().detail.isEmpty());
+        QCOMPARE(done.error().detail, item.filePath());
         QVERIFY(!item.isEnabled());
     }
 

@@ -130,7 +130,7 @@ private slots:
     void aRefusedLoginItemIsToldAndTheSystemsStateShown()
     {
         StoreUnderTest planner;
-        const Error refusal{ErrorCode::LoginItemFailed, QStringLiteral("read-only")};
+        const Error refusal{ErrorCode::LoginItemFailed, QStringLiteral("/autostart")};
         planner.loginItem.failWith(refusal);
         PlannerStore &store = planner.start();
         QSignalSpy announced(&store, &PlannerStore::launchAtLoginChanged);
@@ -144,7 +144,7 @@ private slots:
         store.setInterfaceLanguage(AppLanguage::English);
         store.setLaunchAtLogin(true);
         QCOMPARE(planner.message(), QStringLiteral("Unable to update launch-at-login: The system did not accept the "
-                                                   "launch-at-login setting (read-only)."));
+                                                   "launch-at-login setting (/autostart)."));
     }
 
     void datesFollowTheLanguage_data()

@@ -239,7 +239,7 @@ private slots:
     {
         WindowUnderTest ui;
         openAnswered(ui);
-        ui.planner.loginItem.failWith(Error{ErrorCode::LoginItemFailed, QStringLiteral("disk full")});
+        ui.planner.loginItem.failWith(Error{ErrorCode::LoginItemFailed});
 
         pick(ui, QStringLiteral("启动"), QStringLiteral("开机启动"));
 
@@ -256,7 +256,7 @@ private slots:
         openAnswered(ui);
         ui.window().resize(ui.window().minimumSize());
         ui.planner.loginItem.failWith(
-            Error{ErrorCode::LoginItemFailed, QStringLiteral("autostart/a-folder-with-a-long-name/").repeated(4)});
+            Error{ErrorCode::LoginItemFailed, QStringLiteral("/autostart/a-folder-with-a-long-name").repeated(4)});
         ui.planner.store->setLaunchAtLogin(true);
 
         QTRY_VERIFY(ui.find(QAccessible::StatusBar, ui.planner.message()));
