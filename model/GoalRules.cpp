@@ -28,6 +28,16 @@ int percentage(double fraction)
                                                std::numeric_limits<int>::max()));
 }
 
+QList<qsizetype> activeGoals(const QList<Goal> &goals)
+{
+    QList<qsizetype> rows;
+    for (qsizetype row = 0; row < goals.size(); ++row) {
+        if (!goals.at(row).isComplete)
+            rows.append(row);
+    }
+    return rows;
+}
+
 QString categoryName(const Goal &goal, const QString &uncategorized)
 {
     return goal.category.has_value() && !goal.category->isEmpty() ? *goal.category : uncategorized;

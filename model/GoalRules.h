@@ -32,6 +32,9 @@ bool moveBefore(QList<Record> &records, const QUuid &dragged, const QUuid &targe
     return true;
 }
 
+/// Rows of the goals that are not complete.
+[[nodiscard]] QList<qsizetype> activeGoals(const QList<Goal> &goals);
+
 /// The completed goals of one category; `rows` are rows of the store's list in its order.
 struct GoalCategory
 {

@@ -18,16 +18,11 @@ RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalend
         const Instant end = schedule.endDate.value_or(schedule.date);
         if (schedule.date < midnight || schedule.date >= nextMidnight || end < now)
             continue;
-        remaining.rows.append(row);
+        remaining.upcoming.append(row);
         remaining.validUntil = std::min(remaining.validUntil, end.plus(justAfter));
     }
-    std::ranges::stable_sort(remaining.rows, {}, [&schedules](qsizetype row) { return schedules.at(row).date; });
+    std::ranges::stable_sort(remaining.upcoming, {}, [&schedules](qsizetype row) { return schedules.at(row).date; });
     return remaining;
-}
-
-qsizetype openReminderCount(const QList<ReminderItem> &reminders)
-{
-    return std::ranges::count(reminders, false, &ReminderItem::isComplete);
 }
 
 qsizetype activeGoalCount(const QList<Goal> &goals)

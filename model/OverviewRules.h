@@ -1,7 +1,6 @@
 #pragma once
 
 #include "model/Goal.h"
-#include "model/ReminderItem.h"
 #include "model/ScheduleItem.h"
 #include "model/UserCalendar.h"
 
@@ -14,7 +13,7 @@ struct RemainingDay
 {
     /// Rows of the store's list: schedules that start today and have not ended, earliest first. One without an end
     /// counts until its start.
-    QList<qsizetype> rows = {};
+    QList<qsizetype> upcoming = {};
     /// The first instant after `now` at which the answer can differ without any change to the schedules.
     Instant validUntil = {};
 
@@ -23,9 +22,6 @@ struct RemainingDay
 
 [[nodiscard]] RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar,
                                         Instant now);
-
-/// To-dos that are not complete.
-[[nodiscard]] qsizetype openReminderCount(const QList<ReminderItem> &reminders);
 
 /// Goals whose calculated progress is below 1.
 [[nodiscard]] qsizetype activeGoalCount(const QList<Goal> &goals);

@@ -9,6 +9,7 @@
 #include "store/SavedDataWriter.h"
 #include "store/WaitingReminders.h"
 
+#include <functional>
 #include <memory>
 
 namespace tessaly {
@@ -88,9 +89,6 @@ public:
     bool addCalendarFeed(const QString &urlString);
     /// Downloads the link and applies what it holds; a failure is told and changes nothing.
     void refreshCalendarFeed(const QUuid &feedID);
-    /// Replaces the schedules of the feed by the events of the file, in one assignment; see mergeFeed(). Where that
-    /// changes nothing, none is made. Does nothing for a feed that was deleted.
-    void applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
     /// Why the last update failed, in the interface language; empty after a success, and until there was an update.
     [[nodiscard]] QString calendarFeedFailure(const QUuid &feedID) const;
@@ -127,9 +125,13 @@ private:
     void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
     void replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID);
-    void applyReadCalendar(ReadCalendar calendar, const QUuid &feedID);
+    /// Replaces the schedules of the feed by what was read, in one assignment; see mergeFeed(). Where that changes
+    /// nothing, none is made. Does nothing for a feed that was deleted.
+    void applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 
+    /// The completion runs once the service has answered, not after the end of the store.
+    void requestCalendarAccess(const std::function<void(const Result<bool> &)> &completion);
     void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
     void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);
     void changeCalendarEvent(const ScheduleItem &item);

@@ -76,21 +76,28 @@ void PlannerStore::removeCalendarEvent(const QString &eventIdentifier)
     ports().eventStore.removeEvent(eventIdentifier, [](const Result<void> &) {});
 }
 
+void PlannerStore::requestCalendarAccess(const std::function<void(const Result<bool> &)> &completion)
+{
+    // The service may answer after the store's end.
+    ports().eventStore.requestAccess([store = QPointer(this), completion](const Result<bool> &granted) {
+        if (store)
+            completion(granted);
+    });
+}
+
 void PlannerStore::requestCalendarAccessAndLoad()
 {
     // Where there is no service there is nothing to ask for, and the sheet says so.
     if (!ports().eventStore.isAvailable())
         return;
-    ports().eventStore.requestAccess([self = QPointer(this)](const Result<bool> &granted) {
-        if (!self)
-            return;
+    requestCalendarAccess([this](const Result<bool> &granted) {
         if (!granted)
-            self->tellFailure(QStringLiteral("无法访问日历："), QStringLiteral("Unable to access Calendar: "),
-                              granted.error());
+            tellFailure(QStringLiteral("无法访问日历："), QStringLiteral("Unable to access Calendar: "),
+                        granted.error());
         else if (granted.value())
-            self->loadCalendars();
+            loadCalendars();
         else
-            self->setCalendarSyncMessage(
+            setCalendarSyncMessage(
                 {QStringLiteral("未获日历访问权限，请在系统设置中允许 Tessaly 访问日历。"),
                  QStringLiteral("Calendar access was not granted. Allow Tessaly in System Settings.")});
     });
@@ -122,9 +129,9 @@ void PlannerStore::startAutomaticCalendarSync()
 {
     if (!automaticCalendarSync())
         return;
-    ports().eventStore.requestAccess([self = QPointer(this)](const Result<bool> &granted) {
-        if (self && granted && granted.value())
-            self->loadCalendars();
+    requestCalendarAccess([this](const Result<bool> &granted) {
+        if (granted && granted.value())
+            loadCalendars();
     });
 }
 

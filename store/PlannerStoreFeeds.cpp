@@ -94,7 +94,7 @@ void PlannerStore::readCalendarFeed(const Result<QByteArray> &body, const QUuid 
     m_feedReader->read(body.value(), feedReadingOptions(feedID), [this, feedID](Result<ReadCalendar> calendar) {
         endFeedUpdate(feedID);
         if (calendar)
-            applyReadCalendar(calendar.takeValue(), feedID);
+            applyCalendarFeed(calendar.takeValue(), feedID);
         else
             failFeedUpdate(feedID, calendar.error());
     });
@@ -110,12 +110,7 @@ ReadingOptions PlannerStore::feedReadingOptions(const QUuid &feedID) const
     return {feedID, text(QStringLiteral("未命名日程"), QStringLiteral("Untitled event")), calendar().zone()};
 }
 
-void PlannerStore::applyCalendarFeed(QByteArrayView feedText, const QUuid &feedID)
-{
-    applyReadCalendar(readCalendar(feedText, feedReadingOptions(feedID)), feedID);
-}
-
-void PlannerStore::applyReadCalendar(ReadCalendar calendar, const QUuid &feedID)
+void PlannerStore::applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID)
 {
     const qsizetype feedRow = rowOf(m_calendarFeeds, feedID);
     if (feedRow < 0)

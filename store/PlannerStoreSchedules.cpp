@@ -1,8 +1,6 @@
 #include "store/PlannerStore.h"
 #include "store/RecordRows.h"
 
-#include <QPointer>
-
 namespace tessaly {
 
 void PlannerStore::addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier)
@@ -10,11 +8,10 @@ void PlannerStore::addSchedule(const ScheduleItem &item, const std::optional<QSt
     schedulesAssigned(appendRecord(m_data.schedules, item));
     if (!calendarIdentifier)
         return;
-    ports().eventStore.requestAccess(
-        [self = QPointer(this), id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
-            if (self && granted && granted.value())
-                self->writeToCalendar(id, calendar);
-        });
+    requestCalendarAccess([this, id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
+        if (granted && granted.value())
+            writeToCalendar(id, calendar);
+    });
 }
 
 void PlannerStore::updateSchedule(const ScheduleItem &item)

@@ -49,7 +49,7 @@ private slots:
         if (end != 0)
             schedule.endDate = Instant{end};
 
-        QTEST(!remainingDay({schedule}, vienna(), at(9, 12)).rows.isEmpty(), "counts");
+        QTEST(!remainingDay({schedule}, vienna(), at(9, 12)).upcoming.isEmpty(), "counts");
     }
 
     void whatRemainsIsInOrderAndHoldsUntilTheFirstEnd()
@@ -60,9 +60,9 @@ private slots:
                                             {.date = at(9, 8), .endDate = at(9, 9)}};
 
         const RemainingDay noon = remainingDay(schedules, vienna(), at(9, 12));
-        QCOMPARE(noon.rows, (QList<qsizetype>{1, 0, 2}));
+        QCOMPARE(noon.upcoming, (QList<qsizetype>{1, 0, 2}));
         QVERIFY(noon.validUntil > at(9, 17) && noon.validUntil < at(9, 17, 1));
-        QCOMPARE(remainingDay(schedules, vienna(), noon.validUntil).rows, (QList<qsizetype>{0, 2}));
+        QCOMPARE(remainingDay(schedules, vienna(), noon.validUntil).upcoming, (QList<qsizetype>{0, 2}));
 
         // Nothing left: the next change is the next day.
         QCOMPARE(remainingDay(schedules, vienna(), at(9, 21)), (RemainingDay{{}, at(10, 0)}));
@@ -70,7 +70,6 @@ private slots:
 
     void theFiguresCountWhatIsOpen()
     {
-        QCOMPARE(openReminderCount({{.isComplete = true}, {}, {}}), 2);
         const Goal full{.subgoals = QList<Subgoal>{{.tasks = QList<GoalTask>{{.isComplete = true}}}}};
         QCOMPARE(activeGoalCount({{}, {.isComplete = true}, full, {.progress = 0.99}}), 2);
     }

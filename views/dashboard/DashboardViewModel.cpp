@@ -2,6 +2,7 @@
 
 #include "model/DisplayTitle.h"
 #include "model/GoalRules.h"
+#include "model/ReminderRules.h"
 #include "model/ScheduleColors.h"
 #include "platform/Clock.h"
 
@@ -53,7 +54,7 @@ QString DashboardViewModel::greeting() const
 
 const ScheduleItem *DashboardViewModel::next() const
 {
-    return hasNext() ? &m_store->schedules().at(m_remaining.rows.first()) : nullptr;
+    return hasNext() ? &m_store->schedules().at(m_remaining.upcoming.first()) : nullptr;
 }
 
 QString DashboardViewModel::nextTitle() const
@@ -73,7 +74,8 @@ QString DashboardViewModel::nextColor() const
 
 void DashboardViewModel::countReminders()
 {
-    m_openReminderCount = static_cast<int>(tessaly::openReminderCount(m_store->reminders()));
+    const QList<qsizetype> openReminders = openItems(m_store->reminders());
+    m_openReminderCount = static_cast<int>(openReminders.size());
     emit remindersChanged();
 }
 

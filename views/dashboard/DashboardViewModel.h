@@ -54,9 +54,9 @@ public:
     [[nodiscard]] QString greeting() const;
     [[nodiscard]] int openReminderCount() const { return m_openReminderCount; }
     /// Schedules of today that have not ended.
-    [[nodiscard]] int remainingCount() const { return static_cast<int>(m_remaining.rows.size()); }
+    [[nodiscard]] int remainingCount() const { return static_cast<int>(m_remaining.upcoming.size()); }
     [[nodiscard]] int activeGoalCount() const { return m_activeGoalCount; }
-    [[nodiscard]] bool hasNext() const { return !m_remaining.rows.isEmpty(); }
+    [[nodiscard]] bool hasNext() const { return !m_remaining.upcoming.isEmpty(); }
     /// Of the first schedule that remains; empty without one.
     [[nodiscard]] QString nextTitle() const;
     [[nodiscard]] QString nextDateText() const;

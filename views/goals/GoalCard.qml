@@ -36,12 +36,12 @@ Item {
 
     /// The next subgoal's or task's Delete takes the focus, else the previous one's, else the field for a new one.
     function removeRow(row: int) {
-        const part = (rowItems.itemAt(row) as GoalCardRow).part;
+        const part = (rowItems.itemAt(row) as GoalCardItem).part;
         const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
         card.removeRow(row);
-        let next = rowItems.itemAt(row) as GoalCardRow;
+        let next = rowItems.itemAt(row) as GoalCardItem;
         for (let before = row - 1; next?.part !== part && before >= 0; --before) {
-            const former = rowItems.itemAt(before) as GoalCardRow;
+            const former = rowItems.itemAt(before) as GoalCardItem;
             if (former.part === part)
                 next = former;
             else if (part === GoalRow.Task)
@@ -55,13 +55,13 @@ Item {
 
     /// Looks for the row before which the dragged one would land, `y` being a place in the rows.
     function dragTo(y: real) {
-        const place = rows.childAt(1, y) as GoalCardRow;
+        const place = rows.childAt(1, y) as GoalCardItem;
         dragMoved(rows.y + y);
         targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
         barred.isShown = targetRow < 0 && !(place && card.isPartOf(place.index, draggedRow));
     }
     function endDrag(isCancelled: bool) {
-        const dragged = rowItems.itemAt(draggedRow) as GoalCardRow;
+        const dragged = rowItems.itemAt(draggedRow) as GoalCardItem;
         const target = isCancelled ? -1 : targetRow;
         draggedRow = -1;
         targetRow = -1;
@@ -98,7 +98,7 @@ Item {
 
             model: goalCard.card.rows
 
-            GoalCardRow {
+            GoalCardItem {
                 id: cardRow
 
                 width: rows.width

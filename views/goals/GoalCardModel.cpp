@@ -1,24 +1,14 @@
 #include "views/goals/GoalCardModel.h"
 
+#include "model/GoalOperations.h"
 #include "model/GoalRules.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 #include <utility>
 
 namespace tessaly {
 namespace {
-
-constexpr double defaultWeight = 1.0;
-
-template <class Record>
-Record *findRecord(std::optional<QList<Record>> &records, const QUuid &id)
-{
-    if (!records)
-        return nullptr;
-    const auto found = std::ranges::find(*records, id, &Record::id);
-    return found == records->end() ? nullptr : &*found;
-}
 
 template <class Record>
 QUuid neighbourID(const QList<Record> &records, const QUuid &id, int step)
@@ -58,8 +48,8 @@ void GoalCardModel::refreshRows()
         for (const GoalTask &task : subgoal.tasks.value_or(QList<GoalTask>()))
             rows.append({GoalRow::Part::Task, task.id, id, task.title, task.weight, task.isComplete,
                          m_editingTasks.contains(task.id)});
-        rows.append({GoalRow::Part::AddTask, id, id, m_newTasks.value(id), m_newTaskWeights.value(id, defaultWeight),
-                     false, false});
+        rows.append({GoalRow::Part::AddTask, id, id, m_newTasks.value(id),
+                     m_newTaskWeights.value(id, defaultTaskWeight), false, false});
     }
     m_rows.setRows(rows);
 }
@@ -90,27 +80,14 @@ QString GoalCardModel::explanation() const
     return lines.join(u'\n');
 }
 
-void GoalCardModel::change(const std::function<bool(Goal &)> &change)
+template <class Operation>
+bool GoalCardModel::change(Operation operation)
 {
     Goal goal = m_goal;
-    if (change(goal))
+    const bool isChanged = operation(goal);
+    if (isChanged)
         m_store.updateGoal(goal);
-}
-
-void GoalCardModel::changeSubgoal(const QUuid &id, const std::function<bool(Subgoal &)> &changeIt)
-{
-    change([&](Goal &goal) {
-        Subgoal *subgoal = findRecord(goal.subgoals, id);
-        return subgoal && changeIt(*subgoal);
-    });
-}
-
-void GoalCardModel::changeTask(const GoalCardRow &row, const std::function<bool(GoalTask &)> &changeIt)
-{
-    changeSubgoal(row.subgoalID, [&](Subgoal &subgoal) {
-        GoalTask *task = findRecord(subgoal.tasks, row.id);
-        return task && changeIt(*task);
-    });
+    return isChanged;
 }
 
 const GoalCardRow *GoalCardModel::rowAt(int row) const
@@ -150,30 +127,22 @@ void GoalCardModel::toggleEditing()
 
 bool GoalCardModel::addSubgoal()
 {
-    const QString title = trimmedBlanks(m_newSubgoal);
-    if (title.isEmpty())
-        return false;
-    setNewSubgoal({});
-    change([&](Goal &goal) {
-        if (!goal.subgoals)
-            goal.subgoals.emplace();
-        goal.subgoals->append(Subgoal{.title = title});
-        return true;
-    });
-    return true;
+    const QString title = m_newSubgoal;
+    const bool isAdded = change([&](Goal &goal) { return tessaly::addSubgoal(goal, title); });
+    if (isAdded)
+        setNewSubgoal({});
+    return isAdded;
 }
 
 void GoalCardModel::toggleRow(int row)
 {
-    const GoalCardRow *found = rowAt(row);
-    const auto flip = [](auto &record) {
-        record.isComplete = !record.isComplete;
-        return true;
-    };
-    if (found && found->part == GoalRow::Part::Subgoal)
-        changeSubgoal(found->id, flip);
-    else if (found && found->part == GoalRow::Part::Task)
-        changeTask(*found, flip);
+    if (!rowAt(row))
+        return;
+    const GoalCardRow toggled = *rowAt(row);
+    if (toggled.part == GoalRow::Part::Subgoal)
+        change([&](Goal &goal) { return toggleSubgoal(goal, toggled.id); });
+    else if (toggled.part == GoalRow::Part::Task)
+        change([&](Goal &goal) { return toggleTask(goal, toggled.subgoalID, toggled.id); });
 }
 
 void GoalCardModel::toggleRowEditing(int row)
@@ -197,12 +166,10 @@ void GoalCardModel::removeRow(int row)
     if (!rowAt(row))
         return;
     const GoalCardRow removed = *rowAt(row);
-    const auto hasID = [&](const auto &record) { return record.id == removed.id; };
     if (removed.part == GoalRow::Part::Subgoal)
-        change([&](Goal &goal) { return goal.subgoals && goal.subgoals->removeIf(hasID) > 0; });
+        change([&](Goal &goal) { return removeSubgoal(goal, removed.id); });
     else if (removed.part == GoalRow::Part::Task)
-        changeSubgoal(removed.subgoalID,
-                      [&](Subgoal &subgoal) { return subgoal.tasks && subgoal.tasks->removeIf(hasID) > 0; });
+        change([&](Goal &goal) { return removeTask(goal, removed.id, removed.subgoalID); });
 }
 
 void GoalCardModel::setRowTitle(int row, const QString &title)
@@ -210,13 +177,12 @@ void GoalCardModel::setRowTitle(int row, const QString &title)
     if (!rowAt(row))
         return;
     const GoalCardRow changed = *rowAt(row);
-    const auto setTitle = [&](auto &record) { return std::exchange(record.title, title) != title; };
     switch (changed.part) {
     case GoalRow::Part::Subgoal:
-        changeSubgoal(changed.id, setTitle);
+        change([&](Goal &goal) { return renameSubgoal(goal, changed.id, title); });
         break;
     case GoalRow::Part::Task:
-        changeTask(changed, setTitle);
+        change([&](Goal &goal) { return renameTask(goal, changed.subgoalID, changed.id, title); });
         break;
     case GoalRow::Part::AddTask:
         m_newTasks.insert(changed.id, title);
@@ -230,10 +196,9 @@ void GoalCardModel::setRowWeight(int row, double weight)
     if (!rowAt(row))
         return;
     const GoalCardRow changed = *rowAt(row);
-    // Steps of a tenth add up to 0.30000000000000004 and the like.
-    const double rounded = std::round(weight * 10) / 10;
+    const double rounded = roundedTaskWeight(weight);
     if (changed.part == GoalRow::Part::Task) {
-        changeTask(changed, [&](GoalTask &task) { return std::exchange(task.weight, rounded) != rounded; });
+        change([&](Goal &goal) { return weighTask(goal, changed.subgoalID, changed.id, rounded); });
     } else if (changed.part == GoalRow::Part::AddTask) {
         m_newTaskWeights.insert(changed.id, rounded);
         refreshRows();
@@ -243,20 +208,15 @@ void GoalCardModel::setRowWeight(int row, double weight)
 bool GoalCardModel::addTask(int row)
 {
     const GoalCardRow *found = rowAt(row);
-    const QUuid id = found && found->part == GoalRow::Part::AddTask ? found->id : QUuid();
-    const QString title = trimmedBlanks(m_newTasks.value(id));
-    if (title.isEmpty())
+    if (!found || found->part != GoalRow::Part::AddTask)
         return false;
-    const double weight = m_newTaskWeights.value(id, defaultWeight);
-    m_newTasks.remove(id);
-    m_newTaskWeights.remove(id);
-    changeSubgoal(id, [&](Subgoal &subgoal) {
-        if (!subgoal.tasks)
-            subgoal.tasks.emplace();
-        subgoal.tasks->append(GoalTask{.title = title, .weight = weight});
-        return true;
-    });
-    return true;
+    const GoalCardRow added = *found;
+    // The row is empty again before the store announces the task.
+    if (trimmedBlanks(added.title).isEmpty())
+        return false;
+    m_newTasks.remove(added.id);
+    m_newTaskWeights.remove(added.id);
+    return change([&](Goal &goal) { return tessaly::addTask(goal, added.id, added.title, added.weight); });
 }
 
 bool GoalCardModel::drop(const QString &idText, int row)
@@ -312,14 +272,16 @@ QUuid GoalCardModel::neighbour(const GoalCardRow &row, int step) const
 
 bool GoalCardModel::move(const GoalCardRow &place, const QUuid &dragged, const QUuid &target)
 {
-    bool isMoved = false;
-    if (place.part == GoalRow::Part::Subgoal)
-        change([&](Goal &goal) { return isMoved = goal.subgoals && moveBefore(*goal.subgoals, dragged, target); });
-    else if (place.part == GoalRow::Part::Task)
-        changeSubgoal(QUuid(place.subgoalID), [&](Subgoal &subgoal) {
-            return isMoved = subgoal.tasks && moveBefore(*subgoal.tasks, dragged, target);
-        });
-    return isMoved;
+    const QUuid subgoalID = place.subgoalID;
+    switch (place.part) {
+    case GoalRow::Part::Subgoal:
+        return change([&](Goal &goal) { return moveSubgoal(goal, dragged, target); });
+    case GoalRow::Part::Task:
+        return change([&](Goal &goal) { return moveTask(goal, subgoalID, dragged, target); });
+    case GoalRow::Part::AddTask:
+        break;
+    }
+    return false;
 }
 
 } // namespace tessaly

@@ -7,8 +7,6 @@
 #include <QObject>
 #include <QtQml/qqml.h>
 
-#include <functional>
-
 namespace tessaly {
 
 /// One goal's card: its header, and its subgoals with their tasks as one flat list. Every change goes through the store
@@ -84,9 +82,9 @@ signals:
 
 private:
     [[nodiscard]] const GoalCardRow *rowAt(int row) const;
-    void change(const std::function<bool(Goal &)> &change);
-    void changeSubgoal(const QUuid &id, const std::function<bool(Subgoal &)> &change);
-    void changeTask(const GoalCardRow &row, const std::function<bool(GoalTask &)> &change);
+    /// Saves what the operation has changed, if it says so.
+    template <class Operation>
+    bool change(Operation operation);
     [[nodiscard]] QUuid neighbour(const GoalCardRow &row, int step) const;
     bool move(const GoalCardRow &place, const QUuid &dragged, const QUuid &target);
     void refreshRows();

@@ -17,7 +17,7 @@ Rectangle {
         // A header may be too far up to be there.
         if (row >= 0 && list.itemAtIndex(row) === null)
             list.positionViewAtIndex(row, ListView.Contain);
-        const item = list.itemAtIndex(row) as GoalListRow;
+        const item = list.itemAtIndex(row) as GoalListItem;
         if (!item?.takeFocus(part, reason))
             form.focusTitle();
     }
@@ -44,7 +44,7 @@ Rectangle {
             goals: viewModel
         }
 
-        delegate: GoalListRow {
+        delegate: GoalListItem {
             width: list.width
             columnX: list.columnX
             columnWidth: list.columnWidth
@@ -52,11 +52,11 @@ Rectangle {
             pageY: list.contentY
             onToggled: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
-                screen.handFocusTo(viewModel.toggle(goalId), GoalListRow.Circle, reason);
+                screen.handFocusTo(viewModel.toggle(goalId), GoalListItem.Circle, reason);
             }
             onRemoved: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
-                screen.handFocusTo(viewModel.remove(goalId), GoalListRow.Delete, reason);
+                screen.handFocusTo(viewModel.remove(goalId), GoalListItem.Delete, reason);
             }
             onDragMoved: pointerY => list.driftNear(y + pointerY, y, y + height)
             onDragEnded: list.driftSpeed = 0

@@ -164,10 +164,8 @@ void GoalViewModel::refreshRows()
 {
     const QList<Goal> &goals = m_store->goals();
     QList<GoalListRow> rows;
-    for (const Goal &goal : goals) {
-        if (!goal.isComplete)
-            rows.append({.kind = GoalRow::Kind::ActiveGoal, .goalID = goal.id});
-    }
+    for (const qsizetype row : activeGoals(goals))
+        rows.append({.kind = GoalRow::Kind::ActiveGoal, .goalID = goals.at(row).id});
     const QString uncategorized = m_store->text(uncategorizedTexts.first, uncategorizedTexts.second);
     const QList<GoalCategory> categories = completedGoalsByCategory(goals, uncategorized);
     const bool isCompletedExpanded = m_isCompletedExpanded && !categories.isEmpty();

@@ -40,7 +40,7 @@ QString joined(std::initializer_list<QStringView> parts)
 
 } // namespace
 
-QList<QList<DayEvent>> eventsByDay(const QList<QDate> &days, const ScheduleSource &source)
+QList<QList<DayEvent>> viewportSchedules(const QList<QDate> &days, const ScheduleSource &source)
 {
     QList<QList<DayEvent>> events(days.size());
     const std::optional<InstantRange> range = viewport(days, source.calendar);
@@ -138,15 +138,24 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<Da
     return rows;
 }
 
-QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source)
+QList<qsizetype> selectedSchedules(QDate day, const ScheduleSource &source)
 {
-    QList<DayListRow> rows;
+    QList<qsizetype> rows;
     const Instant start = source.calendar.startOfDay(day);
     for (const ScheduleIndex::Entry &entry :
          source.index.startingIn(start.plus(-daySeconds), start.plus(2 * daySeconds))) {
         const ScheduleItem &schedule = source.schedules.at(entry.row);
-        if (source.calendar.day(schedule.date) != day || !isDisplayed(schedule, source.visibleCalendarIDs))
-            continue;
+        if (source.calendar.day(schedule.date) == day && isDisplayed(schedule, source.visibleCalendarIDs))
+            rows.append(entry.row);
+    }
+    return rows;
+}
+
+QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source)
+{
+    QList<DayListRow> rows;
+    for (const qsizetype row : selectedSchedules(day, source)) {
+        const ScheduleItem &schedule = source.schedules.at(row);
         rows.append({.id = schedule.id,
                      .title = displayTitle(schedule),
                      .timeRange = timeRangeText(schedule.date, schedule.endDate, source.calendar),

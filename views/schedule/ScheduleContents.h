@@ -25,8 +25,8 @@ struct DayMarks
     CalendarScope scope = CalendarScope::Week;
 };
 
-/// For each of the consecutive days, the displayed schedules in view that start on it, sorted by start.
-[[nodiscard]] QList<QList<DayEvent>> eventsByDay(const QList<QDate> &days, const ScheduleSource &source);
+/// The displayed schedules in view by the day of their start, for each of the consecutive days, sorted by start.
+[[nodiscard]] QList<QList<DayEvent>> viewportSchedules(const QList<QDate> &days, const ScheduleSource &source);
 
 [[nodiscard]] QList<DayRow> dayRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
                                     const DayMarks &marks, bool isEnglish);
@@ -35,7 +35,8 @@ struct DayMarks
                                         const QUuid &selectedID);
 [[nodiscard]] QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
                                                 const ScheduleSource &source, QDate focusDay);
-/// Every displayed schedule that starts on the day.
+/// Rows of the displayed schedules that start on the day, sorted by start.
+[[nodiscard]] QList<qsizetype> selectedSchedules(QDate day, const ScheduleSource &source);
 [[nodiscard]] QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source);
 
 /// The row that an arrow key leads to among blocks ordered by day and time: within the day, or the block nearest in

@@ -106,7 +106,7 @@ void ScheduleViewModel::setDayWidth(double width)
     m_dayWidth = width;
     emit dayWidthChanged();
     if (m_store && m_scope == Scope::Week)
-        refreshBlocks(eventsByDay(m_visibleDays, source()));
+        refreshBlocks(viewportSchedules(m_visibleDays, source()));
 }
 
 void ScheduleViewModel::setFocusDate(Instant date)
@@ -218,7 +218,7 @@ void ScheduleViewModel::onDisplayHoursChanged()
 void ScheduleViewModel::refresh()
 {
     m_visibleDays = visibleDays(calendarScope(), focusDay(), m_store->calendar());
-    const QList<QList<DayEvent>> events = eventsByDay(m_visibleDays, source());
+    const QList<QList<DayEvent>> events = viewportSchedules(m_visibleDays, source());
     m_days.setRows(
         dayRows(m_visibleDays, events, {m_store->today(), focusDay(), calendarScope()}, m_store->isEnglish()));
     if (m_scope == Scope::Week)

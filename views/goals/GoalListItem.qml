@@ -40,7 +40,7 @@ Item {
             return false;
         if (!isGoal)
             item.forceActiveFocus(reason);
-        else if (part === GoalListRow.Circle)
+        else if (part === GoalListItem.Circle)
             (item as GoalCard).focusCircle(reason);
         else
             (item as GoalCard).focusDelete(reason);
