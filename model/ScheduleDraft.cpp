@@ -2,8 +2,13 @@
 
 #include "model/DisplayTitle.h"
 #include "model/ScheduleRules.h"
+#include "model/Uuid.h"
+
+#include <QJsonArray>
 
 namespace tessaly {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,6 +19,60 @@ void resetFields(ScheduleDraft &draft)
     draft.endDate = draft.item.end();
     draft.tag = draft.item.tag.value_or(QString());
     draft.notes = draft.item.notes;
+}
+
+QJsonValue toJson(const QString &text)
+{
+    return text;
+}
+
+QJsonValue toJson(const Instant &instant)
+{
+    return instant.seconds;
+}
+
+QJsonValue toJson(const QList<ScheduleTask> &tasks)
+{
+    QJsonArray json;
+    for (const ScheduleTask &task : tasks)
+        json.append(
+            QJsonObject{{u"id"_s, uuidText(task.id)}, {u"title"_s, task.title}, {u"isComplete"_s, task.isComplete}});
+    return json;
+}
+
+void read(const QJsonValue &json, QString &text)
+{
+    text = json.toString(text);
+}
+
+void read(const QJsonValue &json, Instant &instant)
+{
+    instant.seconds = json.toDouble(instant.seconds);
+}
+
+void read(const QJsonValue &json, QList<ScheduleTask> &tasks)
+{
+    if (!json.isArray())
+        return;
+    tasks.clear();
+    const QJsonArray entries = json.toArray();
+    for (const QJsonValue &entry : entries)
+        tasks.append({.id = QUuid::fromString(entry["id"_L1].toString()),
+                      .title = entry["title"_L1].toString(),
+                      .isComplete = entry["isComplete"_L1].toBool()});
+}
+
+/// Calls `visit` with each field that can be typed into: its key and where it is.
+template <class Visit>
+void visitFields(Visit visit)
+{
+    visit("title"_L1, &ScheduleDraft::title);
+    visit("tag"_L1, &ScheduleDraft::tag);
+    visit("startDate"_L1, &ScheduleDraft::startDate);
+    visit("endDate"_L1, &ScheduleDraft::endDate);
+    visit("notes"_L1, &ScheduleDraft::notes);
+    visit("tasks"_L1, &ScheduleDraft::tasks);
+    visit("newTask"_L1, &ScheduleDraft::newTask);
 }
 
 } // namespace
@@ -60,6 +119,23 @@ ScheduleItem scheduleWithTasks(const ScheduleDraft &draft)
     ScheduleItem changed = draft.item;
     changed.tasks = draft.tasks;
     return changed;
+}
+
+QJsonObject typedFields(const ScheduleDraft &draft, const ScheduleDraft &opened)
+{
+    QJsonObject fields;
+    visitFields([&](QLatin1String key, auto field) {
+        if (draft.*field != opened.*field)
+            fields.insert(key, toJson(draft.*field));
+    });
+    return fields;
+}
+
+void takeUpTyped(ScheduleDraft &draft, const QJsonObject &fields)
+{
+    const ScheduleDraft opened = draft;
+    visitFields([&](QLatin1String key, auto field) { read(fields[key], draft.*field); });
+    draft.isEditing = draft.isEditing || draft != opened;
 }
 
 void cancelEditing(ScheduleDraft &draft)

@@ -2,6 +2,8 @@
 
 #include "model/ScheduleItem.h"
 
+#include <QJsonObject>
+
 namespace tessaly {
 
 /// What the note editor holds while it is open. `item` is the schedule as it was when the editor opened; it is not
@@ -35,6 +37,13 @@ void addTask(ScheduleDraft &draft);
 [[nodiscard]] ScheduleItem editedSchedule(const ScheduleDraft &draft);
 /// The schedule as it was, with the draft's tasks.
 [[nodiscard]] ScheduleItem scheduleWithTasks(const ScheduleDraft &draft);
+
+/// What was typed, to be brought back later: the fields that differ from those the editor opened with. Empty when none
+/// does.
+[[nodiscard]] QJsonObject typedFields(const ScheduleDraft &draft, const ScheduleDraft &opened);
+/// Puts fields of typedFields() in the place of the draft's own and goes to edit mode if any of them differs. What
+/// cannot be read is left out.
+void takeUpTyped(ScheduleDraft &draft, const QJsonObject &fields);
 
 /// Back to view mode and to the schedule's own values. The task list becomes the schedule's list, empty when it has
 /// none: the single task of early versions reappears only when the editor opens again.

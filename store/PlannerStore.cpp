@@ -8,13 +8,15 @@ namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
-      m_documentLibrary(this->ports(), values()), m_feedReader(std::make_unique<CalendarFeedReader>())
+      m_documentLibrary(this->ports(), values()), m_noteDrafts(values()),
+      m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
     if (auto data = m_dataWriter.load())
         m_data = *std::move(data);
     m_documentLibrary.load();
+    m_noteDrafts.load();
     m_hadUnreadableData = values().hasUnreadable();
     connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {

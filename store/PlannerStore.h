@@ -5,6 +5,7 @@
 #include "model/RowsChange.h"
 #include "platform/EventStore.h"
 #include "store/DocumentLibrary.h"
+#include "store/NoteDrafts.h"
 #include "store/PlannerSettings.h"
 #include "store/SavedDataWriter.h"
 #include "store/WaitingReminders.h"
@@ -47,6 +48,8 @@ public:
 
     /// The reminders of to-dos that are still to come.
     [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
+    /// What was typed into the notes of schedules and is not saved yet.
+    [[nodiscard]] NoteDrafts &noteDrafts() { return m_noteDrafts; }
 
     /// Whether something that was stored could not be decoded at the start, so that less may be shown than was entered.
     /// It is kept aside under a key of its own before a save can take its place.
@@ -144,6 +147,7 @@ private:
     QList<CalendarFeed> m_calendarFeeds;
     QList<CalendarOption> m_availableCalendars;
     DocumentLibrary m_documentLibrary;
+    NoteDrafts m_noteDrafts;
     std::unique_ptr<CalendarFeedReader> m_feedReader;
     /// The feeds whose calendars are being downloaded or read, one entry for each time.
     QList<QUuid> m_feedsUnderWay;

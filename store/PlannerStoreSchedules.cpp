@@ -35,6 +35,7 @@ void PlannerStore::deleteSchedule(const ScheduleItem &item)
         removeCalendarEvent(*item.calendarEventIdentifier);
     if (const auto rows = removeRecords(m_data.schedules, item.id))
         schedulesAssigned(*rows);
+    m_noteDrafts.drop(item.id);
 }
 
 void PlannerStore::clearPersonalContent()
@@ -49,6 +50,7 @@ void PlannerStore::clearPersonalContent()
         }
         schedulesAssigned({RowsChange::Kind::Updated, 0, m_data.schedules.size()});
     }
+    m_noteDrafts.dropAll();
     m_data.reminders.clear();
     remindersAssigned({});
     m_data.goals.clear();

@@ -153,6 +153,40 @@ private slots:
 
         QCOMPARE(draft, draftOf(item, NoteMode::View));
     }
+
+    void whatWasTypedComesBackOverTheScheduleOfToday()
+    {
+        const ScheduleDraft opened = draftOf(lecture(), NoteMode::Edit);
+        QVERIFY(typedFields(opened, opened).isEmpty());
+        ScheduleDraft typed = opened;
+        typed.tag = QString();
+        typed.notes = QStringLiteral("第一行\n\"two\"");
+        typed.endDate = {0.1};
+        typed.newTask = QStringLiteral("Pri");
+        typed.tasks = {{.title = QStringLiteral("Read"), .isComplete = true}};
+        const QJsonObject fields = typedFields(typed, opened);
+
+        ScheduleItem today = opened.item;
+        today.title = QStringLiteral("Renamed elsewhere");
+        ScheduleDraft back = draftOf(today, NoteMode::View);
+        takeUpTyped(back, fields);
+
+        typed.item = today;
+        typed.title = today.title;
+        QCOMPARE(back, typed);
+        QCOMPARE(typedFields(back, draftOf(today, NoteMode::Edit)), fields);
+    }
+
+    void fieldsThatCannotBeReadAreLeftOut()
+    {
+        ScheduleDraft draft = draftOf(lecture(), NoteMode::View);
+        const ScheduleDraft opened = draft;
+        takeUpTyped(draft, {{QStringLiteral("title"), 1},
+                            {QStringLiteral("endDate"), QStringLiteral("soon")},
+                            {QStringLiteral("tasks"), QJsonObject()},
+                            {QStringLiteral("other"), true}});
+        QCOMPARE(draft, opened);
+    }
 };
 
 TESSALY_TEST_MAIN(ScheduleDraftTest)

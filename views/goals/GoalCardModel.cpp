@@ -18,6 +18,12 @@ QUuid neighbourID(const QList<Record> &records, const QUuid &id, int step)
     return place < records.size() && other >= 0 && other < records.size() ? records.at(other).id : QUuid();
 }
 
+/// Puts a former name in the place of a blank one; whether that changes anything.
+bool giveNameBack(QString &name, const QString &formerName)
+{
+    return trimmedBlanks(name).isEmpty() && std::exchange(name, formerName) != formerName;
+}
+
 } // namespace
 
 GoalCardModel::GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *parent)
@@ -26,6 +32,25 @@ GoalCardModel::GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &GoalCardModel::goalChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &GoalCardModel::goalChanged);
     refresh();
+}
+
+GoalCardModel::~GoalCardModel()
+{
+    change([this](Goal &goal) {
+        bool isChanged = m_isEditing && giveNameBack(goal.title, m_formerTitle);
+        const auto giveBack = [&](auto &records, const QHash<QUuid, QString> &formerTitles) {
+            for (auto former = formerTitles.cbegin(); former != formerTitles.cend(); ++former) {
+                if (auto *record = findRecord(records, former.key()))
+                    isChanged |= giveNameBack(record->title, former.value());
+            }
+        };
+        giveBack(goal.subgoals, m_editingSubgoals);
+        if (!m_editingTasks.isEmpty() && goal.subgoals) {
+            for (Subgoal &subgoal : *goal.subgoals)
+                giveBack(subgoal.tasks, m_editingTasks);
+        }
+        return isChanged;
+    });
 }
 
 void GoalCardModel::refresh()

@@ -29,6 +29,8 @@ class GoalCardModel : public QObject
 public:
     /// The store must outlive the card.
     GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *parent);
+    /// What is left without a name while it is edited gets its former one back.
+    ~GoalCardModel() override;
 
     [[nodiscard]] const QString &title() const { return m_goal.title; }
     void setTitle(const QString &title);

@@ -24,6 +24,7 @@ Sheet {
 
     title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
     sheetWidth: 540
+    status: note?.isBroughtBack ? Language.text("已恢复上次未保存的修改。", "Changes that had not been saved were brought back.") : ""
     primaryButton: primary
     onOpened: {
         if (isEditing)

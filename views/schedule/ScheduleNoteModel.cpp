@@ -2,11 +2,20 @@
 
 #include "store/PlannerStore.h"
 
+#include <chrono>
+
 namespace tessaly {
 
-ScheduleNoteModel::ScheduleNoteModel(const PlannerStore &store, const ScheduleItem &item, NoteMode mode,
+namespace {
+
+/// What is typed is at most so old when it reaches the disk.
+constexpr std::chrono::milliseconds longestDraftAge(500);
+
+} // namespace
+
+ScheduleNoteModel::ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode,
                                      QObject *parent)
-    : QObject(parent), m_store(store), m_draft(draftOf(item, mode)),
+    : QObject(parent), m_store(store), m_draft(draftOf(item, mode)), m_opened(m_draft),
       m_tasks({
           {"title", [](const NoteTaskRow &row) -> QVariant { return row.title; }},
           {"isComplete", [](const NoteTaskRow &row) -> QVariant { return row.isComplete; }},
@@ -15,7 +24,39 @@ ScheduleNoteModel::ScheduleNoteModel(const PlannerStore &store, const ScheduleIt
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleNoteModel::languageChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::languageChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::fieldsChanged);
+    takeUpTyped(m_draft, store.noteDrafts().draft(item.id));
+    m_isBroughtBack = !typedFields(m_draft, m_opened).isEmpty();
     refreshTasks();
+    m_draftTimer.setSingleShot(true);
+    m_draftTimer.setInterval(longestDraftAge);
+    connect(&m_draftTimer, &QTimer::timeout, this, &ScheduleNoteModel::keepDraft);
+    connect(this, &ScheduleNoteModel::fieldsChanged, this, &ScheduleNoteModel::onTyped);
+    connect(this, &ScheduleNoteModel::tasksChanged, this, &ScheduleNoteModel::onTyped);
+}
+
+ScheduleNoteModel::~ScheduleNoteModel()
+{
+    if (m_draftTimer.isActive())
+        keepDraft();
+}
+
+void ScheduleNoteModel::onTyped()
+{
+    if (m_draft.isEditing && !m_draftTimer.isActive())
+        m_draftTimer.start();
+}
+
+void ScheduleNoteModel::keepDraft()
+{
+    m_draftTimer.stop();
+    m_store.noteDrafts().keep(m_draft.item.id, typedFields(m_draft, m_opened));
+}
+
+void ScheduleNoteModel::dropDraft()
+{
+    m_draftTimer.stop();
+    m_isBroughtBack = false;
+    m_store.noteDrafts().drop(m_draft.item.id);
 }
 
 QString ScheduleNoteModel::timeText() const
@@ -92,6 +133,7 @@ void ScheduleNoteModel::startEditing()
 void ScheduleNoteModel::cancel()
 {
     cancelEditing(m_draft);
+    dropDraft();
     refreshTasks();
     emit fieldsChanged();
     emit isEditingChanged();
@@ -102,6 +144,9 @@ void ScheduleNoteModel::save()
     const ScheduleItem edited = editedSchedule(m_draft);
     m_draft.isEditing = false;
     emit saved(edited);
+    // While the schedule could not be written, the draft is all that there is of it on the disk.
+    if (!m_store.hasUnsavedChanges())
+        dropDraft();
 }
 
 void ScheduleNoteModel::toggleTask(int row)

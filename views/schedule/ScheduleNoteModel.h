@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QTimer>
 #include <QtQml/qqml.h>
 #include <QUuid>
 
@@ -24,13 +25,15 @@ struct NoteTaskRow
     bool operator==(const NoteTaskRow &) const = default;
 };
 
-/// The note editor of one schedule, in view or edit mode. It works on a copy and hands the changed schedule over.
+/// The note editor of one schedule, in view or edit mode. It works on a copy and hands the changed schedule over. What is
+/// typed is kept as a draft until it is saved or cancelled, and the next editor of the schedule brings it back.
 class ScheduleNoteModel : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Belongs to ScheduleViewModel")
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
+    Q_PROPERTY(bool isBroughtBack READ isBroughtBack NOTIFY isEditingChanged)
     Q_PROPERTY(QString heading READ heading CONSTANT)
     Q_PROPERTY(QString timeText READ timeText NOTIFY languageChanged)
     Q_PROPERTY(QString savedTag READ savedTag CONSTANT)
@@ -44,10 +47,13 @@ class ScheduleNoteModel : public QObject
     Q_PROPERTY(int taskCount READ taskCount NOTIFY tasksChanged)
 
 public:
-    /// The store must outlive the note; it serves texts and the calendar only.
-    ScheduleNoteModel(const PlannerStore &store, const ScheduleItem &item, NoteMode mode, QObject *parent = nullptr);
+    /// The store must outlive the note. Opens in edit mode, whatever was asked for, when a draft comes back.
+    ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode, QObject *parent = nullptr);
+    ~ScheduleNoteModel() override;
 
     [[nodiscard]] bool isEditing() const { return m_draft.isEditing; }
+    /// Whether what is being edited was typed before the note was opened.
+    [[nodiscard]] bool isBroughtBack() const { return m_isBroughtBack; }
     /// The schedule as it was when the note opened: its title, its times in words, its tag.
     [[nodiscard]] QString heading() const { return displayTitle(m_draft.item); }
     [[nodiscard]] QString timeText() const;
@@ -93,9 +99,15 @@ signals:
 private:
     [[nodiscard]] bool hasTask(int row) const { return row >= 0 && row < m_draft.tasks.size(); }
     void refreshTasks();
+    void onTyped();
+    void keepDraft();
+    void dropDraft();
 
-    const PlannerStore &m_store;
+    PlannerStore &m_store;
     ScheduleDraft m_draft;
+    ScheduleDraft m_opened;
+    QTimer m_draftTimer;
+    bool m_isBroughtBack = false;
     RowListModel<NoteTaskRow> m_tasks;
 };
 

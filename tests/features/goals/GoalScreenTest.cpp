@@ -248,6 +248,33 @@ private slots:
         QCOMPARE(given.store->goals().first().subgoals->at(1).title, u"Index"_s);
     }
 
+    void leavingTheScreenGivesEmptiedNamesBack()
+    {
+        GoalDriver given;
+        given.open({writing(), {.title = u"Read"_s}});
+        for (qsizetype goal : {0, 1})
+            given.card(goal).toggleEditing();
+        for (int row : {0, 1, 2})
+            given.card().toggleRowEditing(row);
+        given.card().setTitle({});
+        given.card().setRowTitle(0, u"  "_s);
+        given.card().setRowTitle(1, {});
+        given.card().setRowTitle(2, u"second"_s);
+        given.card(1).setTitle(u"Read on"_s);
+
+        const int saves = given.saves([&] { given.screen.reset(); });
+
+        QCOMPARE(saves, 1);
+        Goal expected = writing();
+        expected.subgoals->first().tasks->operator[](1).title = u"second"_s;
+        const Goal &left = given.store->goals().first();
+        QCOMPARE(left.title, expected.title);
+        QCOMPARE(left.subgoals->first().title, expected.subgoals->first().title);
+        for (qsizetype task : {0, 1})
+            QCOMPARE(left.subgoals->first().tasks->at(task).title, expected.subgoals->first().tasks->at(task).title);
+        QCOMPARE(given.store->goals().at(1).title, u"Read on"_s);
+    }
+
     void rowsAndGoalsAreRemovedAtOnce()
     {
         GoalDriver given;

@@ -23,6 +23,9 @@ public:
     /// The screen opens, as each time the sidebar selects it.
     void opensScreen();
 
+    /// The note that is open or was last.
+    [[nodiscard]] ScheduleNoteModel &note() const { return *screen->sheets()->note(); }
+
     // Then
     /// Titles of the week's blocks, each with its place: "2 Lecture".
     [[nodiscard]] QStringList blocks() const;

@@ -1,5 +1,8 @@
 #include "tests/features/schedule/ScheduleDriver.h"
+#include "store/PreferenceKeys.h"
 #include "tests/support/TestMain.h"
+
+#include <functional>
 
 using namespace tessaly;
 
@@ -62,6 +65,82 @@ private slots:
         QVERIFY(!driver.screen->sheets()->isNoteOpen());
         QVERIFY(!driver.stored(lecture).tasks->at(0).isComplete);
         QVERIFY(driver.stored(lecture).tasks->at(1).isComplete);
+    }
+
+    void whatIsTypedOutlivesTheScreenAndTheProgram_data()
+    {
+        QTest::addColumn<bool>("isKilled");
+        QTest::newRow("the screen goes") << false;
+        QTest::newRow("the program is killed") << true;
+    }
+
+    void whatIsTypedOutlivesTheScreenAndTheProgram()
+    {
+        QFETCH(bool, isKilled);
+        ScheduleDriver driver;
+        const ScheduleItem item = driver.has(lecture, wednesday, {9, 0}, {10, 0});
+        driver.opensScreen();
+        driver.screen->editListed(0);
+        driver.note().setNotes(QStringLiteral("Bring the book"));
+        if (isKilled)
+            QTRY_VERIFY(driver.preferences.keys().contains(keys::noteDrafts));
+        FakePreferences onDisk = driver.preferences;
+        driver.screen.reset();
+        driver.store.reset();
+        if (isKilled)
+            driver.preferences = onDisk;
+
+        driver.store = std::make_unique<PlannerStore>(driver.ports());
+        driver.opensScreen();
+        driver.screen->selectBlock(0);
+
+        QVERIFY(driver.note().isEditing());
+        QVERIFY(driver.note().isBroughtBack());
+        QCOMPARE(driver.note().notes(), QStringLiteral("Bring the book"));
+        QCOMPARE(driver.stored(lecture), item);
+    }
+
+    void leavingTheFormForgetsTheDraft_data()
+    {
+        QTest::addColumn<std::function<void(ScheduleDriver &)>>("leave");
+        QTest::newRow("cancel") << std::function([](ScheduleDriver &driver) { driver.note().cancel(); });
+        QTest::newRow("save") << std::function([](ScheduleDriver &driver) { driver.note().save(); });
+        QTest::newRow("the schedule is deleted") << std::function([](ScheduleDriver &driver) {
+            driver.store->deleteSchedule(driver.store->schedules().first());
+        });
+        QTest::newRow("everything is cleared")
+            << std::function([](ScheduleDriver &driver) { driver.store->clearPersonalContent(); });
+    }
+
+    void leavingTheFormForgetsTheDraft()
+    {
+        QFETCH(std::function<void(ScheduleDriver &)>, leave);
+        ScheduleDriver driver;
+        const ScheduleItem item = driver.has(lecture, wednesday, {9, 0}, {10, 0});
+        driver.opensScreen();
+        driver.screen->editListed(0);
+        driver.note().setNotes(QStringLiteral("Bring the book"));
+        QTRY_VERIFY(!driver.store->noteDrafts().draft(item.id).isEmpty());
+
+        leave(driver);
+        driver.screen.reset();
+
+        QVERIFY(driver.store->noteDrafts().draft(item.id).isEmpty());
+    }
+
+    void aScheduleThatCannotBeWrittenKeepsItsDraft()
+    {
+        ScheduleDriver driver;
+        const ScheduleItem item = driver.has(lecture, wednesday, {9, 0}, {10, 0});
+        driver.opensScreen();
+        driver.screen->editListed(0);
+        driver.note().setNotes(QStringLiteral("Bring the book"));
+
+        driver.preferences.failWritesWith(Error{ErrorCode::StorageFull, {}});
+        driver.note().save();
+        driver.screen.reset();
+
+        QVERIFY(!driver.store->noteDrafts().draft(item.id).isEmpty());
     }
 
     void timesAreWorded()
