@@ -5,6 +5,7 @@ import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left, Right, Home and End choose a part, Up and Down change it.
+/// Tab leads to the first part.
 /// Digits and the letters of a month's name type it, a separator leads to the next one; a whole date in ISO 8601 or in
 /// either language is read too. Select-all, copy and paste take the whole text. What is no date makes the border red and
 /// leaves the value alone. The icon, Alt+Down, F4 and Space open a calendar.
@@ -84,9 +85,11 @@ AppTextField {
     text: editor.text
     onTextChanged: showPart()
     onActiveFocusChanged: {
-        if (activeFocus)
+        if (activeFocus) {
+            if (focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason)
+                editor.movePart(-text.length);
             showPart();
-        else {
+        } else {
             editor.finishTyping();
             deselect();
         }

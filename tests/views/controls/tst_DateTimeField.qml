@@ -105,6 +105,24 @@ Item {
             compare(field.last.getTime(), data.result.getTime());
         }
 
+        function test_tab_leads_to_the_first_part() {
+            const field = createTemporaryObject(fieldComponent, stage);
+            const other = createTemporaryObject(fieldComponent, stage, {y: 60});
+            field.forceActiveFocus(Qt.TabFocusReason);
+            pressAll("2027-10");
+            keyClick(Qt.Key_Tab);
+            verify(other.activeFocus);
+            keyClick(Qt.Key_Backtab);
+            pressAll("↑");
+            compare(field.value.getTime(), new Date(2028, 9, 11, 17, 5).getTime());
+
+            pressAll("→→↓");
+            other.forceActiveFocus(Qt.MouseFocusReason);
+            field.forceActiveFocus(Qt.ActiveWindowFocusReason);
+            pressAll("↓");
+            compare(field.value.getTime(), new Date(2028, 9, 9, 17, 5).getTime(), "the window came back");
+        }
+
         function test_what_is_no_moment_is_refused_data() {
             return [
                 {tag: "day beyond the month", keys: "2026-02-30"},
