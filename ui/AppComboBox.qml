@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A pop-up choice. The list opens over the box with the current value under the pointer; the wheel scrolls the page,
-/// not the value; typing selects.
+/// not the value; typing selects. Without entries it does not open.
 T.ComboBox {
     id: combo
 
@@ -15,6 +15,15 @@ T.ComboBox {
     property string name
 
     readonly property int entryHeight: 30
+
+    function openList() {
+        if (count > 0)
+            popup.open();
+    }
+
+    function isSpaceForNothing(event: KeyEvent): bool {
+        return event.key === Qt.Key_Space && count === 0;
+    }
 
     /// False when the key types nothing.
     function hasTyped(event: KeyEvent): bool {
@@ -54,7 +63,7 @@ T.ComboBox {
                 return;
             }
         }
-        popup.open();
+        openList();
     }
 
     implicitWidth: 160
@@ -67,10 +76,11 @@ T.ComboBox {
     Accessible.name: name
     // The role has no value of its own in Qt 6.4, and the entries, none of which has the focus, are not told.
     Accessible.description: popup.visible && highlightedIndex >= 0 ? textAt(highlightedIndex) : displayText
-    Accessible.onPressAction: popup.open()
+    Accessible.onPressAction: openList()
     Keys.onReturnPressed: event => combo.returnPressed(event)
     Keys.onEnterPressed: event => combo.returnPressed(event)
-    Keys.onPressed: event => event.accepted = combo.hasTyped(event)
+    Keys.onPressed: event => event.accepted = combo.isSpaceForNothing(event) || combo.hasTyped(event)
+    Keys.onReleased: event => event.accepted = combo.isSpaceForNothing(event)
 
     ChoiceTyping {
         id: typing
@@ -81,6 +91,13 @@ T.ComboBox {
 
         interval: Theme.typingPause
         onTriggered: typing.clear()
+    }
+
+    // Without entries a press is not for the box, which would open.
+    MouseArea {
+        anchors.fill: parent
+        enabled: combo.count === 0
+        onPressed: combo.forceActiveFocus(Qt.MouseFocusReason)
     }
 
     background: FieldFrame {

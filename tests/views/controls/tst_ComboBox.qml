@@ -44,6 +44,25 @@ Item {
             signalName: "activated"
         }
 
+        function test_without_entries_it_does_not_open_data() {
+            return [
+                {tag: "click", open: combo => mouseClick(combo)},
+                {tag: "space", open: () => keyClick(Qt.Key_Space)},
+                {tag: "return", open: () => keyClick(Qt.Key_Return)},
+                {tag: "assistive technology", open: combo => combo.Accessible.pressAction()}
+            ];
+        }
+
+        function test_without_entries_it_does_not_open(data) {
+            const combo = createTemporaryObject(comboComponent, stage, {model: []});
+            combo.forceActiveFocus(Qt.TabFocusReason);
+            data.open(combo);
+            verify(!combo.popup.visible);
+            combo.model = ["Recipes"];
+            data.open(combo);
+            verify(combo.popup.visible);
+        }
+
         function test_typing_chooses_in_a_closed_box_data() {
             return [
                 {tag: "first letter", keys: "l", index: 1},
