@@ -45,6 +45,15 @@ T.AbstractButton {
         border.width: block.isSelected ? 2 : 0
         border.color: block.fullColor
 
+        // Sets it off from a block that it touches or covers.
+        Rectangle {
+            z: -1
+            anchors.fill: parent
+            anchors.margins: -1
+            radius: Theme.blockRadius + 1
+            color: Theme.card
+        }
+
         Rectangle {
             width: 2 * radius
             height: parent.height
