@@ -18,10 +18,20 @@ Item {
         circle.forceActiveFocus(reason);
     }
 
+    function endEditing() {
+        editAction.forceActiveFocus(Qt.TabFocusReason);
+        card.toggleEditing();
+    }
+
     function focusDelete(reason: int) {
         deleteAction.forceActiveFocus(reason);
     }
 
+    Keys.onEscapePressed: event => {
+        event.accepted = card.isEditing;
+        if (card.isEditing)
+            endEditing();
+    }
     height: (card.isEditing ? 88 : 72) + (card.dueText === "" ? 0 : 18)
 
     HoverHandler {
@@ -72,10 +82,7 @@ Item {
             font.weight: Theme.heading.weight
             text: header.card.title
             onTextEdited: header.card.title = text
-            onAccepted: {
-                editAction.forceActiveFocus(Qt.TabFocusReason);
-                header.card.toggleEditing();
-            }
+            onAccepted: header.endEditing()
         }
         // qmllint enable unqualified
     }

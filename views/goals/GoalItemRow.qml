@@ -19,8 +19,19 @@ Item {
         row.draggedTo(middle + handle.offset + row.scrolledBy);
     }
 
+    function endEditing() {
+        editAction.forceActiveFocus(Qt.TabFocusReason);
+        editAction.clicked();
+    }
+
     function focusDelete(reason: int) {
         deleteAction.forceActiveFocus(reason);
+    }
+
+    Keys.onEscapePressed: event => {
+        event.accepted = row.isEditing;
+        if (row.isEditing)
+            endEditing();
     }
 
     Connections {
@@ -88,10 +99,7 @@ Item {
             sourceComponent: GoalItemEditor {
                 // qmllint disable unqualified
                 row: itemRow.row
-                onFinished: {
-                    editAction.forceActiveFocus(Qt.TabFocusReason);
-                    editAction.clicked();
-                }
+                onFinished: itemRow.endEditing()
                 // qmllint enable unqualified
             }
         }
