@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Shell
+import Tessaly.Store
 import Tessaly.Ui
 
 /// The first start's question for the user's name.
@@ -51,20 +52,36 @@ Sheet {
         onAccepted: prompt.save()
     }
 
-    Row {
-        anchors.right: parent.right
-        spacing: 8
+    Item {
+        width: parent.width
+        height: Theme.controlHeight
 
-        AppButton {
-            isRaised: true
-            text: Language.text("稍后再说", "Later")
-            onClicked: prompt.postpone()
+        // Nobody has to answer in a language that they cannot read.
+        SegmentedControl {
+            anchors.verticalCenter: parent.verticalCenter
+            height: Theme.smallControlHeight
+            segmentPadding: 9
+            name: Language.text("语言", "Language")
+            labels: ["中文", "English"]
+            currentIndex: PlannerStore.isEnglish ? 1 : 0
+            onChosen: index => PlannerStore.interfaceLanguage = index === 1 ? Planner.English : Planner.Chinese
         }
 
-        AppButton {
-            kind: AppButton.Primary
-            text: Language.text("开始使用", "Get started")
-            onClicked: prompt.save()
+        Row {
+            anchors.right: parent.right
+            spacing: 8
+
+            AppButton {
+                isRaised: true
+                text: Language.text("稍后再说", "Later")
+                onClicked: prompt.postpone()
+            }
+
+            AppButton {
+                kind: AppButton.Primary
+                text: Language.text("开始使用", "Get started")
+                onClicked: prompt.save()
+            }
         }
     }
 }
