@@ -11,6 +11,7 @@ T.Popup {
 
     property string title
     property TypeToken titleToken: Theme.sheetTitle
+    property int titleLines: 1
     /// Whether the sheet is open; setting it opens or closes the sheet.
     property bool isShown: false
     property int sheetWidth: 520
@@ -193,6 +194,8 @@ T.Popup {
                 width: parent.width
                 text: sheet.title
                 token: sheet.titleToken
+                isMultiline: sheet.titleLines > 1
+                maximumLineCount: sheet.titleLines
                 visible: sheet.title !== ""
                 Accessible.role: Accessible.Heading
 

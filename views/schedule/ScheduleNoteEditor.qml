@@ -23,6 +23,7 @@ Sheet {
     }
 
     title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
+    titleLines: 2
     sheetWidth: 540
     status: note?.isBroughtBack ? Language.text("已恢复上次未保存的修改。", "Changes that had not been saved were brought back.") : ""
     primaryButton: primary
