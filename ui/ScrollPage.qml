@@ -7,6 +7,8 @@ Flickable {
     id: page
 
     property int focusMargin: 16
+    /// Stays in view while what stands around it changes its size, until the focus leaves it or somebody scrolls.
+    property Item kept: null
 
     /// The nearest scroll position at which the item is in view.
     function placeFor(item: Item): real {
@@ -33,15 +35,20 @@ Flickable {
         glide.restart();
     }
 
+    function keepInView(item: Item) {
+        kept = item;
+        reveal(item);
+    }
+
     function followFocus() {
         const item = Window.activeFocusItem as Item;
-        if (item && item !== contentItem && isInside(item))
+        if (item && item !== contentItem && isInside(item, contentItem))
             reveal(item);
     }
 
-    function isInside(item: Item): bool {
+    function isInside(item: Item, outer: Item): bool {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-            if (ancestor === contentItem)
+            if (ancestor === outer)
                 return true;
         }
         return false;
@@ -51,7 +58,20 @@ Flickable {
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    onMovementStarted: kept = null
+    onContentHeightChanged: settling.restart()
     T.ScrollBar.vertical: AppScrollBar {}
+
+    // Once everything has its place.
+    Timer {
+        id: settling
+
+        interval: 0
+        onTriggered: {
+            if (page.kept)
+                page.reveal(page.kept);
+        }
+    }
 
     SequentialAnimation {
         id: glide
@@ -77,6 +97,8 @@ Flickable {
 
     Connections {
         function onActiveFocusItemChanged() {
+            if (!page.isInside(page.Window.activeFocusItem as Item, page.kept))
+                page.kept = null;
             page.followFocus();
         }
 

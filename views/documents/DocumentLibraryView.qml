@@ -9,6 +9,8 @@ import Tessaly.Ui
 Rectangle {
     id: screen
 
+    readonly property alias scroll: list
+
     /// The document is to be opened in the editor.
     signal editRequested(string documentId)
 

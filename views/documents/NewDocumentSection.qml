@@ -58,6 +58,10 @@ Item {
         y: titleField.y
         kind: AppButton.Primary
         text: Language.text("新建", "New")
-        onClicked: section.documents.addDocument()
+        onClicked: {
+            if (section.documents.documentTitle.trim() === "")
+                titleField.forceActiveFocus(Qt.OtherFocusReason);
+            section.documents.addDocument();
+        }
     }
 }

@@ -12,8 +12,8 @@ Item {
     }
 
     function add() {
-        if (row.card.addTask(row.index))
-            field.forceActiveFocus();
+        row.card.addTask(row.index);
+        takeFocus();
     }
 
     AppTextField {

@@ -158,8 +158,8 @@ Item {
         y: newSubgoal.y
         text: Language.text("添加子目标", "Add subgoal")
         onClicked: {
-            if (goalCard.card.addSubgoal())
-                newSubgoal.forceActiveFocus();
+            goalCard.card.addSubgoal();
+            newSubgoal.forceActiveFocus(Qt.OtherFocusReason);
         }
 
         PressGuard {

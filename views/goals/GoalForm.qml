@@ -16,8 +16,10 @@ Item {
     }
 
     function add() {
-        if ((!goals.hasDueDate || dueField.accept()) && goals.add())
-            titleField.forceActiveFocus();
+        if (goals.hasDueDate && !dueField.accept())
+            return;
+        goals.add();
+        focusTitle();
     }
 
     height: form.y + form.height + Theme.pageGap

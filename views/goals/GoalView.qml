@@ -10,6 +10,8 @@ import Tessaly.Ui
 Rectangle {
     id: screen
 
+    readonly property alias scroll: list
+
     /// Puts the focus on that part of the row, or on the form's title where it cannot be.
     function handFocusTo(row: int, part: int, reason: int) {
         // Until then the list answers with the rows of before.

@@ -93,7 +93,11 @@ Column {
             anchors.right: parent.right
             isRaised: true
             text: Language.text("添加并导入", "Add & import")
-            onClicked: section.viewModel.addTypedLink()
+            onClicked: {
+                if (section.viewModel.feedURL.trim() === "")
+                    field.forceActiveFocus(Qt.OtherFocusReason);
+                section.viewModel.addTypedLink();
+            }
 
             PressGuard {
                 anchors.fill: parent

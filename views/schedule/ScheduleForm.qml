@@ -15,13 +15,20 @@ Card {
     readonly property real gap: 12
     readonly property real lineGap: 14
 
+    /// A schedule was added.
+    signal added
+
     function focusTitle() {
         titleField.forceActiveFocus(Qt.OtherFocusReason);
     }
 
     function add() {
-        if (startPair.accept() && endPair.accept() && viewModel.addSchedule())
-            focusTitle();
+        if (!startPair.accept() || !endPair.accept())
+            return;
+        const isAdded = viewModel.addSchedule();
+        focusTitle();
+        if (isAdded)
+            added();
     }
 
     implicitHeight: tagField.y + tagField.height + (isWide ? gap + 1 : pad)

@@ -13,8 +13,7 @@ constexpr std::chrono::milliseconds longestDraftAge(500);
 
 } // namespace
 
-ScheduleNoteModel::ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode,
-                                     QObject *parent)
+ScheduleNoteModel::ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode, QObject *parent)
     : QObject(parent), m_store(store), m_draft(draftOf(item, mode)), m_opened(m_draft),
       m_tasks({
           {"title", [](const NoteTaskRow &row) -> QVariant { return row.title; }},

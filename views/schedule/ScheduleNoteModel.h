@@ -25,8 +25,8 @@ struct NoteTaskRow
     bool operator==(const NoteTaskRow &) const = default;
 };
 
-/// The note editor of one schedule, in view or edit mode. It works on a copy and hands the changed schedule over. What is
-/// typed is kept as a draft until it is saved or cancelled, and the next editor of the schedule brings it back.
+/// The note editor of one schedule, in view or edit mode. It works on a copy and hands the changed schedule over. What
+/// is typed is kept as a draft until it is saved or cancelled, and the next editor of the schedule brings it back.
 class ScheduleNoteModel : public QObject
 {
     Q_OBJECT

@@ -39,6 +39,7 @@ Page {
 
         width: page.contentWidth
         viewModel: model
+        onAdded: page.scroll.keepInView(form)
     }
 
     // Bound components cannot be made by a Loader of another file in Qt 6.4.

@@ -21,6 +21,9 @@ FocusScope {
     property alias showUnsaved: unsavedDialog.isShown
     readonly property Item screen: loader.item as Item
 
+    /// The part of the screen that scrolls: every screen has one.
+    readonly property Flickable scroller: view.screen?.scroll ?? null // qmllint disable missing-property
+
     /// The user would rather lose what could not be saved than stay.
     signal quitUnsavedChosen
 
@@ -34,6 +37,10 @@ FocusScope {
     }
 
     focus: true
+    Keys.onPressed: event => {
+        if (scroller !== null)
+            PageKeys.scroll(scroller, event);
+    }
     onSectionChanged: {
         if (section === ShellModel.Schedule)
             toast.hide();

@@ -17,8 +17,10 @@ Item {
     }
 
     function add() {
-        if ((!reminders.hasDueDate || dueField.accept()) && reminders.add())
-            titleField.forceActiveFocus();
+        if (reminders.hasDueDate && !dueField.accept())
+            return;
+        reminders.add();
+        focusTitle();
     }
 
     height: heading.y + heading.height + 11

@@ -1,5 +1,5 @@
-#include "tests/features/schedule/ScheduleDriver.h"
 #include "store/PreferenceKeys.h"
+#include "tests/features/schedule/ScheduleDriver.h"
 #include "tests/support/TestMain.h"
 
 #include <functional>
@@ -105,9 +105,8 @@ private slots:
         QTest::addColumn<std::function<void(ScheduleDriver &)>>("leave");
         QTest::newRow("cancel") << std::function([](ScheduleDriver &driver) { driver.note().cancel(); });
         QTest::newRow("save") << std::function([](ScheduleDriver &driver) { driver.note().save(); });
-        QTest::newRow("the schedule is deleted") << std::function([](ScheduleDriver &driver) {
-            driver.store->deleteSchedule(driver.store->schedules().first());
-        });
+        QTest::newRow("the schedule is deleted") << std::function(
+            [](ScheduleDriver &driver) { driver.store->deleteSchedule(driver.store->schedules().first()); });
         QTest::newRow("everything is cleared")
             << std::function([](ScheduleDriver &driver) { driver.store->clearPersonalContent(); });
     }

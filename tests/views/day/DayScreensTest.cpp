@@ -369,6 +369,64 @@ private slots:
         QCOMPARE(page->property("driftSpeed").toDouble(), 0.0);
     }
 
+    void escapeEndsEditingInACard_data()
+    {
+        QTest::addColumn<QString>("title");
+        for (const char *title : {"Write", "Draft", "two"})
+            QTest::newRow(title) << QString::fromLatin1(title);
+    }
+
+    void escapeEndsEditingInACard()
+    {
+        QFETCH(QString, title);
+        DayWindow ui;
+        ui.openAt(ShellModel::Goals, {.goals = {writing()}});
+        QTRY_VERIFY(ui.find(button, u"Edit, "_s + title));
+        QVERIFY(ui.click(button, u"Edit, "_s + title));
+        QTRY_VERIFY(ui.find(button, u"Done, "_s + title));
+
+        ui.press(Qt::Key_Escape);
+
+        QTRY_VERIFY(ui.find(button, u"Edit, "_s + title));
+        QVERIFY(ui.hasFocus(button, u"Edit, "_s + title));
+    }
+
+    void keysScrollThePageWhereNothingElseUsesThem_data()
+    {
+        QTest::addColumn<ShellModel::SidebarItem>("section");
+        QTest::addColumn<QString>("focused");
+        QTest::newRow("one scroll area") << ShellModel::Schedule << u"Today"_s;
+        QTest::newRow("a list of rows") << ShellModel::Reminders << u"Add to-do"_s;
+    }
+
+    void keysScrollThePageWhereNothingElseUsesThem()
+    {
+        QFETCH(ShellModel::SidebarItem, section);
+        QFETCH(QString, focused);
+        QList<ReminderItem> reminders;
+        for (int number = 1; number <= 200; ++number)
+            reminders.append({.title = QString::number(number), .requirement = QString(number, u'x')});
+        DayWindow ui;
+        ui.openAt(section, {.reminders = reminders});
+        QTRY_VERIFY(ui.find(button, focused));
+        ui.find(button, focused)->forceActiveFocus();
+        auto *page = ui.screen()->property("scroll").value<QQuickItem *>();
+        const auto y = [page] { return page->property("contentY").toDouble(); };
+        const double top = y();
+        const QPoint middle = ui.middleOf(button, focused);
+        QVERIFY(!page->property("atYEnd").toBool());
+
+        ui.press(Qt::Key_PageDown);
+        QVERIFY(y() > top && y() <= top + page->height());
+        ui.press(Qt::Key_End);
+        QTRY_VERIFY(page->property("atYEnd").toBool());
+        ui.press(Qt::Key_PageUp);
+        QVERIFY(!page->property("atYEnd").toBool());
+        ui.press(Qt::Key_Home);
+        QTRY_VERIFY(page->property("atYBeginning").toBool());
+        QTRY_COMPARE(ui.middleOf(button, focused), middle);
+    }
+
     void aDeletionInACardPassesTheFocusOn()
     {
         DayWindow ui;

@@ -32,6 +32,35 @@ Item {
             press("Add schedule");
 
             compare(TestPlanner.scheduleCount(), 1);
+            verify(shown("e.g. Microeconomics lecture 1").activeFocus, "the name is what is missing");
+        }
+
+        function test_the_form_stays_in_view_while_schedules_are_added() {
+            root.height = 620;
+            waitForRendering(screen);
+            const add = named("Add schedule");
+            shown("e.g. Microeconomics lecture 1").forceActiveFocus();
+            for (const title of "ABC") {
+                keyClick(title);
+                keyClick(Qt.Key_Return);
+                verify(shown("Edit, " + title) !== null);
+                tryVerify(() => add.mapToItem(root, 0, add.height).y <= root.height, 1000, title + " pushed the form out");
+            }
+        }
+
+        function test_a_click_on_the_frame_is_for_the_title_data() {
+            return [
+                {tag: "above", dx: 40, dy: -12},
+                {tag: "left", dx: -12, dy: 10},
+                {tag: "below", dx: 40, dy: 40}
+            ];
+        }
+
+        function test_a_click_on_the_frame_is_for_the_title(data) {
+            const title = shown("e.g. Microeconomics lecture 1");
+            const place = title.mapToItem(root, data.dx, data.dy);
+            mouseClick(root, place.x, place.y);
+            verify(title.activeFocus);
         }
 
         function test_a_refused_time_is_mended_before_anything_is_added() {
