@@ -37,40 +37,19 @@ Item {
 
     /// Tints the row for a moment: it is new.
     function flash() {
-        flashing.restart();
+        slice.flash();
     }
 
     height: Theme.groupHeight
 
     CardSlice {
+        id: slice
+
         x: row.columnX
         width: row.columnWidth
         height: parent.height
         isFirst: row.kind === DocumentRow.Uncategorized
         isLast: row.isLast
-    }
-
-    Rectangle {
-        id: tint
-
-        x: row.columnX + 1
-        y: 1
-        width: row.columnWidth - 2
-        height: parent.height - (row.isLast ? 2 : 1)
-        radius: row.isLast ? Theme.cardRadius - 1 : 0
-        color: Theme.accentSoft
-        opacity: 0
-
-        NumberAnimation {
-            id: flashing
-
-            target: tint
-            property: "opacity"
-            from: 1
-            to: 0
-            duration: Theme.flash
-            easing.type: Easing.InQuad
-        }
     }
 
     Loader {

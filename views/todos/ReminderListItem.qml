@@ -57,13 +57,14 @@ Item {
     }
 
     function flash() {
-        if (isReminder)
-            (content.item as ReminderRow).flash();
+        slice.flash();
     }
 
     height: gap + content.height
 
     CardSlice {
+        id: slice
+
         x: row.columnX
         y: row.gap
         width: row.columnWidth

@@ -26,11 +26,6 @@ Item {
         deleteAction.forceActiveFocus(reason);
     }
 
-    /// Tints the row for a moment: it is new.
-    function flash() {
-        flashing.restart();
-    }
-
     implicitHeight: 22 + titleText.height + (requirementText.visible ? requirementText.height : 0)
 
     HoverHandler {
@@ -46,29 +41,6 @@ Item {
         color: Theme.hover
         visible: row.isActive
     }
-    Rectangle {
-        id: tint
-
-        x: 1
-        y: 1
-        width: parent.width - 2
-        height: parent.height - (row.isLast ? 2 : 1)
-        radius: row.isLast ? Theme.cardRadius - 1 : 0
-        color: Theme.accentSoft
-        opacity: 0
-
-        NumberAnimation {
-            id: flashing
-
-            target: tint
-            property: "opacity"
-            from: 1
-            to: 0
-            duration: Theme.flash
-            easing.type: Easing.InQuad
-        }
-    }
-
     CompletionCircle {
         id: circle
 

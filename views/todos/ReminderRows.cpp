@@ -2,6 +2,8 @@
 
 #include "model/ReminderRules.h"
 
+#include <algorithm>
+
 namespace tessaly {
 
 using Kind = ReminderRowKind::Kind;
@@ -61,6 +63,25 @@ QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, co
         addGroups(Kind::Month, months, states.expandedMonths);
     rows.last().isLast = true;
     return rows;
+}
+
+int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,
+               const DateLabels &labels)
+{
+    const auto placeOf = [&rows](const auto &isMeant) {
+        const auto found = std::ranges::find_if(rows, isMeant);
+        return found == rows.cend() ? -1 : static_cast<int>(found - rows.cbegin());
+    };
+    const int own = placeOf([&](const ReminderListRow &row) { return row.id == item.id; });
+    if (own >= 0)
+        return own;
+    if (!item.dueDate)
+        return placeOf([](const ReminderListRow &row) { return row.kind == Kind::NoDueDate; });
+    const QString week = dueDateItemsByWeek({item}, calendar, labels).constFirst().label;
+    const int weekHeader =
+        placeOf([&](const ReminderListRow &row) { return row.kind == Kind::Week && row.label == week; });
+    return weekHeader >= 0 ? weekHeader
+                           : placeOf([](const ReminderListRow &row) { return row.kind == Kind::DueDates; });
 }
 
 } // namespace tessaly

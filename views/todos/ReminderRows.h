@@ -70,6 +70,10 @@ struct ReminderGroupStates
     QSet<QString> expandedMonths = {};
 };
 
+/// The row in which an open to-do stands, else the header of the closed group that holds it; -1 without either.
+[[nodiscard]] int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,
+                             const DateLabels &labels);
+
 /// Two cards, in each the headers of groups and, below a header that is open, what it holds.
 [[nodiscard]] QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders,
                                                       const UserCalendar &calendar, const DateLabels &labels,

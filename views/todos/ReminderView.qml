@@ -34,7 +34,21 @@ Rectangle {
             const item = list.itemAtIndex(row) as ReminderListItem;
             if (item)
                 item.flash();
+            news.text = item && !item.isReminder ? Language.text("已添加到“%1”", "Added to “%1”").arg(item.groupText) : "";
         }
+    }
+
+    // For a screen reader only: on the screen the header of the closed group flashes.
+    Item {
+        id: news
+
+        property string text
+
+        width: 1
+        height: 1
+        Accessible.role: Accessible.StatusBar
+        Accessible.name: text
+        Accessible.ignored: text === ""
     }
 
     ListPage {

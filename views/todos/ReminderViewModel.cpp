@@ -79,9 +79,8 @@ bool ReminderViewModel::add()
     m_title.clear();
     m_requirement.clear();
     emit formChanged();
-    const auto row = std::ranges::find(m_rows.rows(), item.id, &ReminderListRow::id);
-    if (row != m_rows.rows().cend())
-        emit added(static_cast<int>(row - m_rows.rows().cbegin()));
+    if (const int row = rowShowing(m_rows.rows(), item, m_store->calendar(), *m_labels); row >= 0)
+        emit added(row);
     return true;
 }
 

@@ -55,7 +55,7 @@ public:
 signals:
     void storeChanged();
     void formChanged();
-    /// The to-do just added is shown in this row.
+    /// The to-do just added is shown in this row, or this is the header of the closed group that holds it.
     void added(int row);
 
 private:

@@ -216,13 +216,20 @@ private slots:
         QList<int> rows;
         connect(given.screen.get(), &ReminderViewModel::added, this, [&rows](int row) { rows.append(row); });
 
-        given.screen->setProperty("title", u"b"_s);
-        given.screen->add();
-        given.screen->setProperty("title", u"in a closed week"_s);
-        given.screen->setProperty("hasDueDate", true);
-        given.screen->add();
+        const auto add = [&given](const QString &title, bool hasDueDate) {
+            given.screen->setProperty("title", title);
+            given.screen->setProperty("hasDueDate", hasDueDate);
+            given.screen->add();
+        };
 
-        QCOMPARE(rows, (QList<int>{2}));
+        add(u"b"_s, false);
+        add(u"in a closed week"_s, true);
+        given.screen->setExpanded(3, false);
+        add(u"in closed weeks"_s, true);
+        given.screen->setExpanded(0, false);
+        add(u"in a closed group"_s, false);
+
+        QCOMPARE(rows, (QList<int>{2, 4, 3, 0}));
     }
 };
 
