@@ -12,7 +12,7 @@ Rectangle {
     border.width: 1
     border.color: Theme.border
     Accessible.role: Accessible.StaticText
-    Accessible.name: label.text
+    Accessible.name: loading.visible ? loading.text : noService.text
 
     Row {
         anchors.centerIn: parent
@@ -24,11 +24,18 @@ Rectangle {
         }
 
         AppText {
-            id: label
+            id: loading
 
-            text: PlannerStore.hasCalendarService ? Language.text("正在读取日历…", "Loading calendars…") : Language.text("此系统没有可用的日历服务。", "No calendar service is available on this system.")
+            visible: PlannerStore.hasCalendarService
+            text: Language.text("正在读取日历…", "Loading calendars…")
             token: Theme.control
             color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+
+        NoServiceText {
+            id: noService
+
             Accessible.ignored: true
         }
     }

@@ -42,7 +42,15 @@ Sheet {
     Toggle {
         text: Language.text("自动同步 Apple Calendar", "Automatically sync Apple Calendar")
         height: 20
+        enabled: !noService.visible
+        Accessible.description: enabled ? "" : noService.text
         checked: PlannerStore.automaticCalendarSync
         onToggled: PlannerStore.automaticCalendarSync = checked
+    }
+
+    NoServiceText {
+        id: noService
+
+        width: parent?.width ?? 0
     }
 }

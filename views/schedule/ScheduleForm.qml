@@ -107,14 +107,28 @@ Card {
         x: form.pad
         y: line.y + 1 + form.gap
         text: Language.text("添加到 iCloud 日历", "Add to iCloud Calendar")
+        enabled: !noService.visible
+        Accessible.description: enabled ? "" : noService.text
         checked: form.fields.isExportRequested
         onToggled: form.fields.isExportRequested = checked
+    }
+
+    NoServiceText {
+        id: noService
+
+        readonly property real room: (form.isWide ? tagField.x - form.gap : form.width - form.pad) - calendarPair.left
+
+        x: calendarPair.left
+        width: Math.min(Math.ceil(implicitWidth), room)
+        anchors.verticalCenter: exportToggle.verticalCenter
     }
 
     Row {
         id: calendarPair
 
-        x: form.isWide ? exportToggle.x + exportToggle.width + form.gap + 4 : form.width - form.pad - width
+        readonly property real left: exportToggle.x + exportToggle.width + form.gap + 4
+
+        x: form.isWide ? left : form.width - form.pad - width
         y: exportToggle.y
         spacing: 8
         visible: form.fields.isExportRequested

@@ -22,6 +22,8 @@ public slots:
     /// Times as "9:30"; the day is in September 2026.
     void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
     void offerCalendars();
+    /// Heard by a screen that is made afterwards.
+    void setServiceAvailable(bool isAvailable) { m_driver.eventStore.setAvailable(isAvailable); }
     /// Answers the download of a linked calendar that waits longest.
     void answerDownload(const QString &body);
 

@@ -110,6 +110,35 @@ Item {
             compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
         }
 
+        function cleanup() {
+            TestPlanner.setServiceAvailable(true);
+        }
+
+        function test_without_a_calendar_service_the_reason_is_told_data() {
+            return [{tag: "wide", width: 948}, {tag: "narrow", width: 688}];
+        }
+
+        function test_without_a_calendar_service_the_reason_is_told(data) {
+            screen.destroy();
+            TestPlanner.setServiceAvailable(false);
+            init();
+            root.width = data.width;
+            waitForRendering(screen);
+
+            const toggle = shown("Add to iCloud Calendar");
+            const reason = shown("No calendar service is available on this system.");
+            const right = reason.mapToItem(root, reason.width, 0).x;
+            verify(!toggle.enabled);
+            verify(right <= data.width - 32);
+            const tag = shown("Tag (optional)");
+            verify(right < tag.mapToItem(root, 0, 0).x || tag.mapToItem(root, 0, 0).y > reason.mapToItem(root, 0, 10).y);
+
+            press("Sync settings");
+            tryVerify(() => named("Sync now") !== null);
+            verify(!shown("Automatically sync Apple Calendar").enabled);
+            keyClick(Qt.Key_Escape);
+        }
+
         function test_the_form_fits_a_narrow_page() {
             TestPlanner.offerCalendars();
             root.width = 688;
