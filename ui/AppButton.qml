@@ -39,10 +39,15 @@ T.Button {
     }
 
     background: Rectangle {
+        id: ground
+
         radius: button.isSmall ? Theme.smallRadius : Theme.controlRadius
         color: button.fill
         border.width: 1
         border.color: button.isFilled ? button.fill : button.enabled ? Theme.borderControl : Theme.border
+        transform: PixelSnap {
+            target: ground
+        }
 
         Behavior on color {
             ColorAnimation {

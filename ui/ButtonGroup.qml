@@ -2,6 +2,8 @@ import QtQuick
 
 /// Buttons that share one outline, with hairlines between them. Its children are GroupedButton.
 Rectangle {
+    id: group
+
     default property alias buttons: row.data
 
     implicitWidth: row.implicitWidth + 2
@@ -10,6 +12,9 @@ Rectangle {
     color: Theme.buttonRest
     border.width: 1
     border.color: Theme.borderControl
+    transform: PixelSnap {
+        target: group
+    }
 
     Row {
         id: row

@@ -2,6 +2,8 @@ import QtQuick
 
 /// A small rounded square in a schedule's or calendar's colour; an inner line keeps pale colours visible.
 Rectangle {
+    id: mark
+
     property int size: 10
 
     width: size
@@ -12,4 +14,7 @@ Rectangle {
     border.width: 1
     border.color: Qt.tint(color, Theme.markLine)
     Accessible.ignored: true
+    transform: PixelSnap {
+        target: mark
+    }
 }

@@ -13,6 +13,9 @@ Rectangle {
     color: isEnabled ? Theme.field : Theme.transparent
     border.width: 1
     border.color: isRefused ? Theme.destructive : isFocused ? Theme.focus : isEnabled ? Theme.borderControl : Theme.border
+    transform: PixelSnap {
+        target: frame
+    }
 
     Rectangle {
         anchors.fill: parent

@@ -25,7 +25,7 @@ T.Button {
             color: button.down ? Theme.buttonPressed : button.hovered ? Theme.buttonHover : Theme.transparent
         }
 
-        Rectangle {
+        Separator {
             width: 1
             height: parent.height
             color: Theme.borderControl

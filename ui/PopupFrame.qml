@@ -11,6 +11,9 @@ Rectangle {
     radius: Theme.popupRadius
     border.width: 1
     border.color: Theme.isDark ? Theme.borderControl : Theme.border
+    transform: PixelSnap {
+        target: frame
+    }
 
     BorderImage {
         readonly property int margin: 96

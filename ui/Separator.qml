@@ -2,8 +2,13 @@ import QtQuick
 
 /// A hairline.
 Rectangle {
+    id: line
+
     implicitWidth: 1
     implicitHeight: 1
     height: 1
     color: Theme.border
+    transform: PixelSnap {
+        target: line
+    }
 }

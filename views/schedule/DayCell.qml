@@ -40,13 +40,12 @@ T.AbstractButton {
     }
 
     background: Item {
-        Rectangle {
+        Separator {
             width: parent.width
-            height: 1
             color: Theme.gridLine
         }
 
-        Rectangle {
+        Separator {
             anchors.right: parent.right
             width: 1
             height: parent.height

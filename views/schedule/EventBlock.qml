@@ -40,10 +40,15 @@ T.AbstractButton {
     Accessible.selected: isSelected
 
     background: Rectangle {
+        id: ground
+
         radius: Theme.blockRadius
         color: block.fill
         border.width: block.isSelected ? 2 : 0
         border.color: block.fullColor
+        transform: PixelSnap {
+            target: ground
+        }
 
         // Sets it off from a block that it touches or covers.
         Rectangle {

@@ -32,10 +32,9 @@ Item {
                 Accessible.ignored: true
             }
 
-            Rectangle {
+            Separator {
                 x: grid.geometry.hourColumn
                 width: parent.width - x
-                height: 1
                 color: Theme.gridLine
             }
         }
@@ -44,7 +43,7 @@ Item {
     Repeater {
         model: 7
 
-        Rectangle {
+        Separator {
             required property int index
 
             x: Math.round(grid.geometry.dayLeft(index) - 1)

@@ -1,0 +1,105 @@
+#include "tests/support/TestMain.h"
+#include "ui/Ui.h"
+
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QQuickView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A picture of QML of Tessaly.Ui on white, at the scale that the environment asks for.
+QImage pictureOf(const QByteArray &qml)
+{
+    QQuickView view;
+    tessaly::installImageProviders(*view.engine());
+    QQmlComponent component(view.engine());
+    component.setData("import QtQuick\nimport Tessaly.Ui\nItem { width: 400; height: 400;\n" + qml + "\n}", {});
+    auto *item = qobject_cast<QQuickItem *>(component.create());
+    if (!item)
+        qFatal("%s", qPrintable(component.errorString()));
+    view.setContent({}, &component, item);
+    view.resize(400, 400);
+    view.show();
+    (void)QTest::qWaitForWindowExposed(&view);
+    return view.grabWindow().convertToFormat(QImage::Format_RGB32);
+}
+
+/// The lengths of what is not white down a column of pixels.
+QList<int> thicknesses(const QImage &picture, int column)
+{
+    QList<int> lengths;
+    bool isOn = false;
+    for (int y = 0; y < picture.height(); ++y) {
+        const bool isInk = picture.pixel(column, y) != 0xffffffff;
+        if (isInk && !isOn)
+            lengths.append(0);
+        if (isInk)
+            ++lengths.last();
+        isOn = isInk;
+    }
+    return lengths;
+}
+
+/// The smallest part of the picture that holds all that is not white.
+QImage inkOf(const QImage &picture)
+{
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != 0xffffffff)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return picture.copy(ink);
+}
+
+} // namespace
+
+/// Run at scales between whole numbers.
+class PixelSnapTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tessaly::applyInterfaceFont(); }
+
+    void hairlinesAreEquallyThick_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("lines") << QByteArray("Separator { y: index * 11 + 0.3; width: 100; color: \"black\" }");
+        QTest::newRow("borders") << QByteArray(
+            "Item { y: index * 37; Card { x: 1; width: 99; height: 21 + index % 3; border.color: \"black\" } }");
+        QTest::newRow("fields") << QByteArray("Item { y: index * 37; FieldFrame { width: 99; height: 32 } }");
+    }
+
+    void hairlinesAreEquallyThick()
+    {
+        QFETCH(const QByteArray, line);
+        const QImage picture =
+            pictureOf("Repeater { model: 9; Item { id: it; required property int index; " + line + " } }");
+
+        QVERIFY(picture.width() > 400);
+        const QList<int> found = thicknesses(picture, 60);
+        QVERIFY2(found.size() >= 9, "there are lines");
+        const int expected = qRound(picture.devicePixelRatio());
+        for (const int thickness : found)
+            QCOMPARE(thickness, expected);
+    }
+
+    void marksKeepTheirCorners()
+    {
+        for (const double place : {3.0, 10.0, 11.0, 13.0, 20.3}) {
+            const QImage mark = inkOf(pictureOf(QStringLiteral("ColorMark { x: %1; y: %1 + 1; color: \"black\" }")
+                                                    .arg(place)
+                                                    .toUtf8()));
+            QCOMPARE(mark.width(), mark.height());
+            QVERIFY2(mark == mark.mirrored(true, false), qPrintable(QString::number(place)));
+            QVERIFY2(mark == mark.mirrored(false, true), qPrintable(QString::number(place)));
+        }
+    }
+};
+
+TESSALY_TEST_MAIN(PixelSnapTest)
+#include "PixelSnapTest.moc"
