@@ -19,9 +19,10 @@ QSet<QString> storedIdentifiers(const Preferences &preferences, const QString &k
     return {identifiers.cbegin(), identifiers.cend()};
 }
 
-TextPair failureText(const QString &chinese, const QString &english, const Error &error)
+Message failureMessage(const QString &chinese, const QString &english, const Error &error)
 {
-    return {chinese + errorText(error, AppLanguage::Chinese), english + errorText(error, AppLanguage::English)};
+    return {{chinese + errorText(error, AppLanguage::Chinese), english + errorText(error, AppLanguage::English)},
+            MessageKind::Failure};
 }
 
 } // namespace
@@ -167,10 +168,10 @@ void PlannerSettings::requestNotificationPermission()
 
 std::optional<QString> PlannerSettings::calendarSyncMessage() const
 {
-    return m_calendarSyncMessage ? std::optional(m_calendarSyncMessage->in(m_interfaceLanguage)) : std::nullopt;
+    return m_calendarSyncMessage ? std::optional(m_calendarSyncMessage->text.in(m_interfaceLanguage)) : std::nullopt;
 }
 
-void PlannerSettings::setCalendarSyncMessage(const TextPair &message)
+void PlannerSettings::setCalendarSyncMessage(const Message &message)
 {
     if (m_calendarSyncMessage != message) {
         m_calendarSyncMessage = message;
@@ -179,7 +180,7 @@ void PlannerSettings::setCalendarSyncMessage(const TextPair &message)
     emit calendarSyncMessageTold();
 }
 
-void PlannerSettings::retractCalendarSyncMessage(const TextPair &message)
+void PlannerSettings::retractCalendarSyncMessage(const Message &message)
 {
     if (m_calendarSyncMessage != message)
         return;
@@ -187,9 +188,15 @@ void PlannerSettings::retractCalendarSyncMessage(const TextPair &message)
     emit calendarSyncMessageChanged();
 }
 
+void PlannerSettings::dismissCalendarSyncMessage()
+{
+    if (std::exchange(m_calendarSyncMessage, std::nullopt))
+        emit calendarSyncMessageChanged();
+}
+
 void PlannerSettings::tellFailure(const QString &chinese, const QString &english, const Error &error)
 {
-    setCalendarSyncMessage(failureText(chinese, english, error));
+    setCalendarSyncMessage(failureMessage(chinese, english, error));
 }
 
 QString PlannerSettings::text(const QString &chinese, const QString &english) const
@@ -208,10 +215,10 @@ QString PlannerSettings::dateText(Instant date, bool dateOnly) const
 
 void PlannerSettings::tellSaveFailed(const Error &error)
 {
-    const TextPair message =
-        failureText(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
-    // It is tried every few seconds; the words are said once.
-    if (m_calendarSyncMessage != message)
+    const Message message =
+        failureMessage(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
+    // It is tried every few seconds; the words are said once, and again where others took their place.
+    if (m_saveFailureMessage != message || (m_calendarSyncMessage && m_calendarSyncMessage != message))
         setCalendarSyncMessage(message);
     if (!std::exchange(m_saveFailureMessage, message))
         emit hasUnsavedChangesChanged();

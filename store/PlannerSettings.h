@@ -3,6 +3,7 @@
 #include "model/AppLanguage.h"
 #include "model/Instant.h"
 #include "platform/Preferences.h"
+#include "store/Message.h"
 #include "store/PlannerPorts.h"
 #include "store/StoredValues.h"
 
@@ -29,6 +30,8 @@ class PlannerSettings : public QObject
     Q_PROPERTY(QString preferredName READ preferredName WRITE setPreferredName NOTIFY preferredNameChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY launchAtLoginChanged)
     Q_PROPERTY(QString calendarSyncMessage READ calendarSyncMessageText NOTIFY calendarSyncMessageChanged)
+    Q_PROPERTY(bool isSyncMessagePassing READ isSyncMessagePassing NOTIFY calendarSyncMessageChanged)
+    Q_PROPERTY(bool isSyncMessageFailure READ isSyncMessageFailure NOTIFY calendarSyncMessageChanged)
     Q_PROPERTY(bool automaticCalendarSync READ automaticCalendarSync WRITE setAutomaticCalendarSync NOTIFY
                    automaticCalendarSyncChanged)
     Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY hasUnsavedChangesChanged)
@@ -50,6 +53,11 @@ public:
 
     /// In the interface language.
     [[nodiscard]] std::optional<QString> calendarSyncMessage() const;
+    /// Whether the message tells of a success: whoever shows it dismisses it after a while.
+    [[nodiscard]] bool isSyncMessagePassing() const { return hasSyncMessage(MessageKind::Success); }
+    [[nodiscard]] bool isSyncMessageFailure() const { return hasSyncMessage(MessageKind::Failure); }
+    /// Empties the status line: the message was closed, or has stayed long enough.
+    Q_INVOKABLE void dismissCalendarSyncMessage();
     [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }
     [[nodiscard]] const QSet<QString> &visibleCalendarIDs() const { return m_visibleCalendarIDs; }
     [[nodiscard]] bool automaticCalendarSync() const { return m_automaticCalendarSync; }
@@ -115,9 +123,9 @@ protected:
     [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
     [[nodiscard]] StoredValues &values() { return m_values; }
 
-    void setCalendarSyncMessage(const TextPair &message);
+    void setCalendarSyncMessage(const Message &message);
     /// Takes the message off the status line. Does nothing where another message stands there.
-    void retractCalendarSyncMessage(const TextPair &message);
+    void retractCalendarSyncMessage(const Message &message);
     /// Sets the status line to the pair, each followed by the words of the error.
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
 
@@ -127,6 +135,10 @@ private:
     bool readDay();
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();
+    [[nodiscard]] bool hasSyncMessage(MessageKind kind) const
+    {
+        return m_calendarSyncMessage && m_calendarSyncMessage->kind == kind;
+    }
     [[nodiscard]] QString calendarSyncMessageText() const { return calendarSyncMessage().value_or(QString()); }
 
     PlannerPorts m_ports;
@@ -135,8 +147,8 @@ private:
     /// Rings at midnight; until then nothing runs.
     std::unique_ptr<Alarm> m_midnight;
     QDate m_today;
-    std::optional<TextPair> m_calendarSyncMessage;
-    std::optional<TextPair> m_saveFailureMessage;
+    std::optional<Message> m_calendarSyncMessage;
+    std::optional<Message> m_saveFailureMessage;
     QSet<QString> m_selectedCalendarIDs;
     QSet<QString> m_visibleCalendarIDs;
     QString m_preferredName;

@@ -98,8 +98,9 @@ void PlannerStore::requestCalendarAccessAndLoad()
             loadCalendars();
         else
             setCalendarSyncMessage(
-                {QStringLiteral("未获日历访问权限，请在系统设置中允许 Tessaly 访问日历。"),
-                 QStringLiteral("Calendar access was not granted. Allow Tessaly in System Settings.")});
+                {{QStringLiteral("未获日历访问权限，请在系统设置中允许 Tessaly 访问日历。"),
+                  QStringLiteral("Calendar access was not granted. Allow Tessaly in System Settings.")},
+                 MessageKind::Failure});
     });
 }
 

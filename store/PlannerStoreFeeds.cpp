@@ -25,9 +25,9 @@ QString feedName(const QUrl &url)
     return name.isEmpty() ? QStringLiteral("iCalendar") : hasExtension ? name.left(dot) : name;
 }
 
-TextPair updatingText()
+Message updatingMessage()
 {
-    return {QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")};
+    return {{QStringLiteral("正在更新链接日历…"), QStringLiteral("Updating linked calendar…")}, MessageKind::Progress};
 }
 
 /// Without blanks and without the invisible characters that come along when a link is copied, such as zero-width
@@ -57,7 +57,8 @@ bool PlannerStore::addCalendarFeed(const QString &urlString)
     const QUrl url(trimmed);
     if (!isHttp(url)) {
         setCalendarSyncMessage(
-            {QStringLiteral("请输入有效的 iCalendar 链接。"), QStringLiteral("Enter a valid iCalendar link.")});
+            {{QStringLiteral("请输入有效的 iCalendar 链接。"), QStringLiteral("Enter a valid iCalendar link.")},
+             MessageKind::Failure});
         return false;
     }
     const CalendarFeed feed{.name = feedName(url), .urlString = trimmed};
@@ -76,7 +77,7 @@ void PlannerStore::refreshCalendarFeed(const QUuid &feedID)
     if (!url.isValid() || url.isEmpty())
         return;
     m_feedsUnderWay.append(feedID);
-    setCalendarSyncMessage(updatingText());
+    setCalendarSyncMessage(updatingMessage());
     // The downloader may outlive the store.
     ports().feedDownloader.download(url, [store = QPointer(this), feedID](const Result<QByteArray> &body) {
         if (store)
@@ -175,7 +176,7 @@ void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
     m_feedFailures.remove(id);
     m_feedsUnderWay.removeAll(id);
     if (m_feedsUnderWay.isEmpty())
-        retractCalendarSyncMessage(updatingText());
+        retractCalendarSyncMessage(updatingMessage());
 }
 
 } // namespace tessaly

@@ -23,6 +23,7 @@ T.Popup {
     property int focusMargin: 16
     /// Shown in a line that closes the body and does not scroll with it; no line while empty.
     property string status
+    property alias statusLine: statusLine
     property alias head: headColumn.data
     default property alias body: bodyColumn.data
     property alias foot: footRow.data

@@ -158,6 +158,7 @@ QtObject {
     readonly property int toastIn: isReducedMotion ? 80 : 180
     readonly property int toastOut: isReducedMotion ? 80 : 240
     readonly property int toastStay: 4000
+    readonly property int toastActionStay: 8000
     readonly property int flash: 600
     /// How long a button shows that it has done its work.
     readonly property int done: 1600

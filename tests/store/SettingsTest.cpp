@@ -147,6 +147,43 @@ private slots:
                                                    "launch-at-login setting (/autostart)."));
     }
 
+    void messagesOfSuccessPassAndOthersStay_data()
+    {
+        QTest::addColumn<std::function<void(StoreUnderTest &)>>("act");
+        QTest::addColumn<bool>("isPassing");
+        QTest::addColumn<bool>("isFailure");
+        QTest::newRow("success") << std::function([](StoreUnderTest &planner) {
+            planner.store->clearPersonalContent();
+        }) << true << false;
+        QTest::newRow("progress") << std::function([](StoreUnderTest &planner) {
+            planner.store->addCalendarFeed(QStringLiteral("https://example.org/a.ics"));
+        }) << false << false;
+        QTest::newRow("refused link") << std::function([](StoreUnderTest &planner) {
+            planner.store->addCalendarFeed(QStringLiteral("a.ics"));
+        }) << false << true;
+        QTest::newRow("failure") << std::function([](StoreUnderTest &planner) {
+            planner.preferences.failWritesWith(Error{ErrorCode::StorageFull, {}});
+            planner.store->setPreferredName(QStringLiteral("Ada"));
+        }) << false << true;
+    }
+
+    void messagesOfSuccessPassAndOthersStay()
+    {
+        QFETCH(std::function<void(StoreUnderTest &)>, act);
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+
+        act(planner);
+        QVERIFY(!planner.message().isEmpty());
+        QTEST(store.isSyncMessagePassing(), "isPassing");
+        QTEST(store.isSyncMessageFailure(), "isFailure");
+
+        store.dismissCalendarSyncMessage();
+        QVERIFY(planner.message().isEmpty());
+        store.retryUnsavedChanges();
+        QVERIFY2(planner.message().isEmpty(), "a failure that was closed is not told again by a further try");
+    }
+
     void datesFollowTheLanguage_data()
     {
         QTest::addColumn<bool>("isEnglish");

@@ -14,6 +14,10 @@ Sheet {
     primaryButton: importButton
     initialFocus: doneButton
     status: PlannerStore.calendarSyncMessage
+    statusLine.isFailure: PlannerStore.isSyncMessageFailure
+    statusLine.isPassing: PlannerStore.isSyncMessagePassing
+    statusLine.isClosable: true
+    statusLine.onDismissed: PlannerStore.dismissCalendarSyncMessage()
     onLeaving: sheet.done()
 
     head: AppText {

@@ -12,6 +12,10 @@ Sheet {
     sheetWidth: 520
     primaryButton: doneButton
     status: PlannerStore.calendarSyncMessage
+    statusLine.isFailure: PlannerStore.isSyncMessageFailure
+    statusLine.isPassing: PlannerStore.isSyncMessagePassing
+    statusLine.isClosable: true
+    statusLine.onDismissed: PlannerStore.dismissCalendarSyncMessage()
     onLeaving: sheet.done()
 
     head: AppText {

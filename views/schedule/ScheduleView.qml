@@ -2,6 +2,7 @@ import QtQuick
 import Tessaly.Schedule
 import Tessaly.Shell
 import Tessaly.Store
+import Tessaly.Ui
 
 /// The schedule screen: header, week or month, list of the focus day, add form, status line, sheets.
 Page {
@@ -9,11 +10,20 @@ Page {
 
     isLimited: false
     status: PlannerStore.calendarSyncMessage
+    statusLine.isFailure: PlannerStore.isSyncMessageFailure
+    // A sheet shows it too, where it may be held.
+    statusLine.isPassing: PlannerStore.isSyncMessagePassing && model.sheets.sheet === ScheduleSheetModel.None
+    statusLine.isClosable: true
+    statusLine.onDismissed: PlannerStore.dismissCalendarSyncMessage()
 
     ScheduleViewModel {
         id: model
 
         store: PlannerStore
+        onAddedElsewhere: message => {
+            elsewhere.message = message;
+            elsewhere.show();
+        }
     }
 
     ScheduleHeader {
@@ -66,6 +76,17 @@ Page {
     }
 
     // qmllint enable unqualified
+
+    Toast {
+        id: elsewhere
+
+        parent: page
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 24 + (page.status === "" ? 0 : Theme.statusHeight)
+        action: Language.text("显示", "Show")
+        onActionChosen: model.showAdded()
+    }
 
     ScheduleSheets {
         viewModel: model

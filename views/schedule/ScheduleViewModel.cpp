@@ -177,7 +177,14 @@ void ScheduleViewModel::tapTime(int place, double y)
 
 bool ScheduleViewModel::addSchedule()
 {
-    return m_form->add();
+    const QString title = m_form->title().trimmed();
+    if (!m_form->add())
+        return false;
+    m_addedDate = m_form->times().start;
+    if (!m_visibleDays.contains(m_store->calendar().day(m_addedDate)))
+        emit addedElsewhere(m_store->text(QStringLiteral("“%1”已添加到%2。"), QStringLiteral("Added “%1” to %2."))
+                                .arg(title, m_store->dateText(m_addedDate, true)));
+    return true;
 }
 
 void ScheduleViewModel::selectSchedule(const QUuid &id)

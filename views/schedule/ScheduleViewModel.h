@@ -91,8 +91,11 @@ public:
     Q_INVOKABLE void deleteListed(int row);
     /// Empty time was chosen in a shown day, y points below the top of the time area.
     Q_INVOKABLE void tapTime(int place, double y);
-    /// Adds the form's schedule and empties its title and tag; false when the title is blank.
+    /// Adds the form's schedule and empties its title and tag; false when the title is blank. A schedule on a day that
+    /// is not shown is announced.
     Q_INVOKABLE bool addSchedule();
+    /// Makes the day of the schedule added last the focus day.
+    Q_INVOKABLE void showAdded() { setFocusDate(m_addedDate); }
 
     /// Where an arrow key leads from a block: `dayStep` to another day, else `timeStep` within the day.
     Q_INVOKABLE [[nodiscard]] int neighbourBlock(int row, int dayStep, int timeStep) const;
@@ -103,6 +106,8 @@ signals:
     void titlesChanged();
     void measuresChanged();
     void dayWidthChanged();
+    /// A schedule was added to a day that is not shown; the message names it.
+    void addedElsewhere(const QString &message);
 
 private:
     [[nodiscard]] CalendarScope calendarScope() const;
@@ -124,6 +129,7 @@ private:
     std::unique_ptr<ScheduleSheetModel> m_sheets;
     Scope m_scope = Scope::Week;
     Instant m_focusDate;
+    Instant m_addedDate;
     WeekMeasures m_measures;
     double m_dayWidth = 0;
     QUuid m_selectedID;

@@ -42,8 +42,11 @@ FocusScope {
             PageKeys.scroll(scroller, event);
     }
     onSectionChanged: {
+        // The schedule screen has a line of its own for it.
         if (section === ShellModel.Schedule)
             toast.hide();
+        else if (!toast.isPassing)
+            toast.show();
     }
     Component.onCompleted: {
         showNamePrompt = !shell.hasAskedPreferredName;
@@ -84,12 +87,14 @@ FocusScope {
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 24
             message: PlannerStore.calendarSyncMessage
+            isFailure: PlannerStore.isSyncMessageFailure
+            isPassing: PlannerStore.isSyncMessagePassing
+            onLeft: PlannerStore.dismissCalendarSyncMessage()
         }
 
         Connections {
             function onCalendarSyncMessageTold() {
-                // The schedule screen has a line of its own for it.
-                if (view.section !== ShellModel.Schedule && PlannerStore.calendarSyncMessage !== "")
+                if (view.section !== ShellModel.Schedule)
                     toast.show();
             }
 

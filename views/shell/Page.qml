@@ -13,6 +13,7 @@ Rectangle {
     property string status
     default property alias content: column.data
     property alias scroll: scroll
+    property alias statusLine: statusLine
     readonly property real contentWidth: column.width
 
     color: Theme.bg
@@ -53,6 +54,8 @@ Rectangle {
         }
 
         StatusLine {
+            id: statusLine
+
             x: Theme.pagePadding
             width: parent.width - 2 * Theme.pagePadding
             anchors.verticalCenter: parent.verticalCenter

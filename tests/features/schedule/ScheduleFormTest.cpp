@@ -39,6 +39,28 @@ private slots:
         QCOMPARE(driver.store->schedules().size(), 1);
     }
 
+    void aScheduleOnADayThatIsNotShownIsAnnounced()
+    {
+        ScheduleDriver driver;
+        driver.inEnglish();
+        driver.opensScreen();
+        QStringList messages;
+        connect(driver.screen.get(), &ScheduleViewModel::addedElsewhere, this,
+                [&messages](const QString &message) { messages.append(message); });
+        ScheduleFormModel &form = *driver.screen->form();
+        form.setTitle(QStringLiteral("In this week"));
+        driver.screen->addSchedule();
+        form.setStart(form.start().addMonths(2));
+        form.setTitle(QStringLiteral(" %2 "));
+        driver.screen->addSchedule();
+        QCOMPARE(messages, QStringList{QStringLiteral("Added “%2” to Nov 9, 2026.")});
+
+        driver.screen->showAdded();
+
+        QCOMPARE(driver.focusDay(), QDate(2026, 11, 9));
+        QCOMPARE(driver.listed(), QStringList{QStringLiteral("%2")});
+    }
+
     void theFormFollowsTheFocusDay()
     {
         ScheduleDriver driver;

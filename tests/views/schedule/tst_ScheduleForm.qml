@@ -48,6 +48,19 @@ Item {
             }
         }
 
+        function test_a_schedule_elsewhere_is_shown_on_request() {
+            shown("Start").forceActiveFocus(Qt.TabFocusReason);
+            for (const character of "2026-12-03")
+                keyClick(character);
+            typeInto("e.g. Microeconomics lecture 1", "Far");
+            press("Add schedule");
+            verify(shown("Added “Far” to Dec 3, 2026.") !== null);
+            keyClick(Qt.Key_F6);
+            keyClick(Qt.Key_Return);
+            verify(shown("Edit, Far") !== null);
+            tryVerify(() => named("Show") === null);
+        }
+
         function test_a_click_on_the_frame_is_for_the_title_data() {
             return [
                 {tag: "above", dx: 40, dy: -12},

@@ -316,6 +316,36 @@ private slots:
         QTRY_VERIFY2(!toastShows(), "there it would say the same as the status line");
     }
 
+    void successLeavesAndFailureStaysUntilItIsClosed_data()
+    {
+        QTest::addColumn<ShellModel::SidebarItem>("section");
+        QTest::newRow("in passing") << ShellModel::Goals;
+        QTest::newRow("status line") << ShellModel::Schedule;
+    }
+
+    void successLeavesAndFailureStaysUntilItIsClosed()
+    {
+        QFETCH(const ShellModel::SidebarItem, section);
+        WindowUnderTest ui;
+        openAnswered(ui);
+        ui.setState("section", section);
+        const auto shows = [&ui](const QString &message) { return ui.find(QAccessible::StatusBar, message); };
+        ui.planner.store->clearPersonalContent();
+        QTRY_VERIFY(shows(ui.planner.message()));
+        QTRY_VERIFY_WITH_TIMEOUT(ui.planner.message().isEmpty(), 10'000);
+
+        ui.planner.loginItem.failWith(Error{ErrorCode::LoginItemFailed, {}});
+        ui.planner.store->setLaunchAtLogin(true);
+        QTRY_VERIFY(shows(ui.planner.message()));
+        ui.setState("section", ShellModel::Schedule);
+        ui.setState("section", ShellModel::Documents);
+        QTRY_VERIFY2(shows(ui.planner.message()), "it follows to other screens");
+        ui.setState("section", section);
+        QTRY_VERIFY(shows(ui.planner.message()));
+        QTRY_VERIFY(ui.click(QAccessible::Button, QStringLiteral("关闭消息")));
+        QTRY_VERIFY(ui.planner.message().isEmpty());
+    }
+
     void unsavedChangesAreShownAsLongAsThereAreAny()
     {
         WindowUnderTest ui;
