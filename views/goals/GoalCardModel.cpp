@@ -39,15 +39,18 @@ GoalCardModel::~GoalCardModel()
     change([this](Goal &goal) {
         bool isChanged = m_isEditing && giveNameBack(goal.title, m_formerTitle);
         const auto giveBack = [&](auto &records, const QHash<QUuid, QString> &formerTitles) {
-            for (auto former = formerTitles.cbegin(); former != formerTitles.cend(); ++former) {
-                if (auto *record = findRecord(records, former.key()))
-                    isChanged |= giveNameBack(record->title, former.value());
+            for (auto &record : records) {
+                const auto former = formerTitles.constFind(record.id);
+                if (former != formerTitles.cend())
+                    isChanged |= giveNameBack(record.title, *former);
             }
         };
-        giveBack(goal.subgoals, m_editingSubgoals);
-        if (!m_editingTasks.isEmpty() && goal.subgoals) {
-            for (Subgoal &subgoal : *goal.subgoals)
-                giveBack(subgoal.tasks, m_editingTasks);
+        if (!goal.subgoals)
+            return isChanged;
+        giveBack(*goal.subgoals, m_editingSubgoals);
+        for (Subgoal &subgoal : *goal.subgoals) {
+            if (subgoal.tasks)
+                giveBack(*subgoal.tasks, m_editingTasks);
         }
         return isChanged;
     });
