@@ -67,6 +67,7 @@ private slots:
     void aReminderComesAtTheStartOfItsMinuteOnce()
     {
         Process process;
+        const qsizetype otherAlarms = process.clock.pendingAlarms();
         process.add(u"later"_s, process.at(9, 12, 45, 20));
         const ReminderItem soon = process.add(u"soon"_s, process.at(9, 12, 31));
 
@@ -79,7 +80,7 @@ private slots:
 
         process.clock.advance(86400);
         QCOMPARE(process.shown(), (QStringList{u"soon"_s, u"later"_s}));
-        QCOMPARE(process.clock.pendingAlarms(), 0);
+        QCOMPARE(process.clock.pendingAlarms(), otherAlarms);
     }
 
     void tickingTakesItAwayOpeningBringsItBackDeletingLeavesIt()
