@@ -107,16 +107,16 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                      QStringLiteral("Show the version."));
     const QCommandLineOption dataDirectory(
         QStringLiteral("data-dir"),
-        QStringLiteral("Keep everything in <directory> instead of %1.").arg(defaultDataDirectory()),
+        QStringLiteral("Store all data in <directory> instead of %1.").arg(defaultDataDirectory()),
         QStringLiteral("directory"));
-    const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data; nothing is kept."));
+    const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data and save nothing."));
     const QCommandLineOption background(
         QStringLiteral("background"),
-        QStringLiteral("Start without a window, to remind of to-dos; a further start opens the window."));
+        QStringLiteral("Start without a window and deliver reminders; starting again opens the window."));
     const QCommandLineOption selfTest(QStringLiteral("self-test"),
-                                      QStringLiteral("Load every screen, then exit; not 0 when one has warnings."));
+                                      QStringLiteral("Load every screen, then exit with a non-zero status if any screen warns."));
     const QCommandLineOption pictures(QStringLiteral("screens"),
-                                      QStringLiteral("Write pictures of every screen to <directory>, then exit."),
+                                      QStringLiteral("Save pictures of every screen to <directory>, then exit."),
                                       QStringLiteral("directory"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Tessaly, a planner for one person."));

@@ -18,16 +18,15 @@ TextPair advice(ErrorCode code)
     switch (code) {
     case ErrorCode::StorageUnwritable:
         return {QStringLiteral("请检查该文件夹的权限，以及磁盘是否只读。"),
-                QStringLiteral("Check the permissions of the folder, and whether the disk can be written.")};
+                QStringLiteral("Check the permissions of the folder and that the disk is writable.")};
     case ErrorCode::StorageCorrupt:
-        return {
-            QStringLiteral("请用备份替换该文件；或把它和名称以它开头的文件一起移到别处，Tessaly 会从空白开始。"),
-            QStringLiteral("Replace the file by a backup of it; or move it away, together with the files whose names "
-                           "begin with its name, and Tessaly starts empty.")};
+        return {QStringLiteral("请用备份替换该文件；或把它和名称以它开头的文件一起移到别处，Tessaly 会从空白开始。"),
+                QStringLiteral("Replace the file with a backup. Or move it elsewhere, with all files whose names begin "
+                               "with its name; Tessaly then starts empty.")};
     case ErrorCode::StorageLocked:
         return {QStringLiteral("请关闭那个程序，然后重试。"), QStringLiteral("Close that program and try again.")};
     case ErrorCode::StorageFull:
-        return {QStringLiteral("请腾出磁盘空间，然后重试。"), QStringLiteral("Make room on the disk and try again.")};
+        return {QStringLiteral("请腾出磁盘空间，然后重试。"), QStringLiteral("Free up disk space and try again.")};
     case ErrorCode::StorageNewer:
         return {QStringLiteral("请启动更新的版本。"), QStringLiteral("Start the newer version.")};
     case ErrorCode::StorageFailed:

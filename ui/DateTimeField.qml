@@ -20,7 +20,7 @@ AppTextField {
     /// Name for assistive technology.
     property string name
 
-    readonly property string refusal: isDateOnly ? Language.text("这不是有效的日期。可输入 2026-12-24 这样的日期，或按 Esc 恢复原值。", "Not a valid date. Type one such as 2026-12-24, or press Esc to restore the former one.") : Language.text("这不是有效的日期和时间。可输入 2026-12-24 18:00 这样的时间，或按 Esc 恢复原值。", "Not a valid date and time. Type one such as 2026-12-24 18:00, or press Esc to restore the former one.")
+    readonly property string refusal: isDateOnly ? Language.text("这不是有效的日期。可输入 2026-12-24 这样的日期，或按 Esc 恢复原值。", "Not a valid date. Type one such as 2026-12-24, or press Esc to restore the previous one.") : Language.text("这不是有效的日期和时间。可输入 2026-12-24 18:00 这样的时间，或按 Esc 恢复原值。", "Not a valid date and time. Type one such as 2026-12-24 18:00, or press Esc to restore the previous one.")
 
     /// The user changed the value.
     signal edited(date value)

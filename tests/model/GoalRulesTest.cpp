@@ -1,10 +1,23 @@
 #include "model/GoalRules.h"
+#include "model/GoalOperations.h"
 #include "tests/support/TestMain.h"
 
+#include <functional>
 #include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace tessaly;
+
+namespace {
+
+/// A goal whose first subgoal has one task; the second one has no list of tasks.
+const Goal &twoSubgoals()
+{
+    static const Goal goal{.subgoals = QList<Subgoal>{{.tasks = QList<GoalTask>{{.title = u"t"_s}}}, {}}};
+    return goal;
+}
+
+} // namespace
 
 class GoalRulesTest : public QObject
 {
@@ -159,6 +172,54 @@ private slots:
         goal.isComplete = true;
         QVERIFY(goalTaskShares(goal).isEmpty());
         QVERIFY(goalTaskShares({.progress = -1e300}).isEmpty());
+    }
+
+    void operationsChangeWhatTheyNameAndNothingElse_data()
+    {
+        QTest::addColumn<bool (*)(Goal &, const QUuid &, const QUuid &)>("operation");
+        QTest::addColumn<Goal>("changed");
+
+        using Operation = bool (*)(Goal &, const QUuid &, const QUuid &);
+        const auto add = [](const char *name, Operation operation, const std::function<void(Goal &)> &change) {
+            Goal goal = twoSubgoals();
+            change(goal);
+            QTest::newRow(name) << operation << goal;
+        };
+        add(
+            "ticking a subgoal leaves its tasks",
+            [](Goal &goal, const QUuid &subgoal, const QUuid &) { return toggleSubgoal(goal, subgoal); },
+            [](Goal &goal) { goal.subgoals->first().isComplete = true; });
+        add(
+            "ticking the last task leaves its subgoal",
+            [](Goal &goal, const QUuid &subgoal, const QUuid &task) { return toggleTask(goal, subgoal, task); },
+            [](Goal &goal) { goal.subgoals->first().tasks->first().isComplete = true; });
+        add(
+            "removing a subgoal",
+            [](Goal &goal, const QUuid &subgoal, const QUuid &) { return removeSubgoal(goal, subgoal); },
+            [](Goal &goal) { goal.subgoals->removeFirst(); });
+        add(
+            "removing a task",
+            [](Goal &goal, const QUuid &subgoal, const QUuid &task) { return removeTask(goal, task, subgoal); },
+            [](Goal &goal) { goal.subgoals->first().tasks->clear(); });
+        add(
+            "weighing a task",
+            [](Goal &goal, const QUuid &subgoal, const QUuid &task) { return weighTask(goal, subgoal, task, 2.5); },
+            [](Goal &goal) { goal.subgoals->first().tasks->first().weight = 2.5; });
+    }
+
+    void operationsChangeWhatTheyNameAndNothingElse()
+    {
+        using Operation = bool (*)(Goal &, const QUuid &, const QUuid &);
+        QFETCH(const Operation, operation);
+        const Goal before = twoSubgoals();
+        const QUuid subgoal = before.subgoals->first().id;
+        const QUuid task = before.subgoals->first().tasks->first().id;
+
+        Goal goal = before;
+        QVERIFY(!operation(goal, QUuid(), task));
+        QCOMPARE(goal, before);
+        QVERIFY(operation(goal, subgoal, task));
+        QTEST(goal, "changed");
     }
 };
 

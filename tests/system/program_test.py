@@ -220,7 +220,7 @@ class ProgramTest(PlannerTestCase):
         if not SmallDisk.is_possible():
             self.skipTest("a file system can be mounted neither as root nor in a user name space")
         disk = SmallDisk(self.data, is_full=True)
-        self.refusal(self.data / "new", "磁盘空间不足", "请腾出磁盘空间", "The disk is full", "Make room on the disk",
+        self.refusal(self.data / "new", "磁盘空间不足", "请腾出磁盘空间", "The disk is full", "Free up disk space",
                      launcher=disk.launcher)
 
     def test_the_sample_data_is_in_the_language_of_the_desktop(self):

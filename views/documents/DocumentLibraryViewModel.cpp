@@ -142,7 +142,7 @@ QString DocumentLibraryViewModel::saveLocationMessage() const
     case DocumentsMove::RefusedUnusable:
         return m_store
             ->text(QStringLiteral("无法在此文件夹中保存文档，保存位置未改变：%1"),
-                   QStringLiteral("Documents cannot be saved in this folder; the save location has not changed: %1"))
+                   QStringLiteral("Documents cannot be saved in this folder. The save location has not changed: %1"))
             .arg(m_lastMoveFolder);
     }
     return {};

@@ -14,7 +14,7 @@ Sheet {
 
     AppText {
         width: parent.width
-        text: Language.text("保存的数据有一部分已损坏，Tessaly 显示的是仍能读取的内容或上一次的备份。损坏的数据会原样另行保留，不会被覆盖。", "Part of the saved data is damaged. Tessaly shows what can still be read, or the backup from the save before. The damaged data is kept aside as it is and is never overwritten.")
+        text: Language.text("保存的数据有一部分已损坏，Tessaly 显示的是仍能读取的内容或上一次的备份。损坏的数据会原样另行保留，不会被覆盖。", "Part of the saved data is damaged. Tessaly shows what it could still read, or the previous backup. A copy of the damaged data is kept and will not be overwritten.")
         token: Theme.control
         isMultiline: true
         color: Theme.textSecondary

@@ -24,7 +24,7 @@ Sheet {
 
     AppText {
         width: parent.width
-        text: Language.text("有更改无法写入磁盘，现在退出会丢失这些更改。留在 Tessaly 时会每隔几秒重试保存。", "Some changes could not be written to the disk and will be lost if you quit now. As long as you stay, Tessaly tries to save them every few seconds.")
+        text: Language.text("有更改无法写入磁盘，现在退出会丢失这些更改。留在 Tessaly 时会每隔几秒重试保存。", "Some changes could not be written to the disk and will be lost if you quit now. While Tessaly stays open, it tries to save them every few seconds.")
         token: Theme.control
         isMultiline: true
         color: Theme.textSecondary
