@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tessaly.Ui
 
 /// A push button in one of the kinds of the design. `isRaised` is for sheets.
 T.Button {

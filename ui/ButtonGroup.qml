@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// Buttons that share one outline, with hairlines between them. Its children are GroupedButton.
 Rectangle {

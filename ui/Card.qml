@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// The ground of cards: a hairline, no shadow.
 Rectangle {

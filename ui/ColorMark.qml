@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// A small rounded square in a schedule's or calendar's colour; an inner line keeps pale colours visible.
 Rectangle {

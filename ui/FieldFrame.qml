@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// Outline and fill of a field; with the focus its border is coloured and a halo surrounds it. The border of a field
 /// that refuses what is typed is red.

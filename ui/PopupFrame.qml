@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// The raised ground of popups and sheets with its shadow.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Ui
 
 /// A hairline.
 Rectangle {

@@ -27,7 +27,7 @@ PopupFrame {
 
     signal actionChosen
     /// It was closed or has stayed long enough.
-    signal left
+    signal dismissed
 
     function show() {
         if (message === "")
@@ -45,7 +45,7 @@ PopupFrame {
 
     function leave() {
         hide();
-        left();
+        dismissed();
     }
 
     function takeFocus() {

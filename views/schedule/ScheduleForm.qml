@@ -116,9 +116,9 @@ Card {
     NoServiceText {
         id: noService
 
-        readonly property real room: (form.isWide ? tagField.x - form.gap : form.width - form.pad) - calendarPair.left
+        readonly property real room: (form.isWide ? tagField.x - form.gap : form.width - form.pad) - calendarPair.leftX
 
-        x: calendarPair.left
+        x: calendarPair.leftX
         width: Math.min(Math.ceil(implicitWidth), room)
         anchors.verticalCenter: exportToggle.verticalCenter
     }
@@ -126,9 +126,9 @@ Card {
     Row {
         id: calendarPair
 
-        readonly property real left: exportToggle.x + exportToggle.width + form.gap + 4
+        readonly property real leftX: exportToggle.x + exportToggle.width + form.gap + 4
 
-        x: form.isWide ? left : form.width - form.pad - width
+        x: form.isWide ? leftX : form.width - form.pad - width
         y: exportToggle.y
         spacing: 8
         visible: form.fields.isExportRequested

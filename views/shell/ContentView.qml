@@ -89,7 +89,7 @@ FocusScope {
             message: PlannerStore.calendarSyncMessage
             isFailure: PlannerStore.isSyncMessageFailure
             isPassing: PlannerStore.isSyncMessagePassing
-            onLeft: PlannerStore.dismissCalendarSyncMessage()
+            onDismissed: PlannerStore.dismissCalendarSyncMessage()
         }
 
         Connections {
