@@ -89,7 +89,7 @@ TESSALY_BENCH(WeekLayout)
             identifiers.insert(schedule.calendarIdentifier.value_or(QString()));
         const ScheduleSource source{schedules, index, identifiers, calendar, true};
         const QList<QDate> days = visibleDays(CalendarScope::Week, {2025, 6, 11}, calendar);
-        const QList<QList<DayEvent>> events = eventsByDay(days, source);
+        const QList<QList<DayEvent>> events = viewportSchedules(days, source);
         const WeekMeasures measures = weekMeasures(0, 24);
         const InstantRange range = viewport(days, calendar).value();
 
@@ -97,7 +97,7 @@ TESSALY_BENCH(WeekLayout)
             for (const QList<DayEvent> &day : events)
                 keep(positionedEvents(day));
         };
-        const auto layout = [&] { keep(blockRows(days, eventsByDay(days, source), source, measures, 118, {})); };
+        const auto layout = [&] { keep(blockRows(days, viewportSchedules(days, source), source, measures, 118, {})); };
         const auto seconds = medianSeconds(40, {{columns}, {layout}, {[&] { keep(plainScan(schedules, range)); }}});
         const QString name = QStringLiteral("week of %1: ").arg(size);
         const QString limit = QStringLiteral("10 ms");
