@@ -212,8 +212,8 @@ private slots:
         using Operation = bool (*)(Goal &, const QUuid &, const QUuid &);
         QFETCH(const Operation, operation);
         const Goal before = twoSubgoals();
-        const QUuid subgoal = before.subgoals->first().id;
-        const QUuid task = before.subgoals->first().tasks->first().id;
+        const QUuid subgoal = before.subgoals.value().first().id;
+        const QUuid task = before.subgoals.value().first().tasks.value().first().id;
 
         Goal goal = before;
         QVERIFY(!operation(goal, QUuid(), task));
