@@ -95,7 +95,7 @@ class ProgramTest(PlannerTestCase):
         planner.press("list item", "待办")
         planner.press("check box", "设置截止日期")
         planner.wait_state("check box", "设置截止日期", CHECKED)
-        planner.type_into("例如：提交周报", "Post the letter")
+        planner.type_into("待办名称", "Post the letter")
         planner.press("push button", "添加待办")
         autostart = pathlib.Path(self.home.name) / "autostart"
         entry = wait_for("the autostart entry", lambda: next(autostart.glob("tessaly-reminders-*.desktop"), None))

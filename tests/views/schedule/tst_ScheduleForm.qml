@@ -32,14 +32,14 @@ Item {
             press("Add schedule");
 
             compare(TestPlanner.scheduleCount(), 1);
-            verify(shown("e.g. Microeconomics lecture 1").activeFocus, "the name is what is missing");
+            verify(shown("Schedule name").activeFocus, "the name is what is missing");
         }
 
         function test_the_form_stays_in_view_while_schedules_are_added() {
             root.height = 620;
             waitForRendering(screen);
             const add = named("Add schedule");
-            shown("e.g. Microeconomics lecture 1").forceActiveFocus();
+            shown("Schedule name").forceActiveFocus();
             for (const title of "ABC") {
                 keyClick(title);
                 keyClick(Qt.Key_Return);
@@ -52,7 +52,7 @@ Item {
             shown("Start").forceActiveFocus(Qt.TabFocusReason);
             for (const character of "2026-12-03")
                 keyClick(character);
-            typeInto("e.g. Microeconomics lecture 1", "Far");
+            typeInto("Schedule name", "Far");
             press("Add schedule");
             verify(shown("Added “Far” to Dec 3, 2026.") !== null);
             keyClick(Qt.Key_F6);
@@ -70,7 +70,7 @@ Item {
         }
 
         function test_a_click_on_the_frame_is_for_the_title(data) {
-            const title = shown("e.g. Microeconomics lecture 1");
+            const title = shown("Schedule name");
             const place = title.mapToItem(root, data.dx, data.dy);
             mouseClick(root, place.x, place.y);
             verify(title.activeFocus);
