@@ -233,7 +233,7 @@ class ProgramTest(PlannerTestCase):
         database = self.data / "planner.sqlite"
         database.write_bytes(b"not a database" * 1000)
         self.refusal(self.data, "数据文件已损坏", f"文件：{database}\n", "请用备份替换该文件",
-                     "The data file is damaged", f"File: {database}\n", "Replace the file by a backup")
+                     "The data file is damaged", f"File: {database}\n", "Replace the file with a backup")
         self.assertEqual(database.read_bytes(), b"not a database" * 1000)
 
     def test_a_value_that_cannot_be_put_together_is_told_and_left_alone(self):
