@@ -7,6 +7,13 @@
 
 namespace tessaly {
 
+namespace {
+
+/// Of a device pixel. What ends in the middle of one would be rounded up or down as the last binary digit has it.
+constexpr double nudge = 0.05;
+
+} // namespace
+
 void PixelSnap::setTarget(QQuickItem *target)
 {
     if (m_target || !target)
@@ -33,7 +40,7 @@ void PixelSnap::snap()
     if (ratio != std::floor(ratio) && m_target->parentItem() && m_target->isVisible()) {
         const QPointF place = m_target->parentItem()->mapToScene(m_target->position());
         const auto onPixel = [ratio](double length) { return std::round(length * ratio) / ratio; };
-        offset = QPointF(onPixel(place.x()), onPixel(place.y())) - place;
+        offset = QPointF(onPixel(place.x()), onPixel(place.y())) + QPointF(nudge, nudge) / ratio - place;
         const QSizeF size = m_target->size();
         if (!size.isEmpty())
             stretch = QPointF(onPixel(size.width()) / size.width(), onPixel(size.height()) / size.height());
