@@ -50,8 +50,10 @@ PopupFrame {
 
     function takeFocus() {
         opener = Window.activeFocusItem as Item;
-        const first = actionButton.visible ? actionButton : line.nextItemInFocusChain();
-        first.forceActiveFocus(Qt.TabFocusReason);
+        if (actionButton.visible)
+            actionButton.forceActiveFocus(Qt.TabFocusReason);
+        else
+            line.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason);
     }
 
     onMessageChanged: {

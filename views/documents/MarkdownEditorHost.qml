@@ -38,12 +38,14 @@ Item {
         if (page)
             page.editor.finishCopy(isCopied);
         else
-            host.tell(DocumentDesktop.copyOutcome(isCopied));
+            host.tell(DocumentDesktop.copyOutcome(isCopied), isCopied, !isCopied);
         Qt.callLater(host.leaveEngine);
     }
 
-    function tell(texts: list<string>) {
+    function tell(texts: list<string>, isPassing: bool, isFailure: bool) {
         toast.texts = texts;
+        toast.isPassing = isPassing;
+        toast.isFailure = isFailure;
         toast.show();
     }
 
@@ -65,7 +67,7 @@ Item {
                 const texts = editor.keptVersionTexts;
                 host.documentId = "";
                 // Nobody could have read it in the editor.
-                host.tell(texts);
+                host.tell(texts, false, false);
                 host.leaveEngine();
             }
         }
@@ -93,5 +95,6 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 24
         message: Language.text(texts[0], texts[1])
+        onDismissed: texts = ["", ""]
     }
 }

@@ -22,7 +22,7 @@ FocusScope {
     readonly property Item screen: loader.item as Item
 
     /// The part of the screen that scrolls: every screen has one.
-    readonly property Flickable scroller: view.screen?.scroll ?? null // qmllint disable missing-property
+    readonly property Flickable scroller: view.screen?.scroll ?? null // qmllint disable property
 
     /// The user would rather lose what could not be saved than stay.
     signal quitUnsavedChosen
