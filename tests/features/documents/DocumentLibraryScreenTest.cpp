@@ -211,7 +211,7 @@ private slots:
         QCOMPARE(told.size(), 1);
         given.files.setReadOnly(true);
         QCOMPARE(choose(u"/mnt"_s),
-                 u"Documents cannot be saved in this folder; the save location has not changed: /mnt"_s);
+                 u"Documents cannot be saved in this folder. The save location has not changed: /mnt"_s);
         given.store->setInterfaceLanguage(AppLanguage::Chinese);
         QCOMPARE(told.size(), 3);
         QCOMPARE(given.screen->saveLocationMessage(), u"无法在此文件夹中保存文档，保存位置未改变：/mnt"_s);
