@@ -113,8 +113,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption background(
         QStringLiteral("background"),
         QStringLiteral("Start without a window and deliver reminders; starting again opens the window."));
-    const QCommandLineOption selfTest(QStringLiteral("self-test"),
-                                      QStringLiteral("Load every screen, then exit with a non-zero status if any screen warns."));
+    const QCommandLineOption selfTest(
+        QStringLiteral("self-test"),
+        QStringLiteral("Load every screen, then exit with a non-zero status if any screen warns."));
     const QCommandLineOption pictures(QStringLiteral("screens"),
                                       QStringLiteral("Save pictures of every screen to <directory>, then exit."),
                                       QStringLiteral("directory"));

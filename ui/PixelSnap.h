@@ -8,9 +8,9 @@ class QQuickWindow;
 
 namespace tessaly {
 
-/// Puts the edges of its target, whose `transform` it is, between device pixels where the display's scale is not a whole
-/// number: there lines of one pixel would be one or two device pixels wide in turn. It moves and
-/// stretches the target by less than a device pixel. Scrolling changes it frame by frame.
+/// Puts the edges of its target, whose `transform` it is, between device pixels where the display's scale is not a
+/// whole number: there lines of one pixel would be one or two device pixels wide in turn. It moves and stretches the
+/// target by less than a device pixel. Scrolling changes it frame by frame.
 class PixelSnap : public QQuickTransform
 {
     Q_OBJECT

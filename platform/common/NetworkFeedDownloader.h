@@ -19,8 +19,9 @@ namespace tessaly {
 ///
 /// A download ends in failure after `silence` without a byte (DownloadTimedOut), when the body, decompressed, grows
 /// past `largestBody` bytes (DownloadTooLarge), on a step from https to http (DownloadInsecureRedirect), after 20
-/// redirects (DownloadTooManyRedirects), on any TLS error (DownloadTlsFailed, or why the certificate was refused), and when the connection ends before the
-/// body does (DownloadIncomplete). Links that are neither http nor https fail with DownloadFailed.
+/// redirects (DownloadTooManyRedirects), on any TLS error (DownloadTlsFailed, or why the certificate was refused), and
+/// when the connection ends before the body does (DownloadIncomplete). Links that are neither http nor https fail with
+/// DownloadFailed.
 class NetworkFeedDownloader final : public FeedDownloader
 {
 public:

@@ -31,7 +31,8 @@ private:
 
     [[nodiscard]] QString inFolder(const QString &name) const { return m_folder.filePath(u"documents/"_s + name); }
     void write(const QString &path, const QByteArray &bytes) const;
-    /// The text with FILE for the address of a picture outside the folder, PATH for its path, SECRET for a file that is none.
+    /// The text with FILE for the address of a picture outside the folder, PATH for its path, SECRET for a file that is
+    /// none.
     [[nodiscard]] QString filledIn(QString markdown) const;
     /// "shown" or "broken" for each picture, and what is said beside it.
     [[nodiscard]] QString outcome();
@@ -64,8 +65,8 @@ void DocumentPictureTest::initTestCase()
     QVERIFY(QDir(m_folder.path()).mkpath(u"documents/Assets"_s));
     QImage image(side, side, QImage::Format_RGB32);
     image.fill(Qt::darkGreen);
-    for (const QString &name : {u"outside 图 (1).png"_s, u"documents/a.png"_s, u"documents/Assets/b c.jpg"_s,
-                                u"documents/old.ppm"_s})
+    for (const QString &name :
+         {u"outside 图 (1).png"_s, u"documents/a.png"_s, u"documents/Assets/b c.jpg"_s, u"documents/old.ppm"_s})
         QVERIFY(image.save(m_folder.filePath(name)));
     QFile saved(inFolder(u"a.png"_s));
     QVERIFY(saved.open(QIODevice::ReadOnly));
@@ -93,7 +94,8 @@ QString DocumentPictureTest::filledIn(QString markdown) const
 QString DocumentPictureTest::outcome()
 {
     return m_document
-        ->ask(u"[...document.querySelectorAll('#content img, .tessaly-not-shown')].map(element => element.alt === undefined"
+        ->ask(u"[...document.querySelectorAll('#content img, .tessaly-not-shown')].map(element => element.alt === "
+              u"undefined"
               " ? getComputedStyle(element, '::before').content + element.textContent"
               " : element.naturalWidth === %1 ? 'shown' : 'broken').join()"_s.arg(side))
         .toString();

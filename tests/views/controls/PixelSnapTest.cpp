@@ -106,9 +106,8 @@ private slots:
     void marksKeepTheirCorners()
     {
         for (const double place : {3.0, 10.0, 11.0, 13.0, 20.3}) {
-            const QImage mark = inkOf(pictureOf(QStringLiteral("ColorMark { x: %1; y: %1 + 1; color: \"black\" }")
-                                                    .arg(place)
-                                                    .toUtf8()));
+            const QImage mark = inkOf(
+                pictureOf(QStringLiteral("ColorMark { x: %1; y: %1 + 1; color: \"black\" }").arg(place).toUtf8()));
             QVERIFY2(isRoundedSquare(mark), qPrintable(QString::number(place)));
         }
     }

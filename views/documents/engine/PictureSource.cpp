@@ -22,8 +22,9 @@ constexpr int patience = 30'000; // Milliseconds.
 /// The picture that these bytes are, as the engine shows it.
 std::optional<Picture> pictureOf(QByteArray bytes)
 {
-    static const QSet<QString> shown{u"image/png"_s,     u"image/jpeg"_s, u"image/gif"_s,  u"image/webp"_s,
-                                     u"image/svg+xml"_s, u"image/bmp"_s,  u"image/avif"_s, u"image/vnd.microsoft.icon"_s};
+    static const QSet<QString> shown{
+        u"image/png"_s,     u"image/jpeg"_s, u"image/gif"_s,  u"image/webp"_s,
+        u"image/svg+xml"_s, u"image/bmp"_s,  u"image/avif"_s, u"image/vnd.microsoft.icon"_s};
     const QString type = QMimeDatabase().mimeTypeForData(bytes).name();
     if (shown.contains(type))
         return Picture{type.toLatin1(), std::move(bytes)};
@@ -95,7 +96,8 @@ void PictureSource::read(const QString &path, const Answer &answer)
 {
     m_worker.start([this, path, answer] {
         const std::optional<Picture> picture = readPicture(path);
-        QMetaObject::invokeMethod(this, [picture, answer] { answer(picture); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [picture, answer] { answer(picture); }, Qt::QueuedConnection);
     });
 }
 

@@ -20,8 +20,8 @@ struct Picture
     QByteArray bytes;
 };
 
-/// The local picture, made a PNG where Qt reads its format and the engine does not. Nothing for a file that is no picture
-/// by its contents, whatever its name, nor for a device or pipe.
+/// The local picture, made a PNG where Qt reads its format and the engine does not. Nothing for a file that is no
+/// picture by its contents, whatever its name, nor for a device or pipe.
 [[nodiscard]] std::optional<Picture> readPicture(const QString &path);
 
 /// Finds the pictures that a document names and its page cannot load by itself: local files, and what an address with
