@@ -211,7 +211,7 @@ private slots:
     {
         using Operation = bool (*)(Goal &, const QUuid &, const QUuid &);
         QFETCH(const Operation, operation);
-        const Goal before = twoSubgoals();
+        const Goal &before = twoSubgoals();
         const QUuid subgoal = before.subgoals.value().first().id;
         const QUuid task = before.subgoals.value().first().tasks.value().first().id;
 
