@@ -8,6 +8,16 @@ target_compile_options(tessaly_options INTERFACE
   $<$<BOOL:${TESSALY_WERROR}>:-Werror>)
 target_compile_definitions(tessaly_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Lets ccache see through precompiled headers.
+  target_compile_options(tessaly_options INTERFACE -fpch-preprocess)
+endif()
+include(cmake/Precompiled.cmake)
+
+find_program(LLD ld.lld)
+if(LLD)
+  add_link_options(-fuse-ld=lld)
+endif()
 
 # tessaly_library(name SOURCES … LINK …): a static library; headers are included from the top of the tree.
 function(tessaly_library name)
@@ -15,12 +25,14 @@ function(tessaly_library name)
   qt_add_library(${name} STATIC ${arg_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
+  use_precompiled(${name} core)
 endfunction()
 
-# tessaly_qml_module(name URI … SOURCES … QML … SINGLETONS … RESOURCES … DEPENDS … LINK …): a static library that is one
-# QML module; DEPENDS names the modules whose types its C++ types mention. Executables link <name> and <name>plugin.
+# tessaly_qml_module(name URI … PRECOMPILED … SOURCES … QML … SINGLETONS … RESOURCES … DEPENDS … LINK …): a static library
+# that is one QML module; DEPENDS names the modules whose types its C++ types mention. PRECOMPILED names its headers ("quick"
+# if not given). Executables link <name> and <name>plugin.
 function(tessaly_qml_module name)
-  cmake_parse_arguments(arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;DEPENDS;LINK" ${ARGN})
+  cmake_parse_arguments(arg "" "URI;PRECOMPILED" "SOURCES;QML;SINGLETONS;RESOURCES;DEPENDS;LINK" PRECOMPILED quick ${ARGN})
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   qt_add_library(${name} STATIC)
   # Compiled QML is for speed; a debug build is quicker to make without.
@@ -40,6 +52,7 @@ function(tessaly_qml_module name)
     RESOURCES ${arg_RESOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
+  use_precompiled(${name} ${arg_PRECOMPILED})
 endfunction()
 
 # tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests
@@ -49,6 +62,7 @@ function(tessaly_test name)
   qt_add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
+  use_precompiled(${name} test)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS "${TESSALY_TEST_LABEL}"
     ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QML_IMPORT_PATH=${TESSALY_ENGINE_DIRECTORY}")
