@@ -22,10 +22,8 @@ precompiled_headers(tessaly_qml_headers LINK Qt6::Qml
   HEADERS ${core_headers} <QtQml/qqml.h> <QtQml/qqmlprivate.h> <QQmlComponent> <QQmlEngine>)
 precompiled_headers(tessaly_quick_headers LINK Qt6::Quick
   HEADERS ${core_headers} <QtQml/qqml.h> <QtQml/qqmlprivate.h> <QGuiApplication> <QQmlComponent> <QQmlEngine> <QQuickItem> <QQuickWindow>)
-precompiled_headers(tessaly_test_headers LINK Qt6::Test
-  HEADERS ${core_headers} <QJsonArray> <QJsonDocument> <QJsonObject> <QSignalSpy> <QTemporaryDir> <QTest>)
 
-# use_precompiled(TARGET core|qml|quick|test): the target links what those headers belong to.
+# use_precompiled(TARGET core|qml|quick): the target links what those headers belong to.
 function(use_precompiled target kind)
   target_precompile_headers(${target} REUSE_FROM tessaly_${kind}_headers)
 endfunction()
