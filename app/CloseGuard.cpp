@@ -16,7 +16,7 @@ CloseGuard::CloseGuard(QQuickWindow &window, PlannerStore &store, QObject *paren
 
 bool CloseGuard::eventFilter(QObject *watched, QEvent *event)
 {
-    // A program that stays without its window keeps the changes, and goes on trying.
+    // A program that stays without its window keeps the changes and retries.
     if (event->type() != QEvent::Close || m_isOpen || !QGuiApplication::quitOnLastWindowClosed())
         return QObject::eventFilter(watched, event);
     m_store.retryUnsavedChanges();

@@ -10,13 +10,13 @@ struct CommandLine
 {
     enum class Task {
         Run,
-        /// Load every screen and tell by the exit code whether QML had anything to complain about.
+        /// Load every screen; the exit status says whether any screen warned.
         SelfTest,
         /// Write pictures of every screen.
         Pictures,
         /// Only print `text` on the standard output.
         Print,
-        /// The arguments make no sense; `text` says why.
+        /// The arguments are invalid; `text` says why.
         Refuse,
     };
 
@@ -32,13 +32,13 @@ struct CommandLine
     QString text = {};
 };
 
-/// Takes XDG base directories that are not absolute paths out of the environment: they have to be ignored (XDG Base
-/// Directory Specification 0.8), but Qt 6.4 takes them. To be called before anything asks for a standard directory.
+/// Removes XDG base directories that are not absolute paths from the environment: they have to be ignored (XDG Base
+/// Directory Specification 0.8), but Qt 6.4 uses them. To be called before anything asks for a standard directory.
 void forgetRelativeBaseDirectories();
 
-/// Puts into TZ what Qt can open: it takes names and the rules of POSIX.1, 8.3, but neither paths nor names such as
-/// "GMT-3", and counts "UTC+3" the other way. Where nothing can be opened the C library's present offset from UTC
-/// remains. To be called before anything asks for the time.
+/// Sets TZ to a form that Qt can open: it accepts names and the rules of POSIX.1, 8.3, but neither paths nor names such
+/// as "GMT-3", and reverses "UTC+3". Where no zone can be opened, the C library's present offset from UTC is used. To
+/// be called before anything asks for the time.
 void nameTimeZone();
 
 /// Reads the arguments; the first is the program's name.

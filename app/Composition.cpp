@@ -65,13 +65,14 @@ QStringList loginCommand(const CommandLine &commandLine)
     return command;
 }
 
-/// Each data directory has an entry of its own: what waits in one says nothing of another.
+/// Each data directory has its own entry, because each has its own reminders.
 AutostartEntry reminderEntry(const CommandLine &commandLine)
 {
     const QUuid mark = QUuid::createUuidV5(QUuid(), commandLine.dataDirectory);
     return {QStringLiteral("tessaly-reminders%1.desktop")
                 .arg(commandLine.isDataDirectoryGiven ? u'-' + mark.toString(QUuid::WithoutBraces) : QString()),
-            {QStringLiteral("Tessaly 提醒"), QStringLiteral("Tessaly reminders")}};
+            {QStringLiteral("Tessaly 提醒"), QStringLiteral("Tessaly reminders")},
+            AutostartEntry::SetBy::Program};
 }
 
 } // namespace
@@ -106,12 +107,12 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->clock = std::make_unique<LinuxClock>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
-    // Nobody is asked at the end of a session; what can still be saved is.
+    // The end of a session asks no questions; what can still be saved is saved.
     parts->terminationSignals = std::make_unique<TerminationSignals>();
     QObject::connect(parts->terminationSignals.get(), &TerminationSignals::received, qApp,
                      [] { QCoreApplication::exit(); });
     const std::shared_ptr<Composition> composition(new Composition(std::move(parts)));
-    // By now everything was read; what could not be must not look like what was never there.
+    // Everything was read by now. Data that could not be read must not look like data that never existed.
     if (file.readFailure())
         return *file.readFailure();
     return composition;
@@ -171,15 +172,9 @@ bool Composition::hasNativeMenuBar() const
     return hasGlobalMenu();
 }
 
-void Composition::setReminderHandler(std::function<void()> handler)
+void Composition::setReminderHandler(std::function<void(const QString &)> handler)
 {
-    if (!m_parts->notificationPresenter)
-        return;
-    if (!handler)
-        m_parts->notificationPresenter->setActivationHandler({});
-    else
-        m_parts->notificationPresenter->setActivationHandler(
-            [handler = std::move(handler)](const QString &) { handler(); });
+    m_parts->notificationPresenter->setActivationHandler(std::move(handler));
 }
 
 Preferences &Composition::preferences() const

@@ -16,7 +16,7 @@ class Preferences;
 class SystemAppearance;
 struct CommandLine;
 
-/// The planner store together with the adapters that it works on: the only place that knows which ones these are.
+/// The planner store with its adapters. The only place that names adapters.
 class Composition
 {
 public:
@@ -38,7 +38,7 @@ public:
     /// Whether the desktop shows a menu bar outside the window.
     [[nodiscard]] bool hasNativeMenuBar() const;
     /// Called when the user clicks the notification of a to-do.
-    void setReminderHandler(std::function<void()> handler);
+    void setReminderHandler(std::function<void(const QString &identifier)> handler);
 
 private:
     struct Parts;

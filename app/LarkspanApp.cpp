@@ -19,7 +19,7 @@ namespace tessaly {
 
 namespace {
 
-/// So long may the desktop take to tell its colour scheme before the window shows in a guessed one.
+/// How long to wait for the desktop's colour scheme before the window is shown in a guessed one.
 constexpr int appearanceWaitMs = 150;
 
 /// Where the module with the web engine is: beside the program in its build directory, or where it was installed.

@@ -33,15 +33,15 @@ public:
 
     /// Loads the window without showing it. False when it cannot be loaded.
     [[nodiscard]] bool load();
-    /// Has the program stay when its window is closed while reminders wait, and say so the first time. Precondition:
-    /// load().
+    /// Keeps the program running when its window is closed while reminders wait, and says so the first time.
+    /// Precondition: load().
     void stayWhileRemindersWait();
-    /// Has the program stay whenever its window is closed. Precondition: load().
+    /// Keeps the program running whenever its window is closed. Precondition: load().
     void setResident();
     /// Puts the menu commands into the desktop's own menu bar as well. Precondition: load().
     void showNativeMenuBar();
-    /// Shows the window where it last was, as soon as the desktop has told whether it is dark, and starts the automatic
-    /// calendar sync. Precondition: load().
+    /// Shows the window where it last was, as soon as the desktop has reported its colour scheme, and starts the
+    /// automatic calendar sync. Precondition: load().
     void show();
     /// Brings the window to the front, with the token that the desktop gave for that, if any. Shows it when it was
     /// closed or never shown.

@@ -40,7 +40,7 @@ struct Stop
     std::function<void(QObject &content, QObject &screen)> close = {};
 };
 
-/// Stands in the place of the preview where nobody looks at it.
+/// Replaces the preview where it is not looked at.
 const QUrl emptyPreview(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Documents/PreviewSlot.qml"));
 
 /// Something over the window that a property of its content opens.
@@ -56,7 +56,7 @@ Stop overWindow(const QString &name, const char *property)
     return {name, ShellModel::Overview, setter(true), setter(false)};
 }
 
-/// What the verb does with the screen's view-model.
+/// Calls the function with the screen's view-model.
 template <class ViewModel>
 std::function<void(QObject &, QObject &)> onViewModel(void (*verb)(ViewModel &))
 {
@@ -73,7 +73,7 @@ Stop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void (*c
     return {name, ShellModel::Schedule, onViewModel(open), onViewModel(close)};
 }
 
-/// The next visit makes the screen anew.
+/// The next visit creates the screen again.
 void leaveToOverview(QObject &content, QObject &)
 {
     content.setProperty("section", ShellModel::Overview);
@@ -175,11 +175,11 @@ const QList<QSize> &sizes()
 /// 9 September 2026, 11:20 UTC, a Wednesday.
 constexpr Instant pictureTime = Instant::fromUnixSeconds(1'788'952'800);
 
-/// Warnings of the program and of QML; what the window system plugin has to say about this machine is not among them.
+/// Warnings of the program and of QML, without those of the platform plugin about this machine.
 int complaintCount = 0;
 QtMessageHandler previousHandler = nullptr;
 
-/// What the platform plugin without a screen says of every window, in no logging category of its own.
+/// A message of the offscreen platform plugin about every window; it has no logging category.
 bool isAboutSizeHints(const QString &message)
 {
     return message == QLatin1String("This plugin does not support propagateSizeHints()");

@@ -8,12 +8,12 @@ namespace tessaly {
 
 namespace {
 
-/// So much of the upper edge must be visible to drag the window by.
+/// The part of the upper edge that must be visible to drag the window.
 constexpr QSize graspable(96, 24);
 
 /// Room for the frames that window managers draw.
 constexpr QSize frameRoom(16, 48);
-/// No frame is thinner: a window that leaves just so much has not outgrown the screen.
+/// No frame is thinner: a window that leaves this much room fits the screen.
 constexpr QSize thinnestFrame(0, 18);
 
 } // namespace

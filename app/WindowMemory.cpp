@@ -66,7 +66,7 @@ void WindowMemory::place(const WindowFrame &frame)
 
 void WindowMemory::putBack()
 {
-    // Qt itself takes the place of what is inside the frame for that of the frame.
+    // Qt would restore the place of the content as that of the frame.
     if (!m_current.size.isEmpty())
         place(m_current);
 }
@@ -86,7 +86,7 @@ void WindowMemory::save()
     default:
         return;
     }
-    // The window system decides after the window was shown where it really comes to stand.
+    // The window system decides the final place after the window was shown.
     if (!std::exchange(m_hasSettled, true)) {
         m_saved = m_current;
     } else if (m_current != m_saved && !m_current.size.isEmpty()) {

@@ -11,9 +11,8 @@ namespace tessaly {
 
 class Preferences;
 
-/// Puts the window where it was when the program last ran or the window was closed, and keeps account of where it is
-/// moved to. Where the window
-/// first comes to rest is not written: a start changes nothing.
+/// Restores the place of the window from the last run or before it was closed, and saves where it is moved to. The
+/// place that the window system first gives it is not saved: a start changes nothing.
 class WindowMemory : public QObject
 {
     Q_OBJECT
@@ -22,7 +21,7 @@ public:
     /// Both must outlive the memory. To be made before the window is shown.
     WindowMemory(QQuickWindow &window, Preferences &preferences, QObject *parent = nullptr);
 
-    /// Puts a window that was closed back to where it was then. To be called before it is shown again.
+    /// Restores the place of a closed window. To be called before it is shown again.
     void putBack();
 
 public slots:

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int usageError = 2;
 
-/// The end of a session asks nobody, so what it costs is told where it can be found.
+/// The end of a session asks no questions, so lost changes are reported on standard error.
 void tellWhatIsLost(PlannerStore &store)
 {
     store.retryUnsavedChanges();
@@ -45,7 +45,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         app.stayWhileRemindersWait();
         QObject::connect(instance, &SingleInstance::residenceRequested, &app, &LarkspanApp::setResident);
     }
-    composition.setReminderHandler([&app] { app.showReminders(); });
+    composition.setReminderHandler([&app](const QString &) { app.showReminders(); });
     if (start == Start::WithWindow)
         app.show();
     else
@@ -57,7 +57,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
     return code;
 }
 
-/// What the launcher handed over so that a window may come to the front.
+/// The launcher's permission to bring a window to the front.
 QByteArray activationToken()
 {
     for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
@@ -67,7 +67,7 @@ QByteArray activationToken()
     return {};
 }
 
-/// What is shown has one language, so it begins in that of the desktop.
+/// Sample data has one language; the desktop's is chosen.
 AppLanguage demoLanguage()
 {
     return QLocale::system().language() == QLocale::Chinese ? AppLanguage::Chinese : AppLanguage::English;
@@ -92,16 +92,16 @@ int runPlanner(const CommandLine &commandLine)
 }
 
 /// The engine that shows documents shares the window's OpenGL; it is loaded much later, but the choice is made here.
-/// Windows that are drawn without OpenGL start faster when nobody asks for it.
+/// Windows that are drawn without OpenGL start faster when it is not requested.
 void shareOpenGL()
 {
     if (qEnvironmentVariable("QT_QUICK_BACKEND") != QLatin1String("software"))
         QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 
-/// Qt has FreeType embolden the strokes of CFF fonts (Inter, Noto CJK), which is meant for blending in linear light; Qt
-/// Quick does not blend so, and light text on dark comes out bold. A quarter of it suits both appearances. What the
-/// user has set goes first.
+/// Qt has FreeType embolden the strokes of CFF fonts (Inter, Noto CJK), which is meant for blending in linear light. Qt
+/// Quick does not blend that way, so light text on dark looks bold. A quarter of it suits both appearances. The user's
+/// own setting takes precedence.
 void emboldenStrokesLess()
 {
     if (qEnvironmentVariableIsEmpty("FREETYPE_PROPERTIES"))

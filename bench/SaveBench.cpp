@@ -1,6 +1,8 @@
 #include "bench/Bench.h"
 #include "bench/QJsonEncoding.h"
+#include "model/RecordCodec.h"
 #include "platform/common/SqliteConnection.h"
+#include "store/PreferenceKeys.h"
 #include "tests/support/RecordGenerator.h"
 #include "tests/system/StoreOnDisk.h"
 
@@ -21,10 +23,8 @@ class SavedPlanner
 {
 public:
     explicit SavedPlanner(qsizetype schedules)
-        : m_planner(SqlitePreferences::open(m_directory.path()).takeValue()),
-          m_schedules(RecordGenerator().savedData(schedules, 0, 0).schedules)
+        : m_schedules(RecordGenerator().savedData(schedules, 0, 0).schedules), m_planner(preferencesWith(m_schedules))
     {
-        m_planner.store().replaceSchedules(m_schedules);
         m_planner.store().addReminder(RecordGenerator().reminder());
         changeOneToDo();
     }
@@ -49,9 +49,16 @@ public:
     [[nodiscard]] QString directory() const { return m_directory.path(); }
 
 private:
+    [[nodiscard]] std::unique_ptr<SqlitePreferences> preferencesWith(const QList<ScheduleItem> &schedules) const
+    {
+        auto preferences = SqlitePreferences::open(m_directory.path()).takeValue();
+        (void)preferences->setValue(keys::storageKey, *encodeSavedData({.schedules = schedules}));
+        return preferences;
+    }
+
     QTemporaryDir m_directory;
-    mutable StoreOnDisk m_planner;
     QList<ScheduleItem> m_schedules;
+    mutable StoreOnDisk m_planner;
 };
 
 /// The plain way.

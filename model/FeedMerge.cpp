@@ -12,7 +12,8 @@ namespace tessaly {
 
 namespace {
 
-/// Makes the keys of one feed; their common beginning is worded once.
+/// The keys by which the events of one feed find their schedules: "<feed UUID>|<uid>|<start in seconds since 1970>",
+/// where the seconds have at least one digit after the point ("1725235200.0").
 class EventKeys
 {
 public:
@@ -37,11 +38,6 @@ private:
 };
 
 } // namespace
-
-QString feedEventKey(const QUuid &feedID, const QByteArray &uid, Instant start)
-{
-    return EventKeys(feedID).key(uid, start);
-}
 
 QList<ScheduleItem> feedSchedules(const QList<ParsedEvent> &events, const QUuid &feedID)
 {

@@ -8,10 +8,6 @@
 
 namespace tessaly {
 
-/// "<feed UUID>|<uid>|<start in seconds since 1970>": finds the schedule that an event of a feed became. The seconds
-/// are written as a decimal number with at least one digit after the point ("1725235200.0").
-[[nodiscard]] QString feedEventKey(const QUuid &feedID, const QByteArray &uid, Instant start);
-
 /// The schedules that the events of a feed become, in the order of the events. Of several events with one key the first
 /// counts.
 [[nodiscard]] QList<ScheduleItem> feedSchedules(const QList<ParsedEvent> &events, const QUuid &feedID);

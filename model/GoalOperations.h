@@ -26,7 +26,7 @@ bool renameSubgoal(Goal &goal, const QUuid &subgoalID, const QString &title);
 bool renameTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID, const QString &title);
 bool weighTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID, double weight);
 
-/// The weight of a task to which nobody gave one.
+/// The weight of a task that was not given one.
 constexpr double defaultTaskWeight = 1.0;
 /// To one digit after the point: steps of a tenth add up to 0.30000000000000004 and the like.
 [[nodiscard]] double roundedTaskWeight(double weight);

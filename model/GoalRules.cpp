@@ -93,7 +93,7 @@ QList<GoalTaskShare> goalTaskShares(const Goal &goal)
     // Without tasks the percentage is a stored one, and can be any number.
     if (shares.isEmpty())
         return {};
-    // The two parts of the bar by themselves, so that each fits the percentage that stands beside it.
+    // Each part of the bar separately, so that it fits the percentage beside it.
     const double total = std::accumulate(weights[0].cbegin(), weights[0].cend(), 0.0) +
                          std::accumulate(weights[1].cbegin(), weights[1].cend(), 0.0);
     const int donePercent = percentage(goal.calculatedProgress());

@@ -15,7 +15,7 @@ namespace tessaly {
 /// An event of an iCalendar file.
 struct ParsedEvent
 {
-    /// The whole UID line as it stands in the file, or a fresh UUID when there was none. Never shown, only compared.
+    /// The whole UID line of the file, or a new UUID when there was none. Never shown, only compared.
     QByteArray uid = {};
     /// The whole SUMMARY line.
     QString title = {};
@@ -29,8 +29,8 @@ struct ParsedEvent
 
 /// Reads the events of an iCalendar file (RFC 5545) in file order, from UTF-8 with or without a byte-order mark.
 ///
-/// Only DTSTART, DTEND, UID, SUMMARY and X-WR-CALNAME are looked at: a recurring event yields its first occurrence, an
-/// event without a readable start and end is left out. Values are kept as whole lines, unescaped text is not sought.
+/// Reads only DTSTART, DTEND, UID, SUMMARY and X-WR-CALNAME: a recurring event yields its first occurrence, an event
+/// without a readable start and end is left out. Values are whole lines with their escapes.
 /// Unfolding trims the blanks of a continuation line at both ends. Of two properties with one name the later counts,
 /// those of a nested alarm included.
 ///

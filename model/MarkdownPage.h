@@ -32,7 +32,7 @@ using FileReader = std::function<std::optional<QByteArray>(const QUrl &)>;
 [[nodiscard]] QString markdownPage(const QString &markdown, const FileReader &readFile);
 
 /// The page that turns Markdown into HTML with inline styles for pasting: formulas become images of a public service,
-/// every element carries its computed style, none keeps class or id. `window.brennicCopyReady` tells when it is done.
+/// every element carries its computed style, none keeps class or id. `window.brennicCopyReady` reports when it is done.
 [[nodiscard]] QString inlineStylePage(const QString &markdown);
 
 } // namespace tessaly

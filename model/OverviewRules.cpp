@@ -6,7 +6,7 @@ namespace tessaly {
 
 RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar, Instant now)
 {
-    // A schedule still counts at the very instant of its end; timers are told milliseconds.
+    // A schedule still counts at the very instant of its end; timers take milliseconds.
     constexpr double justAfter = 0.001;
 
     const QDate today = calendar.day(now);

@@ -12,8 +12,8 @@ namespace tessaly {
 /// as data, by https or from pictureRoot; nothing else is loaded, framed, submitted or based elsewhere.
 [[nodiscard]] QByteArray sandboxedPage(const QByteArray &markup);
 
-/// The addresses beginning with https that stand in the text, in the form of canonicalAddress. Where an address ends is
-/// not always clear from the text around it, so that each possible end gives one.
+/// The addresses in the text that begin with https, in the form of canonicalAddress. Where an address ends is not
+/// always clear from the text around it, so each possible end gives one.
 [[nodiscard]] QSet<QByteArray> namedAddresses(const QString &markdown);
 
 /// Whether the text names a local file by its absolute path: plainly, encoded as in an address, or with the escapes of

@@ -152,7 +152,8 @@ public:
     {
         if (m_skippedLevels != 0 || !m_field)
             return assignNothing();
-        // The parser's own number is up to some units in the last place off; it only tells overflow from underflow.
+        // The parser's own number is up to some units in the last place off; it only distinguishes overflow from
+        // underflow.
         Scalar value{.kind = Scalar::Kind::Number};
         const auto end = text.data() + text.size();
         const std::from_chars_result result = std::from_chars(text.data(), end, value.number);

@@ -1,7 +1,5 @@
 #include "model/RecordCodecScalar.h"
 
-#include "model/Utf8Text.h"
-
 #include <QByteArrayView>
 
 #include <array>
@@ -27,7 +25,9 @@ bool read(const Scalar &value, QString &member)
 {
     if (value.kind != Scalar::Kind::Text)
         return false;
-    member = textFromValidUtf8(value.text);
+    member = QString::fromUtf8(value.text.data(), qsizetype(value.text.size()));
+    // Made for as many units as there are bytes, it would keep three times the memory of a Chinese text.
+    member.squeeze();
     return true;
 }
 

@@ -39,8 +39,8 @@ enum class ErrorCode {
     LoginItemFailed,
 };
 
-/// A failure as a value. `detail` is a path or a number, which needs no translation; it may be empty. What a library
-/// says of a failure is in one language, so it becomes a code of its own or is left out.
+/// A failure as a value. `detail` is a path or a number, which needs no translation; it may be empty. The messages of
+/// libraries have one language, so they become a code or are left out.
 struct Error
 {
     ErrorCode code = ErrorCode::StorageFailed;

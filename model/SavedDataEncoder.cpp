@@ -97,7 +97,7 @@ void SavedDataEncoder::encodeSection(const QList<Record> &records, Extent &exten
     extent.length = m_text.size() - start;
 }
 
-/// False, with nothing changed, when everything has to be encoded anew.
+/// False, with nothing changed, when everything has to be encoded again.
 template <class Record>
 bool SavedDataEncoder::replaceRows(const QList<Record> &records, Section section, const RowsChange &change)
 {

@@ -28,13 +28,13 @@ public:
         bool operator==(const Splice &) const = default;
     };
 
-    /// Encodes everything anew. False when a value has no JSON form (NaN, infinity); there are no bytes then until a
-    /// call succeeds.
+    /// Encodes everything. False when a value has no JSON form (NaN, infinity); there are no bytes then until a call
+    /// succeeds.
     [[nodiscard]] bool encode(const SavedData &data);
 
-    /// Brings the bytes up to date after `change` to one section; `data` is the state after it. Encodes everything anew
-    /// when there is nothing to build on, or when most records changed. False as for encode(); the next call that
-    /// succeeds covers this change too.
+    /// Updates the bytes after `change` to one section; `data` is the state after it. Encodes everything when there are
+    /// no bytes yet, or when most records changed. False as for encode(); the next call that succeeds covers this
+    /// change too.
     [[nodiscard]] bool update(const SavedData &data, Section section, const RowsChange &change);
 
     /// The text, or nothing after a call that failed. The view is valid until the next call.

@@ -27,17 +27,7 @@ const std::array<QString, 8> palette = {
 const std::array<QString, 5> namedColors = {blue, QStringLiteral("purple"), QStringLiteral("green"),
                                             QStringLiteral("orange"), QStringLiteral("pink")};
 
-std::optional<uint> hexDigit(QChar character)
-{
-    const char16_t unit = character.unicode();
-    if (unit >= u'0' && unit <= u'9')
-        return unit - u'0';
-    if (unit >= u'a' && unit <= u'f')
-        return unit - u'a' + 10U;
-    if (unit >= u'A' && unit <= u'F')
-        return unit - u'A' + 10U;
-    return std::nullopt;
-}
+constexpr QLatin1String hexDigits("0123456789ABCDEF");
 
 std::optional<QString> colorKey(const std::optional<QString> &hex)
 {
@@ -58,10 +48,10 @@ std::optional<RgbColor> colorFromHex(QStringView text)
 
     uint value = 0;
     for (const QChar character : text) {
-        const std::optional<uint> digit = hexDigit(character);
-        if (!digit)
+        const qsizetype digit = hexDigits.indexOf(character, 0, Qt::CaseInsensitive);
+        if (digit < 0)
             return std::nullopt;
-        value = value * 16 + *digit;
+        value = value * 16 + static_cast<uint>(digit);
     }
     return RgbColor{(value >> 16U & 0xFFU) / 255.0, (value >> 8U & 0xFFU) / 255.0, (value & 0xFFU) / 255.0};
 }
@@ -75,7 +65,7 @@ QString colorHex(const RgbColor &color)
     // Every block of a crowded week asks for its colour; QString::arg would take most of the layout's time.
     QString text(7, u'#');
     for (qsizetype digit = 0; digit < 6; ++digit)
-        text[digit + 1] = QLatin1Char("0123456789ABCDEF"[value >> (4U * static_cast<uint>(5 - digit)) & 0xFU]);
+        text[digit + 1] = hexDigits.at(value >> (4U * static_cast<uint>(5 - digit)) & 0xFU);
     return text;
 }
 

@@ -38,11 +38,11 @@ void addTask(ScheduleDraft &draft);
 /// The schedule as it was, with the draft's tasks.
 [[nodiscard]] ScheduleItem scheduleWithTasks(const ScheduleDraft &draft);
 
-/// What was typed, to be brought back later: the fields that differ from those the editor opened with. Empty when none
-/// does.
+/// What was typed, so that it can be restored: the fields that differ from those the editor opened with. Empty when
+/// none does.
 [[nodiscard]] QJsonObject typedFields(const ScheduleDraft &draft, const ScheduleDraft &opened);
-/// Puts fields of typedFields() in the place of the draft's own and goes to edit mode if any of them differs. What
-/// cannot be read is left out.
+/// Replaces the draft's fields by those of typedFields() and enters edit mode if any of them differs. Ignores what
+/// cannot be read.
 void takeUpTyped(ScheduleDraft &draft, const QJsonObject &fields);
 
 /// Back to view mode and to the schedule's own values. The task list becomes the schedule's list, empty when it has

@@ -21,7 +21,7 @@ QDateTime utcDateTime(qint64 unixSeconds)
 }
 
 // Of the identifiers without a slash Qt 6.4 knows none but UTC, though it opens the zone of each; but it also opens
-// directories and text such as "ABC5", so these names have to be told apart by a list.
+// directories and text such as "ABC5", so a list distinguishes these names.
 constexpr std::array<std::string_view, 43> plainIdentifiers{
     "CET",       "CST6CDT", "Cuba",    "EET",       "EST",       "EST5EDT",   "Egypt",    "Eire",     "GB",
     "GB-Eire",   "GMT",     "GMT+0",   "GMT-0",     "GMT0",      "Greenwich", "HST",      "Hongkong", "Iceland",

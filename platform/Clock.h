@@ -15,9 +15,9 @@ class Alarm
 public:
     virtual ~Alarm() = default;
 
-    /// One call once the clock reads `when` or later, from the event loop and never from within set(). It also comes
-    /// when the clock is set to another time or the machine wakes up: whoever is called looks at the clock and sets
-    /// the alarm again. Replaces what was set before.
+    /// Calls back once when the clock reads `when` or later, from the event loop and never from within set(). Also
+    /// calls back when the clock is set or the machine wakes up: the callback checks the clock and sets the alarm
+    /// again. Replaces what was set before.
     virtual void set(Instant when) = 0;
     virtual void cancel() = 0;
 };
@@ -40,8 +40,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> callback) const = 0;
     /// The user's time zone now.
     [[nodiscard]] virtual QTimeZone zone() const = 0;
-    /// Calls back from the event loop whenever zone() has changed. It must not outlive the clock; null where the system
-    /// cannot tell.
+    /// Calls back from the event loop whenever zone() has changed. It must not outlive the clock; null where changes
+    /// cannot be watched.
     [[nodiscard]] virtual std::unique_ptr<ZoneWatch> watchZone(std::function<void()> callback) const = 0;
 };
 

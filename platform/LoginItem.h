@@ -10,7 +10,7 @@ class LoginItem
 public:
     virtual ~LoginItem() = default;
 
-    /// What the system really does, read anew at each call.
+    /// What the system does, read again at each call.
     [[nodiscard]] virtual bool isEnabled() const = 0;
     [[nodiscard]] virtual Result<void> setEnabled(bool isEnabled) = 0;
 };

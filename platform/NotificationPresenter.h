@@ -9,7 +9,7 @@ namespace tessaly {
 /// A notification as the user sees it. Plain text, no markup.
 struct Notification
 {
-    /// Tells the planner which notification was clicked.
+    /// Identifies the notification that was clicked.
     QString identifier = {};
     QString title = {};
     QString body = {};
@@ -20,7 +20,7 @@ struct Notification
 /// What happened to a notification that was handed over.
 enum class Presentation {
     Shown,       ///< the desktop took it
-    Unavailable, ///< nobody is there to show it now
+    Unavailable, ///< no service can show it now
 };
 
 /// Puts notifications on the desktop at once; the store decides when.
@@ -37,7 +37,7 @@ public:
     virtual void present(const Notification &notification, Completion completion) = 0;
     /// Called with the identifier of a notification that the user clicked.
     virtual void setActivationHandler(std::function<void(const QString &identifier)> handler) = 0;
-    /// Called when somebody who shows notifications has appeared.
+    /// Called when a notification service has appeared.
     virtual void setAvailabilityHandler(std::function<void()> handler) = 0;
 };
 

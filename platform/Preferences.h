@@ -34,21 +34,15 @@ public:
     /// Nothing when the key is absent.
     [[nodiscard]] virtual std::optional<PreferenceValue> value(const QString &key) const = 0;
     [[nodiscard]] virtual Result<void> setValue(const QString &key, const PreferenceValue &value) = 0;
-    [[nodiscard]] virtual Result<void> remove(const QString &key) = 0;
 
     /// Stores `blob` under `key` and what stood there before under `backupKey`, both or neither. The former value is
-    /// not copied. With no former value the backup is left as it is.
-    [[nodiscard]] virtual Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) = 0;
-
-    /// The same for a blob that came from the value now under `key` by this edit. An adapter may write the edit alone.
-    [[nodiscard]] virtual Result<void> rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
-                                                    const BlobEdit &)
-    {
-        return rotate(key, backupKey, blob);
-    }
+    /// not copied. With no former value the backup is left as it is. Where `blob` came from the value now under `key`
+    /// by `edit`, an adapter may write that edit alone.
+    [[nodiscard]] virtual Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                              const std::optional<BlobEdit> &edit = std::nullopt) = 0;
 
     /// Stores a copy of the value under `from` also under `to`. Does nothing when `from` is absent.
-    [[nodiscard]] virtual Result<void> keepAside(const QString &from, const QString &to) = 0;
+    [[nodiscard]] virtual Result<void> copyValue(const QString &from, const QString &to) = 0;
 
     /// Commits the writes made by `writes` all at once; none of them when it fails. Not to be nested.
     [[nodiscard]] virtual Result<void> together(const std::function<Result<void>()> &writes) = 0;

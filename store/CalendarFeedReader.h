@@ -33,7 +33,7 @@ struct ReadingOptions
 /// The calendar in the text; see parseICalendar() and feedSchedules().
 [[nodiscard]] ReadCalendar readCalendar(QByteArrayView text, const ReadingOptions &options);
 
-/// Reads downloaded calendars without holding up the window: small ones at once, large ones on a thread of its own.
+/// Reads downloaded calendars without blocking the window: small ones at once, large ones on a separate thread.
 class CalendarFeedReader : public QObject
 {
 public:

@@ -10,7 +10,7 @@ namespace tessaly {
 
 class FileSystem;
 
-/// What stands in the editor of a document and is not saved yet.
+/// Unsaved text and details of a document.
 struct DocumentDraft
 {
     QString title;
@@ -22,17 +22,17 @@ struct DocumentDraft
     bool operator==(const DocumentDraft &) const = default;
 };
 
-/// Drafts of documents, one file each ("<ID>.json") in a folder of the program's own: they bring back what was typed
-/// when the program or the machine went down before it was saved.
+/// Drafts of documents, one file each ("<ID>.json") in a separate folder. They restore what was typed should the
+/// program or the machine crash before it is saved.
 class DocumentDrafts
 {
 public:
     /// `path` is absolute. The folder is made when it is first needed.
     DocumentDrafts(FileSystem &files, QString path);
 
-    /// Nothing when there is none, or what is there cannot be read as one.
+    /// Nothing when there is none, or it cannot be read.
     [[nodiscard]] std::optional<DocumentDraft> draft(const QUuid &documentID) const;
-    /// In place of the former draft. True when it is on the disk.
+    /// Replaces the former draft. True when it is on the disk.
     bool keep(const QUuid &documentID, const DocumentDraft &draft);
     void drop(const QUuid &documentID);
 

@@ -18,7 +18,7 @@ struct DocumentText
     enum class State {
         Read,
         Missing,    ///< the folder has no such file
-        Unreadable, ///< the folder is out of reach, or the file cannot be read or is not UTF-8
+        Unreadable, ///< the folder cannot be opened, or the file cannot be read or is not UTF-8
     };
 
     State state = State::Missing;
@@ -37,7 +37,7 @@ struct DocumentWrite
     explicit operator bool() const { return isWritten; }
 };
 
-/// What came of moving the documents to another folder. What is refused changes nothing.
+/// The result of moving the documents to another folder. What is refused changes nothing.
 enum class DocumentsMove {
     Done,
     Incomplete, ///< some files could not be moved, or not be found
@@ -62,19 +62,19 @@ public:
     [[nodiscard]] bool canWrite() const;
     /// Names the version of the file that was last read or written here; empty when there was none.
     [[nodiscard]] QByteArray knownVersion(const QUuid &documentID) const { return m_knownDigests.value(documentID); }
-    /// Takes this one for the version that was last read: any other that is found is that of another program.
+    /// Sets the version that counts as last read; any other belongs to another program.
     void setKnownVersion(const QUuid &documentID, const QByteArray &version)
     {
         m_knownDigests.insert(documentID, version);
     }
-    /// Writes the text at once and durably. A version that another program has written since the last read() or write()
-    /// is kept beside it first, as "<ID> (changed elsewhere).md" or with a number. On failure, also of that, the former
-    /// file stands.
+    /// Writes the text at once and durably. First copies a version that another program has written since the last
+    /// read() or write() to "<ID> (changed elsewhere).md" or a name with a number. If either fails, the former file
+    /// stays.
     DocumentWrite write(const QUuid &documentID, const QString &text);
     void remove(const QUuid &documentID);
 
-    /// Copies the picture into "Assets" under a new name; the copy's URL, percent-encoded so that it can stand in a
-    /// Markdown link, or nothing when copying failed.
+    /// Copies the picture into "Assets" under a new name; the copy's URL, percent-encoded for a Markdown link, or
+    /// nothing when copying failed.
     [[nodiscard]] std::optional<QString> importImage(const QUuid &documentID, const QUrl &source);
 
     /// Moves the documents' files, versions from elsewhere included, and the pictures, those in folders beneath
@@ -83,8 +83,7 @@ public:
     DocumentsMove moveTo(const QString &newPath, const QList<MarkdownDocument> &documents);
 
 private:
-    /// The name it was kept under, empty when there was none to keep; nothing when what stands there must not be
-    /// written over.
+    /// The name of the copy, empty when none was needed; nothing when the file must not be overwritten.
     [[nodiscard]] std::optional<QString> keepForeignVersion(const QUuid &documentID, const QByteArray &ours);
 
     FileSystem &m_files;

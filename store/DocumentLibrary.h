@@ -16,9 +16,9 @@ class StoredValues;
 struct PlannerPorts;
 
 /// The part of the planner store that owns the documents: the list of categories and documents, saved at each change,
-/// and the text of each document in a file. Failures of the file system are not told, the step merely has no effect;
-/// saveDocument() returns whether it had. Categories and documents are found by their id; a verb on one that is not
-/// there changes no list.
+/// and the text of each document in a file. Failures of the file system are not reported, the step merely has no
+/// effect; saveDocument() returns whether it had one. Categories and documents are found by their id; an unknown id
+/// changes no list.
 class DocumentLibrary : public QObject
 {
     Q_OBJECT
@@ -36,9 +36,9 @@ public:
 
     /// Absolute path of the folder that holds the files.
     [[nodiscard]] const QString &documentSaveLocation() const { return m_folder.path(); }
-    /// Moves the files and the pictures to another folder and remembers it. A file that is there already wins over
-    /// the one that would have been moved; what cannot be moved stays. Links to pictures are not rewritten. A folder
-    /// that cannot be used, or lies within that of the pictures, is refused, as is anything but a local folder.
+    /// Moves the files and the pictures to another folder and remembers it. A file that already exists there takes
+    /// precedence over the one that would have been moved; what cannot be moved stays. Links to pictures are not
+    /// rewritten. A folder that cannot be used, is not local or lies within that of the pictures is refused.
     DocumentsMove setDocumentSaveLocation(const QUrl &folder);
 
     /// Appends a category; a blank name is ignored.
@@ -55,9 +55,7 @@ public:
     std::optional<MarkdownDocument> importMarkdownFiles(const QList<QUrl> &files,
                                                         const std::optional<QUuid> &categoryID);
 
-    /// Empty when the file is missing, cannot be read or is not UTF-8 text.
-    [[nodiscard]] QString documentContent(const MarkdownDocument &document) { return readDocument(document).text; }
-    /// The same, with why it is empty.
+    /// The text, empty when the file is missing, cannot be read or is not UTF-8.
     [[nodiscard]] DocumentText readDocument(const MarkdownDocument &document);
     /// Whether documents can be saved where they are kept.
     [[nodiscard]] bool canSaveDocuments() const { return m_folder.canWrite(); }
@@ -65,14 +63,12 @@ public:
     {
         return m_folder.documentPath(document.id);
     }
-    /// Writes the text and sets the time of the last change. When the text is not on the disk, the former text stands
-    /// there.
+    /// Writes the text and sets the time of the last change. On failure the former text stays on the disk.
     [[nodiscard]] DocumentWrite saveDocument(const MarkdownDocument &document, const QString &content);
-    /// Keeps what stands in the editor until the document is saved or deleted; its `version` is filled in here. True
-    /// when it is on the disk.
+    /// Keeps the draft until the document is saved or deleted, and fills in its `version`. True when it is on the disk.
     bool keepDraft(const MarkdownDocument &document, DocumentDraft draft);
-    /// What was kept of a document and never saved; nothing when that is what the document says anyway. Saving after
-    /// this keeps what another program has written since the draft was begun. To be called after the document was read.
+    /// The draft of a document; nothing when it equals the document. Saving after this keeps what another program has
+    /// written since the draft was begun. To be called after the document was read.
     [[nodiscard]] std::optional<DocumentDraft> takeUpDraft(const MarkdownDocument &document, const QString &content);
     /// A blank title is ignored.
     void renameDocument(const MarkdownDocument &document, const QString &title);

@@ -117,7 +117,7 @@ bool DocumentSession::keepDraft()
 {
     m_pauseTimer.stop();
     m_draftTimer.stop();
-    // Restored, a text that nobody wrote would stand in the place of the real one.
+    // Restoring text that was never typed would replace the real one.
     return m_state > State::Blank && m_library->keepDraft(m_document, {m_title, m_categoryID, m_text()});
 }
 

@@ -49,9 +49,9 @@ public:
     [[nodiscard]] bool isEditable() const { return m_state > State::Unreadable; }
     /// Whether something was changed that save() has not saved.
     [[nodiscard]] bool hasUnsavedChanges() const { return isTextUnsaved() || m_areDetailsUnsaved; }
-    /// What was reported last of the document, and of what was done with it.
+    /// The last report on the document and on what was done with it.
     [[nodiscard]] Message message() const;
-    /// Where the last save kept the version of another program; empty when there was none.
+    /// Says where the last save kept the version of another program; empty when there was none.
     [[nodiscard]] Message keptVersion() const;
     /// Reports on something done with the document, such as copying it.
     void report(const Message &message);
@@ -66,8 +66,8 @@ signals:
 private:
     enum class State {
         Closed,
-        Unreadable, ///< the text cannot be read, and no draft stands in its place
-        Blank,      ///< there is no file, and nobody has typed anything
+        Unreadable, ///< the text cannot be read, and there is no draft
+        Blank,      ///< there is no file, and nothing was typed
         Saved,
         Typed, ///< and not saved
         Held,  ///< not saved, and the window was held once

@@ -6,15 +6,15 @@
 
 namespace tessaly {
 
-/// What a message reports, which decides how long it stays. In the order of their weight.
+/// What a message reports, which decides how long it stays. The more important kind is the later one.
 enum class MessageKind {
-    Success,  ///< leaves after a while, can be closed
+    Success,  ///< disappears after a while, can be closed
     Progress, ///< stays until its outcome replaces it
-    Notice,   ///< nothing failed, but the user should know: stays until it is closed or replaced
-    Failure,  ///< stays until it is closed or replaced
+    Notice,   ///< nothing failed, but the user should know; stays until closed or replaced
+    Failure,  ///< stays until closed or replaced
 };
 
-/// What the user is told, in both languages, so that the words follow the language for as long as they show.
+/// A message to the user in both languages, so that it follows the interface language while it is shown.
 struct Message
 {
     TextPair text = {};
@@ -24,7 +24,7 @@ struct Message
     bool operator==(const Message &) const = default;
 };
 
-/// One message that says what both say, as long as the one of more weight stays.
+/// One message with both texts and the more important kind.
 [[nodiscard]] inline Message joined(const Message &first, const Message &second)
 {
     if (first.isEmpty() || second.isEmpty())

@@ -7,8 +7,8 @@ namespace tessaly {
 
 class StoredValues;
 
-/// What was typed into notes of schedules and is not saved yet, under a key of its own: it comes back when the window
-/// was closed, or the program or the machine crashed, before it was saved.
+/// Unsaved text of schedule notes, under a separate key: it is restored when the window was closed, or the program or
+/// the machine crashed, before it was saved.
 class NoteDrafts
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     /// The fields last kept for the schedule, see typedFields(); empty when there are none.
     [[nodiscard]] QJsonObject draft(const QUuid &scheduleID) const;
-    /// In place of the former ones. Without a field the draft is dropped.
+    /// Replaces the former fields. Without a field the draft is dropped.
     void keep(const QUuid &scheduleID, const QJsonObject &fields);
     void drop(const QUuid &scheduleID) { keep(scheduleID, {}); }
     void dropAll();

@@ -42,8 +42,8 @@ PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
     });
     readDay();
     load();
-    connect(&m_values.writer(), &PreferenceWriter::failed, this, &PlannerSettings::tellSaveFailed);
-    connect(&m_values.writer(), &PreferenceWriter::recovered, this, &PlannerSettings::tellSaveRecovered);
+    connect(&m_values, &StoredValues::failed, this, &PlannerSettings::tellSaveFailed);
+    connect(&m_values, &StoredValues::recovered, this, &PlannerSettings::tellSaveRecovered);
 }
 
 PlannerSettings::~PlannerSettings() = default;
@@ -69,77 +69,66 @@ void PlannerSettings::load()
     m_interfaceLanguage =
         appLanguageFromRawValue(preferences.get<QString>(keys::interfaceLanguage).value_or(QString()));
     m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
-    // The stored flag is never read: the system knows better.
+    // The stored flag is never read: the system has the current state.
     m_launchAtLogin = m_ports.loginItem.isEnabled();
     m_selectedCalendarIDs = storedIdentifiers(preferences, keys::selectedCalendarIDs);
     m_visibleCalendarIDs = storedIdentifiers(preferences, keys::visibleCalendarIDs);
 }
 
+template <class Value>
+void PlannerSettings::assign(Value &member, const Value &value, const QString &key, const PreferenceValue &stored,
+                             void (PlannerSettings::*changed)())
+{
+    if (member == value)
+        return;
+    member = value;
+    savePreference(key, stored);
+    emit(this->*changed)();
+}
+
 void PlannerSettings::setSelectedCalendarIDs(const QSet<QString> &identifiers)
 {
-    if (m_selectedCalendarIDs == identifiers)
-        return;
-    m_selectedCalendarIDs = identifiers;
-    savePreference(keys::selectedCalendarIDs, QStringList(identifiers.cbegin(), identifiers.cend()));
-    emit selectedCalendarIDsChanged();
+    assign(m_selectedCalendarIDs, identifiers, keys::selectedCalendarIDs, QStringList(identifiers.values()),
+           &PlannerSettings::selectedCalendarIDsChanged);
 }
 
 void PlannerSettings::setVisibleCalendarIDs(const QSet<QString> &identifiers)
 {
-    if (m_visibleCalendarIDs == identifiers)
-        return;
-    m_visibleCalendarIDs = identifiers;
-    savePreference(keys::visibleCalendarIDs, QStringList(identifiers.cbegin(), identifiers.cend()));
-    emit visibleCalendarIDsChanged();
+    assign(m_visibleCalendarIDs, identifiers, keys::visibleCalendarIDs, QStringList(identifiers.values()),
+           &PlannerSettings::visibleCalendarIDsChanged);
 }
 
 void PlannerSettings::setAutomaticCalendarSync(bool isOn)
 {
-    if (m_automaticCalendarSync == isOn)
-        return;
-    m_automaticCalendarSync = isOn;
-    savePreference(keys::automaticCalendarSync, isOn);
-    emit automaticCalendarSyncChanged();
+    assign(m_automaticCalendarSync, isOn, keys::automaticCalendarSync, isOn,
+           &PlannerSettings::automaticCalendarSyncChanged);
 }
 
 void PlannerSettings::setInterfaceLanguage(AppLanguage language)
 {
     if (m_interfaceLanguage == language)
         return;
-    m_interfaceLanguage = language;
-    savePreference(keys::interfaceLanguage, rawValue(language));
-    emit interfaceLanguageChanged();
+    assign(m_interfaceLanguage, language, keys::interfaceLanguage, rawValue(language),
+           &PlannerSettings::interfaceLanguageChanged);
     if (m_calendarSyncMessage)
         emit calendarSyncMessageChanged();
 }
 
 void PlannerSettings::setPreferredName(const QString &name)
 {
-    if (m_preferredName == name)
-        return;
-    m_preferredName = name;
-    savePreference(keys::preferredName, name);
-    emit preferredNameChanged();
+    assign(m_preferredName, name, keys::preferredName, name, &PlannerSettings::preferredNameChanged);
 }
 
 void PlannerSettings::setDisplayStartHour(int hour)
 {
     const int start = std::min(hour, m_displayEndHour - 1);
-    if (m_displayStartHour == start)
-        return;
-    m_displayStartHour = start;
-    savePreference(keys::displayStartHour, qint64{start});
-    emit displayHoursChanged();
+    assign(m_displayStartHour, start, keys::displayStartHour, qint64{start}, &PlannerSettings::displayHoursChanged);
 }
 
 void PlannerSettings::setDisplayEndHour(int hour)
 {
     const int end = std::max(hour, m_displayStartHour + 1);
-    if (m_displayEndHour == end)
-        return;
-    m_displayEndHour = end;
-    savePreference(keys::displayEndHour, qint64{end});
-    emit displayHoursChanged();
+    assign(m_displayEndHour, end, keys::displayEndHour, qint64{end}, &PlannerSettings::displayHoursChanged);
 }
 
 void PlannerSettings::setLaunchAtLogin(bool isEnabled)
@@ -150,7 +139,7 @@ void PlannerSettings::setLaunchAtLogin(bool isEnabled)
     if (!done)
         tellFailure(QStringLiteral("无法更新开机启动设置："), QStringLiteral("Unable to update launch-at-login: "),
                     done.error());
-    // Told even when the value stands, so that a switch that was moved on the screen goes back.
+    // Even for the same value, so that a switch that was moved on the screen moves back.
     emit launchAtLoginChanged();
 }
 
@@ -217,7 +206,7 @@ void PlannerSettings::tellSaveFailed(const Error &error)
 {
     const Message message =
         failureMessage(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
-    // It is tried every few seconds; the words are said once, and again where others took their place.
+    // Saving is retried every few seconds; the message is shown once, and again when another has replaced it.
     if (m_saveFailureMessage != message || (m_calendarSyncMessage && m_calendarSyncMessage != message))
         setCalendarSyncMessage(message);
     if (!std::exchange(m_saveFailureMessage, message))
@@ -226,7 +215,7 @@ void PlannerSettings::tellSaveFailed(const Error &error)
 
 void PlannerSettings::tellSaveRecovered()
 {
-    // A message that came later is left alone.
+    // A later message stays.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
         setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
     if (std::exchange(m_saveFailureMessage, std::nullopt))

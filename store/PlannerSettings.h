@@ -19,8 +19,8 @@ class Alarm;
 class ZoneWatch;
 struct Error;
 
-/// What the user chose, the words in the language that the user chose, and the status line. Main thread only. Every
-/// assignment saves itself and raises its signal, once.
+/// The settings, texts in the chosen language, and the status line. Main thread only. Every change is saved and raises
+/// its signal once.
 class PlannerSettings : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ public:
 
     [[nodiscard]] const Clock &clock() const { return m_ports.clock; }
     [[nodiscard]] const UserCalendar &calendar() const { return m_ports.calendar; }
-    /// The local wall-clock time at which it is asked for; only a new day is told.
+    /// The current local time. The property notifies only of a new day.
     [[nodiscard]] QDateTime now() const;
     [[nodiscard]] QDate today() const { return m_today; }
     /// 1 Monday … 7 Sunday
@@ -53,10 +53,10 @@ public:
 
     /// In the interface language.
     [[nodiscard]] std::optional<QString> calendarSyncMessage() const;
-    /// Whether the message tells of a success: whoever shows it dismisses it after a while.
+    /// Whether the message reports a success; whoever shows it dismisses it after a while.
     [[nodiscard]] bool isSyncMessagePassing() const { return hasSyncMessage(MessageKind::Success); }
     [[nodiscard]] bool isSyncMessageFailure() const { return hasSyncMessage(MessageKind::Failure); }
-    /// Empties the status line: the message was closed, or has stayed long enough.
+    /// Empties the status line.
     Q_INVOKABLE void dismissCalendarSyncMessage();
     [[nodiscard]] const QSet<QString> &selectedCalendarIDs() const { return m_selectedCalendarIDs; }
     [[nodiscard]] const QSet<QString> &visibleCalendarIDs() const { return m_visibleCalendarIDs; }
@@ -77,9 +77,9 @@ public:
     Q_INVOKABLE void setDisplayStartHour(int hour);
     /// Sets the end to at least one hour after the start.
     Q_INVOKABLE void setDisplayEndHour(int hour);
-    /// Registers or unregisters the login item; on failure shows what the system really does and sets the message.
+    /// Registers or unregisters the login item. On failure the property follows the system and the message says why.
     Q_INVOKABLE void setLaunchAtLogin(bool isEnabled);
-    /// Looks whether the system starts the program at login: the user, or the desktop, may have changed it elsewhere.
+    /// Reads whether the system starts the program at login, which may have been changed outside the program.
     void readLaunchAtLogin();
     Q_INVOKABLE void requestNotificationPermission();
 
@@ -88,24 +88,24 @@ public:
     /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
     [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
 
-    /// Saves a setting that is not one of the planner's own, such as the window's appearance. A write that fails is
-    /// told and tried again like any other.
+    /// Saves a setting that has no property here, such as the window's appearance. A write that fails is reported and
+    /// retried like any other.
     void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
 
-    /// True while a change is held in memory only because it could not be written. It is tried again every few seconds
-    /// and with each further change.
-    [[nodiscard]] bool hasUnsavedChanges() const { return m_values.writer().hasUnsaved(); }
-    /// Tries it now.
-    void retryUnsavedChanges() { m_values.writer().retry(); }
+    /// True while a change that could not be written is only in memory. It is retried every few seconds and with each
+    /// further change.
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_values.hasUnsaved(); }
+    /// Retries now.
+    void retryUnsavedChanges() { m_values.retry(); }
 
 signals:
-    /// Days and times are others from now on: calendar() has changed.
+    /// calendar() has changed, and with it all days and times.
     void timeZoneChanged();
-    /// It is another day, or the day of another zone; after timeZoneChanged().
+    /// today() may have changed; after timeZoneChanged().
     void todayChanged();
-    /// Another message, or the same in another language.
+    /// The message, or its language, has changed.
     void calendarSyncMessageChanged();
-    /// Another message or the same once more; after calendarSyncMessageChanged().
+    /// A message was set, even the same as before; after calendarSyncMessageChanged().
     void calendarSyncMessageTold();
     void hasUnsavedChangesChanged();
     void selectedCalendarIDsChanged();
@@ -124,14 +124,18 @@ protected:
     [[nodiscard]] StoredValues &values() { return m_values; }
 
     void setCalendarSyncMessage(const Message &message);
-    /// Takes the message off the status line. Does nothing where another message stands there.
+    /// Empties the status line if it shows this message.
     void retractCalendarSyncMessage(const Message &message);
-    /// Sets the status line to the pair, each followed by the words of the error.
+    /// Sets the status line to the pair, each text followed by that of the error.
     void tellFailure(const QString &chinese, const QString &english, const Error &error);
 
 private:
     void load();
-    /// True when it is another day than before; waits for the next one.
+    /// Sets the member, saves it in its stored form and raises the signal; nothing for the same value.
+    template <class Value>
+    void assign(Value &member, const Value &value, const QString &key, const PreferenceValue &stored,
+                void (PlannerSettings::*changed)());
+    /// True when the day has changed; waits for the next one.
     bool readDay();
     void tellSaveFailed(const Error &error);
     void tellSaveRecovered();

@@ -20,8 +20,7 @@ struct ReadCalendar;
 struct ReadingOptions;
 
 /// The one observable object: owns every record, saves each change at once, restores everything at start. Settings and
-/// the status line are those of its base. Main thread only. Every assignment to a published property saves itself and
-/// raises its signal, once.
+/// the status line are in its base. Main thread only. Every change is saved and raises its signal once.
 class PlannerStore : public tessaly::PlannerSettings // in full, or the tools of QML do not find it
 {
     Q_OBJECT
@@ -31,7 +30,7 @@ class PlannerStore : public tessaly::PlannerSettings // in full, or the tools of
 public:
     /// Loads everything and writes nothing. The ports must outlive the store.
     explicit PlannerStore(const PlannerPorts &ports, QObject *parent = nullptr);
-    /// Tries a last time to save what could not be saved.
+    /// Retries unsaved changes once more.
     ~PlannerStore() override;
 
     // Published collections, in stored order. Never keep a copy of a list: it would make the next one-record change
@@ -48,33 +47,31 @@ public:
 
     /// The reminders of to-dos that are still to come.
     [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
-    /// What was typed into the notes of schedules and is not saved yet.
+    /// Unsaved text of schedule notes.
     [[nodiscard]] NoteDrafts &noteDrafts() { return m_noteDrafts; }
 
-    /// Whether something that was stored could not be decoded at the start, so that less may be shown than was entered.
-    /// It is kept aside under a key of its own before a save can take its place.
+    /// Whether some stored data could not be decoded at the start, so that less may be shown than was entered. It is
+    /// copied to another key before a save overwrites it.
     [[nodiscard]] bool hadUnreadableData() const { return m_hadUnreadableData; }
 
-    // Records. Each verb that changes a list saves it and emits the list's signal, once. Records are found by their
-    // id; a verb on an id that is not there does nothing.
+    // Records. Each method that changes a list saves it and emits the list's signal once. Records are found by their
+    // id; an unknown id changes nothing.
 
     /// Appends the schedule and, given a calendar, writes it there once access is granted.
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
-    /// Puts this list in the place of all schedules. The calendar is not touched.
-    void replaceSchedules(const QList<ScheduleItem> &schedules);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
-    /// Appends the to-do; given a due date, its reminder waits for that minute. Says so when that has passed.
+    /// Appends the to-do. With a due date, its reminder waits for that minute; the message says when that has passed.
     void addReminder(const ReminderItem &item);
-    /// Replaces the to-do with the same id. Ticking it takes its reminder away, opening it again brings it back.
+    /// Replaces the to-do with the same id. Completing it removes its reminder, reopening it restores the reminder.
     void updateReminder(const ReminderItem &item);
-    /// Removes every to-do with the id. Its reminder still comes.
+    /// Removes every to-do with the id. Its reminder is still shown.
     void removeReminder(const QUuid &id);
 
-    /// Reports that the program stays without its window because reminders wait; once, by a notification.
+    /// Shows a notification, once, that the program keeps running without its window because reminders wait.
     void reportResidence();
 
     void addGoal(const Goal &goal);
@@ -90,7 +87,7 @@ public:
     /// Adds the link, shows its schedules and refreshes it. Anything but an http or https link is refused: the message
     /// is set and false returned.
     bool addCalendarFeed(const QString &urlString);
-    /// Downloads the link and applies what it holds; a failure is told and changes nothing.
+    /// Downloads the link and applies its events; a failure is reported and changes nothing.
     void refreshCalendarFeed(const QUuid &feedID);
     void setCalendarFeedError(const Error &error);
     /// Why the last update failed, in the interface language; empty after a success, and until there was an update.
@@ -101,7 +98,7 @@ public:
     // System calendar
     /// Whether calendars can ever be listed.
     [[nodiscard]] bool hasCalendarService() const { return ports().eventStore.isAvailable(); }
-    /// Asks for access and lists the calendars; refusal and failure are told.
+    /// Asks for access and lists the calendars; refusal and failure are reported.
     Q_INVOKABLE void requestCalendarAccessAndLoad();
     /// Lists the calendars when automatic sync is on and access is granted; refusal is silent.
     void startAutomaticCalendarSync();
@@ -114,26 +111,25 @@ signals:
     void availableCalendarsChanged();
 
 private:
-    // What runs after an assignment to a published list: it is saved, then announced. The caller has changed the list
-    // already and says what changed.
+    // Each saves the list, which the caller has changed in these rows, and emits its signal.
     void schedulesAssigned(const RowsChange &rows);
     void remindersAssigned(const RowsChange &rows);
     void goalsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
 
-    /// Has a reminder wait for the to-do or wait no longer. To be saved with the to-do.
+    /// Adds or removes the waiting reminder of the to-do; the caller saves both together.
     void scheduleNotification(const ReminderItem *before, const ReminderItem &item);
 
     void endFeedUpdate(const QUuid &feedID);
     void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
     void replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID);
-    /// Replaces the schedules of the feed by what was read, in one assignment; see mergeFeed(). Where that changes
-    /// nothing, none is made. Does nothing for a feed that was deleted.
+    /// Merges what was read into the schedules of the feed, see mergeFeed(), and saves them if that changes any. Does
+    /// nothing for a feed that was deleted.
     void applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 
-    /// The completion runs once the service has answered, not after the end of the store.
+    /// The completion runs when the service answers, unless the store was destroyed before.
     void requestCalendarAccess(const std::function<void(const Result<bool> &)> &completion);
     void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
     void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);

@@ -87,7 +87,7 @@ void PlannerStore::requestCalendarAccess(const std::function<void(const Result<b
 
 void PlannerStore::requestCalendarAccessAndLoad()
 {
-    // Where there is no service there is nothing to ask for, and the sheet says so.
+    // Without a service there is nothing to request, and the sheet says so.
     if (!ports().eventStore.isAvailable())
         return;
     requestCalendarAccess([this](const Result<bool> &granted) {

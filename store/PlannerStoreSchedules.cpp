@@ -23,12 +23,6 @@ void PlannerStore::updateSchedule(const ScheduleItem &item)
     changeCalendarEvent(item);
 }
 
-void PlannerStore::replaceSchedules(const QList<ScheduleItem> &schedules)
-{
-    m_data.schedules = schedules;
-    schedulesAssigned({});
-}
-
 void PlannerStore::deleteSchedule(const ScheduleItem &item)
 {
     if (item.calendarEventIdentifier)

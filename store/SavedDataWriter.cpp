@@ -52,11 +52,9 @@ Result<void> SavedDataWriter::write()
 
 Result<void> SavedDataWriter::writeData()
 {
-    Preferences &preferences = m_values.preferences();
     const auto [offset, removed, inserted] = m_encoder.lastSplice();
-    return m_isEditOfStored ? preferences.rotateEdited(keys::storageKey, keys::backupStorageKey, m_encoder.bytes(),
-                                                       {offset, removed, inserted})
-                            : preferences.rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes());
+    const std::optional edit = m_isEditOfStored ? std::optional(BlobEdit{offset, removed, inserted}) : std::nullopt;
+    return m_values.preferences().rotate(keys::storageKey, keys::backupStorageKey, m_encoder.bytes(), edit);
 }
 
 } // namespace tessaly

@@ -18,7 +18,7 @@ public:
     /// What is stored; the backup where that is missing or cannot be read; nothing where neither can.
     [[nodiscard]] std::optional<SavedData> load();
     [[nodiscard]] QList<WaitingReminder> loadWaiting();
-    /// Saves the data, of which these rows have changed. What has no JSON form is not saved, and nothing is told.
+    /// Saves the data, of which these rows have changed. What has no JSON form is not saved or reported.
     void save(const SavedData &data, SavedDataEncoder::Section section, const RowsChange &rows);
     /// What the next save of the data, or save(), saves as well.
     void setWaiting(const QList<WaitingReminder> &waiting);
@@ -35,7 +35,7 @@ private:
     bool m_isEncoded = false;
     /// Whether the JSON of the encoder is what stands under the main key.
     bool m_isStored = false;
-    /// Whether the encoder's last splice leads from what stands there to its JSON.
+    /// Whether the encoder's last splice leads from the stored JSON to its own.
     bool m_isEditOfStored = false;
     /// The JSON of the reminders that wait, until it is stored.
     std::optional<QByteArray> m_unsavedWaiting;

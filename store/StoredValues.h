@@ -1,28 +1,35 @@
 #pragma once
 
 #include "store/PlannerPorts.h"
-#include "store/PreferenceWriter.h"
 
 #include "platform/Preferences.h"
 
+#include <QMap>
+#include <QObject>
 #include <QStringList>
+#include <QTimer>
 
+#include <chrono>
+#include <functional>
 #include <optional>
 
 namespace tessaly {
 
-/// The values of the store under their keys in the preferences. Nothing is lost by it: a write that fails is kept and
-/// tried again, and a blob that could not be read at start is kept aside before it is written over.
-class StoredValues
+/// The values of the store under their keys in the preferences. A write that fails is kept and tried again after each
+/// interval, and as soon as another write succeeds. A blob that could not be read at start is copied to another key
+/// before it is overwritten.
+class StoredValues : public QObject
 {
+    Q_OBJECT
+
 public:
+    /// Reads the state of the moment when it runs, which may be later than when it was made.
+    using Write = std::function<Result<void>()>;
+
     /// The ports must outlive the values.
-    explicit StoredValues(const PlannerPorts &ports);
+    explicit StoredValues(const PlannerPorts &ports, std::chrono::milliseconds retryInterval = std::chrono::seconds(5));
 
     [[nodiscard]] Preferences &preferences() const { return m_ports.preferences; }
-    /// Tells of writes that failed and of their recovery.
-    [[nodiscard]] PreferenceWriter &writer() { return m_writer; }
-    [[nodiscard]] const PreferenceWriter &writer() const { return m_writer; }
 
     /// The value of the blob under the key; nothing when it is absent or cannot be decoded, and the latter is noted.
     template <class Value>
@@ -38,23 +45,36 @@ public:
         return value;
     }
 
-    /// Whether a blob was there that could not be decoded and is not kept aside yet.
+    /// Whether there is a blob that could not be decoded and was not copied to another key yet.
     [[nodiscard]] bool hasUnreadable() const { return !m_unreadableKeys.isEmpty(); }
 
-    /// Writes a blob, after the blobs that could not be read at start were kept aside under keys of their own.
-    void saveBlob(const QString &key, const PreferenceWriter::Write &write);
+    /// Runs the write of a blob now, after copying the blobs that could not be read at start. It replaces an unsaved
+    /// one for the same key.
+    void saveBlob(const QString &key, const Write &write);
     /// Stores a plain value.
     void save(const QString &key, const PreferenceValue &value);
 
-    /// The end of what is saved here: tries a last time what could not be written.
-    void close() { m_writer.close(); }
+    [[nodiscard]] bool hasUnsaved() const { return !m_unsaved.isEmpty(); }
+    /// Tries everything that is unsaved.
+    void retry();
+    /// Tries what is unsaved a last time, then drops it and emits nothing more.
+    void close();
+
+signals:
+    /// A write, or a further try, failed.
+    void failed(const tessaly::Error &error);
+    /// Everything that failed before is written now.
+    void recovered();
 
 private:
-    [[nodiscard]] Result<void> keepUnreadableAside();
+    void write(const QString &key, const Write &write);
+    void tryUnsaved();
+    [[nodiscard]] Result<void> copyUnreadable();
 
     const PlannerPorts &m_ports;
     QStringList m_unreadableKeys;
-    PreferenceWriter m_writer;
+    QMap<QString, Write> m_unsaved;
+    QTimer m_timer;
 };
 
 } // namespace tessaly

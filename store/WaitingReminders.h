@@ -13,9 +13,9 @@ class SavedDataWriter;
 struct Error;
 struct PlannerPorts;
 
-/// The reminders that wait for their minute, saved together with the to-dos. Each is shown once: it is taken out and
-/// saved before it is shown, and put back only when nobody could show it. It then waits for somebody who can. The
-/// program starts at login for as long as any waits. Main thread only.
+/// The reminders that wait for their minute, saved together with the to-dos. Each is shown once: it is removed and that
+/// is saved before it is shown, and it is restored only when no notification service could show it. It then waits for
+/// a service. The program starts at login while any reminder waits. Main thread only.
 class WaitingReminders : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,8 @@ public:
     /// In no particular order.
     [[nodiscard]] const QList<WaitingReminder> &list() const { return m_list; }
 
-    /// Shows what was missed, drops what is too old, and waits for the rest. Once, when the event loop is about to run.
+    /// Shows missed reminders, drops those that are too old, and waits for the rest. To be called once, before the
+    /// event loop runs.
     void start();
     /// Follows a to-do that is added, without `before`, or changes. The caller saves the to-do next, and with it what
     /// waits.
@@ -41,7 +42,7 @@ public:
     void showDue();
 
 signals:
-    /// The list is another.
+    /// The list has changed.
     void changed();
     /// The program will not start at login although reminders wait, or will although none does.
     void loginItemFailed(const tessaly::Error &error);
@@ -57,7 +58,7 @@ private:
     QList<WaitingReminder> m_list;
     /// Identifiers of those that the desktop has been asked to show and has not answered for.
     QSet<QString> m_askedFor;
-    /// Identifiers of those in the list that are due and that nobody could show.
+    /// Identifiers of those in the list that are due and that no service could show.
     QSet<QString> m_held;
     std::unique_ptr<Alarm> m_alarm;
     bool m_isStarted = false;

@@ -10,30 +10,24 @@
 #include <filesystem>
 #include <system_error>
 
-#ifdef Q_OS_UNIX
 #include <cerrno>
 #include <cstdlib>
 
 #include <fcntl.h>
 #include <unistd.h>
-#else
-#include <QStorageInfo>
-#endif
 
 namespace tessaly {
 
 namespace {
 
 /// A file that took another's place is there after a power cut only when its folder is on the disk, too.
-void flushFolder([[maybe_unused]] const QString &path)
+void flushFolder(const QString &path)
 {
-#ifdef Q_OS_UNIX
     const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
         return;
     ::fsync(folder);
     ::close(folder);
-#endif
 }
 
 /// False when the bytes handed over found no room. Not every file system knows that before; some cannot say at all.
@@ -41,11 +35,7 @@ bool flushFile(QSaveFile &file)
 {
     if (!file.flush())
         return false;
-#ifdef Q_OS_UNIX
     return ::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
-#else
-    return true;
-#endif
 }
 
 } // namespace
@@ -72,7 +62,6 @@ bool isDiskFull(const QString &folder)
     QFileInfo nearest(folder);
     while (!nearest.isDir() && nearest.path() != nearest.filePath())
         nearest.setFile(nearest.path());
-#ifdef Q_OS_UNIX
     QByteArray path = QFile::encodeName(nearest.filePath()) + "/room-XXXXXX";
     const auto isSpaceLacking = [] { return errno == ENOSPC || errno == EDQUOT; };
     const int file = ::mkstemp(path.data());
@@ -83,9 +72,6 @@ bool isDiskFull(const QString &folder)
     ::close(file);
     ::unlink(path.constData());
     return isFull;
-#else
-    return QStorageInfo(nearest.filePath()).bytesAvailable() == 0;
-#endif
 }
 
 bool LocalFileSystem::exists(const QString &path) const
@@ -127,7 +113,7 @@ bool LocalFileSystem::canOpen(const QString &folder) const
 
 bool LocalFileSystem::canWriteIn(const QString &folder) const
 {
-    // Rights alone do not tell of a medium that takes nothing.
+    // Permissions alone do not show that a medium is read-only.
     QTemporaryFile probe(folder + QStringLiteral("/.tessaly-XXXXXX"));
     return QFileInfo(folder).isDir() && probe.open();
 }
@@ -159,7 +145,7 @@ bool LocalFileSystem::copy(const QString &from, const QString &to)
 bool LocalFileSystem::move(const QString &from, const QString &to)
 {
     // Renaming by Qt turns to copying where it must, and on a full disk removes the original of a copy that is not
-    // whole. A second name for the file is given at once or not at all, and never takes the place of another file.
+    // complete. A hard link is made at once or not at all, and never replaces another file.
     std::error_code error;
     std::filesystem::create_hard_link(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(),
                                       error);

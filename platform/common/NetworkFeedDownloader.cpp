@@ -1,16 +1,18 @@
 #include "platform/common/NetworkFeedDownloader.h"
 
-#include "platform/common/GzipReader.h"
-
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <memory>
 #include <optional>
 #include <utility>
+
+#define ZLIB_CONST
+#include <zlib.h>
 
 namespace tessaly {
 
@@ -18,7 +20,7 @@ namespace {
 
 constexpr int mostRedirects = 20;
 
-/// Whether the error stands for nothing but the status code of a complete answer.
+/// Whether the error is only the status code of a complete answer.
 bool isStatusOnly(QNetworkReply::NetworkError error)
 {
     return (error > QNetworkReply::UnknownProxyError && error <= QNetworkReply::UnknownContentError) ||
@@ -35,7 +37,7 @@ QNetworkRequest requestFor(const QUrl &url)
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // Qt decompresses by itself unless the header is set, but takes a gzip file that was cut short for a whole one.
+    // Qt decompresses unless the header is set, but accepts a truncated gzip file as complete.
     request.setRawHeader("Accept-Encoding", "gzip");
     return request;
 }
@@ -92,6 +94,52 @@ ErrorCode downloadErrorCode(const QList<QSslError> &refusals)
 }
 
 namespace {
+
+/// Decompresses a gzip file (RFC 1952), also of several members, piece by piece.
+class GzipReader
+{
+public:
+    GzipReader()
+    {
+        constexpr int gzipOnly = MAX_WBITS + 16;
+        if (inflateInit2(&m_stream, gzipOnly) != Z_OK)
+            qBadAlloc();
+    }
+    ~GzipReader() { inflateEnd(&m_stream); }
+    Q_DISABLE_COPY_MOVE(GzipReader)
+
+    /// Appends what the next compressed bytes give, but stops soon after the output is longer than `limit` bytes. False
+    /// when the input is not gzip or is damaged. Bytes after the last member are ignored.
+    [[nodiscard]] bool read(const QByteArray &input, QByteArray &output, qsizetype limit)
+    {
+        constexpr Bytef firstMagicByte = 0x1F;
+        std::array<char, 65536> piece;
+        m_stream.next_in = reinterpret_cast<const Bytef *>(input.constData());
+        m_stream.avail_in = static_cast<uInt>(input.size());
+        do {
+            if (m_isAtEnd && m_stream.avail_in > 0) {
+                if (*m_stream.next_in != firstMagicByte)
+                    return true;
+                inflateReset(&m_stream);
+                m_isAtEnd = false;
+            }
+            m_stream.next_out = reinterpret_cast<Bytef *>(piece.data());
+            m_stream.avail_out = static_cast<uInt>(piece.size());
+            const int result = inflate(&m_stream, Z_NO_FLUSH);
+            if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR)
+                return false;
+            m_isAtEnd = result == Z_STREAM_END;
+            output.append(piece.data(), static_cast<qsizetype>(piece.size() - m_stream.avail_out));
+        } while ((m_stream.avail_in > 0 || m_stream.avail_out == 0) && output.size() <= limit);
+        return true;
+    }
+    /// Whether the input ended where a member did; false before the first byte.
+    [[nodiscard]] bool isAtEnd() const { return m_isAtEnd; }
+
+private:
+    z_stream m_stream = {};
+    bool m_isAtEnd = false;
+};
 
 /// One download; lives as long as its reply.
 class Transfer : public QObject

@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-/// Sees to it that only one process works on a data directory. A second process hands its wish to the first one.
+/// Ensures that only one process works on a data directory. A second process passes its wish to the first one.
 class SingleInstance : public QObject
 {
     Q_OBJECT
@@ -20,14 +20,14 @@ public:
     enum class Role {
         /// This process holds the directory, until it ends.
         First,
-        /// Another process holds it and has been told the wish.
+        /// Another process holds it and has received the wish.
         Second,
     };
 
     /// What a second process was started for.
     struct Wish
     {
-        /// Else the planner shall only be there in the background; what the first shows stays as it is.
+        /// Otherwise the planner only stays in the background; what the first process shows does not change.
         bool isWindowWanted = true;
         /// What the launcher gave this process so that a window may come to the front; may be empty.
         QByteArray activationToken = {};

@@ -48,7 +48,6 @@ struct SqlitePreferences::Statements
                                  " VALUES (?, ?, ?, ?, ?)"),
           point(connection, "INSERT INTO preference (key, value_id, edits, size) VALUES (?1, ?2, ?3, ?4)"
                             " ON CONFLICT (key) DO UPDATE SET value_id = ?2, edits = ?3, size = ?4"),
-          forget(connection, "DELETE FROM preference WHERE key = ?"),
           isUsed(connection, "SELECT 1 FROM preference WHERE value_id = ?"),
           removeEdits(connection, "DELETE FROM value_edit WHERE value_id = ?"),
           remove(connection, "DELETE FROM stored_value WHERE id = ?")
@@ -63,7 +62,6 @@ struct SqlitePreferences::Statements
     SqliteStatement insert;
     SqliteStatement insertEdit;
     SqliteStatement point;
-    SqliteStatement forget;
     SqliteStatement isUsed;
     SqliteStatement removeEdits;
     SqliteStatement remove;
@@ -173,59 +171,24 @@ Result<void> SqlitePreferences::setValue(const QString &key, const PreferenceVal
     });
 }
 
-Result<void> SqlitePreferences::remove(const QString &key)
+Result<void> SqlitePreferences::rotate(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                       const std::optional<BlobEdit> &edit)
 {
     return inTransaction([&] {
         Place place;
         int code = find(key, place);
-        if (code != SQLITE_OK || place.row == 0)
-            return code;
-        const QByteArray name = key.toUtf8();
-        code = m_statements->forget.bindText(1, name).run();
-        return code == SQLITE_OK ? removeUnlessUsed(place.row) : code;
+        const bool isEdit = edit && place.row != 0 && place.edits < mostEdits && edit->inserted <= largestEdit &&
+                            place.size - edit->removed + edit->inserted == blob.size();
+        // The oldest value goes first, so that the new one can take its pages.
+        if (code == SQLITE_OK && place.row != 0)
+            code = point(backupKey, place);
+        if (code == SQLITE_OK)
+            code = isEdit ? insertEdit(place, blob, *edit) : insertBlob(blob, place);
+        return code == SQLITE_OK ? point(key, place) : code;
     });
 }
 
-Result<void> SqlitePreferences::rotate(const QString &key, const QString &backupKey, QByteArrayView blob)
-{
-    return inTransaction([&] {
-        Place former;
-        const int code = find(key, former);
-        return code == SQLITE_OK
-                   ? rotateTo(key, backupKey, former, [&](Place &place) { return insertBlob(blob, place); })
-                   : code;
-    });
-}
-
-Result<void> SqlitePreferences::rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
-                                             const BlobEdit &edit)
-{
-    return inTransaction([&] {
-        Place former;
-        const int code = find(key, former);
-        if (code != SQLITE_OK)
-            return code;
-        const bool isEdit = former.row != 0 && former.edits < mostEdits && edit.inserted <= largestEdit &&
-                            former.size - edit.removed + edit.inserted == blob.size();
-        return rotateTo(key, backupKey, former, [&](Place &place) {
-            place = former;
-            return isEdit ? insertEdit(place, blob, edit) : insertBlob(blob, place);
-        });
-    });
-}
-
-int SqlitePreferences::rotateTo(const QString &key, const QString &backupKey, const Place &former,
-                                const std::function<int(Place &)> &insertNew)
-{
-    // The oldest value goes first, so that the new one can take its pages.
-    int code = former.row != 0 ? point(backupKey, former) : SQLITE_OK;
-    Place place;
-    if (code == SQLITE_OK)
-        code = insertNew(place);
-    return code == SQLITE_OK ? point(key, place) : code;
-}
-
-Result<void> SqlitePreferences::keepAside(const QString &from, const QString &to)
+Result<void> SqlitePreferences::copyValue(const QString &from, const QString &to)
 {
     return inTransaction([&] {
         Place place;

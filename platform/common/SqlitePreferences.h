@@ -28,20 +28,18 @@ public:
 
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
     [[nodiscard]] Result<void> setValue(const QString &key, const PreferenceValue &value) override;
-    [[nodiscard]] Result<void> remove(const QString &key) override;
-    [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) override;
-    [[nodiscard]] Result<void> rotateEdited(const QString &key, const QString &backupKey, QByteArrayView blob,
-                                            const BlobEdit &edit) override;
-    [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
+    [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                      const std::optional<BlobEdit> &edit = std::nullopt) override;
+    [[nodiscard]] Result<void> copyValue(const QString &from, const QString &to) override;
     [[nodiscard]] Result<void> together(const std::function<Result<void>()> &writes) override;
 
-    /// Why a value that is there could not be given to who asked for it: it is damaged, or its bytes cannot be read.
-    /// From then on nothing is written, since what could not be read may be what a write would bury.
+    /// Why an existing value could not be read: it is damaged, or the disk failed. Nothing is written from then on,
+    /// since a write might overwrite what could not be read.
     [[nodiscard]] const std::optional<Error> &readFailure() const { return m_readFailure; }
 
 private:
     struct Statements;
-    /// What a key points to. Row 0 stands for nothing.
+    /// What a key points to. Row 0 is nothing.
     struct Place
     {
         qint64 row = 0;
@@ -60,8 +58,6 @@ private:
     [[nodiscard]] int insert(const PreferenceValue &value, Place &place);
     [[nodiscard]] int insertBlob(QByteArrayView blob, Place &place);
     [[nodiscard]] int insertEdit(Place &place, QByteArrayView blob, const BlobEdit &edit);
-    [[nodiscard]] int rotateTo(const QString &key, const QString &backupKey, const Place &former,
-                               const std::function<int(Place &)> &insertNew);
     [[nodiscard]] int point(const QString &key, const Place &place);
     [[nodiscard]] int removeUnlessUsed(qint64 row);
     [[nodiscard]] int readValue(const QString &key, std::optional<PreferenceValue> &value) const;

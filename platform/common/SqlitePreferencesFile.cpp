@@ -28,7 +28,7 @@ CREATE TABLE preference (key TEXT NOT NULL PRIMARY KEY, value_id INTEGER NOT NUL
 COMMIT;
 )";
 
-// Exclusive locking keeps a second writer out, who would bury this process's saves under its own, and needs no shared
+// Exclusive locking keeps out a second writer, which would overwrite this process's saves, and needs no shared
 // memory file. With secure_delete FAST freed pages are not overwritten, which would double the bytes of every save; the
 // next saves take these pages.
 constexpr const char *settings = R"(
@@ -153,7 +153,7 @@ Result<void> SqlitePreferences::check()
         return failure(ErrorCode::StorageNewer, QString::number(version));
 
     // Every page is looked at, but not every byte: broken chains and pages used twice are found before a save could
-    // make them worse. What the values hold is checked by who decodes them.
+    // make them worse. The contents of values are checked when they are decoded.
     SqliteStatement quickCheck(m_connection, "PRAGMA quick_check(1)");
     const int code = quickCheck.step();
     if (code != SQLITE_ROW)

@@ -6,7 +6,7 @@
 
 namespace tessaly {
 
-/// A clock that stands still until it is told otherwise. Its alarms ring from within setNow() and advance().
+/// A clock that stands still until it is set or advanced. Its alarms ring from within setNow() and advance().
 class FakeClock final : public Clock
 {
 public:
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] QTimeZone zone() const override { return m_zone; }
     [[nodiscard]] std::unique_ptr<ZoneWatch> watchZone(std::function<void()> callback) const override;
 
-    /// The user travels; whoever watches the zone is told.
+    /// The user travels; the watches call back.
     void setZone(const QTimeZone &zone);
     /// The clock is set: every alarm that is set rings.
     void setNow(Instant now);

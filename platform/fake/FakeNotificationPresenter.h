@@ -37,9 +37,9 @@ public:
             completion();
     }
     void setUnavailable() { m_isAvailable = false; }
-    /// Becomes available without saying so.
+    /// Becomes available without calling the handler.
     void recover() { m_isAvailable = true; }
-    /// Becomes available and says so.
+    /// Becomes available and calls the handler.
     void appear()
     {
         m_isAvailable = true;

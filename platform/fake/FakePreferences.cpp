@@ -24,15 +24,8 @@ Result<void> FakePreferences::setValue(const QString &key, const PreferenceValue
     return written;
 }
 
-Result<void> FakePreferences::remove(const QString &key)
-{
-    Result<void> written = write();
-    if (written)
-        m_values.remove(key);
-    return written;
-}
-
-Result<void> FakePreferences::rotate(const QString &key, const QString &backupKey, QByteArrayView blob)
+Result<void> FakePreferences::rotate(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                     const std::optional<BlobEdit> &)
 {
     Result<void> written = write();
     if (written) {
@@ -52,7 +45,7 @@ Result<void> FakePreferences::together(const std::function<Result<void>()> &writ
     return written;
 }
 
-Result<void> FakePreferences::keepAside(const QString &from, const QString &to)
+Result<void> FakePreferences::copyValue(const QString &from, const QString &to)
 {
     Result<void> written = write();
     if (written && m_values.contains(from))

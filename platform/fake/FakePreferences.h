@@ -12,9 +12,9 @@ class FakePreferences final : public Preferences
 public:
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
     [[nodiscard]] Result<void> setValue(const QString &key, const PreferenceValue &value) override;
-    [[nodiscard]] Result<void> remove(const QString &key) override;
-    [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob) override;
-    [[nodiscard]] Result<void> keepAside(const QString &from, const QString &to) override;
+    [[nodiscard]] Result<void> rotate(const QString &key, const QString &backupKey, QByteArrayView blob,
+                                      const std::optional<BlobEdit> &edit = std::nullopt) override;
+    [[nodiscard]] Result<void> copyValue(const QString &from, const QString &to) override;
     [[nodiscard]] Result<void> together(const std::function<Result<void>()> &writes) override;
 
     [[nodiscard]] QStringList keys() const { return m_values.keys(); }

@@ -4,7 +4,7 @@
 
 namespace tessaly {
 
-/// An appearance that changes when it is told to.
+/// An appearance that changes on command.
 class FakeSystemAppearance final : public SystemAppearance
 {
 public:

@@ -42,7 +42,7 @@ private:
     QString m_desktopEntry;
     std::function<void(const QString &)> m_activated;
     std::function<void()> m_appeared;
-    /// What the service's numbers of shown notifications stand for.
+    /// Identifiers of shown notifications by the service's numbers.
     QHash<uint, QString> m_identifiers;
     /// Whether the service reads markup; unknown until it was asked.
     std::optional<bool> m_readsMarkup;

@@ -4,7 +4,7 @@
 
 namespace tessaly {
 
-/// Whether the desktop shows the menu bars of its windows itself: somebody owns com.canonical.AppMenu.Registrar.
+/// Whether the desktop shows the menu bars of its windows: com.canonical.AppMenu.Registrar has an owner.
 [[nodiscard]] bool hasGlobalMenu(const QDBusConnection &bus = QDBusConnection::sessionBus());
 
 } // namespace tessaly

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
+#include <cstring>
 #include <sys/timerfd.h>
 #include <unistd.h>
 #include <utility>
@@ -17,9 +19,12 @@ namespace {
 class TimerDescriptorAlarm final : public Alarm
 {
 public:
-    TimerDescriptorAlarm(int descriptor, std::function<void()> callback)
-        : m_descriptor(descriptor), m_callback(std::move(callback)), m_notifier(descriptor, QSocketNotifier::Read)
+    explicit TimerDescriptorAlarm(std::function<void()> callback)
+        : m_descriptor(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)), m_callback(std::move(callback)),
+          m_notifier(m_descriptor, QSocketNotifier::Read)
     {
+        if (m_descriptor < 0)
+            qFatal("tessaly: the system has no timer left: %s", std::strerror(errno));
         QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { fire(); });
     }
     ~TimerDescriptorAlarm() override
@@ -39,7 +44,7 @@ public:
         constexpr int flags = TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET;
         if (timerfd_settime(m_descriptor, flags, &time, nullptr) == 0 || errno != ECANCELED)
             return;
-        // The clock was set after the last look at it, and the kernel has told so only now: ring at once.
+        // The clock was set after the last look at it, and the kernel reports that only now: ring at once.
         time.it_value = {.tv_sec = 0, .tv_nsec = 1};
         timerfd_settime(m_descriptor, flags, &time, nullptr);
     }
@@ -101,6 +106,12 @@ LinuxClock::LinuxClock(const QString &localtimePath) : m_localtimePath(localtime
 {
 }
 
+Instant LinuxClock::now() const
+{
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return Instant::fromUnixSeconds(std::chrono::duration<double>(sinceEpoch).count());
+}
+
 QTimeZone LinuxClock::zone() const
 {
     const QString directory = QStringLiteral("/zoneinfo/");
@@ -108,7 +119,7 @@ QTimeZone LinuxClock::zone() const
     const qsizetype place = target.indexOf(directory);
     // A copy of the zone's file has no name; Qt finds one for it.
     const QTimeZone linked(place < 0 ? QByteArray() : target.sliced(place + directory.size()).toUtf8());
-    return linked.isValid() ? linked : SystemClock::zone();
+    return linked.isValid() ? linked : QTimeZone::systemTimeZone();
 }
 
 std::unique_ptr<ZoneWatch> LinuxClock::watchZone(std::function<void()> callback) const
@@ -120,10 +131,7 @@ std::unique_ptr<ZoneWatch> LinuxClock::watchZone(std::function<void()> callback)
 
 std::unique_ptr<Alarm> LinuxClock::makeAlarm(std::function<void()> callback) const
 {
-    const int descriptor = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
-    if (descriptor < 0)
-        return SystemClock::makeAlarm(std::move(callback));
-    return std::make_unique<TimerDescriptorAlarm>(descriptor, std::move(callback));
+    return std::make_unique<TimerDescriptorAlarm>(std::move(callback));
 }
 
 } // namespace tessaly

@@ -12,7 +12,7 @@ class QDBusVariant;
 
 namespace tessaly {
 
-/// The appearance as the desktop portal tells it (org.freedesktop.portal.Settings, namespace
+/// The appearance as the desktop portal reports it (org.freedesktop.portal.Settings, namespace
 /// org.freedesktop.appearance), followed live. Where there is no portal or it has no opinion on dark or light, the
 /// lightness of the application's palette decides.
 class PortalAppearance final : public QObject, public SystemAppearance

@@ -15,55 +15,12 @@
 
 namespace tessaly {
 
-/// A pattern of a filter: kind (0 glob) and text; a filter is a name and its patterns.
-struct PortalPattern
-{
-    uint kind = 0;
-    QString text = {};
-};
-struct PortalFilter
-{
-    QString name = {};
-    QList<PortalPattern> patterns = {};
-};
-
-QDBusArgument &operator<<(QDBusArgument &argument, const PortalPattern &pattern)
-{
-    argument.beginStructure();
-    argument << pattern.kind << pattern.text;
-    argument.endStructure();
-    return argument;
-}
-const QDBusArgument &operator>>(const QDBusArgument &argument, PortalPattern &pattern)
-{
-    argument.beginStructure();
-    argument >> pattern.kind >> pattern.text;
-    argument.endStructure();
-    return argument;
-}
-QDBusArgument &operator<<(QDBusArgument &argument, const PortalFilter &filter)
-{
-    argument.beginStructure();
-    argument << filter.name << filter.patterns;
-    argument.endStructure();
-    return argument;
-}
-const QDBusArgument &operator>>(const QDBusArgument &argument, PortalFilter &filter)
-{
-    argument.beginStructure();
-    argument >> filter.name >> filter.patterns;
-    argument.endStructure();
-    return argument;
-}
-
-} // namespace tessaly
-
-Q_DECLARE_METATYPE(tessaly::PortalPattern)
-Q_DECLARE_METATYPE(tessaly::PortalFilter)
-
-namespace tessaly {
-
 namespace {
+
+/// Kind (0 glob) and text.
+using PortalPattern = std::pair<uint, QString>;
+/// A name and its patterns.
+using PortalFilter = std::pair<QString, QList<PortalPattern>>;
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
@@ -157,8 +114,8 @@ void PortalFileDialogs::chooseFiles(const FileQuestion &question, std::function<
     PortalFilter filter;
     for (const QString &extension : question.extensions) {
         for (const QString &spelling : {extension, extension.toUpper()})
-            filter.patterns.append({.text = QStringLiteral("*.") + spelling});
-        filter.name += (filter.name.isEmpty() ? QStringLiteral("*.") : QStringLiteral(", *.")) + extension;
+            filter.second.append({0, QStringLiteral("*.") + spelling});
+        filter.first += (filter.first.isEmpty() ? QStringLiteral("*.") : QStringLiteral(", *.")) + extension;
     }
     ask(question.title,
         {{QStringLiteral("multiple"), question.allowsSeveral},

@@ -17,7 +17,7 @@ int writingEnd = -1;
 void note(int)
 {
     const char byte = 0;
-    // A full pipe tells enough.
+    // A full pipe is enough of a signal.
     [[maybe_unused]] const ssize_t written = write(writingEnd, &byte, 1);
 }
 

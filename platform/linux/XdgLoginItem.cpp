@@ -13,12 +13,17 @@ namespace tessaly {
 
 namespace {
 
-/// The keys of the group [Desktop Entry], escapes left as they are.
-QHash<QByteArray, QByteArray> desktopEntry(const QByteArray &text)
+using DesktopEntry = QHash<QByteArray, QByteArray>;
+
+/// The keys of the group [Desktop Entry], with their escapes; empty without such a file.
+DesktopEntry readDesktopEntry(const QString &path)
 {
-    QHash<QByteArray, QByteArray> values;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    DesktopEntry values;
     bool isInGroup = false;
-    const QList<QByteArray> lines = text.split('\n');
+    const QList<QByteArray> lines = file.readAll().split('\n');
     for (const QByteArray &rawLine : lines) {
         const QByteArray line = rawLine.trimmed();
         const qsizetype equals = line.indexOf('=');
@@ -28,6 +33,11 @@ QHash<QByteArray, QByteArray> desktopEntry(const QByteArray &text)
             values.insert(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
     }
     return values;
+}
+
+bool isSwitchedOff(const DesktopEntry &entry)
+{
+    return entry.value("Hidden") == "true" || entry.value("X-GNOME-Autostart-enabled") == "false";
 }
 
 QString quotedArgument(const QString &argument)
@@ -66,7 +76,7 @@ QString desktopEntryExec(const QStringList &command)
     QStringList arguments;
     for (const QString &argument : command)
         arguments.append(quotedArgument(argument));
-    // The value is of type string, whose own escapes come on top of the quoting.
+    // The value is of type string, so its escapes are added to the quoting.
     QString value = arguments.join(u' ');
     return value.replace(u'\\', QLatin1String("\\\\"))
         .replace(u'\n', QLatin1String("\\n"))
@@ -107,18 +117,16 @@ QString XdgLoginItem::filePath() const
 
 bool XdgLoginItem::isEnabled() const
 {
-    QFile file(filePath());
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QHash<QByteArray, QByteArray> entry = desktopEntry(file.readAll());
+    const DesktopEntry entry = readDesktopEntry(filePath());
     const QString program = desktopEntryProgram(QString::fromUtf8(entry.value("Exec")));
-    return entry.value("Type") == "Application" && entry.value("Hidden") != "true" &&
-           entry.value("X-GNOME-Autostart-enabled") != "false" && !program.isEmpty() &&
+    return entry.value("Type") == "Application" && !isSwitchedOff(entry) && !program.isEmpty() &&
            !QStandardPaths::findExecutable(program).isEmpty();
 }
 
 Result<void> XdgLoginItem::setEnabled(bool isEnabled)
 {
+    if (m_entry.setBy == AutostartEntry::SetBy::Program && isSwitchedOff(readDesktopEntry(filePath())))
+        return {};
     if (!isEnabled) {
         QFile file(filePath());
         if (file.exists() && !file.remove())

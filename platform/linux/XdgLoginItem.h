@@ -11,8 +11,14 @@ namespace tessaly {
 /// The file in the autostart directory, and how the session settings call it.
 struct AutostartEntry
 {
+    enum class SetBy {
+        User,    ///< enabling it also undoes what switched it off
+        Program, ///< automatically: an entry that the user switched off is left as it is
+    };
+
     QString fileName = QStringLiteral("tessaly.desktop");
     TextPair name = {QStringLiteral("Tessaly"), QStringLiteral("Tessaly")};
+    SetBy setBy = SetBy::User;
 };
 
 /// An entry in the user's autostart directory (Desktop Application Autostart Specification 0.5).
@@ -23,8 +29,8 @@ public:
     /// of the user's configuration home.
     explicit XdgLoginItem(QStringList command, QString directory = userAutostartDirectory(), AutostartEntry entry = {});
 
-    /// False also where the entry exists but is hidden, switched off by the desktop's session settings, or starts a
-    /// program that is not there.
+    /// False also where the entry exists but was switched off (hidden, or disabled in the desktop's session settings)
+    /// or starts a program that does not exist.
     [[nodiscard]] bool isEnabled() const override;
     /// Fails with LoginItemFailed or StorageFull, and the entry's path.
     [[nodiscard]] Result<void> setEnabled(bool isEnabled) override;

@@ -13,6 +13,11 @@ ParsedEvent eventOf(const QByteArray &uid, double start, const QString &title = 
     return {.uid = uid, .title = title, .start = {start}, .end = {start + 5400}};
 }
 
+QString keyOf(const QByteArray &uid, Instant start)
+{
+    return feedSchedules({{.uid = uid, .start = start}}, feedID).constFirst().calendarEventIdentifier.value();
+}
+
 QList<ScheduleItem> refreshed(const QList<ParsedEvent> &events, const QList<ScheduleItem> &schedules)
 {
     return mergeFeed(feedSchedules(events, feedID), feedID, schedules);
@@ -42,7 +47,7 @@ private slots:
         QFETCH(const double, unixSeconds);
         QFETCH(const QString, expected);
 
-        QCOMPARE(feedEventKey(feedID, "UID:a|b", Instant::fromUnixSeconds(unixSeconds)),
+        QCOMPARE(keyOf("UID:a|b", Instant::fromUnixSeconds(unixSeconds)),
                  QStringLiteral("11111111-2222-3333-4444-ABCDEFABCDEF|UID:a|b|") + expected);
     }
 
@@ -55,7 +60,7 @@ private slots:
                            .tag = QStringLiteral("Study"),
                            .colorName = QStringLiteral("pink"),
                            .customColorHex = QStringLiteral("#112233"),
-                           .calendarEventIdentifier = feedEventKey(feedID, "UID:a", {100}),
+                           .calendarEventIdentifier = keyOf("UID:a", {100}),
                            .calendarIdentifier = feedCalendarIdentifier(feedID)};
 
         const QList<ScheduleItem> merged = refreshed({eventOf("UID:a", 100)}, {known});
@@ -67,14 +72,14 @@ private slots:
 
     void anEventWithAnotherStartOrOfAnotherFeedIsNew()
     {
-        const QString key = feedEventKey(feedID, "UID:a", {100});
+        const QString key = keyOf("UID:a", {100});
         const ScheduleItem moved{.date = {100},
                                  .notes = QStringLiteral("Mine"),
                                  .calendarEventIdentifier = key,
                                  .calendarIdentifier = feedCalendarIdentifier(feedID)};
         const ScheduleItem foreign{.date = {200},
                                    .notes = QStringLiteral("Theirs"),
-                                   .calendarEventIdentifier = feedEventKey(feedID, "UID:a", {200}),
+                                   .calendarEventIdentifier = keyOf("UID:a", {200}),
                                    .calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid())};
 
         const QList<ScheduleItem> merged = refreshed({eventOf("UID:a", 200)}, {moved, foreign});
@@ -94,7 +99,7 @@ private slots:
     {
         const QByteArray uid = "UID:a";
         const ScheduleItem first{.notes = QStringLiteral("first"),
-                                 .calendarEventIdentifier = feedEventKey(feedID, uid, {100}),
+                                 .calendarEventIdentifier = keyOf(uid, {100}),
                                  .calendarIdentifier = feedCalendarIdentifier(feedID)};
         ScheduleItem second = first;
         second.notes = QStringLiteral("second");

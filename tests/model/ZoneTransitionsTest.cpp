@@ -57,9 +57,8 @@ private slots:
     {
         QFETCH(const QByteArray, zone);
         QFETCH(const QString, local);
-        QFETCH(const QString, expected);
 
-        QCOMPARE(utc(ZoneTransitions(QTimeZone(zone)).unixSeconds(wallClock(local))), expected);
+        QTEST(utc(ZoneTransitions(QTimeZone(zone)).unixSeconds(wallClock(local))), "expected");
     }
 
     void offsetsAreThoseOfTheZoneThroughTheYears_data()
@@ -119,9 +118,8 @@ private slots:
     void onlyIdentifiersOfTheDatabaseAreZones()
     {
         QFETCH(const QByteArray, identifier);
-        QFETCH(const bool, isKnown);
 
-        QCOMPARE(zoneOfIdentifier(identifier).has_value(), isKnown);
+        QTEST(zoneOfIdentifier(identifier).has_value(), "isKnown");
     }
 };
 

@@ -1,10 +1,7 @@
-#include "platform/common/SettingsPreferences.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/fake/FakePreferences.h"
 #include "tests/support/TestMain.h"
 
-#include <QDataStream>
-#include <QSettings>
 #include <QTemporaryDir>
 
 #include <random>
@@ -15,24 +12,6 @@ namespace {
 
 const QString key = QStringLiteral("larkspan-data-v1");
 const QString backupKey = QStringLiteral("larkspan-data-v1-backup");
-
-/// A settings format that keeps the types, as the native formats do that SettingsPreferences is made for.
-QSettings::Format typedFormat()
-{
-    static const QSettings::Format format = QSettings::registerFormat(
-        QStringLiteral("typed"),
-        [](QIODevice &device, QSettings::SettingsMap &map) {
-            QDataStream stream(&device);
-            stream >> map;
-            return true;
-        },
-        [](QIODevice &device, const QSettings::SettingsMap &map) {
-            QDataStream stream(&device);
-            stream << map;
-            return stream.status() == QDataStream::Ok;
-        });
-    return format;
-}
 
 } // namespace
 
@@ -47,7 +26,6 @@ private slots:
     {
         QTest::addColumn<QString>("adapter");
         QTest::newRow("sqlite") << "sqlite";
-        QTest::newRow("settings") << "settings";
         QTest::newRow("fake") << "fake";
     }
 
@@ -126,7 +104,7 @@ private slots:
             const qsizetype removed = below(std::min<qsizetype>(blob.size() - offset, 300) + 1);
             const QByteArray inserted(below(save % 50 == 0 ? 40'000 : 300), static_cast<char>('a' + save % 26));
             blob.replace(offset, removed, inserted);
-            QVERIFY(m_preferences->rotateEdited(key, backupKey, blob, {offset, removed, inserted.size()}).hasValue());
+            QVERIFY(m_preferences->rotate(key, backupKey, blob, BlobEdit{offset, removed, inserted.size()}).hasValue());
             if (save % 40 == 0)
                 reopen();
             if (save % 7 == 0) {
@@ -134,7 +112,7 @@ private slots:
                 QCOMPARE(m_preferences->get<QByteArray>(backupKey), former);
             }
         }
-        QVERIFY(m_preferences->keepAside(backupKey, QStringLiteral("aside")).hasValue());
+        QVERIFY(m_preferences->copyValue(backupKey, QStringLiteral("aside")).hasValue());
         QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("whole")).hasValue());
         QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView("again")).hasValue());
         QCOMPARE(m_preferences->get<QByteArray>(QStringLiteral("aside")), former);
@@ -142,17 +120,16 @@ private slots:
 
     void anEditOfAnotherBlobIsWrittenWhole()
     {
-        QVERIFY(m_preferences->rotateEdited(key, backupKey, "first", {0, 0, 5}).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, "first", BlobEdit{0, 0, 5}).hasValue());
         QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("first"));
 
-        QVERIFY(m_preferences->rotateEdited(key, backupKey, "not grown from it", {3, 1, 2}).hasValue());
+        QVERIFY(m_preferences->rotate(key, backupKey, "not grown from it", BlobEdit{3, 1, 2}).hasValue());
         QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("not grown from it"));
         QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("first"));
     }
 
     void writesTogetherAreAllMadeOrNone()
     {
-        QFETCH_GLOBAL(const QString, adapter);
         const auto write = [&](const QByteArray &blob, bool isWhole) {
             return m_preferences->together([&]() -> Result<void> {
                 const bool isWritten = m_preferences->rotate(key, backupKey, blob).hasValue() &&
@@ -167,8 +144,6 @@ private slots:
 
         QVERIFY(!failed);
         QCOMPARE(failed.error(), (Error{ErrorCode::StorageFull, QStringLiteral("why")}));
-        if (adapter == QLatin1String("settings"))
-            return; // knows no transactions
         for (int opening = 0; opening < 2; ++opening) {
             QCOMPARE(m_preferences->get<QByteArray>(key), QByteArray("two"));
             QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("one"));
@@ -191,33 +166,26 @@ private slots:
     {
         const QString aside = QStringLiteral("aside");
         QVERIFY(m_preferences->setValue(key, QByteArray("damaged")).hasValue());
-        QVERIFY(m_preferences->keepAside(key, aside).hasValue());
-        QVERIFY(m_preferences->keepAside(QStringLiteral("absent"), QStringLiteral("other")).hasValue());
+        QVERIFY(m_preferences->copyValue(key, aside).hasValue());
+        QVERIFY(m_preferences->copyValue(QStringLiteral("absent"), QStringLiteral("other")).hasValue());
 
         for (const char *blob : {"one", "two", "three"})
             QVERIFY(m_preferences->rotate(key, backupKey, QByteArrayView(blob)).hasValue());
-        QVERIFY(m_preferences->remove(key).hasValue());
 
         reopen();
         QCOMPARE(m_preferences->get<QByteArray>(aside), QByteArray("damaged"));
         QCOMPARE(m_preferences->get<QByteArray>(backupKey), QByteArray("two"));
-        QVERIFY(!m_preferences->value(key));
         QVERIFY(!m_preferences->value(QStringLiteral("other")));
     }
 
 private:
-    /// Closes the adapter and opens its data anew. The fake has no data outside itself.
+    /// Closes the adapter and opens its data again. The fake has no data outside itself.
     void reopen()
     {
         QFETCH_GLOBAL(const QString, adapter);
         if (adapter == QLatin1String("sqlite")) {
             m_preferences.reset();
             m_preferences = SqlitePreferences::open(m_directory->path()).takeValue();
-        } else if (adapter == QLatin1String("settings")) {
-            m_preferences.reset();
-            m_preferences = std::make_unique<SettingsPreferences>([path = m_directory->filePath(QStringLiteral("s"))] {
-                return std::make_unique<QSettings>(path, typedFormat());
-            });
         } else if (!m_preferences) {
             m_preferences = std::make_unique<FakePreferences>();
         }

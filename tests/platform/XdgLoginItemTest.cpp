@@ -28,7 +28,7 @@ private slots:
         QVERIFY(item.setEnabled(true));
 
         QVERIFY(item.isEnabled());
-        QCOMPARE(item.filePath(), m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
+        QCOMPARE(item.filePath(), path());
         QVERIFY(text().startsWith("[Desktop Entry]\n"));
         QVERIFY(text().contains("\nExec=" + program().toUtf8() + "\n"));
 
@@ -65,16 +65,33 @@ private slots:
         QFETCH(const QByteArray, entry);
         QFETCH(const bool, isEnabled);
         XdgLoginItem item({program()});
-        QVERIFY(QDir().mkpath(QFileInfo(item.filePath()).path()));
-        QFile file(item.filePath());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(entry);
-        file.close();
+        write(entry);
 
         QCOMPARE(item.isEnabled(), isEnabled);
 
         QVERIFY(item.setEnabled(true));
         QVERIFY2(item.isEnabled(), "what switched it off is gone");
+    }
+
+    void anEntryOfTheProgramStaysSwitchedOff_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+
+        QTest::newRow("hidden") << QByteArray("[Desktop Entry]\nHidden=true\n");
+        QTest::newRow("session settings") << QByteArray("[Desktop Entry]\nX-GNOME-Autostart-enabled=false\n");
+    }
+
+    void anEntryOfTheProgramStaysSwitchedOff()
+    {
+        QFETCH(const QByteArray, entry);
+        XdgLoginItem item({program()}, XdgLoginItem::userAutostartDirectory(),
+                          {.setBy = AutostartEntry::SetBy::Program});
+        write(entry);
+
+        for (const bool isEnabled : {true, false}) {
+            QVERIFY(item.setEnabled(isEnabled));
+            QCOMPARE(text(), entry);
+        }
     }
 
     void theCommandIsQuoted_data()
@@ -134,9 +151,19 @@ private:
     /// One that is there.
     [[nodiscard]] static QString program() { return QCoreApplication::applicationFilePath(); }
 
+    [[nodiscard]] QString path() const { return m_home->filePath(QStringLiteral("autostart/tessaly.desktop")); }
+
+    void write(const QByteArray &entry) const
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(path()).path()));
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(entry);
+    }
+
     [[nodiscard]] QByteArray text() const
     {
-        QFile file(m_home->filePath(QStringLiteral("autostart/tessaly.desktop")));
+        QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 

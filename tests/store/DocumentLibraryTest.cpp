@@ -179,7 +179,7 @@ private slots:
         QCOMPARE(its->documents().first().updatedAt, its.clock.now());
         QCOMPARE(its.filesIn(u"Documents"_s), files);
         its.start();
-        QCOMPARE(its->documentContent(*document), u"text 😀\n"_s);
+        QCOMPARE(its->readDocument(*document).text, u"text 😀\n"_s);
     }
 
     void importTakesCopiesOfMarkdownFiles()
@@ -201,8 +201,8 @@ private slots:
 
         QCOMPARE(its.titles(), (QStringList{u"Notes"_s, u"a.b"_s}));
         QVERIFY(last && last->id == its->documents().last().id);
-        QCOMPARE(its->documentContent(its->documents().first()), u"# n\r\n"_s);
-        QCOMPARE(its->documentContent(*last), u"marked"_s);
+        QCOMPARE(its->readDocument(its->documents().first()).text, u"# n\r\n"_s);
+        QCOMPARE(its->readDocument(*last).text, u"marked"_s);
         QCOMPARE(its->documents().first().categoryID, category);
         QCOMPARE(its.filesIn(u"in"_s).size(), 7);
         QCOMPARE(its->importMarkdownFiles(files.last(3), {}), std::nullopt);
@@ -220,12 +220,12 @@ private slots:
 
         QCOMPARE(moved.size(), 1);
         QCOMPARE(its->documentSaveLocation(), its.path(u"else/where"_s));
-        QCOMPARE(its->documentContent(*document), u"# moved\n"_s);
+        QCOMPARE(its->readDocument(*document).text, u"# moved\n"_s);
         QCOMPARE(its.filesIn(u"else/where/Assets"_s), QStringList{QUrl(*image).fileName()});
         QVERIFY(QFileInfo(its.path(u"Documents/Assets"_s)).isDir());
         its.start();
         QCOMPARE(its->documentSaveLocation(), its.path(u"else/where"_s));
-        QCOMPARE(its->documentContent(*document), u"# moved\n"_s);
+        QCOMPARE(its->readDocument(*document).text, u"# moved\n"_s);
 
         its.preferences.failWritesWith({});
         (void)its.preferences.setValue(keys::documentSaveLocationKey, QString());
@@ -277,9 +277,9 @@ private slots:
         fault(its->documentSaveLocation(), its->documentSaveLocation() + u'/' + uuidText(document->id) + u".md"_s);
         its.clock.advance(60);
 
-        QCOMPARE(its->documentContent(*document), QString());
+        QCOMPARE(its->readDocument(*document).text, QString());
         QCOMPARE(its->saveDocument(*document, u"text"_s).isWritten, isWritable);
-        QCOMPARE(its->documentContent(*document), isWritable ? u"text"_s : QString());
+        QCOMPARE(its->readDocument(*document).text, isWritable ? u"text"_s : QString());
         // The record changes in any case, as does one whose first text cannot be written.
         QCOMPARE(its->documents().first().updatedAt, its.clock.now());
         QVERIFY(its->addDocument(u"two"_s, {}));
@@ -292,14 +292,14 @@ private slots:
     {
         Library library;
         const MarkdownDocument document = *library->addDocument(u"Notes"_s, {});
-        const QString text = library->documentContent(document);
+        const QString text = library->readDocument(document).text;
         const DocumentDraft typed{
             .title = u"Notes 2"_s, .categoryID = QUuid::createUuid(), .content = text + u"typed \u00e9"_s};
         QVERIFY(library->keepDraft(document, typed));
 
         library.start();
         library.put(u"Documents/"_s + uuidText(document.id) + u".md"_s, "from elsewhere");
-        const std::optional<DocumentDraft> back = library->takeUpDraft(document, library->documentContent(document));
+        const std::optional<DocumentDraft> back = library->takeUpDraft(document, library->readDocument(document).text);
         QVERIFY(back);
         QCOMPARE(back->title, typed.title);
         QCOMPARE(back->categoryID, typed.categoryID);
@@ -316,7 +316,7 @@ private slots:
     {
         Library library;
         const MarkdownDocument document = *library->addDocument(u"Notes"_s, {});
-        const QString text = library->documentContent(document);
+        const QString text = library->readDocument(document).text;
         library->keepDraft(document, {.title = document.title, .categoryID = {}, .content = text});
         QVERIFY(!library->takeUpDraft(document, text));
         QCOMPARE(library.filesIn(u"Drafts"_s), QStringList());

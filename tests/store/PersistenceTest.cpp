@@ -1,4 +1,3 @@
-#include "store/PreferenceWriter.h"
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 
@@ -80,8 +79,6 @@ private slots:
     void aFailedSaveIsToldAndTheNextOneSavesEverything()
     {
         QFETCH(const bool, isEnglish);
-        QFETCH(const QString, failed);
-        QFETCH(const QString, recovered);
         StoreUnderTest planner;
         planner.put(keys::interfaceLanguage, isEnglish ? QStringLiteral("en") : QStringLiteral("zh"));
         PlannerStore &store = planner.start();
@@ -91,13 +88,13 @@ private slots:
         store.addGoal({.title = QStringLiteral("one")});
         store.setPreferredName(QStringLiteral("Ada"));
         QCOMPARE(announced.count(), 1);
-        QCOMPARE(planner.message(), failed);
+        QTEST(planner.message(), "failed");
         QVERIFY(store.hasUnsavedChanges());
 
         planner.preferences.failWritesWith(std::nullopt);
         store.addReminder({.title = QStringLiteral("two")});
         QVERIFY(!store.hasUnsavedChanges());
-        QCOMPARE(planner.message(), recovered);
+        QTEST(planner.message(), "recovered");
         QCOMPARE(planner.saved(), (SavedData{{}, store.reminders(), store.goals()}));
         QCOMPARE(planner.preferences.get<QString>(keys::preferredName), QStringLiteral("Ada"));
     }
@@ -144,27 +141,29 @@ private slots:
                  QByteArray("damaged"));
     }
 
-    void theWriterTriesAgainByItself()
+    void aFailedWriteIsRetriedAutomatically()
     {
         using namespace std::chrono_literals;
-        PreferenceWriter writer(1ms);
-        QSignalSpy failed(&writer, &PreferenceWriter::failed);
-        QSignalSpy recovered(&writer, &PreferenceWriter::recovered);
+        FakePorts fakes;
+        const PlannerPorts ports = fakes.ports();
+        StoredValues values(ports, 1ms);
+        QSignalSpy failed(&values, &StoredValues::failed);
+        QSignalSpy recovered(&values, &StoredValues::recovered);
         int failuresLeft = 3;
         int written = 0;
 
-        writer.write(QStringLiteral("a"), [&]() -> Result<void> {
+        values.saveBlob(QStringLiteral("a"), [&]() -> Result<void> {
             if (failuresLeft-- > 0)
                 return diskFull;
             ++written;
             return {};
         });
-        QVERIFY(writer.hasUnsaved());
+        QVERIFY(values.hasUnsaved());
 
         QVERIFY(recovered.wait());
         QCOMPARE(failed.count(), 3);
         QCOMPARE(written, 1);
-        QVERIFY(!writer.hasUnsaved());
+        QVERIFY(!values.hasUnsaved());
     }
 };
 

@@ -1,8 +1,8 @@
 #include "model/UserCalendar.h"
 #include "model/Uuid.h"
 #include "platform/common/SqlitePreferences.h"
-#include "platform/common/SystemClock.h"
 #include "platform/linux/FreedesktopNotifications.h"
+#include "platform/linux/LinuxClock.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 #include "tests/store/FakePorts.h"
@@ -157,7 +157,7 @@ private slots:
         const QTemporaryDir directory;
         const auto missed = [&directory](const QString &body) {
             const auto preferences = SqlitePreferences::open(directory.path());
-            const QDateTime minute = UserCalendar::system().dateTime(SystemClock().now().plus(-3600));
+            const QDateTime minute = UserCalendar::system().dateTime(LinuxClock().now().plus(-3600));
             auto waiting =
                 decodeWaitingReminders(preferences.value()->get<QByteArray>(keys::waitingReminders).value_or("[]"));
             QVERIFY(waiting);
