@@ -41,7 +41,6 @@ globalThis.writeLooks = (root, properties) => {
       element.style.cssText = looks.get(kind);
       written.set(kind, element.getAttribute("style"));
     }
-    element.removeAttribute("class");
-    element.removeAttribute("id");
+    ["class", "id", "data-highlighted"].forEach(name => element.removeAttribute(name));
   }
 };

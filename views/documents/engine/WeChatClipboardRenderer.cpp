@@ -4,7 +4,6 @@
 #include "model/PageSandbox.h"
 
 #include <QClipboard>
-#include <QFile>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QPointer>
@@ -24,12 +23,6 @@ constexpr int mostAttempts = 30;
 constexpr auto pollInterval = 200ms;
 /// How long a page may take to load, large documents on slow machines included.
 constexpr auto loadLimit = 60s;
-
-QString cleaningScript()
-{
-    QFile file(u":/tessaly-copy/copy-cleaning.js"_s);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 /// Stays on the one page that it was told to load, and keeps quiet.
 class SilentPage : public QWebEnginePage
@@ -88,10 +81,10 @@ void WeChatClipboardRenderer::start()
     m_webPage->settings()->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
     connect(m_webPage.get(), &QWebEnginePage::loadFinished, this, [this](bool isLoaded) {
         m_timeLimit.stop();
-        if (!isLoaded)
-            return finish(false);
-        m_webPage->runJavaScript(cleaningScript());
-        poll();
+        if (isLoaded)
+            poll();
+        else
+            finish(false);
     });
     connect(m_webPage.get(), &QWebEnginePage::renderProcessTerminated, this, [this] { finish(false); });
     m_timeLimit.start(loadLimit);
