@@ -10,10 +10,10 @@
   const address = String.raw`(?:https?:\/\/|www\.)`;
   const braces = content => String.raw`\{(?:[^{}\n]|${content})*\}`;
   const group = braces(braces(braces(braces("(?!)"))));
-  const displayed = String.raw`\$\$(?!\$)[^]+?\$\$|\\begin\{(?<name>[a-zA-Z]+\*?)\}[^]*?\\end\{\k<name>\}`;
+  const displayed = String.raw`\$\$(?!\$)[^]+?\$\$|\\begin\{(?<name>[a-zA-Z]+\*?)\}[^]{0,9999}?\\end\{\k<name>\}`;
   const formula = new RegExp([
     displayed,
-    String.raw`(?<![${word}]|${address}\S*)\$(?![\s$])(?:(?!${address}|\]\()[^$\n{}]|${group})+(?<!\s)\$(?!\p{Nd})`,
+    String.raw`(?<![${word}]|${address}\S{0,200})\$(?![\s$])(?:(?!${address}|\]\()[^$\n{}]|${group})+(?<!\s)\$(?!\p{Nd})`,
     String.raw`(?<![${word}\]])\\\[(?<square>(?:(?!\\\[)[^])+?)\\\](?!\\?[([]|:)`,
     String.raw`(?<![${word}\]_])\\\((?<round>(?:(?!\\\()[^])+?)\\\)`,
     String.raw`\\(?:eq)?ref\{[^{}\n]*\}`,
@@ -65,12 +65,12 @@
     return result + html.slice(copied);
   };
 
-  // The text that marked is reading, and the formulas in it that it has not reached.
+  // The text that marked is reading, the formulas in it, and the number of those that it has reached.
   let reading = null;
   const { inlineTokens } = Lexer.prototype;
   Lexer.prototype.inlineTokens = function (text, tokens) {
     const outer = reading;
-    reading = { text, formulas: [] };
+    reading = { text, formulas: [], reached: 0 };
     try {
       return inlineTokens.call(this, text, tokens);
     } finally {
@@ -88,13 +88,13 @@
   const distanceToFormula = rest => {
     const { text, formulas } = reading;
     const at = text.length - rest.length;
-    while (formulas.length > 0 && formulas[0].start < at) formulas.shift();
-    return formulas.length > 0 ? formulas[0].start - at : undefined;
+    while (formulas[reading.reached]?.start < at) ++reading.reached;
+    return reading.reached < formulas.length ? formulas[reading.reached].start - at : undefined;
   };
 
   // A displayed formula goes on over lines that would begin a list or a heading: to the rules of blocks it is one line.
   const codeOrDisplayed =
-    new RegExp(String.raw`((\`+)(?!\`)[^]*?[^\`]\2(?!\`)|\\[^a-zA-Z[])|\\\[[^]+?\\\]|${displayed}`, "g");
+    new RegExp(String.raw`((\`+)(?!\`)[^]*?[^\`]\2(?!\`)|\\[^a-zA-Z[])|\\\[(?:(?!\\\[)[^])+?\\\]|${displayed}`, "g");
   for (const rule of ["lheading", "paragraph", "text"]) {
     const tokenize = Tokenizer.prototype[rule];
     Tokenizer.prototype[rule] = function (source) {
@@ -117,7 +117,7 @@
       start: distanceToFormula,
       tokenizer(rest) {
         if (this.lexer.state.inRawBlock || distanceToFormula(rest) !== 0) return undefined;
-        const { start, end } = reading.formulas[0];
+        const { start, end } = reading.formulas[reading.reached];
         const text = rest.slice(0, end - start);
         // A displayed formula ends its line anyway.
         const [space] = /^(?:\$\$|\\\[|\\begin)/.test(text) ? /^[ \t]*\n?/.exec(rest.slice(text.length)) : [""];
