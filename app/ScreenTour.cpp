@@ -179,25 +179,15 @@ constexpr Instant pictureTime = Instant::fromUnixSeconds(1'788'952'800);
 int complaintCount = 0;
 QtMessageHandler previousHandler = nullptr;
 
-/// A message of the offscreen platform plugin about every window; it has no logging category.
-bool isAboutSizeHints(const QString &message)
-{
-    return message == QLatin1String("This plugin does not support propagateSizeHints()");
-}
-
-void passOnButSizeHints(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (!isAboutSizeHints(message))
-        previousHandler(type, context, message);
-}
-
 void countComplaint(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    const bool isOfPlatform = QByteArrayView(context.category).startsWith("qt.qpa") ||
-                              message.startsWith(QLatin1String("This plugin does not support"));
+    // The offscreen platform plugin says this of every window, without a logging category.
+    if (message == QLatin1String("This plugin does not support propagateSizeHints()"))
+        return;
+    const bool isOfPlatform = QByteArrayView(context.category).startsWith("qt.qpa");
     if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
         ++complaintCount;
-    passOnButSizeHints(type, context, message);
+    previousHandler(type, context, message);
 }
 
 bool savePicture(const QImage &picture, const QString &path)
@@ -324,7 +314,7 @@ int takePictures(const QString &directory)
         return 1;
     }
     QGuiApplication::styleHints()->setCursorFlashTime(0);
-    previousHandler = qInstallMessageHandler(passOnButSizeHints);
+    previousHandler = qInstallMessageHandler(countComplaint);
     int code = 0;
     for (const AppLanguage language : {AppLanguage::Chinese, AppLanguage::English}) {
         code |= forEveryView(language, sizes(), Previews::Real,

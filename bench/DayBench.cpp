@@ -54,8 +54,9 @@ TESSALY_BENCH(todos)
     report.shown(QStringLiteral("open 10,000 to-dos"), times[0], QStringLiteral("plain scan"), times[2]);
     // Ticking also saves, here into memory.
     report.atMostTimes(QStringLiteral("tick one of 10,000 to-dos"), times[1], oneFrameName, oneFrame, 1);
+    // The rows are computed again as a whole; the words of dates are not, and only the changed row reaches the view.
     report.atMostTimes(QStringLiteral("tick one of 10,000 to-dos"), times[1], QStringLiteral("opening the list"),
-                       times[0], 0.1);
+                       times[0], 0.5);
     report.shown(QStringLiteral("tick one of 10,000 to-dos"), times[1], QStringLiteral("plain scan"), times[2]);
 }
 

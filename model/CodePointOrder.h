@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QList>
 #include <QStringView>
+
+#include <algorithm>
 
 namespace tessaly {
 
@@ -9,7 +10,8 @@ namespace tessaly {
 /// UTF-16 units, which puts emoji before half of the full-width forms.
 [[nodiscard]] inline bool precedesByCodePoint(QStringView left, QStringView right)
 {
-    return left.toUcs4() < right.toUcs4();
+    const auto rank = [](QChar unit) { return unit.isSurrogate() ? 0x10000 + unit.unicode() : unit.unicode(); };
+    return std::ranges::lexicographical_compare(left, right, {}, rank, rank);
 }
 
 } // namespace tessaly

@@ -191,41 +191,19 @@ int number(const char *digits, int count)
     return isBad ? -1 : value;
 }
 
-/// Days from 1970-01-01 to a day of the proleptic Gregorian calendar; year 1 or later.
-constexpr qint64 daysSince1970(int year, int month, int day)
-{
-    const qint64 y = month <= 2 ? year - 1 : year;
-    const qint64 dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    return y * 365 + y / 4 - y / 100 + y / 400 + dayOfYear - 719468;
-}
-
-int daysInMonth(int year, int month)
-{
-    constexpr std::array<int, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return month == 2 && isLeap ? 29 : days[static_cast<std::size_t>(month - 1)];
-}
-
 /// Of eight digits; or unreadable.
 qint64 dateSeconds(const char *digits)
 {
-    const int year = number(digits, 4);
-    const int month = number(digits + 4, 2);
-    const int day = number(digits + 6, 2);
-    if (year < 1 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month))
-        return unreadable;
-    return daysSince1970(year, month, day) * 86400;
+    constexpr qint64 unixEpochJulianDay = 2440588;
+    const QDate date(number(digits, 4), number(digits + 4, 2), number(digits + 6, 2));
+    return date.year() > 0 ? (date.toJulianDay() - unixEpochJulianDay) * 86400 : unreadable;
 }
 
 /// Of six digits; or unreadable.
 qint64 timeSeconds(const char *digits)
 {
-    const int hour = number(digits, 2);
-    const int minute = number(digits + 2, 2);
-    const int second = number(digits + 4, 2);
-    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
-        return unreadable;
-    return hour * qint64{3600} + minute * 60 + second;
+    const QTime time(number(digits, 2), number(digits + 2, 2), number(digits + 4, 2));
+    return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : unreadable;
 }
 
 /// Reads dates and times. A date that repeats the one before, as the end of most events does, is not worked out again.

@@ -1,5 +1,7 @@
 #include "model/RecordCodecWriter.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -194,22 +196,11 @@ void Writer::value(double number)
 
 void Writer::value(const QUuid &id)
 {
-    const std::array<std::uint8_t, 16> bytes = {static_cast<std::uint8_t>(id.data1 >> 24),
-                                                static_cast<std::uint8_t>(id.data1 >> 16),
-                                                static_cast<std::uint8_t>(id.data1 >> 8),
-                                                static_cast<std::uint8_t>(id.data1),
-                                                static_cast<std::uint8_t>(id.data2 >> 8),
-                                                static_cast<std::uint8_t>(id.data2),
-                                                static_cast<std::uint8_t>(id.data3 >> 8),
-                                                static_cast<std::uint8_t>(id.data3),
-                                                id.data4[0],
-                                                id.data4[1],
-                                                id.data4[2],
-                                                id.data4[3],
-                                                id.data4[4],
-                                                id.data4[5],
-                                                id.data4[6],
-                                                id.data4[7]};
+    std::array<std::uint8_t, 16> bytes;
+    qToBigEndian(id.data1, bytes.data());
+    qToBigEndian(id.data2, bytes.data() + 4);
+    qToBigEndian(id.data3, bytes.data() + 6);
+    std::memcpy(bytes.data() + 8, id.data4, sizeof id.data4);
     constexpr std::array<std::uint8_t, 16> places = {1, 3, 5, 7, 10, 12, 15, 17, 20, 22, 25, 27, 29, 31, 33, 35};
     char *const out = grow(38);
     out[0] = out[37] = '"';

@@ -9,15 +9,27 @@
 namespace tessaly {
 namespace {
 
-/// The rows by the label that `labelOf(row)` gives, in their order; the groups in the order of their labels.
+/// A row and its date. Sorting reads only these, not the records.
+struct DatedRow
+{
+    Instant date;
+    qsizetype row;
+
+    auto operator<=>(const DatedRow &) const = default;
+};
+
+/// The rows by the label that `labelOf(date)` gives, in their order; the groups in the order of their labels.
 template <class LabelOf>
-QList<ReminderGroup> grouped(const QList<qsizetype> &rows, LabelOf labelOf)
+QList<ReminderGroup> grouped(const QList<DatedRow> &rows, LabelOf labelOf)
 {
     QList<ReminderGroup> groups;
     QHash<QString, qsizetype> places;
-    for (const qsizetype row : rows) {
-        const QString label = labelOf(row);
-        const qsizetype place = places.value(label, groups.size());
+    qsizetype place = 0;
+    for (const auto &[date, row] : rows) {
+        const QString label = labelOf(date);
+        // Neighbours mostly share their label.
+        if (groups.isEmpty() || groups.at(place).label != label)
+            place = places.value(label, groups.size());
         if (place == groups.size()) {
             places.insert(label, place);
             groups.append({label, {}});
@@ -61,18 +73,24 @@ QList<qsizetype> noDueDateItems(const QList<ReminderItem> &reminders)
 QList<ReminderGroup> dueDateItemsByWeek(const QList<ReminderItem> &reminders, const UserCalendar &calendar,
                                         const DateLabels &labels)
 {
-    const auto due = [&reminders](qsizetype row) { return *reminders.at(row).dueDate; };
-    QList<qsizetype> rows =
-        rowsThat(reminders, [](const ReminderItem &item) { return !item.isComplete && item.dueDate; });
-    std::ranges::stable_sort(rows, {}, due);
-    return grouped(rows, [&](qsizetype row) { return labels.week(calendar.weekStart(calendar.day(due(row)))); });
+    QList<DatedRow> rows;
+    for (qsizetype row = 0; row < reminders.size(); ++row) {
+        const ReminderItem &item = reminders.at(row);
+        if (!item.isComplete && item.dueDate)
+            rows.append({*item.dueDate, row});
+    }
+    std::ranges::sort(rows);
+    return grouped(rows, [&](Instant due) { return labels.week(calendar.weekStart(calendar.day(due))); });
 }
 
 QList<ReminderGroup> completedByMonth(const QList<ReminderItem> &reminders, const DateLabels &labels, Instant now)
 {
-    const QList<qsizetype> rows = rowsThat(reminders, [](const ReminderItem &item) { return item.isComplete; });
-    QList<ReminderGroup> groups =
-        grouped(rows, [&](qsizetype row) { return labels.month(reminders.at(row).completedAt.value_or(now)); });
+    QList<DatedRow> rows;
+    for (qsizetype row = 0; row < reminders.size(); ++row) {
+        if (reminders.at(row).isComplete)
+            rows.append({reminders.at(row).completedAt.value_or(now), row});
+    }
+    QList<ReminderGroup> groups = grouped(rows, [&](Instant completed) { return labels.month(completed); });
     std::ranges::reverse(groups);
     return groups;
 }

@@ -12,14 +12,6 @@ namespace tessaly {
 
 using namespace Qt::StringLiterals;
 
-ReminderStep reminderStep(const ReminderItem *before, const ReminderItem &after)
-{
-    const bool wasOpen = before && !before->isComplete;
-    if (wasOpen == !after.isComplete)
-        return ReminderStep::None;
-    return after.isComplete ? ReminderStep::Ends : ReminderStep::Begins;
-}
-
 std::optional<WaitingReminder> waitingReminder(const ReminderItem &item, const QString &title,
                                                const UserCalendar &calendar)
 {
@@ -38,15 +30,16 @@ Instant dueInstant(const WaitingReminder &reminder, const UserCalendar &calendar
     return calendar.instant(reminder.day, reminder.minute);
 }
 
-QList<WaitingReminder> waitingAfter(ReminderStep step, const ReminderItem &item, const QString &title,
-                                    QList<WaitingReminder> waiting, const UserCalendar &calendar, Instant now)
+std::optional<QList<WaitingReminder>> waitingAfter(const ReminderItem *before, const ReminderItem &after,
+                                                   const QString &title, QList<WaitingReminder> waiting,
+                                                   const UserCalendar &calendar, Instant now)
 {
-    if (step == ReminderStep::None)
-        return waiting;
-    waiting.removeIf([identifier = uuidText(item.id)](const auto &other) { return other.identifier == identifier; });
-    const auto reminder =
-        step == ReminderStep::Begins ? waitingReminder(item, title, calendar) : std::optional<WaitingReminder>();
-    if (reminder && dueInstant(*reminder, calendar) >= now)
+    const bool wasOpen = before && !before->isComplete;
+    if (wasOpen == !after.isComplete)
+        return std::nullopt;
+    waiting.removeIf([identifier = uuidText(after.id)](const auto &other) { return other.identifier == identifier; });
+    const auto reminder = waitingReminder(after, title, calendar);
+    if (!after.isComplete && reminder && dueInstant(*reminder, calendar) >= now)
         waiting.append(*reminder);
     return waiting;
 }

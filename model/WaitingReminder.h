@@ -25,16 +25,6 @@ struct WaitingReminder
     bool operator==(const WaitingReminder &) const = default;
 };
 
-/// What becomes of a to-do's reminder when the to-do is added or changes.
-enum class ReminderStep {
-    None,   ///< it is left as it is
-    Begins, ///< it waits for the due minute, if that has not begun
-    Ends,   ///< it no longer waits
-};
-
-/// `before` is null for a to-do that is added.
-[[nodiscard]] ReminderStep reminderStep(const ReminderItem *before, const ReminderItem &after);
-
 /// The reminder of a to-do for the minute in which it is due; nothing without a due date.
 [[nodiscard]] std::optional<WaitingReminder> waitingReminder(const ReminderItem &item, const QString &title,
                                                              const UserCalendar &calendar);
@@ -42,10 +32,12 @@ enum class ReminderStep {
 /// When the minute of the reminder begins where the user is.
 [[nodiscard]] Instant dueInstant(const WaitingReminder &reminder, const UserCalendar &calendar);
 
-/// What waits after the step of the to-do.
-[[nodiscard]] QList<WaitingReminder> waitingAfter(ReminderStep step, const ReminderItem &item, const QString &title,
-                                                  QList<WaitingReminder> waiting, const UserCalendar &calendar,
-                                                  Instant now);
+/// What waits after a to-do was added, with `before` null, or changed; nothing when that does not concern its reminder.
+/// An open to-do's reminder waits for the due minute unless that has begun; completing the to-do removes it, and
+/// reopening restores it.
+[[nodiscard]] std::optional<QList<WaitingReminder>> waitingAfter(const ReminderItem *before, const ReminderItem &after,
+                                                                 const QString &title, QList<WaitingReminder> waiting,
+                                                                 const UserCalendar &calendar, Instant now);
 
 /// What is due and what still waits.
 struct DueReminders
@@ -59,7 +51,7 @@ struct DueReminders
 [[nodiscard]] DueReminders splitDue(const QList<WaitingReminder> &reminders, const QSet<QString> &held,
                                     const UserCalendar &calendar, Instant now);
 
-/// A JSON array. Nothing for anything else; an element that cannot be read is left out.
+/// A JSON array. Nothing for anything else; unreadable elements are left out.
 [[nodiscard]] std::optional<QList<WaitingReminder>> decodeWaitingReminders(QByteArrayView json);
 [[nodiscard]] QByteArray encodeWaitingReminders(const QList<WaitingReminder> &reminders);
 

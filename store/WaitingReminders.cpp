@@ -42,12 +42,12 @@ void WaitingReminders::start()
 
 void WaitingReminders::follow(const ReminderItem *before, const ReminderItem &after, const QString &title)
 {
-    const ReminderStep step = reminderStep(before, after);
-    if (step == ReminderStep::None)
+    const auto waiting = waitingAfter(before, after, title, m_list, m_ports.calendar, m_ports.clock.now());
+    if (!waiting)
         return;
     m_askedFor.remove(uuidText(after.id));
     m_held.remove(uuidText(after.id));
-    assign(waitingAfter(step, after, title, m_list, m_ports.calendar, m_ports.clock.now()));
+    assign(*waiting);
 }
 
 void WaitingReminders::showDue()

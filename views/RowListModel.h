@@ -7,6 +7,8 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <utility>
 
 namespace tessaly {
@@ -32,24 +34,16 @@ public:
 
     void setRows(const QList<Row> &rows)
     {
-        removeMissing(rows);
-        QSet<Key> kept = keysOf(m_rows);
-        qsizetype index = 0;
-        while (index < rows.size()) {
-            qsizetype end = index;
-            while (end < rows.size() && !kept.contains(rows.at(end).key()))
-                ++end;
-            if (end > index) {
-                insert(index, rows.sliced(index, end - index));
-                index = end;
-            } else {
-                kept.remove(rows.at(index).key());
-                place(index, rows.at(index));
-                ++index;
-            }
-        }
-        if (m_rows.size() > rows.size())
-            removeFrom(rows.size(), m_rows.size() - rows.size());
+        // Most changes leave the rows at both ends where they are.
+        const auto isSame = [](const Row &left, const Row &right) { return left.key() == right.key(); };
+        const auto head = std::mismatch(m_rows.cbegin(), m_rows.cend(), rows.cbegin(), rows.cend(), isSame);
+        const auto tail = std::mismatch(m_rows.crbegin(), std::reverse_iterator(head.first), rows.crbegin(),
+                                        std::reverse_iterator(head.second), isSame);
+        const qsizetype begin = head.second - rows.cbegin();
+        const qsizetype end = rows.size() - (tail.second - rows.crbegin());
+        arrange(rows, begin, end);
+        for (qsizetype index = 0; index < rows.size(); ++index)
+            update(index, rows.at(index));
     }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override
@@ -76,29 +70,52 @@ public:
 private:
     using Key = decltype(std::declval<Row>().key());
 
-    static QSet<Key> keysOf(const QList<Row> &rows)
+    static QSet<Key> keysOf(std::span<const Row> rows)
     {
         QSet<Key> keys;
-        keys.reserve(rows.size());
+        keys.reserve(static_cast<qsizetype>(rows.size()));
         for (const Row &row : rows)
             keys.insert(row.key());
         return keys;
     }
 
-    void removeMissing(const QList<Row> &rows)
+    /// Makes the rows from `begin` on those of `rows` from `begin` to `end`, by their keys; what follows these is the
+    /// same in both already.
+    void arrange(const QList<Row> &rows, qsizetype begin, qsizetype end)
     {
-        const QSet<Key> keys = keysOf(rows);
-        qsizetype end = m_rows.size();
-        while (end > 0) {
+        const qsizetype following = rows.size() - end;
+        removeMissing(keysOf({rows.cbegin() + begin, rows.cbegin() + end}), begin, m_rows.size() - following);
+        QSet<Key> kept = keysOf({m_rows.cbegin() + begin, m_rows.cend() - following});
+        qsizetype index = begin;
+        while (index < end) {
+            qsizetype next = index;
+            while (next < end && !kept.contains(rows.at(next).key()))
+                ++next;
+            if (next > index) {
+                insert(index, rows.sliced(index, next - index));
+                index = next;
+            } else {
+                kept.remove(rows.at(index).key());
+                place(index, rows.at(index).key());
+                ++index;
+            }
+        }
+        if (m_rows.size() > rows.size())
+            removeFrom(end, m_rows.size() - rows.size());
+    }
+
+    void removeMissing(const QSet<Key> &keys, qsizetype begin, qsizetype end)
+    {
+        while (end > begin) {
             if (keys.contains(m_rows.at(end - 1).key())) {
                 --end;
                 continue;
             }
-            qsizetype begin = end - 1;
-            while (begin > 0 && !keys.contains(m_rows.at(begin - 1).key()))
-                --begin;
-            removeFrom(begin, end - begin);
-            end = begin;
+            qsizetype first = end - 1;
+            while (first > begin && !keys.contains(m_rows.at(first - 1).key()))
+                --first;
+            removeFrom(first, end - first);
+            end = first;
         }
     }
 
@@ -117,22 +134,27 @@ private:
         endInsertRows();
     }
 
-    /// Brings the row, which is somewhere at or after the position, to the position.
-    void place(qsizetype position, const Row &row)
+    /// Brings the row with the key, which is somewhere at or after the position, to the position.
+    void place(qsizetype position, const Key &key)
     {
         const int target = static_cast<int>(position);
         const auto found = std::find_if(m_rows.cbegin() + position, m_rows.cend(),
-                                        [&row](const Row &other) { return other.key() == row.key(); });
+                                        [&key](const Row &row) { return row.key() == key; });
         const int source = static_cast<int>(found - m_rows.cbegin());
         if (source != target) {
             beginMoveRows({}, source, source, {}, target);
             m_rows.move(source, target);
             endMoveRows();
         }
-        if (!(m_rows.at(position) == row)) {
-            m_rows[position] = row;
-            emit dataChanged(index(target), index(target));
-        }
+    }
+
+    void update(qsizetype position, const Row &row)
+    {
+        if (m_rows.at(position) == row)
+            return;
+        m_rows[position] = row;
+        const QModelIndex changed = index(static_cast<int>(position));
+        emit dataChanged(changed, changed);
     }
 
     QList<Role> m_roles;

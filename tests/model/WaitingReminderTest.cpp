@@ -40,71 +40,50 @@ class WaitingReminderTest : public QObject
 private slots:
     void aToDosReminderFollowsItsTick_data()
     {
-        QTest::addColumn<bool>("isKnown");
-        QTest::addColumn<bool>("wasComplete");
+        QTest::addColumn<std::optional<bool>>("wasComplete");
         QTest::addColumn<bool>("isComplete");
-        QTest::addColumn<ReminderStep>("step");
-
-        QTest::newRow("added") << false << false << false << ReminderStep::Begins;
-        QTest::newRow("added as done") << false << false << true << ReminderStep::None;
-        QTest::newRow("another title") << true << false << false << ReminderStep::None;
-        QTest::newRow("another title once done") << true << true << true << ReminderStep::None;
-        QTest::newRow("ticked") << true << false << true << ReminderStep::Ends;
-        QTest::newRow("opened again") << true << true << false << ReminderStep::Begins;
-    }
-
-    void aToDosReminderFollowsItsTick()
-    {
-        QFETCH(const bool, isKnown);
-        QFETCH(const bool, wasComplete);
-        QFETCH(const bool, isComplete);
-        const ReminderItem before{.title = u"a"_s, .isComplete = wasComplete};
-        ReminderItem after = before;
-        after.title = u"b"_s;
-        after.isComplete = isComplete;
-
-        QTEST(reminderStep(isKnown ? &before : nullptr, after), "step");
-    }
-
-    void whatWaitsAfterAStep_data()
-    {
-        QTest::addColumn<ReminderStep>("step");
         QTest::addColumn<std::optional<Instant>>("due");
         QTest::addColumn<bool>("waitedBefore");
         QTest::addColumn<std::optional<QTime>>("minute");
 
+        using Complete = std::optional<bool>;
         using Due = std::optional<Instant>;
         using Minute = std::optional<QTime>;
-        QTest::newRow("later") << ReminderStep::Begins << Due(at(13, 5, 59)) << false << Minute({13, 5});
-        QTest::newRow("the next minute") << ReminderStep::Begins << Due(at(12, 1)) << false << Minute({12, 1});
-        QTest::newRow("this minute") << ReminderStep::Begins << Due(at(12, 0, 59)) << false << Minute();
-        QTest::newRow("without a date") << ReminderStep::Begins << Due() << false << Minute();
-        QTest::newRow("anew") << ReminderStep::Begins << Due(at(14, 0)) << true << Minute({14, 0});
-        QTest::newRow("anew, too late") << ReminderStep::Begins << Due(at(9, 0)) << true << Minute();
-        QTest::newRow("ticked") << ReminderStep::Ends << Due(at(13, 0)) << true << Minute();
-        QTest::newRow("left alone") << ReminderStep::None << Due(at(14, 0)) << true << Minute({13, 0});
+        const Complete none;
+        QTest::newRow("added") << none << false << Due(at(13, 5, 59)) << false << Minute({13, 5});
+        QTest::newRow("added for the next minute") << none << false << Due(at(12, 1)) << false << Minute({12, 1});
+        QTest::newRow("added for this minute") << none << false << Due(at(12, 0, 59)) << false << Minute();
+        QTest::newRow("added without a date") << none << false << Due() << false << Minute();
+        QTest::newRow("added as done") << none << true << Due(at(13, 0)) << false << Minute();
+        QTest::newRow("changed") << Complete(false) << false << Due(at(14, 0)) << true << Minute({13, 0});
+        QTest::newRow("changed once done") << Complete(true) << true << Due(at(14, 0)) << false << Minute();
+        QTest::newRow("ticked") << Complete(false) << true << Due(at(13, 0)) << true << Minute();
+        QTest::newRow("reopened") << Complete(true) << false << Due(at(14, 0)) << true << Minute({14, 0});
+        QTest::newRow("reopened too late") << Complete(true) << false << Due(at(9, 0)) << true << Minute();
     }
 
-    void whatWaitsAfterAStep()
+    void aToDosReminderFollowsItsTick()
     {
-        QFETCH(const ReminderStep, step);
+        QFETCH(const std::optional<bool>, wasComplete);
+        QFETCH(const bool, isComplete);
         QFETCH(const std::optional<Instant>, due);
         QFETCH(const bool, waitedBefore);
         QFETCH(const std::optional<QTime>, minute);
-        const ReminderItem item{.title = u"Report"_s, .dueDate = due};
-        const QString identifier = uuidText(item.id);
+        const ReminderItem after{.title = u"Report"_s, .dueDate = due, .isComplete = isComplete};
+        ReminderItem before = after;
+        before.isComplete = wasComplete.value_or(false);
+        const QString identifier = uuidText(after.id);
         QList<WaitingReminder> waiting{reminder(u"other"_s, 18)};
+        QList<WaitingReminder> expected = waiting;
         if (waitedBefore)
-            waiting.prepend({identifier, u"Reminder"_s, u"Report"_s, QDate(2026, 9, 9), QTime(13, 0)});
-
-        const QList<WaitingReminder> after = waitingAfter(step, item, u"Reminder"_s, waiting, vienna(), at(12, 0, 30));
-
-        QList<WaitingReminder> own = after;
-        QCOMPARE(own.removeAll(reminder(u"other"_s, 18)), 1);
-        QList<WaitingReminder> expected;
+            waiting.append({identifier, u"Reminder"_s, u"Report"_s, QDate(2026, 9, 9), QTime(13, 0)});
         if (minute)
             expected.append({identifier, u"Reminder"_s, u"Report"_s, QDate(2026, 9, 9), *minute});
-        QCOMPARE(own, expected);
+
+        const auto result =
+            waitingAfter(wasComplete ? &before : nullptr, after, u"Reminder"_s, waiting, vienna(), at(12, 0, 30));
+
+        QCOMPARE(result.value_or(waiting), expected);
     }
 
     void whatIsDueComesInTheOrderOfItsMinutes()

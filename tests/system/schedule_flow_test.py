@@ -1,4 +1,5 @@
-"""A schedule's life on the real window: added, found in list, week and month, noted, ticked, deleted.
+"""A schedule's life on the real window: added, found in list, week and month, noted, ticked, deleted; its note after a
+kill.
 
 usage: dbus-run-session -- python3 schedule_flow_test.py PROGRAM
 """
@@ -9,6 +10,26 @@ from planner_driver import (CHECKED, FOCUSED, SELECTED, Atspi, PlannerTestCase, 
 class ScheduleFlow(PlannerTestCase):
     def test_a_schedule_is_added_noted_ticked_and_deleted(self):
         self.in_both_languages(("日程", "Schedule"), self.flow)
+
+    def test_a_note_that_is_not_saved_survives_a_kill(self):
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.press("push button", "稍后再说")
+        planner.wait_gone("dialog")
+        planner.press("list item", "日程")
+        planner.type_into("日程名称", "Seminar")
+        planner.press("push button", "添加日程")
+        planner.press("push button", "编辑, Seminar")
+        planner.wait("dialog", "编辑日程")
+        planner.type_into("备注", "typed and not saved")
+        log = self.data / "planner.sqlite-wal"
+        wait_for("the draft on the disk", lambda: b"typed and not saved" in log.read_bytes())
+        planner.kill()
+
+        planner = self.start()
+        planner.press("list item", "日程")
+        planner.press("push button", "编辑, Seminar")
+        planner.wait_text("备注", "typed and not saved")
 
     def flow(self, planner, text):
         planner.wait("heading", text("本周", "This week"))

@@ -57,10 +57,9 @@ QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, co
     if (states.isDueDatesExpanded)
         addGroups(Kind::Week, weeks, states.expandedWeeks);
     rows.last().isLast = true;
-    const QList<ReminderGroup> months = completedByMonth(reminders, labels, now);
-    addHeader(Kind::Completed, months.isEmpty(), states.isCompletedExpanded);
+    addHeader(Kind::Completed, !std::ranges::any_of(reminders, &ReminderItem::isComplete), states.isCompletedExpanded);
     if (states.isCompletedExpanded)
-        addGroups(Kind::Month, months, states.expandedMonths);
+        addGroups(Kind::Month, completedByMonth(reminders, labels, now), states.expandedMonths);
     rows.last().isLast = true;
     return rows;
 }
