@@ -85,12 +85,12 @@ private:
 double copy(QQmlEngine &engine, const QString &text)
 {
     QQmlComponent component(&engine);
-    component.setData("import Tessaly.DocumentEngine\nRichTextCopier {}", QUrl());
+    component.setData("import Tessaly.DocumentEngine\nWeChatClipboardRenderer {}", QUrl());
     const std::unique_ptr<QObject> copier(component.create());
     QSignalSpy finished(copier.get(), SIGNAL(finished(bool)));
     QElapsedTimer timer;
     timer.start();
-    QMetaObject::invokeMethod(copier.get(), "copy", Q_ARG(QString, text));
+    QMetaObject::invokeMethod(copier.get(), "copyDocumentForWeChat", Q_ARG(QString, text));
     if (!finished.wait(120'000) || !finished.first().first().toBool())
         qFatal("The copy did not come");
     return double(timer.nsecsElapsed()) / 1e9;

@@ -21,7 +21,7 @@ QString imageType(const QUrl &url)
     return types.value(extension, u"image/png"_s);
 }
 
-/// A page of web/ with the text in its place.
+/// A page from web/ with the text inserted.
 QString page(const QString &name, const QString &markdown)
 {
     static const QString place = u"@MARKDOWN@"_s;
@@ -60,7 +60,7 @@ QString templateLiteralText(const QString &text)
 {
     QString result = text;
     result.replace(u'\\', u"\\\\"_s).replace(u'`', u"\\`"_s).replace(u"${"_s, u"\\${"_s);
-    // An HTML parser looks for these in every inline script, whatever the script's own grammar says.
+    // An HTML parser looks for these in every inline script, even inside a literal.
     static const QRegularExpression scriptSequence(u"<(?=/script|script|!--)"_s,
                                                    QRegularExpression::CaseInsensitiveOption);
     return result.replace(scriptSequence, u"<\\"_s);

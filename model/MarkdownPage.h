@@ -9,12 +9,12 @@
 
 namespace tessaly {
 
-/// Where the pages find the scripts and styles that they load: the root of a package server with the paths of a
-/// public one ("npm/marked/marked.min.js").
+/// Where the pages load scripts and styles from: the root of a package server with the same paths as a public one
+/// ("npm/marked/marked.min.js").
 inline const QString packageRoot = QStringLiteral("tessaly://packages/");
 
-/// Where the preview asks for pictures that it cannot load: what follows is the name of the page, so that nothing of
-/// another is used again, and as the query the address that the document has.
+/// Where the preview requests pictures that it cannot load itself. The name of the page follows, so that no other
+/// page's pictures are reused; the query is the address as written in the document.
 inline const QString pictureRoot = packageRoot + QStringLiteral("picture/");
 
 /// Reads a local file; nothing when that fails.
@@ -32,7 +32,7 @@ using FileReader = std::function<std::optional<QByteArray>(const QUrl &)>;
 [[nodiscard]] QString markdownPage(const QString &markdown, const FileReader &readFile);
 
 /// The page that turns Markdown into HTML with inline styles for pasting: formulas become images of a public service,
-/// every element carries its computed style, none keeps class or id. `window.brennicCopyReady` reports when it is done.
+/// every element carries its computed style, none keeps class or id. Sets `window.brennicCopyReady` when done.
 [[nodiscard]] QString inlineStylePage(const QString &markdown);
 
 } // namespace tessaly

@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The hashes of the page's inline scripts, as a policy lists them. MarkdownPage lets neither tag stand in the user's
-/// text, so that searching for them finds exactly the scripts that the HTML parser sees.
+/// The hashes of the page's inline scripts, as a policy lists them. MarkdownPage escapes both tags in the user's text,
+/// so this finds exactly the scripts that the HTML parser sees.
 QByteArray scriptHashes(const QByteArray &page)
 {
     static const QByteArray start = "<script>";
@@ -33,7 +33,7 @@ QByteArray scriptHashes(const QByteArray &page)
 
 QByteArray sandboxedPage(const QByteArray &markup)
 {
-    // As the HTML parser will read it, because it is the parsed script that is hashed.
+    // Normalized like the HTML parser's input, because the browser hashes the parsed script.
     QByteArray page = markup;
     page.replace("\r\n", "\n").replace('\r', '\n').replace(QByteArrayView("\0", 1), "\xEF\xBF\xBD");
     static const QByteArray charset = R"(<meta charset="utf-8">)";
@@ -56,7 +56,7 @@ QSet<QByteArray> namedAddresses(const QString &markdown)
     while (matches.hasNext()) {
         QString text = matches.next().captured();
         text.replace(u"&amp;"_s, u"&"_s);
-        // Few ends: a line of nothing but brackets would otherwise cost the square of its length.
+        // Limited, because a line of brackets would otherwise take quadratic time.
         constexpr int mostEnds = 8;
         for (int ends = 0; ends < mostEnds && !text.isEmpty(); ++ends) {
             result.insert(canonicalAddress(QUrl(text)));

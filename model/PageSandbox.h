@@ -7,9 +7,9 @@
 
 namespace tessaly {
 
-/// The page (UTF-8, as MarkdownPage makes it) with a policy (Content Security Policy Level 3) put into its head: of all
-/// scripts only those run that the page itself is made with, by their hashes, and those of packageRoot. Pictures come
-/// as data, by https or from pictureRoot; nothing else is loaded, framed, submitted or based elsewhere.
+/// The page (UTF-8, from MarkdownPage) with a policy (Content Security Policy Level 3) in its head. Only the page's own
+/// scripts, identified by their hashes, and those of packageRoot run. Pictures come as data, by https or from
+/// pictureRoot. The policy blocks everything else, such as frames, forms and base addresses.
 [[nodiscard]] QByteArray sandboxedPage(const QByteArray &markup);
 
 /// The addresses in the text that begin with https, in the form of canonicalAddress. Where an address ends is not

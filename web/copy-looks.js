@@ -1,9 +1,9 @@
-// Served to the page that is copied: gives every element under the root its computed look as its own style, and takes
-// class and id away. Properties are named as scripts name them.
+// Loaded by the page that is copied: writes the computed style of every element under the root into its style attribute
+// and removes class and id. Properties have their names in scripts.
 globalThis.writeLooks = (root, properties) => {
-  // Reading a style after a change has the page's styles computed anew, so all is read before anything is written; only
-  // line heights, once written, are those of what is within. What tag, class, own style and ancestors decide is computed
-  // once for all of a kind.
+  // Reading a style after a change recomputes the page's styles, so everything is read before anything is written, except
+  // that line heights are written first, because descendants inherit the written value. Elements with the same tag,
+  // class, style and ancestors have the same look, which is computed once.
   const names = properties.map(property => [property, property.replace(/[A-Z]/g, letter => `-${letter.toLowerCase()}`)]);
   const lookOf = element => {
     const computed = getComputedStyle(element);

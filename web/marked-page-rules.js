@@ -1,23 +1,23 @@
-// Served behind marked. What would change the look of the rest of the page, frame another, play or lead elsewhere is left
-// out of the parsed text, and in the preview what would lie over the rest: a document writes its text, not the page.
+// Loaded after marked. Removes elements that would restyle the rest of the page, frame another page, play media or
+// redirect, and in the preview also styles that would cover the rest of the page.
 {
   const parse = marked.parse;
   const shows = ["iframe", "frame", "object", "embed", "portal", "video", "audio"];
   const names = [...shows, "style", "link", "meta", "base", "frameset", "applet", "noscript"];
   // Only the preview typesets formulas.
   const isPreview = () => "MathJax" in globalThis;
-  // The typesetter's own elements are in its style sheet, where some stand over the page.
+  // The typesetter's style sheet applies to these elements and places some over the page.
   const isRefused = ({ localName }) => names.includes(localName) || localName.startsWith("mjx-");
   const start = `<(?=(?:${names.join("|")})(?![-\\w])|mjx-)`;
   const styleName = "([\\s/\"'])style(?=\\s*=)";
   const suspicious = new RegExp(`${start}|${styleName}`, "i");
 
-  // With these an element leaves its place or covers others; with a negative margin it pulls others under itself.
+  // These move an element or let it cover others. A negative margin pulls other elements under it.
   const leaving = new RegExp("^(-webkit-)?(position|transform|translate|rotate|scale|offset|perspective|will-change|z-index|" +
     "box-shadow|outline|filter|backdrop-filter|box-reflect)");
   const leaves = (name, value) => value === "" || leaving.test(name) || /^margin/.test(name) && /[-(]/.test(value);
 
-  // In the place of something to see or hear, its address, which the preview puts words to.
+  // Replaces media or a frame with its address. The preview's style adds an explanation.
   const noteOf = element => {
     const note = element.ownerDocument.createElement("span");
     note.className = "tessaly-not-shown";
@@ -25,12 +25,12 @@
     note.textContent = source?.getAttribute("src") ?? source?.getAttribute("data") ?? `<${element.localName}>`;
     return note;
   };
-  const takeOut = element => {
+  const remove = element => {
     if (isPreview() && shows.includes(element.localName)) element.replaceWith(noteOf(element));
     else element.remove();
   };
 
-  // Whether there was anything to take out.
+  // Returns whether it removed anything.
   const restrain = element => {
     const { style } = element;
     if (!style) {
@@ -46,7 +46,7 @@
     let isClean = true;
     for (const element of root.querySelectorAll("*")) {
       if (isRefused(element)) {
-        takeOut(element);
+        remove(element);
         isClean = false;
       } else if (isPreview() && restrain(element)) {
         isClean = false;
@@ -55,8 +55,8 @@
     return isClean;
   };
   const withoutThem = html => {
-    // In a page without scripts, which loads nothing. What is written anew may be read otherwise than it was built, so
-    // it is read until there is nothing left to take out.
+    // This document runs no scripts and loads nothing. Serialized HTML may parse differently than it was built, so
+    // cleaning repeats until nothing is left to remove.
     const root = document.implementation.createHTMLDocument("").createElement("div");
     for (let pass = 0; pass < 4; ++pass) {
       root.innerHTML = html;

@@ -1,10 +1,10 @@
-// Served behind marked, whose expressions overflow on addresses of some megabytes. Embedded pictures stand aside while it
-// parses.
+// Loaded after marked, whose regular expressions overflow on addresses of several megabytes. Replaces embedded pictures
+// with short addresses during parsing.
 {
   const parse = marked.parse;
   const start = "data:image/";
   const shortest = 4096;
-  const isPlain = code => // of Base64, and of what comes before it in an address
+  const isPlain = code => // Base64, or the part of the address before it
     (code >= 48 && code <= 57) || (code >= 65 && code <= 90) || (code >= 97 && code <= 122) ||
     code === 43 || code === 44 || code === 47 || code === 59 || code === 61;
 

@@ -1,10 +1,9 @@
-// Served behind marked. A browser looks for the end of a script, a comment or a text area through the whole page, and
-// Markdown through the whole text. What nobody ends would take in all that follows, so it shows as it was written. The
-// tags of scripts, links, metadata and bases, which a text can have no use for but to speak of, do so always, as some do
-// in GitHub Flavored Markdown (6.11).
+// Loaded after marked. An unclosed script, comment or text area would hide everything after it, so its tag is shown as
+// text. Tags of scripts, links, metadata and bases are always shown as text, because they are useless in a document; see
+// GitHub Flavored Markdown, 6.11.
 {
   const parse = marked.parse;
-  // It stands for "<"; no text holds noncharacters.
+  // Stands for "<" during parsing. Texts contain no noncharacters.
   const lessThan = "\uFDD0";
   const ends = { "<!--": "-->", "<?": "?>", "<![CDATA[": "]]>" };
   const tag = "style|textarea|title|xmp|iframe|noembed|noframes|noscript|template|select|datalist|object|video|audio|" +

@@ -1,10 +1,10 @@
-// Served in front of MathJax.
+// Loaded before MathJax.
 {
-  // Up to so many formulas are typeset before the page shows. Each takes some milliseconds and tens of kilobytes; of
-  // more than these, those in view come first and the others when they come near.
+  // Up to this number, all formulas are typeset before the page shows. Each takes some milliseconds and tens of
+  // kilobytes, so a page with more typesets those in view first and the others when they come near.
   const eager = 300;
   const slice = 40;
-  // In pixels. Formulas do not break; a longer one within a line scrolls in itself where the line is too short for it.
+  // In pixels. Formulas do not wrap, so a longer inline formula scrolls if it does not fit its line.
   const longFormula = 300;
 
   let typeset = null;
@@ -12,7 +12,7 @@
   const waiting = new Set();
   const near = new Set();
 
-  // The typesetter itself places things by its style sheet; what \style says would lift a formula over the page.
+  // The typesetter positions things by its style sheet. A position set with \style could place a formula over the page.
   const keepInPlace = element => {
     for (const { style } of element.querySelectorAll("mjx-container [style*=position]"))
       if (style.position !== "relative") style.removeProperty("position");
@@ -20,7 +20,7 @@
 
   const typesetSome = elements => last = last.then(async () => {
     await typeset(elements).catch(() => {});
-    MathJax.startup.document.clear(); // What it keeps of each formula is for its menu.
+    MathJax.startup.document.clear(); // It keeps data of each formula for its menu only.
     elements.forEach(keepInPlace);
     const long = elements.flatMap(element => [...element.querySelectorAll("mjx-container:not([display])")])
       .filter(formula => formula.offsetWidth > longFormula);
@@ -61,13 +61,13 @@
 
   window.MathJax.options = { enableMenu: false };
   window.MathJax.startup = {
-    // A page that asks for its formulas to be typeset while MathJax is about to do so by itself gets some of them twice;
-    // so it is only done when asked for, one after the other.
+    // If the page requested typesetting while MathJax was starting it too, some formulas would appear twice. So MathJax
+    // only typesets on request, one request at a time.
     typeset: false,
     ready() {
       MathJax.startup.defaultReady();
-      // Whenever a style sheet with fonts changes, or a font comes, the whole page is laid out anew. So the fonts have a
-      // sheet of their own, and those that most formulas need come before the text.
+      // The whole page is laid out again whenever a style sheet with fonts changes or a font loads. So the fonts get a
+      // style sheet of their own, and those that most formulas need load before the text.
       MathJax.startup.document.addStyleSheet();
       const { sheet } = document.getElementById("MJX-CHTML-styles");
       const fonts = document.head.appendChild(document.createElement("style"));
@@ -82,7 +82,7 @@
         prepareContent(document.getElementById("content"));
         return (MathJax.startup.promise = MathJax.startup.promise.then(typesetPage));
       };
-      // Resolves when nothing in view is waiting.
+      // Resolves when all formulas in view are typeset.
       MathJax.typesetInView = async () => {
         const isInView = ({ top, bottom }) => bottom > -innerHeight / 2 && top < innerHeight * 1.5;
         for (let pass = 0; pass < 10 && waiting.size > 0; ++pass) {

@@ -1,10 +1,10 @@
-// Served in front of MathJax: what is done with a document's text once it stands in the preview.
+// Loaded before MathJax: adapts the content of the preview.
 {
-  // The addresses of pictures that the program is asked for, as they were written.
+  // The original addresses of pictures requested from the program.
   const asked = new WeakMap();
   const failed = new WeakSet();
 
-  // The program finds local pictures, and follows redirections. Each page asks anew: a file may have changed.
+  // The program finds local pictures and follows redirects. Each page requests them again, because files may change.
   const page = location.pathname.split("/").at(-1);
   const askFor = picture => {
     const address = picture.getAttribute("src");
@@ -26,7 +26,7 @@
     else if (target.hasAttribute("src") && !target.src.startsWith("data:")) askFor(target);
   }, true);
 
-  // A background of its own may be light where the page is dark: "light", "dark", or nothing where much shines through.
+  // An element's own background may be light on a dark page. Returns "light", "dark" or, if it is transparent, null.
   const shadeOf = element => {
     const { backgroundColor, backgroundImage } = getComputedStyle(element);
     const colours = `${backgroundColor} ${backgroundImage}`.matchAll(/rgba?\((\d+), (\d+), (\d+)(?:, ([\d.]+))?\)/g);

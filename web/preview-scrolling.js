@@ -1,4 +1,4 @@
-// Served in front of MathJax: the thumb of the page shows while it moves or the pointer is near, like those of the program.
+// Loaded before MathJax: shows the scroll bar while the page scrolls or the pointer is near, as elsewhere in the program.
 {
   const shown = 900; // Milliseconds.
   const edge = 14; // Pixels.

@@ -28,7 +28,7 @@ private:
     [[nodiscard]] std::unique_ptr<QObject> copier()
     {
         QQmlComponent component(&m_engine);
-        component.setData("import Tessaly.DocumentEngine\nRichTextCopier {}", QUrl());
+        component.setData("import Tessaly.DocumentEngine\nWeChatClipboardRenderer {}", QUrl());
         std::unique_ptr<QObject> made(component.create());
         if (!made)
             qFatal("%s", qPrintable(component.errorString()));
@@ -37,7 +37,7 @@ private:
 
     static void copy(QObject &copier, const QString &markdown)
     {
-        QMetaObject::invokeMethod(&copier, "copy", Q_ARG(QString, markdown));
+        QMetaObject::invokeMethod(&copier, "copyDocumentForWeChat", Q_ARG(QString, markdown));
     }
 
     /// What the clipboard holds after the copy; empty when it failed.

@@ -1,13 +1,13 @@
 import Tessaly.DocumentEngine
 
-/// Copies by means of the web engine. Loading this file loads the engine.
+/// Copies with the web engine. Loading this file loads the engine.
 CopierSlot {
     id: slot
 
-    onCopyRequested: markdown => copier.copy(markdown)
+    onCopyRequested: markdown => renderer.copyDocumentForWeChat(markdown)
 
-    RichTextCopier {
-        id: copier
+    WeChatClipboardRenderer {
+        id: renderer
 
         onFinished: ok => slot.finished(ok)
     }

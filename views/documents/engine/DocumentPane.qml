@@ -2,25 +2,25 @@ import QtQuick
 import QtWebEngine
 import Tessaly.Ui
 
-/// One page of a document, closed to the outside: it stays where it was sent, asks for nothing and gets nothing.
+/// Shows one page of a document, isolated: it cannot navigate, ask for permissions or open dialogs.
 WebEngineView {
     id: pane
 
-    /// Laid over the page's own style, from the start.
+    /// Applied over the page's own style, from the start.
     required property string css
-    /// Rules of others to import beneath it; they may change colours only.
+    /// Imports of style sheets that rank below css; they may change colours only.
     required property string cssImports
-    /// Whether there is a page whose scroll position can be asked for.
+    /// Whether a page is shown that has a scroll position.
     readonly property bool hasPage: internal.hasPage
 
-    /// The page opened last is complete: formulas, local pictures, fonts, scroll position.
+    /// The page opened last is complete, with its formulas, local pictures, fonts and scroll position.
     signal settled
-    /// The user clicked on a link; only addresses for a browser or a mail program are reported.
+    /// The user clicked a link. Only addresses for a browser or mail program are reported.
     signal linkActivated(link: url)
-    /// The page's process ended by itself.
+    /// The page's process crashed.
     signal crashed
 
-    /// Loads a page that was published.
+    /// Loads a published page and scrolls it to a place from reportPlace().
     function open(page: url, place: string): void {
         internal.isOpening = true;
         internal.mayNavigate = true;
@@ -28,8 +28,8 @@ WebEngineView {
         pane.url = page;
     }
 
-    /// Tells a function which place of the page is at the top of the view, for open().
-    function tellPlace(listener: var): void {
+    /// Passes the place at the top of the view to the listener.
+    function reportPlace(listener: var): void {
         runJavaScript(internal.placeScript, listener);
     }
 
@@ -88,22 +88,10 @@ WebEngineView {
             activate(request.requestedUrl);
     }
     onFeaturePermissionRequested: (securityOrigin, feature) => grantFeaturePermission(securityOrigin, feature, false)
-    onAuthenticationDialogRequested: request => {
-        request.accepted = true;
-        request.dialogReject();
-    }
-    onColorDialogRequested: request => {
-        request.accepted = true;
-        request.dialogReject();
-    }
-    onFileDialogRequested: request => {
-        request.accepted = true;
-        request.dialogReject();
-    }
-    onJavaScriptDialogRequested: request => {
-        request.accepted = true;
-        request.dialogReject();
-    }
+    onAuthenticationDialogRequested: request => internal.refuse(request)
+    onColorDialogRequested: request => internal.refuse(request)
+    onFileDialogRequested: request => internal.refuse(request)
+    onJavaScriptDialogRequested: request => internal.refuse(request)
     onContextMenuRequested: request => {
         request.accepted = true;
         if (request.selectedText !== "")
@@ -137,7 +125,7 @@ WebEngineView {
         }
     }
 
-    // A document can bring a page's scripts to stumble, though not to do anything else.
+    // A document can make the page's scripts fail.
     Timer {
         id: patience
 
@@ -157,15 +145,15 @@ WebEngineView {
             try { await MathJax.startup.promise; } finally { console.info("typeset"); }
         })();`
 
-        // Formulas that are not typeset yet have other heights, so that a place is the first block in view.
+        // Formulas change height when they are typeset, so the place is relative to the first block in view.
         readonly property string placeScript: `(() => {
             const blocks = [...document.getElementById("content").children];
             const index = blocks.findIndex(block => block.getBoundingClientRect().bottom > 0);
             return JSON.stringify({ scrollY, index, top: blocks[index]?.getBoundingClientRect().top ?? 0 });
         })()`
 
-        // Once the text is laid out, another font would have all of it laid out again.
-        // A function, because a binding may follow css only after what css itself calls.
+        // Runs before the text is laid out, because another font would lay it out again.
+        // A function, because onCssChanged may run before a binding to css is updated.
         function adoptStyle(): string {
             return `{
                 const sheet = new CSSStyleSheet();
@@ -174,8 +162,13 @@ WebEngineView {
             }`;
         }
 
+        function refuse(dialog: var): void {
+            dialog.accepted = true;
+            dialog.dialogReject();
+        }
+
         function injectScripts(): void {
-            // The list's type is not declared to QML by the engine's own module.
+            // The engine's module does not declare the list's type.
             // qmllint disable
             userScripts.collection = [
                 {

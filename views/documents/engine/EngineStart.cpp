@@ -1,4 +1,4 @@
-// What the engine has to find when it starts, done when this library is loaded.
+// Prepares what the engine needs at start. Runs when this library is loaded.
 
 #include "model/MarkdownPage.h"
 #include "views/documents/SharedOpenGL.h"
@@ -15,7 +15,7 @@ namespace tessaly {
 
 namespace {
 
-/// Chromium ends the whole program when root starts it with its sandbox. Nobody else is without.
+/// Chromium ends the program if root starts it with its sandbox. For all other users the sandbox stays on.
 void spareRootTheSandbox()
 {
 #ifdef Q_OS_UNIX
@@ -32,7 +32,7 @@ void registerScheme()
     QWebEngineUrlScheme::registerScheme(scheme);
 }
 
-/// Chromium and its helper processes then report only what ends them. Who asks for a log of theirs gets it.
+/// Limits Chromium and its helper processes to fatal errors, unless the environment asks for a log.
 void quietenChromium()
 {
     const QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
@@ -42,25 +42,25 @@ void quietenChromium()
 
 QtMessageHandler nextHandler = nullptr;
 
-/// What Qt WebEngine 6.4 says of itself at each start, in no logging category of its own.
-bool isEngineTalk(const QString &message)
+/// Whether Qt WebEngine 6.4 prints the message at every start; these messages have no logging category.
+bool isEngineNoise(const QString &message)
 {
     return message == QLatin1String("Sandboxing disabled by user.") ||
            (message.startsWith(QLatin1String("QWebEngine")) &&
             message.endsWith(QLatin1String("You should not use it as a QML type.")));
 }
 
-void passOnButEngineTalk(QtMsgType type, const QMessageLogContext &context, const QString &message)
+void passOnUnlessNoise(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    if (!isEngineTalk(message))
+    if (!isEngineNoise(message))
         nextHandler(type, context, message);
 }
 
 void quietenQt()
 {
-    // QT_LOGGING_RULES still has the last word.
+    // QT_LOGGING_RULES takes precedence.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.webenginecontext.debug=false\nqt.webenginecontext.info=false"));
-    nextHandler = qInstallMessageHandler(passOnButEngineTalk);
+    nextHandler = qInstallMessageHandler(passOnUnlessNoise);
 }
 
 void prepareEngine()

@@ -4,19 +4,19 @@ import QtQuick
 import Tessaly.DocumentEngine
 import Tessaly.Ui
 
-/// Shows Markdown as a page, transparent over what is behind. The last rendering stays, at its scroll position, until
-/// the next is complete; texts that come faster than they can be rendered are skipped, the last one never. While the
-/// preview is not visible, it rests.
+/// Shows Markdown as a page with a transparent background. The previous rendering stays, at its scroll position, until
+/// the next is complete. When texts arrive faster than they can be rendered, all but the last may be skipped. Renders
+/// nothing while invisible.
 Item {
     id: preview
 
     required property string markdown
-    /// The folder that relative addresses of pictures are of.
+    /// The folder that relative picture addresses refer to.
     property url baseUrl
     /// Whether the text is being rendered.
     readonly property bool isRendering: internal.stage !== 0
 
-    /// The user clicked on a link for a browser or a mail program; nothing was opened.
+    /// The user clicked a link for a browser or mail program. The preview opens nothing itself.
     signal linkActivated(link: url)
     /// The current text is on screen.
     signal rendered
@@ -45,7 +45,7 @@ Item {
     component Pane: DocumentPane {
         required property int place
 
-        // Beside the view, not hidden: a hidden page draws no frame that could be shown at once.
+        // Moved out of view, not hidden: a hidden page draws no frame, so it could not be shown at once.
         x: place === internal.front ? 0 : preview.width
         width: preview.width
         height: preview.height
@@ -72,7 +72,7 @@ Item {
         id: internal
 
         property int front: 1
-        /// 0 idle, 1 making the page, 2 loading it behind the one in front.
+        /// 0: idle, 1: generating the page, 2: loading it behind the front page.
         property int stage: 0
         property bool isOutdated: false
         property string brokenText
@@ -90,7 +90,7 @@ Item {
         function open(page: url): void {
             stage = 2;
             if (frontPane.hasPage)
-                frontPane.tellPlace(place => backPane.open(page, place ?? ""));
+                frontPane.reportPlace(place => backPane.open(page, place ?? ""));
             else
                 backPane.open(page, "");
         }
@@ -107,10 +107,10 @@ Item {
                 preview.rendered();
         }
 
-        /// Once more, but a text that broke its page twice is left alone.
+        /// Renders again, unless the same text crashed its page before.
         function recover(): void {
             if (stage === 1)
-                return; // Both pages were in the process that ended.
+                return; // Both pages ran in the process that crashed.
             const isBroken = brokenText === preview.markdown;
             brokenText = preview.markdown;
             stage = 0;

@@ -9,7 +9,7 @@
 
 namespace tessaly {
 
-/// Makes preview pages out of Markdown, away from the main thread: large documents and their pictures take a while.
+/// Turns Markdown into preview pages on a worker thread, because large documents and their pictures take a while.
 class PagePublisher : public QObject
 {
     Q_OBJECT
@@ -20,13 +20,12 @@ public:
     explicit PagePublisher(QObject *parent = nullptr);
     ~PagePublisher() override;
 
-    /// Emits published() later, once for each call and in their order. Relative addresses of pictures are of files in
-    /// the folder.
+    /// Emits published() later, once for each call, in the order of the calls. Relative picture addresses refer to
+    /// files in the folder.
     Q_INVOKABLE void publish(const QString &markdown, const QUrl &folder);
 
 signals:
-    /// The page can be loaded, once, from this address of the profile's server; pictures that the text names are let
-    /// through from now on.
+    /// The page can be loaded once from this address. From now on, the profile allows the pictures that its text names.
     void published(const QUrl &page);
 
 private:

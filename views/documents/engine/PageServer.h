@@ -9,9 +9,8 @@ namespace tessaly {
 
 class PictureSource;
 
-/// Answers requests for "tessaly:" addresses: the files of the npm packages under packageRoot + "npm/", with the paths
-/// that MarkdownPage writes, pages of any size that were published, and pictures from their source, if there is one.
-/// Everything else is not found.
+/// Answers requests for "tessaly:" addresses: files of the npm packages under packageRoot + "npm/", published pages of
+/// any size, and pictures, if it has a source of them. Everything else is not found.
 class PageServer : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT
@@ -19,8 +18,7 @@ class PageServer : public QWebEngineUrlSchemeHandler
 public:
     explicit PageServer(PictureSource *pictures = nullptr, QObject *parent = nullptr);
 
-    /// Makes a page (HTML, UTF-8) ready to be loaded once from the returned address; the oldest of those that nobody
-    /// loads are dropped.
+    /// Serves a page (HTML, UTF-8) once from the returned address. Drops the oldest pages that are never loaded.
     [[nodiscard]] QUrl publish(const QByteArray &page);
 
     void requestStarted(QWebEngineUrlRequestJob *job) override;

@@ -20,26 +20,26 @@ struct Picture
     QByteArray bytes;
 };
 
-/// The local picture, made a PNG where Qt reads its format and the engine does not. Nothing for a file that is no
-/// picture by its contents, whatever its name, nor for a device or pipe.
+/// Reads a local picture. Converts it to PNG if Qt can read its format but the engine cannot. Returns nothing for a
+/// file whose contents are not a picture, whatever its name, or for a device or pipe.
 [[nodiscard]] std::optional<Picture> readPicture(const QString &path);
 
-/// Finds the pictures that a document names and its page cannot load by itself: local files, and what an address with
-/// https redirects to, by https only.
+/// Finds the pictures that a document names but its page cannot load by itself: local files, and https addresses that
+/// redirect to other https addresses.
 class PictureSource : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Called once, later, on the caller's thread.
+    /// Called once, on the caller's thread.
     using Answer = std::function<void(const std::optional<Picture> &)>;
 
     explicit PictureSource(QObject *parent = nullptr);
     ~PictureSource() override;
 
-    /// From now on the pictures of this document are found; relative addresses are of files in the folder.
+    /// Sets the document whose pictures are found. Relative addresses refer to files in the folder.
     void setDocument(const QString &markdown, const QString &folder);
-    /// Looks for a picture by its address, as the document has it.
+    /// Finds a picture by its address as written in the document.
     void find(const QString &address, const Answer &answer);
 
 private:
@@ -51,7 +51,7 @@ private:
     QString m_folder;
     QSet<QByteArray> m_named;
     QNetworkAccessManager m_network;
-    /// What was fetched, so that not every rendering asks for it again; costs are bytes.
+    /// Pictures already fetched, so that rendering again does not request them. Costs are bytes.
     QCache<QByteArray, Picture> m_fetched;
     QThreadPool m_worker;
 };

@@ -9,8 +9,7 @@
 
 namespace tessaly {
 
-/// What all previews share: an engine profile that keeps nothing on disk, serves the pages and lets nothing else
-/// through.
+/// The engine profile that all previews share. It keeps nothing on disk, serves the pages and blocks everything else.
 class PreviewProfile : public QQuickWebEngineProfile
 {
     Q_OBJECT

@@ -1,14 +1,14 @@
 import QtQuick
 import Tessaly.Ui
 
-/// What the view lays over a page's own style, which is made for light paper and names a font that not every system has.
+/// Style rules that replace parts of the page's own style, which assumes a light background and fonts that may be missing.
 QtObject {
     id: style
 
     readonly property string css: Theme.isDark ? shared + dark : shared
     readonly property string imports: Theme.isDark ? `@import url("/npm/highlight.js@11.11.1/styles/github-dark.min.css");` : ""
 
-    /// In front of the address of what is left out.
+    /// Precedes the address of content that is not shown.
     readonly property string notShown: Language.text("此处不显示：", "not shown here: ")
     readonly property string shared: `
         body{font-family:"${Application.font.family}","Noto Sans CJK SC",sans-serif;margin:0;overflow-wrap:anywhere}

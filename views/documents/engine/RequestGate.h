@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-/// The wall behind the pages' own policy: lets a page reach the page server and the pictures it was allowed, blocks
-/// every other request, redirections included.
+/// Backs up the pages' own policy: lets a page reach the page server and allowed pictures, and blocks every other
+/// request, including redirects.
 class RequestGate : public QWebEngineUrlRequestInterceptor
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class RequestGate : public QWebEngineUrlRequestInterceptor
 public:
     explicit RequestGate(QObject *parent = nullptr);
 
-    /// From now on, pictures of these addresses (canonicalAddress) may be fetched by https, and no others.
+    /// Allows these picture addresses (canonicalAddress, https), and no others.
     void setAllowedPictures(const QSet<QByteArray> &addresses) { m_pictures = addresses; }
 
     void interceptRequest(QWebEngineUrlRequestInfo &info) override;

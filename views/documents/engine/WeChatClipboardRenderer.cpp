@@ -46,8 +46,7 @@ private:
 
 WeChatClipboardRenderer *WeChatClipboardRenderer::active = nullptr;
 
-WeChatClipboardRenderer::WeChatClipboardRenderer(QString markdown, Completion completion)
-    : m_markdown(std::move(markdown)), m_completion(std::move(completion))
+WeChatClipboardRenderer::WeChatClipboardRenderer(QObject *parent) : QObject(parent)
 {
     m_timeLimit.setSingleShot(true);
     m_pollTimer.setSingleShot(true);
@@ -61,17 +60,19 @@ WeChatClipboardRenderer::~WeChatClipboardRenderer()
         active = nullptr;
 }
 
-WeChatClipboardRenderer *WeChatClipboardRenderer::copy(const QString &markdown, Completion completion)
+void WeChatClipboardRenderer::copyDocumentForWeChat(const QString &markdown)
 {
-    delete active;
-    active = new WeChatClipboardRenderer(markdown, std::move(completion));
-    active->start();
-    return active;
+    if (active)
+        active->cancel();
+    active = this;
+    m_markdown = markdown;
+    start();
 }
 
 void WeChatClipboardRenderer::start()
 {
-    m_profile = std::make_unique<QWebEngineProfile>(); // Without a name it keeps nothing on disk.
+    m_attempts = 0;
+    m_profile = std::make_unique<QWebEngineProfile>(); // Without a name, it keeps nothing on disk.
     m_profile->installUrlSchemeHandler(QUrl(packageRoot).scheme().toLatin1(), &m_server);
     m_profile->setUrlRequestInterceptor(&m_gate);
     m_webPage = std::make_unique<SilentPage>(m_profile.get());
@@ -94,11 +95,9 @@ void WeChatClipboardRenderer::start()
 void WeChatClipboardRenderer::poll()
 {
     ++m_attempts;
-    if (!m_webPage)
-        return;
     m_webPage->runJavaScript(u"window.brennicCopyReady ? document.getElementById('content').innerHTML : null"_s,
-                             [self = QPointer<WeChatClipboardRenderer>(this)](const QVariant &html) {
-                                 if (self)
+                             [self = QPointer(this), page = m_webPage.get()](const QVariant &html) {
+                                 if (self && self->m_webPage.get() == page)
                                      self->take(html);
                              });
 }
@@ -122,13 +121,19 @@ void WeChatClipboardRenderer::take(const QVariant &html)
 
 void WeChatClipboardRenderer::finish(bool isCopied)
 {
-    if (active != this)
-        return;
+    cancel();
+    emit finished(isCopied);
+}
+
+void WeChatClipboardRenderer::cancel()
+{
     active = nullptr;
-    // The page may be the one that is calling, so it goes later.
     m_timeLimit.stop();
-    deleteLater();
-    m_completion(isCopied);
+    m_pollTimer.stop();
+    m_webPage->disconnect(this);
+    // The page may be the caller, so it goes later, and its profile after it.
+    m_webPage.release()->deleteLater();
+    m_profile.release()->deleteLater();
 }
 
 } // namespace tessaly

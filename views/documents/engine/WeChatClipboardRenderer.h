@@ -5,42 +5,44 @@
 
 #include <QObject>
 #include <QTimer>
+#include <QtQml/qqmlregistration.h>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 
-#include <functional>
 #include <memory>
 
 namespace tessaly {
 
-/// Turns Markdown into HTML whose every element carries its own look, in a page that nobody sees, and puts it on the
-/// clipboard beside the Markdown: exactly the types text/html (UTF-8) and text/plain. Nothing is fetched from anywhere.
+/// Copies documents for the article editor of WeChat, which keeps inline styles but drops style sheets, classes and
+/// scripts. Turns Markdown into HTML whose every element carries its own look, in a page that nobody sees, and puts it
+/// on the clipboard beside the Markdown: exactly the types text/html (UTF-8) and text/plain. Fetches nothing.
 class WeChatClipboardRenderer : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
 
 public:
-    /// Called once with whether the clipboard was filled; on failure the clipboard is as it was.
-    using Completion = std::function<void(bool)>;
-
-    /// Starts; one that is under way is deleted, its completion never called. The renderer deletes itself when done;
-    /// who deletes it before gives up. It must not outlive the application object.
-    static WeChatClipboardRenderer *copy(const QString &markdown, Completion completion);
-
+    explicit WeChatClipboardRenderer(QObject *parent = nullptr);
     ~WeChatClipboardRenderer() override;
 
+    /// Emits finished() later. Cancels a copy in progress, by this renderer or another: its finished() never comes.
+    Q_INVOKABLE void copyDocumentForWeChat(const QString &markdown);
+
+signals:
+    /// Whether the clipboard now holds the HTML and the Markdown; if not, it is as it was.
+    void finished(bool isCopied);
+
 private:
-    WeChatClipboardRenderer(QString markdown, Completion completion);
     void start();
     void poll();
     void take(const QVariant &html);
     void finish(bool isCopied);
+    void cancel();
 
     /// The one in progress.
     static WeChatClipboardRenderer *active;
 
     QString m_markdown;
-    Completion m_completion;
     PageServer m_server;
     RequestGate m_gate;
     QTimer m_timeLimit;
