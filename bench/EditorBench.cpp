@@ -1,7 +1,7 @@
 #include "bench/Bench.h"
-#include "platform/fake/FakeFileDialogs.h"
 #include "store/PlannerStoreQml.h"
 #include "tests/store/StoreUnderTest.h"
+#include "tests/support/FakeFileDialogs.h"
 #include "ui/Ui.h"
 #include "views/documents/DocumentDesktop.h"
 

@@ -1,5 +1,5 @@
 #include "platform/linux/PortalFileDialogs.h"
-#include "platform/fake/FakeFileDialogs.h"
+#include "tests/support/FakeFileDialogs.h"
 #include "tests/support/TestMain.h"
 #include "tests/system/PrivateBus.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/fake/FakeFileDialogs.h"
 #include "tests/store/StoreUnderTest.h"
+#include "tests/support/FakeFileDialogs.h"
 #include "views/documents/DocumentLibraryViewModel.h"
 
 #include "model/Uuid.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/LarkspanApp.h"
-#include "platform/fake/FakeFileDialogs.h"
 #include "platform/fake/FakeSystemAppearance.h"
 #include "tests/store/StoreUnderTest.h"
+#include "tests/support/FakeFileDialogs.h"
 
 #include <QAccessible>
 #include <QQuickItem>
