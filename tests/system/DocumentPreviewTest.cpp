@@ -23,6 +23,7 @@ private slots:
     void showsTenThousandLines();
     void typesetsManyFormulasWhereTheyAreSeen();
     void keepsTheOldRenderingUntilTheNewOneIsComplete();
+    void showsTheEndOnRequest();
     void skipsTextsThatComeTooFastButNotTheLast();
     void reportsLinksForABrowserOnly();
     void followsTheColourSchemeAtOnce();
@@ -255,6 +256,20 @@ void DocumentPreviewTest::keepsTheOldRenderingUntilTheNewOneIsComplete()
     QCOMPARE(others, 0);
     QCOMPARE(m_document->ask(u"scrollY"_s), QVariant(1234));
     QCOMPARE(m_document->ask(count(u"mjx-container"_s)), QVariant(1));
+}
+
+void DocumentPreviewTest::showsTheEndOnRequest()
+{
+    const QString blocks = u"block\n\n"_s.repeated(300);
+    QVERIFY(m_document->show(blocks));
+    m_document->showEnd();
+    QVERIFY(m_document->show(blocks + u"last"_s));
+    const QString isAtEnd = u"Math.ceil(scrollY + innerHeight) >= document.documentElement.scrollHeight"_s;
+    QCOMPARE(m_document->ask(isAtEnd), QVariant(true));
+    // From then on the place stays as usual.
+    (void)m_document->ask(u"scrollTo(0, 0)"_s);
+    QVERIFY(m_document->show(blocks + u"more"_s));
+    QCOMPARE(m_document->ask(u"scrollY"_s), QVariant(0));
 }
 
 void DocumentPreviewTest::skipsTextsThatComeTooFastButNotTheLast()

@@ -49,6 +49,10 @@ const QByteArray scene = R"(
             preview.visible = isVisible;
         }
 
+        function showEnd(): void {
+            preview.showEnd();
+        }
+
         function pageProcess(): int {
             return front().renderProcessPid;
         }

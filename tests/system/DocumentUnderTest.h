@@ -23,6 +23,7 @@ public:
     void setFolder(const QString &path);
     void setDark(bool isDark);
     void setPreviewVisible(bool isVisible);
+    void showEnd() { QMetaObject::invokeMethod(m_preview, "showEnd"); }
     /// The process that draws the page that is shown.
     [[nodiscard]] int pageProcess() const;
     /// What a script in the page that is shown answers; invalid when no answer comes.

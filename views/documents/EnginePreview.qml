@@ -5,6 +5,7 @@ PreviewSlot {
     id: slot
 
     isRendering: preview.isRendering
+    onEndRequested: preview.showEnd()
 
     MarkdownPreview {
         id: preview

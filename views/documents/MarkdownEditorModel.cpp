@@ -57,7 +57,7 @@ void MarkdownEditorModel::open(const QString &documentId)
 
 void MarkdownEditorModel::showSource(QQuickTextDocument *document, int lineHeight)
 {
-    // Only what can be seen is drawn. The field would see to that by itself if the text came through its own property.
+    // Only visible text is drawn. The field would set this flag itself if the text were set through its property.
     if (auto *field = qobject_cast<QQuickItem *>(document->parent()))
         field->setFlag(QQuickItem::ItemObservesViewport);
     m_source.show(*document->textDocument(), lineHeight);
@@ -149,6 +149,7 @@ void MarkdownEditorModel::takeImage(const QUrl &image)
     m_session.report(
         {{u"已在文末插入图片。"_s, u"Image inserted at the end of the document."_s}, MessageKind::Success});
     emit imageInserted();
+    updatePreview();
 }
 
 void MarkdownEditorModel::copyForWeChat()

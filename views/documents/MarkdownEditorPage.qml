@@ -12,11 +12,11 @@ T.Popup {
     required property string documentId
     readonly property alias editor: viewModel
 
-    /// The text is to be copied as rich text; the editor is told how it went.
+    /// The text is to be copied as rich text; the editor then reports the result.
     signal copyRequested(string markdown)
 
     readonly property int leastHeight: 640
-    /// Below this width of the window the buttons with icons lose their words.
+    /// Below this window width the buttons with icons show no text.
     readonly property int wordsFrom: 1080
 
     parent: T.Overlay.overlay
@@ -32,7 +32,7 @@ T.Popup {
         open();
     }
     onOpened: {
-        // Not before the page has its size: a long text would be laid out twice.
+        // Only when the page has its size; otherwise a long text would be laid out twice.
         viewModel.showSource(source.textArea.textDocument, Theme.source.line);
         source.textArea.cursorPosition = viewModel.isFresh() ? source.textArea.length : 0;
         source.takeFocus(Qt.PopupFocusReason);
@@ -48,7 +48,11 @@ T.Popup {
         store: PlannerStore
         desktop: DocumentDesktop
         onClosed: page.close()
-        onImageInserted: source.textArea.cursorPosition = source.textArea.length
+        onImageInserted: {
+            source.textArea.cursorPosition = source.textArea.length;
+            if (preview.visible)
+                preview.slot?.endRequested();
+        }
         onCopyRequested: markdown => page.copyRequested(markdown)
     }
 
@@ -94,14 +98,12 @@ T.Popup {
         }
 
         StatusLine {
-            id: message
-
             // Between the toolbar and the line, so that no message moves the text.
             x: 26
             y: toolbar.y + toolbar.height + 3
             width: parent.width - 2 * x
             height: implicitHeight
-            visible: message !== ""
+            visible: viewModel.message !== ""
             message: viewModel.message
             isFailure: viewModel.hasFailed
             isPassing: viewModel.isMessagePassing
@@ -145,6 +147,8 @@ T.Popup {
                 visible: content.hasSource && content.hasPreview
             }
             PreviewPane {
+                id: preview
+
                 x: content.hasSource ? content.half + 1 : 0
                 width: content.width - x
                 height: parent.height

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// What shows a document as a page. A file that brings in an engine has it as its root.
+/// Shows a document as a page. It is the root of files that load an engine.
 Item {
     property string markdown
     /// The folder of the document.
@@ -10,4 +10,6 @@ Item {
 
     /// The user has clicked a link in the page.
     signal linkActivated(url link)
+    /// The next rendering is to show the end of the text.
+    signal endRequested
 }

@@ -21,6 +21,11 @@ Item {
     /// The current text is on screen.
     signal rendered
 
+    /// Shows the end of the text from the next rendering on.
+    function showEnd() {
+        internal.goesToEnd = true;
+    }
+
     clip: true
     Accessible.role: Accessible.Pane
     Accessible.name: Language.text("预览", "Preview")
@@ -75,6 +80,7 @@ Item {
         /// 0: idle, 1: generating the page, 2: loading it behind the front page.
         property int stage: 0
         property bool isOutdated: false
+        property bool goesToEnd: false
         property string brokenText
         readonly property DocumentPane frontPane: front === 0 ? first : second
         readonly property DocumentPane backPane: front === 0 ? second : first
@@ -89,7 +95,9 @@ Item {
 
         function open(page: url): void {
             stage = 2;
-            if (frontPane.hasPage)
+            if (goesToEnd)
+                backPane.open(page, JSON.stringify({ scrollY: 1e9 }));
+            else if (frontPane.hasPage)
                 frontPane.reportPlace(place => backPane.open(page, place ?? ""));
             else
                 backPane.open(page, "");
@@ -101,10 +109,12 @@ Item {
             if (hadFocus)
                 frontPane.forceActiveFocus();
             stage = 0;
-            if (isOutdated)
+            if (isOutdated) {
                 render();
-            else
-                preview.rendered();
+                return;
+            }
+            goesToEnd = false;
+            preview.rendered();
         }
 
         /// Renders again, unless the same text crashed its page before.
