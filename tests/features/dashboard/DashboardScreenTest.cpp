@@ -92,15 +92,6 @@ private slots:
         QCOMPARE(given.screen.nextTitle(), u"Tomorrow"_s);
     }
 
-    void aClockThatIsSetIsNoticed()
-    {
-        DashboardDriver given;
-        given.open();
-        given.store->addSchedule({.title = u"Tomorrow"_s, .date = given.at(10, 9)});
-        given.clock.setNow(given.at(10, 8));
-        QCOMPARE(given.screen.remainingCount(), 1);
-    }
-
     void theFirstThreeGoalsAreListedAndAllAreCounted()
     {
         DashboardDriver given;

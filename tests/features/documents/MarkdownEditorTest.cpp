@@ -87,43 +87,6 @@ private slots:
         QVERIFY(EditorDriver().editor->isFresh());
     }
 
-    void savingWritesTitleCategoryAndText()
-    {
-        EditorDriver given;
-        given.clock.advance(60);
-        given.editor->setProperty("title", u" b "_s);
-        given.editor->setCategory(1);
-        given.editor->append(u"more"_s);
-        QCOMPARE(given.onDisk(), u"# a\n"_s);
-
-        QVERIFY(given.editor->save());
-
-        QCOMPARE(given.onDisk(), u"# a\nmore"_s);
-        QCOMPARE(given.stored().title, u"b"_s);
-        QCOMPARE(given.stored().categoryID, given.library().documentCategories().first().id);
-        QCOMPARE(given.stored().updatedAt, given.clock.now());
-
-        given.editor->setProperty("title", u"  "_s);
-        given.editor->setCategory(0);
-        QVERIFY(given.editor->save());
-        QCOMPARE(given.stored().title, u"b"_s);
-        QCOMPARE(given.stored().categoryID, std::nullopt);
-    }
-
-    void onlyWhatIsSavedCloses()
-    {
-        EditorDriver given;
-        given.files.setReadOnly(true);
-        given.editor->append(u"more"_s);
-        const QSignalSpy closed(given.editor.get(), &MarkdownEditorModel::closed);
-        given.editor->close();
-        QVERIFY(closed.isEmpty() && given.editor->hasFailed());
-        given.files.setReadOnly(false);
-        given.editor->close();
-        QCOMPARE(closed.size(), 1);
-        QCOMPARE(given.onDisk(), u"# a\nmore"_s);
-    }
-
     void aTextThatCannotBeReadTakesNoPicture()
     {
         EditorDriver given;

@@ -152,7 +152,7 @@ private slots:
         GoalCardModel &card = given.card();
         QCOMPARE(given.cardRows(), (QStringList{u"Draft"_s, u"one"_s, u"two"_s, u"three"_s, u"+"_s, u"Figures"_s,
                                                 u"+"_s, u"Index"_s, u"+"_s}));
-        card.setNewSubgoal(u"\t Print "_s);
+        card.setProperty("newSubgoal", u"\t Print "_s);
         QVERIFY(card.addSubgoal());
         QVERIFY(!card.addSubgoal());
         QCOMPARE(given.store->goals().first().subgoals->last().title, u"Print"_s);

@@ -69,20 +69,6 @@ private slots:
         QCOMPARE(failures(), (QStringList{QString(), QString()}));
     }
 
-    void aDeletedLinkLeavesTheList()
-    {
-        whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
-        whenTheUserAdds(QStringLiteral("https://example.org/b.ics"));
-        QSignalSpy counted(m_sheet.get(), &CalendarSelectionModel::feedCountChanged);
-
-        m_sheet->deleteFeed(0);
-
-        QCOMPARE(listed(), QStringList{QStringLiteral("b: ")});
-        QCOMPARE(counted.size(), 1);
-        m_sheet->deleteFeed(1);
-        QCOMPARE(m_sheet->feedCount(), 1);
-    }
-
     void linkedCalendarsAreShownAndHiddenLikeTheOthers()
     {
         PlannerStore &store = *m_planner->store;

@@ -126,16 +126,6 @@ private slots:
         QCOMPARE(driver.stored(lecture).calendarExportRequested, true);
         QCOMPARE(driver.listed(), QStringList{lecture});
     }
-
-    void withoutTheToggleNoCalendarIsTouched()
-    {
-        ScheduleDriver driver;
-        driver.opensScreen();
-        driver.screen->form()->setTitle(lecture);
-        driver.screen->addSchedule();
-        QCOMPARE(driver.eventStore.accessRequestCount(), 0);
-        QCOMPARE(driver.stored(lecture).calendarExportRequested, false);
-    }
 };
 
 TESSALY_TEST_MAIN(ScheduleFormTest)

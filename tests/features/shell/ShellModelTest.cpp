@@ -55,19 +55,6 @@ private slots:
         QVERIFY(shell.isDark() && shell.isHighContrast() && shell.hasReducedMotion());
     }
 
-    void theChosenAppearanceIsKept()
-    {
-        StoreUnderTest planner;
-        FakeSystemAppearance appearance;
-        {
-            ShellModel shell(planner.start(), planner.preferences, appearance);
-            shell.setAppearanceMode(QStringLiteral("dark"));
-        }
-        const ShellModel next(planner.start(), planner.preferences, appearance);
-
-        QCOMPARE(next.appearanceMode(), QStringLiteral("dark"));
-    }
-
     void anAppearanceThatCannotBeWrittenIsToldAndKeptLater()
     {
         StoreUnderTest planner;

@@ -1,5 +1,8 @@
 #include "tests/features/todos/ReminderDriver.h"
+#include "tests/support/RecordGenerator.h"
 #include "tests/support/TestMain.h"
+
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace tessaly;
@@ -26,6 +29,7 @@ private slots:
         given.screen->setProperty("title", u"  Sort the bookshelf "_s);
 
         QVERIFY(given.screen->add());
+        QVERIFY2(!given.screen->add(), "a blank title adds nothing");
 
         QCOMPARE(given.shown(),
                  (QStringList{u"v NoDueDate"_s, u"o Sort the bookshelf"_s, u"._ DueDates"_s, u"._ Completed"_s}));
@@ -33,19 +37,6 @@ private slots:
         QCOMPARE(given.saved()->reminders, given.store->reminders());
         QCOMPARE(given.store->reminders().first().requirement, std::nullopt);
         QVERIFY(given.screen->property("title").toString().isEmpty());
-    }
-
-    void aBlankTitleAddsNothing()
-    {
-        ReminderDriver given;
-        given.open();
-        given.screen->setProperty("title", u" \t "_s);
-        given.screen->setProperty("requirement", u"kept"_s);
-
-        QVERIFY(!given.screen->add());
-
-        QVERIFY(given.store->reminders().isEmpty());
-        QCOMPARE(given.screen->property("requirement").toString(), u"kept"_s);
     }
 
     void theDueDateOfAFormThatStoodForHoursIsFresh_data()
@@ -181,22 +172,6 @@ private slots:
         QVERIFY(given.row(u"Oct 2026"_s) > 0);
     }
 
-    void deletingLeavesTheNotificationPending()
-    {
-        ReminderDriver given;
-        given.open({{.title = u"a"_s, .dueDate = given.at(20, 9)}, {.title = u"b"_s}});
-        given.expand(u"Sep 14, 2026 – Sep 20"_s);
-
-        given.screen->remove(given.row(u"a"_s));
-
-        QCOMPARE(given.store->reminders().size(), 1);
-        QCOMPARE(given.store->waitingReminders().list().size(), 1);
-        // A header is nothing to delete or tick.
-        given.screen->remove(0);
-        given.screen->toggle(0);
-        QCOMPARE(given.shown(), (QStringList{u"v NoDueDate"_s, u"o b"_s, u"._ DueDates"_s, u"._ Completed"_s}));
-    }
-
     void oldToDosWithoutACompletionTimeFollowTheMonth()
     {
         ReminderDriver given;
@@ -207,6 +182,33 @@ private slots:
         given.clock.advance(30 * 86400.0);
 
         QCOMPARE(given.shown().last(), u">>_ Oct 2026"_s);
+    }
+
+    void tickingOneOfManyTouchesNoOtherRow()
+    {
+        ReminderDriver given;
+        given.put(keys::storageKey, *encodeSavedData(RecordGenerator(7).savedData(0, 10'000, 0)));
+        given.startInEnglish();
+        given.openScreen();
+        given.tester.reset();
+        ReminderListRows &list = *given.screen->rows();
+        const int closedRows = list.rowCount();
+        QVERIFY(closedRows < 4000);
+        QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
+        QSignalSpy removals(&list, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy insertions(&list, &QAbstractItemModel::rowsInserted);
+        QSignalSpy changes(&list, &QAbstractItemModel::dataChanged);
+
+        given.screen->toggle(5);
+
+        QCOMPARE(resets.size(), 0);
+        QCOMPARE(removals.size(), 1);
+        QCOMPARE(removals.first().at(1).toInt(), 5);
+        QCOMPARE(removals.first().at(2).toInt(), 5);
+        // Its new group is closed.
+        QCOMPARE(insertions.size(), 0);
+        QCOMPARE(list.rowCount(), closedRows - 1);
+        QCOMPARE(changes.size(), 0);
     }
 
     void aNewRowIsAnnouncedWhereItIsShown()

@@ -77,12 +77,6 @@ Item {
             }
         }
 
-        function test_the_wheel_does_not_change_a_slider() {
-            const slider = createTemporaryObject(sliderComponent, stage);
-            mouseWheel(slider, 10, 10, 0, -120);
-            compare(slider.value, 2.5);
-        }
-
         function test_arrows_change_the_segment_and_stop_at_the_ends() {
             const segments = createTemporaryObject(segmentsComponent, stage);
             segments.forceActiveFocus(Qt.TabFocusReason);

@@ -46,7 +46,7 @@ Item {
                     id: titleField
                 }
 
-                MultilineBase {
+                MultilineField {
                     id: noteField
                 }
 

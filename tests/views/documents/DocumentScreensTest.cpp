@@ -120,25 +120,6 @@ private slots:
         QCOMPARE(ui.window().minimumHeight(), 620);
     }
 
-    void documentsAreDeletedAndTheFocusGoesOn()
-    {
-        DocumentWindow ui;
-        ui.openLibrary();
-        for (const QString &title : {u"c"_s, u"b"_s, u"a"_s}) {
-            ui.planner.clock.advance(60);
-            (void)ui.planner.library().addDocument(title, {});
-        }
-        QTRY_VERIFY(ui.find(button, u"Delete, b"_s));
-        QVERIFY(ui.click(button, u"Delete, b"_s));
-        QTRY_VERIFY(ui.hasFocus(button, u"Delete, c"_s));
-        ui.press(Qt::Key_Return);
-        QTRY_VERIFY(ui.hasFocus(button, u"Delete, a"_s));
-        ui.press(Qt::Key_Space);
-        QTRY_VERIFY(ui.hasFocus(button, u"Uncategorized"_s));
-        QVERIFY(ui.planner.library().documents().isEmpty());
-        QTRY_VERIFY(ui.visibleTexts().contains(u"No documents"_s));
-    }
-
     void aHeldKeyDeletesOneDocument_data()
     {
         QTest::addColumn<Qt::Key>("key");

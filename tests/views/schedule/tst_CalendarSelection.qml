@@ -27,10 +27,6 @@ Item {
             tryVerify(() => !sheet.visible);
         }
 
-        function test_1_until_there_are_calendars_they_are_loading() {
-            verify(shown("Loading calendars…") !== null);
-        }
-
         function test_2_a_refused_link_stays_and_is_told() {
             typeInto("https://…/timetable.ics", "webcal://x");
             keyClick(Qt.Key_Return);
@@ -103,15 +99,6 @@ Item {
             verify(!shown("iCloud").checked);
             verify(shown("iCloud").isPartial);
             verify(shown("Nextcloud").checked);
-        }
-
-        function test_5_escape_and_done_leave() {
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => !sheet.visible);
-            sheet.open();
-            tryVerify(() => sheet.opened);
-            mouseClick(shown("Done"));
-            tryVerify(() => !sheet.visible);
         }
     }
 }
