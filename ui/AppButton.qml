@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A push button in one of the kinds of the design. `isRaised` is for sheets.
-T.Button {
+PushButton {
     id: button
 
     enum Kind { Plain, Primary, Destructive, DestructiveFill }
@@ -12,7 +11,7 @@ T.Button {
     property bool isSmall: false
     property bool isRaised: false
     property string iconName
-    /// Shows a check in the place of the words.
+    /// Shows a check mark in place of the text.
     property bool isDone: false
 
     readonly property bool isFilled: kind === AppButton.Primary || kind === AppButton.DestructiveFill
@@ -28,27 +27,13 @@ T.Button {
     // From the outer edge, the border included.
     leftPadding: isSmall ? 11 : 15
     rightPadding: leftPadding
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.onPressAction: clicked()
-    Accessible.name: text
-    Keys.onReturnPressed: event => KeyPress.press(button, event)
-    Keys.onEnterPressed: event => KeyPress.press(button, event)
-
-    ClickFocus {
-        control: button
-    }
 
     background: Rectangle {
-        id: ground
-
         radius: button.isSmall ? Theme.smallRadius : Theme.controlRadius
         color: button.fill
         border.width: 1
         border.color: button.isFilled ? button.fill : button.enabled ? Theme.borderControl : Theme.border
-        transform: PixelSnap {
-            target: ground
-        }
+        transform: PixelSnap {}
 
         Behavior on color {
             ColorAnimation {

@@ -12,7 +12,7 @@ T.CheckBox {
     leftPadding: 16 + (text === "" ? 0 : 10)
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    // Qt 6.4 changes the state when it is asked to, and tells nobody.
+    // On these actions Qt 6.4 changes the state without emitting toggled().
     Accessible.onPressAction: switchOver()
     Accessible.onToggleAction: switchOver()
     Accessible.name: text

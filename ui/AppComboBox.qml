@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
 
-/// A pop-up choice. The list opens over the box with the current value under the pointer; the wheel scrolls the page,
-/// not the value; typing selects. Without entries it does not open.
+/// A pop-up choice. The list opens over the box with the current value under the pointer. The wheel scrolls the page and
+/// does not change the value. Typing selects an entry. Without entries the list does not open.
 T.ComboBox {
     id: combo
 
@@ -15,6 +15,8 @@ T.ComboBox {
     property string name
 
     readonly property int entryHeight: 30
+    /// What was typed without a pause, to choose an entry.
+    property string typed
 
     function openList() {
         if (count > 0)
@@ -29,29 +31,41 @@ T.ComboBox {
     function hasTyped(event: KeyEvent): bool {
         if (event.text.length !== 1 || event.text <= " " || event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
             return false;
-        const entries = Array.from({ length: count }, (_, index) => textAt(index));
-        const entry = typing.choose(event.text, entries, popup.visible ? highlightedIndex : currentIndex);
+        const current = popup.visible ? highlightedIndex : currentIndex;
+        const isFirst = typed === "";
+        typed += event.text;
         typingPause.restart();
+        let entry = entryBeginning(typed, isFirst ? current + 1 : Math.max(0, current));
+        // A character typed again leads to the next entry that begins with it.
+        if (entry < 0 && typed.toLowerCase() === event.text.toLowerCase().repeat(typed.length))
+            entry = entryBeginning(event.text, current + 1);
         if (entry >= 0)
             choose(entry);
         return true;
     }
 
-    function choose(entry: int) {
-        if (!popup.visible) {
-            if (entry === currentIndex)
-                return;
-            typing.setCurrentIndex(combo, entry);
-            activated(entry);
+    /// The first entry from `start` on, and round to it, that begins so, in capitals or not; -1 for none.
+    function entryBeginning(text: string, start: int): int {
+        for (let step = 0; step < count; ++step) {
+            const entry = (start + step) % count;
+            if (textAt(entry).toLowerCase().startsWith(text.toLowerCase()))
+                return entry;
         }
-        // In an open list they move no more than the highlight.
+        return -1;
+    }
+
+    /// With a closed list the handler of activated() changes the value, so the binding of currentIndex survives.
+    function choose(entry: int) {
+        if (!popup.visible && entry !== currentIndex)
+            activated(entry);
+        // With an open list these only move the highlight.
         while (popup.visible && highlightedIndex < entry)
             incrementCurrentIndex();
         while (popup.visible && highlightedIndex > entry)
             decrementCurrentIndex();
     }
 
-    /// Return opens the list, but in a sheet it is for the primary button.
+    /// Return opens the list; in a sheet it presses the primary button.
     function returnPressed(event: KeyEvent) {
         event.accepted = !popup.visible;
         if (popup.visible)
@@ -74,7 +88,7 @@ T.ComboBox {
     focusPolicy: Qt.StrongFocus
     wheelEnabled: false
     Accessible.name: name
-    // The role has no value of its own in Qt 6.4, and the entries, none of which has the focus, are not told.
+    // In Qt 6.4 the role has no value, and entries are not announced because none of them has the focus.
     Accessible.description: popup.visible && highlightedIndex >= 0 ? textAt(highlightedIndex) : displayText
     Accessible.onPressAction: openList()
     Keys.onReturnPressed: event => combo.returnPressed(event)
@@ -82,18 +96,14 @@ T.ComboBox {
     Keys.onPressed: event => event.accepted = combo.isSpaceForNothing(event) || combo.hasTyped(event)
     Keys.onReleased: event => event.accepted = combo.isSpaceForNothing(event)
 
-    ChoiceTyping {
-        id: typing
-    }
-
     Timer {
         id: typingPause
 
         interval: Theme.typingPause
-        onTriggered: typing.clear()
+        onTriggered: combo.typed = ""
     }
 
-    // Without entries a press is not for the box, which would open.
+    // Without entries this keeps a press from the box, which would open the list.
     MouseArea {
         anchors.fill: parent
         enabled: combo.count === 0

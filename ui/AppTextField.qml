@@ -10,7 +10,7 @@ T.TextField {
     property bool isSmall: false
     /// What the field is, for assistive technology; the placeholder may be an example.
     property string name: placeholderText
-    /// In a sheet: Return is for the field's own `accepted` alone, and not for the primary button.
+    /// In a sheet, Return only emits `accepted` and does not press the primary button.
     property bool keepsReturn: false
 
     function returnPressed(event: KeyEvent) {
@@ -36,7 +36,7 @@ T.TextField {
     hoverEnabled: true
     Accessible.name: name
     Accessible.description: text === "" && name !== placeholderText ? placeholderText : ""
-    // While an input method is composing, these keys are its own and nobody else's around the field.
+    // While an input method is composing, it alone handles these keys.
     Keys.onReturnPressed: event => field.returnPressed(event)
     Keys.onEnterPressed: event => field.returnPressed(event)
     Keys.onEscapePressed: event => event.accepted = field.inputMethodComposing

@@ -3,8 +3,6 @@ import Tessaly.Ui
 
 /// Buttons that share one outline, with hairlines between them. Its children are GroupedButton.
 Rectangle {
-    id: group
-
     default property alias buttons: row.data
 
     implicitWidth: row.implicitWidth + 2
@@ -13,9 +11,7 @@ Rectangle {
     color: Theme.buttonRest
     border.width: 1
     border.color: Theme.borderControl
-    transform: PixelSnap {
-        target: group
-    }
+    transform: PixelSnap {}
 
     Row {
         id: row

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// The tooltip of a button. Whoever has pressed the button knows it: it goes, until the pointer and the focus come back.
+/// The tooltip of a button. Pressing the button hides it until the pointer or the focus leaves and returns.
 AppToolTip {
     id: tip
 

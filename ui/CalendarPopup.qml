@@ -83,7 +83,7 @@ RisingPopup {
             // Takes the keys from the first moment, before the popup has faded in.
             focus: true
             activeFocusOnTab: true
-            // A screen reader hears the day that the arrows lead to.
+            // Screen readers announce the day that the arrow keys lead to.
             Accessible.role: Accessible.Table
             Accessible.name: month.chosenDay < 0 ? month.title : month.dayName(month.chosenDay)
             Accessible.focusable: true

@@ -9,7 +9,5 @@ Rectangle {
     radius: Theme.cardRadius
     border.width: 1
     border.color: Theme.border
-    transform: PixelSnap {
-        target: card
-    }
+    transform: PixelSnap {}
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Takes the focus ring off a control when it is pressed with the pointer: Qt leaves it where the keyboard brought it.
+/// Hides the focus ring of a control when it is pressed with the pointer. Qt would keep a ring that a key has shown.
 PointHandler {
     required property T.Control control
 

@@ -3,8 +3,6 @@ import Tessaly.Ui
 
 /// A small rounded square in a schedule's or calendar's colour; an inner line keeps pale colours visible.
 Rectangle {
-    id: mark
-
     property int size: 10
 
     width: size
@@ -15,7 +13,5 @@ Rectangle {
     border.width: 1
     border.color: Qt.tint(color, Theme.markLine)
     Accessible.ignored: true
-    transform: PixelSnap {
-        target: mark
-    }
+    transform: PixelSnap {}
 }

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// Shows a colour and lets the user choose one of the palette or type a hex code. The value is "#RRGGBB", upper-case.
-T.AbstractButton {
+PushButton {
     id: well
 
     property string hex: Theme.palette[0][1]
@@ -20,19 +20,10 @@ T.AbstractButton {
 
     implicitWidth: 56
     implicitHeight: Theme.controlHeight
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ButtonDropDown
     Accessible.name: name
     Accessible.description: paletteIndex < 0 ? hex : colorNames[paletteIndex]
-    Accessible.onPressAction: clicked()
     onClicked: popup.open()
-    Keys.onReturnPressed: popup.open()
-    Keys.onEnterPressed: popup.open()
-
-    ClickFocus {
-        control: well
-    }
 
     background: FieldFrame {
         color: well.down ? Theme.buttonPressed : well.hovered ? Theme.buttonHover : Theme.buttonRest
@@ -94,7 +85,7 @@ T.AbstractButton {
 
                     model: Theme.palette.length
 
-                    T.AbstractButton {
+                    PushButton {
                         id: swatch
 
                         required property int index
@@ -102,10 +93,7 @@ T.AbstractButton {
 
                         width: 36
                         height: 28
-                        focusPolicy: Qt.StrongFocus
                         focus: index === 0
-                        Accessible.role: Accessible.Button
-                        Accessible.onPressAction: clicked()
                         Accessible.name: well.colorNames[index]
                         Accessible.selectable: true
                         Accessible.selected: index === well.paletteIndex
@@ -118,18 +106,8 @@ T.AbstractButton {
                             if (activeFocus && focusReason === Qt.PopupFocusReason)
                                 focusReason = popup.openerReason;
                         }
-                        Keys.onReturnPressed: {
-                            swatch.clicked();
-                            popup.close();
-                        }
-                        Keys.onEnterPressed: {
-                            swatch.clicked();
-                            popup.close();
-                        }
-
-                        ClickFocus {
-                            control: swatch
-                        }
+                        Keys.onReturnPressed: popup.close()
+                        Keys.onEnterPressed: popup.close()
 
                         background: Rectangle {
                             radius: Theme.actionRadius

@@ -13,10 +13,11 @@ namespace tessaly {
 /// The rules of a date-time field: its text, which part of it is chosen, and what keys do to that part. Wall-clock
 /// time of the value's own time zone; seconds are cleared by every change.
 ///
-/// Typing goes on from the first character until a part is chosen otherwise or the field is left. What is typed goes
-/// into the parts, or stands by itself where it is a whole date in another form, replaces the whole text, or is not
-/// understood. The value follows while all that was typed is a moment; else it is what it was before. What is no moment
-/// stays when the field is left, and isRefused says so, until it is mended, cancelled or the value set otherwise.
+/// Typing lasts from the first character until another part is chosen or the field loses the focus. Typed text goes
+/// into the parts. If it is a complete date in another form, replaces all of the text, or is not understood, it is
+/// shown as typed. While the typed text is a valid moment, the value follows it; otherwise the value is the one before
+/// typing. Invalid text stays when the field loses the focus. isRefused is then true until the text is corrected or
+/// cancelled, or the value is set.
 class DateTimeEditor : public QObject
 {
     Q_OBJECT

@@ -5,10 +5,9 @@ import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left, Right, Home and End choose a part, Up and Down change it.
-/// Tab leads to the first part.
-/// Digits and the letters of a month's name type it, a separator leads to the next one; a whole date in ISO 8601 or in
-/// either language is read too. Select-all, copy and paste take the whole text. What is no date makes the border red and
-/// leaves the value alone. The icon, Alt+Down, F4 and Space open a calendar.
+/// Tab chooses the first part. Digits and letters of a month's name fill the part, a separator leads to the next one.
+/// A complete date in ISO 8601 or in either language is understood as well. Select-all, copy and paste apply to the whole
+/// text. Invalid text turns the border red and does not change the value. The icon, Alt+Down, F4 and Space open a calendar.
 AppTextField {
     id: field
 
@@ -25,7 +24,7 @@ AppTextField {
     /// The user changed the value.
     signal edited(date value)
 
-    /// For a form before it uses the value. False while the text is no date: then the field has the focus and says so.
+    /// A form calls this before it uses the value. Returns false and takes the focus if the text is not a date.
     function accept(): bool {
         const isUnderstood = editor.finishTyping();
         if (!isUnderstood)
@@ -76,7 +75,7 @@ AppTextField {
 
     implicitWidth: isDateOnly ? Theme.dateWidth : Theme.dateTimeWidth
     rightPadding: 28
-    // Not read-only, so that a screen reader does not say so; yet nothing but the editor changes the text.
+    // Not read-only, because screen readers would announce that; but only the editor changes the text.
     onTextEdited: text = Qt.binding(() => editor.text)
     cursorDelegate: Item {}
     selectByMouse: false
@@ -94,7 +93,7 @@ AppTextField {
             deselect();
         }
     }
-    // What is no longer to be seen must not turn up again.
+    // Unfinished text must not reappear when the field is shown again.
     onVisibleChanged: {
         if (!visible)
             editor.cancelTyping();
@@ -150,7 +149,7 @@ AppTextField {
             size: 14
         }
 
-        // Unlike a tap handler it keeps the press from what lies beneath a sheet.
+        // Unlike a tap handler, it keeps the press from items beneath a sheet.
         MouseArea {
             anchors.fill: parent
             onClicked: {

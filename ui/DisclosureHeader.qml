@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 
-/// The header of a group that opens and closes; the whole header toggles. A void group has nothing to show and does
-/// not open.
-T.AbstractButton {
+/// The header of a group that opens and closes; the whole header toggles. An empty (void) group does not
+/// open.
+PushButton {
     id: header
 
     property bool isOpen: false
@@ -16,24 +15,13 @@ T.AbstractButton {
     implicitHeight: isNested ? Theme.nestedGroupHeight : Theme.groupHeight
     leftPadding: isNested ? 46 : 16
     rightPadding: 8
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
     enabled: !isVoid || trailingRow.children.length > 0
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: clicked()
-    Accessible.name: text
-    // Qt 6.4 has no such state to tell.
+    // Qt 6.4 has no accessible state for this.
     Accessible.description: isVoid ? "" : isOpen ? Language.text("已展开", "expanded") : Language.text("已折叠", "collapsed")
-    Keys.onReturnPressed: event => KeyPress.press(header, event)
-    Keys.onEnterPressed: event => KeyPress.press(header, event)
     Keys.onRightPressed: if (!isOpen)
         header.clicked()
     Keys.onLeftPressed: if (isOpen)
         header.clicked()
-
-    ClickFocus {
-        control: header
-    }
 
     background: Item {
         FocusRing {

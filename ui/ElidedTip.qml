@@ -1,13 +1,12 @@
 import QtQuick
 
-/// Inside a text: shows the whole of it under the pointer while not all of it is to be seen.
+/// Inside a text: shows all of it in a tooltip while part of it is cut off.
 Item {
     id: tip
 
     readonly property Text label: parent as Text
     readonly property bool isCut: label !== null && (label.truncated || (label.wrapMode === Text.NoWrap && label.implicitWidth > label.width))
 
-    /// Whether the tip is asked for.
     readonly property bool isTold: hover.hovered && isCut
 
     anchors.fill: parent

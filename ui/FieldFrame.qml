@@ -14,9 +14,7 @@ Rectangle {
     color: isEnabled ? Theme.field : Theme.transparent
     border.width: 1
     border.color: isRefused ? Theme.destructive : isFocused ? Theme.focus : isEnabled ? Theme.borderControl : Theme.border
-    transform: PixelSnap {
-        target: frame
-    }
+    transform: PixelSnap {}
 
     Rectangle {
         anchors.fill: parent

@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-/// How the focus goes on when what has it goes away, and comes back. Reasons are of Qt::FocusReason. It is not QML, as
-/// the compiler of Qt 6.4 crashes on reasons that are handed on.
+/// Passes the focus on when the item that has it goes away, and returns it later. Reasons are Qt::FocusReason. This is
+/// C++ because the QML compiler of Qt 6.4 crashes on reasons that are passed as arguments.
 class FocusHandover : public QObject
 {
     Q_OBJECT
@@ -15,10 +15,9 @@ class FocusHandover : public QObject
     QML_SINGLETON
 
 public:
-    /// The reason to give to what takes the focus over: it shows a ring if the former holder did, and not after a
-    /// click.
+    /// The reason to use for the next holder, so that it shows a ring only if the former holder did.
     Q_INVOKABLE [[nodiscard]] static int reasonAfter(QQuickItem *holder);
-    /// Focuses the item with that reason, of which Qt tells no item that has the focus already.
+    /// Focuses the item with that reason, even if it has the focus already.
     Q_INVOKABLE static void give(QQuickItem *item, int reason);
 };
 

@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Templates as T
 
 /// One button of a ButtonGroup: a text, or an icon whose text is tooltip and accessible name.
-T.Button {
+PushButton {
     id: button
 
     property string iconName
@@ -11,12 +10,6 @@ T.Button {
 
     implicitWidth: iconName !== "" ? 31 : label.implicitWidth + 24
     implicitHeight: Theme.controlHeight - 2
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.onPressAction: clicked()
-    Accessible.name: text
-    Keys.onReturnPressed: event => KeyPress.press(button, event)
-    Keys.onEnterPressed: event => KeyPress.press(button, event)
 
     background: Item {
         Rectangle {

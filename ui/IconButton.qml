@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// A square button that shows an icon only; its text is tooltip and accessible name.
-T.Button {
+PushButton {
     id: button
 
     required property string iconName
@@ -12,16 +12,6 @@ T.Button {
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.onPressAction: clicked()
-    Accessible.name: text
-    Keys.onReturnPressed: event => KeyPress.press(button, event)
-    Keys.onEnterPressed: event => KeyPress.press(button, event)
-
-    ClickFocus {
-        control: button
-    }
 
     background: Rectangle {
         radius: Theme.controlRadius

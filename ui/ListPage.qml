@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import QtQuick.Window
 import Tessaly.Ui
 
 /// A screen that is one long list: rows are created as they come into view. The children stand above the rows and
@@ -10,46 +9,30 @@ ListView {
 
     readonly property real columnX: Theme.pagePadding
     readonly property real columnWidth: Math.min(width - 2 * Theme.pagePadding, Theme.contentLimit)
-    property int focusMargin: 16
     default property alias head: headHolder.data
 
     readonly property real leastContentY: originY - topMargin
-    /// Pixels a second by which the page scrolls by itself, see driftNear(); negative upwards.
+    /// Speed of automatic scrolling in pixels per second, see driftNear(); negative means up.
     property real driftSpeed: 0
-    /// Height of the head when the view was last put right.
+    /// Height of the head when the position was last adjusted.
     property real settledTop: 0
 
     /// Scrolls as little as needed to show the item with room to spare.
     function reveal(item: Item) {
-        const top = item.mapToItem(contentItem, 0, 0).y - focusMargin;
-        const bottom = top + item.height + 2 * focusMargin;
-        if (item.height > height)
-            return;
-        if (top < contentY)
-            contentY = Math.max(leastContentY, top);
-        else if (bottom > contentY + height)
-            contentY = Math.min(Math.max(leastContentY, originY + contentHeight + bottomMargin - height), bottom - height);
+        contentY = Scrolling.placeFor(page, item);
     }
 
-    /// Scrolls on by itself while something is held at height `y` of the rows, near an edge of the view; no further
-    /// than from `top` to `bottom`.
+    /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view. It does
+    /// not scroll beyond `top` and `bottom`.
     function driftNear(y: real, top: real, bottom: real) {
         const above = contentY + Theme.driftZone - y;
         const below = y - (contentY + height - Theme.driftZone);
-        drift.least = Math.max(leastContentY, Math.min(contentY, top - focusMargin));
-        drift.most = Math.max(contentY, bottom + focusMargin - height);
+        drift.least = Math.max(leastContentY, Math.min(contentY, top - Scrolling.margin));
+        drift.most = Math.max(contentY, bottom + Scrolling.margin - height);
         driftSpeed = above > 0 ? -Theme.driftPerPixel * above : below > 0 ? Theme.driftPerPixel * below : 0;
     }
 
-    function isInside(item: Item): bool {
-        for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-            if (ancestor === contentItem)
-                return true;
-        }
-        return false;
-    }
-
-    /// Rows are made in the order in which they come into view, but Tab goes down the page.
+    /// Rows are created in the order in which they come into view, but Tab must go down the page.
     function putInOrder() {
         TabOrder.goDown(contentItem, originY);
     }
@@ -67,18 +50,11 @@ ListView {
         contentY += settledTop - topMargin;
         settledTop = topMargin;
     }
-    onCountChanged: ordering.restart()
-    onContentHeightChanged: ordering.restart()
+    // Once the rows that changed are there.
+    onCountChanged: Qt.callLater(putInOrder) // qmllint disable
+    onContentHeightChanged: Qt.callLater(putInOrder) // qmllint disable
     Component.onCompleted: contentY = leastContentY
     T.ScrollBar.vertical: AppScrollBar {}
-
-    // Once the rows that changed are there.
-    Timer {
-        id: ordering
-
-        interval: 0
-        onTriggered: page.putInOrder()
-    }
 
     // What a group opens fades in while the rows beneath slide out of its way.
     add: Transition {
@@ -124,25 +100,13 @@ ListView {
         height: childrenRect.height
     }
 
-    Connections {
-        function onActiveFocusItemChanged() {
-            const item = page.Window.activeFocusItem as Item;
-            if (item && item !== page.contentItem && page.isInside(item)) {
-                page.reveal(item);
-                page.forceLayout();
-                page.putInOrder();
-            }
-        }
-
-        target: page.Window.window
-    }
-
-    TypingWatch {
+    FocusWatch {
         parent: page
-        onTyped: {
-            const item = page.Window.activeFocusItem as Item;
-            if (item && page.isInside(item))
-                page.reveal(item);
+        area: page.contentItem
+        onFollowed: item => {
+            page.reveal(item);
+            page.forceLayout();
+            page.putInOrder();
         }
     }
 }

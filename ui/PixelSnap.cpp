@@ -9,39 +9,38 @@ namespace tessaly {
 
 namespace {
 
-/// Of a device pixel. What ends in the middle of one would be rounded up or down as the last binary digit has it.
+/// Fraction of a device pixel. Without it, an edge in the middle of a pixel would be rounded either way.
 constexpr double nudge = 0.05;
 
 } // namespace
 
-void PixelSnap::setTarget(QQuickItem *target)
+void PixelSnap::componentComplete()
 {
-    if (m_target || !target)
-        return;
-    m_target = target;
-    connect(target, &QQuickItem::windowChanged, this, &PixelSnap::watch);
-    watch(target->window());
-    emit targetChanged();
+    // QML makes the item that it is assigned to its parent.
+    m_item = qobject_cast<QQuickItem *>(parent());
+    Q_ASSERT(m_item);
+    connect(m_item, &QQuickItem::windowChanged, this, &PixelSnap::watch);
+    watch(m_item->window());
 }
 
 void PixelSnap::watch(QQuickWindow *window)
 {
     disconnect(m_frames);
-    // Then every item has its place. Where a thread of its own renders, this one waits meanwhile.
+    // By then every item has its position. If a separate thread renders, this one is blocked meanwhile.
     if (window)
         m_frames = connect(window, &QQuickWindow::beforeSynchronizing, this, &PixelSnap::snap, Qt::DirectConnection);
 }
 
 void PixelSnap::snap()
 {
-    const double ratio = m_target->window()->effectiveDevicePixelRatio();
+    const double ratio = m_item->window()->effectiveDevicePixelRatio();
     QPointF offset;
     QPointF stretch(1, 1);
-    if (ratio != std::floor(ratio) && m_target->parentItem() && m_target->isVisible()) {
-        const QPointF place = m_target->parentItem()->mapToScene(m_target->position());
+    if (ratio != std::floor(ratio) && m_item->parentItem() && m_item->isVisible()) {
+        const QPointF place = m_item->parentItem()->mapToScene(m_item->position());
         const auto onPixel = [ratio](double length) { return std::round(length * ratio) / ratio; };
         offset = QPointF(onPixel(place.x()), onPixel(place.y())) + QPointF(nudge, nudge) / ratio - place;
-        const QSizeF size = m_target->size();
+        const QSizeF size = m_item->size();
         if (!size.isEmpty())
             stretch = QPointF(onPixel(size.width()) / size.width(), onPixel(size.height()) / size.height());
     }

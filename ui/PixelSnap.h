@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPointer>
+#include <QQmlParserStatus>
 #include <QQuickItem>
 #include <QtQml/qqml.h>
 
@@ -8,31 +8,27 @@ class QQuickWindow;
 
 namespace tessaly {
 
-/// Puts the edges of its target, whose `transform` it is, between device pixels where the display's scale is not a
-/// whole number: there lines of one pixel would be one or two device pixels wide in turn. It moves and stretches the
-/// target by less than a device pixel. Scrolling changes it frame by frame.
-class PixelSnap : public QQuickTransform
+/// Aligns the edges of the item whose `transform` it is with device pixels where the display's scale is not a whole
+/// number. Without it, lines of one pixel would vary between one and two device pixels. It moves and stretches the item
+/// by less than a device pixel, again in every frame in which the item has moved.
+class PixelSnap : public QQuickTransform, public QQmlParserStatus
 {
     Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(QQuickItem *target READ target WRITE setTarget NOTIFY targetChanged REQUIRED)
 
 public:
     using QQuickTransform::QQuickTransform;
 
-    [[nodiscard]] QQuickItem *target() const { return m_target; }
-    /// Takes effect once.
-    void setTarget(QQuickItem *target);
+    void classBegin() override {}
+    void componentComplete() override;
     void applyTo(QMatrix4x4 *matrix) const override;
-
-signals:
-    void targetChanged();
 
 private:
     void watch(QQuickWindow *window);
     void snap();
 
-    QPointer<QQuickItem> m_target;
+    QQuickItem *m_item = nullptr;
     QMetaObject::Connection m_frames;
     QPointF m_offset;
     QPointF m_stretch{1, 1};

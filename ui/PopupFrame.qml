@@ -12,9 +12,7 @@ Rectangle {
     radius: Theme.popupRadius
     border.width: 1
     border.color: Theme.isDark ? Theme.borderControl : Theme.border
-    transform: PixelSnap {
-        target: frame
-    }
+    transform: PixelSnap {}
 
     BorderImage {
         readonly property int margin: 96

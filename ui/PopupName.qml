@@ -2,7 +2,7 @@ import QtQml
 import QtQuick
 import QtQuick.Templates as T
 
-/// Names a popup for assistive technology, which meets the popup's own item first.
+/// Names a popup for assistive technology, which reads the name of the popup's own item.
 Binding {
     required property T.Popup popup
     required property string name

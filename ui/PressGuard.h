@@ -14,7 +14,7 @@ class PressHistory : public QObject
     Q_OBJECT
 
 public:
-    /// The window's own, made when first asked for.
+    /// The history of the window, created on first use.
     static PressHistory *of(QQuickWindow *window);
 
     /// Whether the last press came within the time and at the place of a double click after the one before.
@@ -31,9 +31,8 @@ private:
     bool m_isRepeated = false;
 };
 
-/// Lies over a button that acts once for each gesture: of presses that follow each other like those of a double click
-/// only the first comes through. The others were meant for what lay there before the rows moved; they neither press
-/// nor take the focus.
+/// Covers a button and lets only the first press of a double or triple click through. The others were meant for what
+/// was there before the rows moved, so they neither press the button nor focus it.
 class PressGuard : public QQuickItem
 {
     Q_OBJECT

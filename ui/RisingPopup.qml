@@ -8,7 +8,7 @@ T.Popup {
 
     property string name
     property real restY: 0
-    /// How far below its place it still is.
+    /// Distance to its final position while it rises.
     property real rise: 0
 
     y: restY + rise

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A quiet text button at the end of a list row. Its accessible name is the label and the row's title.
-T.Button {
+PushButton {
     id: action
 
     /// Title of the item that the action works on.
@@ -12,6 +11,7 @@ T.Button {
     /// The row is hovered or holds the focus.
     property bool isRowActive: false
     property bool isAccented: false
+    property TypeToken token: Theme.captionMedium
 
     readonly property bool isAlarming: isDestructive && (hovered || visualFocus)
 
@@ -19,16 +19,8 @@ T.Button {
     implicitHeight: Theme.rowActionHeight
     leftPadding: 8
     rightPadding: 8
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.onPressAction: clicked()
     Accessible.name: itemTitle === "" ? text : text + ", " + itemTitle
-    Keys.onReturnPressed: event => KeyPress.press(action, event)
-    Keys.onEnterPressed: event => KeyPress.press(action, event)
 
-    ClickFocus {
-        control: action
-    }
     PressGuard {
         anchors.fill: parent
     }
@@ -46,7 +38,7 @@ T.Button {
 
     contentItem: AppText {
         text: action.text
-        token: Theme.captionMedium
+        token: action.token
         horizontalAlignment: Text.AlignHCenter
         color: !action.enabled ? Theme.textDisabled : action.isAlarming ? Theme.destructive : action.isAccented ? Theme.accentText : action.isRowActive || action.hovered ? Theme.textSecondary : Theme.textTertiary
         Accessible.ignored: true

@@ -2,34 +2,20 @@ import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
 
-/// A vertical scroll area that keeps the item with the focus in view, with room to spare.
+/// A vertical scroll area that keeps the focused item in view, with room to spare.
 Flickable {
     id: page
 
-    property int focusMargin: 16
-    /// Stays in view while what stands around it changes its size, until the focus leaves it or somebody scrolls.
+    /// Stays in view while items around it change their sizes, until the focus leaves it or the user scrolls.
     property Item kept: null
-
-    /// The nearest scroll position at which the item is in view.
-    function placeFor(item: Item): real {
-        const top = item.mapToItem(contentItem, 0, 0).y;
-        const bottom = top + item.height;
-        if (item.height > height)
-            return contentY;
-        if (top - focusMargin < contentY)
-            return Math.max(0, top - focusMargin);
-        if (bottom + focusMargin > contentY + height)
-            return Math.min(Math.max(0, contentHeight - height), bottom + focusMargin - height);
-        return contentY;
-    }
 
     function reveal(item: Item) {
         if (!glide.running)
-            contentY = placeFor(item);
+            contentY = Scrolling.placeFor(page, item);
     }
 
-    /// Brings the item into view gently after a click, and not before a second one can no longer be meant for what was
-    /// under the pointer. Until then the focus does not scroll.
+    /// Scrolls smoothly to the item after a click. It waits for the double-click interval, so that a second click still
+    /// hits what is under the pointer. Until then the focus does not scroll the page.
     function glideTo(item: Item) {
         glide.item = item;
         glide.restart();
@@ -40,10 +26,14 @@ Flickable {
         reveal(item);
     }
 
+    function showKept() {
+        if (kept)
+            reveal(kept);
+    }
+
+    /// Shows the item with the focus, if it is in the page.
     function followFocus() {
-        const item = Window.activeFocusItem as Item;
-        if (item && item !== contentItem && isInside(item, contentItem))
-            reveal(item);
+        focusWatch.follow();
     }
 
     function isInside(item: Item, outer: Item): bool {
@@ -54,24 +44,13 @@ Flickable {
         return false;
     }
 
-    objectName: "page"
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     onMovementStarted: kept = null
-    onContentHeightChanged: settling.restart()
+    // When the layout is complete.
+    onContentHeightChanged: Qt.callLater(showKept) // qmllint disable
     T.ScrollBar.vertical: AppScrollBar {}
-
-    // Once everything has its place.
-    Timer {
-        id: settling
-
-        interval: 0
-        onTriggered: {
-            if (page.kept)
-                page.reveal(page.kept);
-        }
-    }
 
     SequentialAnimation {
         id: glide
@@ -79,13 +58,13 @@ Flickable {
         property Item item
         property real progress: 0
 
-        onProgressChanged: page.contentY += (page.placeFor(item) - page.contentY) * progress
+        onProgressChanged: page.contentY += (Scrolling.placeFor(page, item) - page.contentY) * progress
 
         PauseAnimation {
             duration: Qt.styleHints.mouseDoubleClickInterval // qmllint disable
         }
 
-        // Towards where the item is now: what stands above it may still be growing.
+        // Towards the current position of the item: items above it may still be growing.
         NumberAnimation {
             target: glide
             property: "progress"
@@ -99,13 +78,15 @@ Flickable {
         function onActiveFocusItemChanged() {
             if (!page.isInside(page.Window.activeFocusItem as Item, page.kept))
                 page.kept = null;
-            page.followFocus();
         }
 
         target: page.Window.window
     }
 
-    TypingWatch {
-        onTyped: page.followFocus()
+    FocusWatch {
+        id: focusWatch
+
+        area: page.contentItem
+        onFollowed: item => page.reveal(item)
     }
 }

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 
 /// A choice among few labels. Arrow keys change the choice at once; it is one tab stop.
-// Not a control: a plain one has no role for assistive technology in Qt 6.4, whatever is attached to it.
+// Not a control: in Qt 6.4 a plain control ignores the attached role.
 FocusScope {
     id: control
 
@@ -108,7 +108,7 @@ FocusScope {
                 width: control.width > row.implicitWidthOfLabels + 4 ? (control.width - 4) / control.labels.length : label.implicitWidth + 2 * control.segmentPadding
                 height: control.height - 4
                 implicitWidth: label.implicitWidth + 2 * control.segmentPadding
-                // The chosen one has the focus within: a screen reader says what has the focus.
+                // The chosen segment has the focus, so that screen readers announce it.
                 Component.onCompleted: focus = isOn
                 onIsOnChanged: {
                     if (isOn)

@@ -3,13 +3,9 @@ import Tessaly.Ui
 
 /// A hairline.
 Rectangle {
-    id: line
-
     implicitWidth: 1
     implicitHeight: 1
     height: 1
     color: Theme.border
-    transform: PixelSnap {
-        target: line
-    }
+    transform: PixelSnap {}
 }

@@ -4,8 +4,8 @@ import QtQuick.Window
 import Tessaly.Ui
 
 /// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
-/// returns to the opener. Esc asks to leave; Return presses the button that has the focus, and the primary button where the
-/// focused item has no use for it; a click on the scrim does nothing.
+/// returns to the opener. Esc emits leaving(). Return presses the focused button, or the primary button if the
+/// focused item does not use Return. A click on the scrim does nothing.
 T.Popup {
     id: sheet
 
@@ -20,7 +20,6 @@ T.Popup {
     property int bodyTopPadding: 16
     property int bodyBottomPadding: 20
     property int bodySpacing: 16
-    property int focusMargin: 16
     /// Shown in a line that closes the body and does not scroll with it; no line while empty.
     property string status
     property alias statusLine: statusLine
@@ -29,39 +28,16 @@ T.Popup {
     property alias foot: footRow.data
     property alias bodyFlickable: flick
     property AppButton primaryButton: null
-    /// Takes the focus when the sheet has opened; without it the primary button does, or the sheet itself. It shows a
+    /// Gets the focus when the sheet has opened; if null, the primary button does, or else the sheet itself. It shows a
     /// ring if the opener did.
     property Item initialFocus: null
-    /// How far below its place it still is.
+    /// Distance to its final position while it rises.
     property real rise: 0
 
     /// Esc was pressed and no popup inside took it.
     signal leaving
-    /// The sheet has closed, and the item that the focus would return to with that reason is no longer there.
+    /// The sheet has closed, but the item that would get the focus back with that reason no longer exists.
     signal openerGone(int reason)
-
-    /// Scrolls as little as needed to show the item with room to spare.
-    function reveal(item: Item) {
-        const top = item.mapToItem(bodyColumn, 0, 0).y - focusMargin;
-        const bottom = top + item.height + 2 * focusMargin;
-        if (item.height > flick.height)
-            return;
-        if (top < flick.contentY || bottom - top > flick.height)
-            flick.contentY = Math.max(0, Math.min(top, flick.contentHeight - flick.height));
-        else if (bottom > flick.contentY + flick.height)
-            flick.contentY = Math.max(0, Math.min(bottom, flick.contentHeight) - flick.height);
-    }
-
-    /// Shows the item of the body that has the focus, if it is one of those; of a text of many lines its frame.
-    function followFocus() {
-        let item = surface.Window.activeFocusItem as Item;
-        for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-            if (ancestor instanceof MultilineBase)
-                item = ancestor;
-            if (ancestor === bodyColumn)
-                reveal(item);
-        }
-    }
 
     parent: T.Overlay.overlay
     x: Math.round(((parent?.width ?? 0) - width) / 2)
@@ -163,26 +139,6 @@ T.Popup {
         primaryButton: sheet.primaryButton
         onLeaving: sheet.leaving()
 
-        Connections {
-            function onActiveFocusItemChanged() {
-                sheet.followFocus();
-            }
-
-            target: surface.Window.window
-        }
-
-        TypingWatch {
-            onTyped: sheet.followFocus()
-        }
-
-        // What comes above the item with the focus pushes it down; once everything has its place, it is shown again.
-        Timer {
-            id: settling
-
-            interval: 0
-            onTriggered: sheet.followFocus()
-        }
-
         Column {
             id: headColumn
 
@@ -204,20 +160,18 @@ T.Popup {
             }
         }
 
-        Flickable {
+        ScrollPage {
             id: flick
 
             anchors.top: headColumn.bottom
             anchors.bottom: statusBox.top
             width: parent.width
             clip: contentHeight > height
-            contentWidth: width
             contentHeight: bodyColumn.height
-            boundsBehavior: Flickable.StopAtBounds
             interactive: contentHeight > height
-            onHeightChanged: settling.restart()
-            onContentHeightChanged: settling.restart()
-            T.ScrollBar.vertical: AppScrollBar {}
+            // Items that appear above the focused item push it down. When the layout is complete, it is shown again.
+            onHeightChanged: Qt.callLater(followFocus) // qmllint disable
+            onContentHeightChanged: Qt.callLater(followFocus) // qmllint disable
 
             Column {
                 id: bodyColumn

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// What a sheet's items stand on. Return and Esc arrive here when the item with the focus has no use for them.
+/// The content item of a sheet. It handles Return and Esc if the focused item does not use them.
 FocusScope {
     id: surface
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The turning sign of something that is being fetched. It stands still with reduced motion and while it is hidden.
+/// The loading indicator. It does not turn with reduced motion or while hidden.
 Icon {
     id: spinner
 

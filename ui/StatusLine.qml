@@ -1,14 +1,16 @@
 import QtQuick
 
-/// An icon and a message, on one line or on up to `lineLimit`; announced politely when it changes. It emits `dismissed`
-/// when the user closes it or a passing message has stayed long enough; whoever shows it then clears the message.
+/// An icon and a message on up to `lineLimit` lines; announced politely when it changes. It emits `dismissed` when the
+/// user closes it or the time of a passing message is over. The owner then clears the message.
 Item {
     id: line
 
     property string message
     property bool isFailure: false
-    /// Leaves after four seconds, longer while hovered.
+    /// Disappears after `stayTime`, but not while held.
     property bool isPassing: false
+    property int stayTime: Theme.toastStay
+    property bool isHeld: hover.hovered
     property bool isClosable: false
     property TypeToken token: Theme.caption
     property color ink: isFailure ? Theme.destructive : Theme.textSecondary
@@ -18,20 +20,23 @@ Item {
 
     signal dismissed
 
-    implicitWidth: label.x + Math.ceil(label.implicitWidth) + closeRoom
-    implicitHeight: lineLimit > 1 ? label.implicitHeight : 18
-    Accessible.role: Accessible.StatusBar
-    Accessible.name: message
-    onMessageChanged: {
+    /// Restarts the time of a passing message.
+    function stayOn() {
         if (stay.running)
             stay.restart();
     }
 
+    implicitWidth: label.x + Math.ceil(label.implicitWidth) + closeRoom
+    implicitHeight: lineLimit > 1 ? label.implicitHeight : 18
+    Accessible.role: Accessible.StatusBar
+    Accessible.name: message
+    onMessageChanged: stayOn()
+
     Timer {
         id: stay
 
-        interval: Theme.toastStay
-        running: line.isPassing && line.visible && line.message !== "" && !hover.hovered
+        interval: line.stayTime
+        running: line.isPassing && line.visible && line.message !== "" && !line.isHeld
         onTriggered: line.dismissed()
     }
 

@@ -14,9 +14,9 @@ class TabOrder : public QObject
     QML_SINGLETON
 
 public:
-    /// Puts the rows of a list, the children of its content item, in order of their property `index`. What has none
-    /// stands before the first row, which begins at `firstRowY`, or after the last. Focus and looks stay as they are,
-    /// as long as the children do not lie over each other.
+    /// Sorts the rows of a list, the children of its content item, by their property `index`. Children without one come
+    /// before the first row, which begins at `firstRowY`, or after the last. Focus and appearance do not change as long
+    /// as the children do not overlap.
     Q_INVOKABLE static void goDown(QQuickItem *contentItem, qreal firstRowY);
 };
 

@@ -135,9 +135,9 @@ QtObject {
     readonly property int sheetRadius: 14
 
     readonly property real draggedOpacity: 0.92
-    /// Cannot be told from 1 by eye.
+    /// Looks the same as 1.
     readonly property real nearlyOpaque: 0.998
-    /// So near an edge does something that is dragged make the page scroll.
+    /// Something dragged this close to an edge scrolls the page.
     readonly property int driftZone: 48
     /// Pixels a second for each pixel into that zone.
     readonly property real driftPerPixel: 12
@@ -164,9 +164,9 @@ QtObject {
     readonly property int done: 1600
     readonly property int progress: isReducedMotion ? 0 : 240
     readonly property int toolTipDelay: 500
-    /// After it, what is typed in a list begins anew.
+    /// After this pause, typing in a list starts a new search.
     readonly property int typingPause: 1000
-    /// One turn of the sign of something that is being fetched.
+    /// One turn of the loading indicator.
     readonly property int turn: 900
 
     /// The current mode's value of a palette entry; blue for an unknown name.

@@ -12,7 +12,7 @@ AppTextField {
     signal entered(int number)
     signal stepped(int delta)
 
-    /// A number is being handed over: what is typed stays as it is until the field is left.
+    /// A typed number is being reported: the typed text stays until the field loses the focus.
     property bool isTaken: false
 
     function showNumber() {

@@ -1,9 +1,9 @@
 import QtQuick
 import QtQuick.Window
 
-/// A message at the foot of a screen, with at most one action. It says what `message` says, in another language too once
-/// that has changed, and goes when there is nothing to say any more. A passing one leaves after four seconds, with an
-/// action after eight, later while hovered or focused. F6 leads to it, Esc closes it.
+/// A message at the bottom of a screen, with at most one action. It shows `message`, also when that changes with the
+/// language, and disappears when it is empty. A passing message disappears after four seconds, or after eight with an
+/// action, but not while hovered or focused. F6 focuses the toast, Esc closes it.
 PopupFrame {
     id: toast
 
@@ -11,12 +11,11 @@ PopupFrame {
     property string action
     property bool isFailure: false
     property bool isPassing: true
-    /// The last words there were, for as long as it takes to fade out.
+    /// The last message that was not empty, shown while fading out.
     property string words
-    /// Where the focus goes when it closes with the focus.
+    /// Gets the focus back if the toast has it when it closes.
     property Item opener: null
 
-    readonly property bool isHeld: hover.hovered || hasFocus
     readonly property bool hasFocus: {
         for (let item = Window.activeFocusItem as Item; item; item = item.parent) {
             if (item === toast)
@@ -26,15 +25,14 @@ PopupFrame {
     }
 
     signal actionChosen
-    /// It was closed or has stayed long enough.
+    /// The user closed it, or its time is over.
     signal dismissed
 
     function show() {
         if (message === "")
             return;
         opacity = 1;
-        if (stay.running)
-            stay.restart();
+        line.stayOn();
     }
 
     function hide() {
@@ -87,14 +85,6 @@ PopupFrame {
         id: hover
     }
 
-    Timer {
-        id: stay
-
-        interval: toast.action === "" ? Theme.toastStay : Theme.toastActionStay
-        running: toast.isPassing && toast.opacity === 1 && !toast.isHeld
-        onTriggered: toast.leave()
-    }
-
     StatusLine {
         id: line
 
@@ -103,6 +93,9 @@ PopupFrame {
         anchors.verticalCenter: parent.verticalCenter
         message: toast.words
         isFailure: toast.isFailure
+        isPassing: toast.isPassing && toast.opacity === 1
+        stayTime: toast.action === "" ? Theme.toastStay : Theme.toastActionStay
+        isHeld: hover.hovered || toast.hasFocus
         isClosable: true
         token: Theme.control
         ink: toast.isFailure ? Theme.destructive : Theme.text
@@ -129,7 +122,9 @@ PopupFrame {
 
             x: 8
             anchors.verticalCenter: parent.verticalCenter
+            height: Theme.smallControlHeight
             text: toast.action
+            token: Theme.buttonPrimary
             isAccented: true
             onClicked: {
                 toast.leave();

@@ -11,7 +11,7 @@ T.Switch {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
-    // Qt 6.4 changes the state when it is asked to, and tells nobody.
+    // On these actions Qt 6.4 changes the state without emitting toggled().
     Accessible.onPressAction: switchOver()
     Accessible.onToggleAction: switchOver()
     Accessible.name: text

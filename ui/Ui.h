@@ -11,8 +11,8 @@ void applyInterfaceFont();
 /// loads a file.
 void installImageProviders(QQmlEngine &engine);
 
-/// Lets a key that is held press a button once, for as long as the engine lives: the row that takes the place of a
-/// deleted one is not deleted as well.
+/// Makes a held key press a button only once, as long as the engine lives. Otherwise holding it on Delete would delete
+/// one row after another.
 void ignoreHeldKeysOnButtons(QQmlEngine &engine);
 
 } // namespace tessaly

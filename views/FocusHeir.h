@@ -14,7 +14,7 @@ enum class RowLevel { Item, Group, Section };
 
 /// Makes the change, with which the row is to go away, and returns the row that the focus then goes on to: the item
 /// that followed it in its group, else the one before, else the headers above it; -1 when none of them is left.
-/// `levelOf(row)` tells the level of a row.
+/// `levelOf(row)` returns the level of a row.
 template <class LevelOf, class Change>
 int focusHeirAfter(const QAbstractItemModel &model, int row, LevelOf levelOf, Change change)
 {

@@ -9,7 +9,7 @@ Item {
     required property bool isExpanded
     required property bool isEditing
 
-    readonly property bool isActive: hover.hovered || disclosure.visualFocus || editAction.visualFocus || deleteAction.visualFocus
+    readonly property bool isActive: hover.hovered || disclosure.visualFocus || actions.hasVisualFocus
 
     signal expansionRequested(bool isOpen)
     signal editingRequested(bool isOn)
@@ -17,7 +17,7 @@ Item {
     signal removed
 
     function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+        actions.focusDelete(Qt.TabFocusReason);
     }
 
     function edit(isOn: bool) {
@@ -25,7 +25,7 @@ Item {
         if (isOn)
             (editor.item as Item).forceActiveFocus();
         else
-            editAction.forceActiveFocus();
+            actions.focusEdit(Qt.OtherFocusReason);
     }
 
     implicitHeight: Theme.groupHeight
@@ -45,7 +45,7 @@ Item {
 
         // Keeps the name clear of the actions, which are no part of this button.
         Item {
-            width: disclosure.width - 8 - editAction.x
+            width: disclosure.width - 8 - actions.x
             height: 1
         }
     }
@@ -71,27 +71,16 @@ Item {
         // qmllint enable unqualified
     }
 
-    RowAction {
-        id: editAction
-
-        x: (deleteAction.visible ? deleteAction.x - 2 : header.width - 8) - width
-        anchors.verticalCenter: parent.verticalCenter
-        text: header.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")
-        itemTitle: header.title
-        isAccented: header.isEditing
-        isRowActive: header.isActive
-        onClicked: header.edit(!header.isEditing)
-    }
-    RowAction {
-        id: deleteAction
+    RowActions {
+        id: actions
 
         x: header.width - 8 - width
         anchors.verticalCenter: parent.verticalCenter
-        visible: !header.isEditing
-        text: Language.text("删除", "Delete")
         itemTitle: header.title
-        isDestructive: true
         isRowActive: header.isActive
-        onClicked: header.removed()
+        isEditing: header.isEditing
+        isDeleteShown: !header.isEditing
+        onEditRequested: header.edit(!header.isEditing)
+        onDeleteRequested: header.removed()
     }
 }

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// What puts a document on the clipboard as rich text. A file that brings in an engine has it as its root.
+/// Copies a document to the clipboard as rich text. It is the root of files that load an engine.
 Item {
     signal copyRequested(string markdown)
     /// The last request is done; requests that another has overtaken are never answered.

@@ -11,8 +11,8 @@ namespace tessaly {
 
 class FileDialogs;
 
-/// What the document screens use besides the store: the desktop's file dialogs, and the files that bring in the web
-/// engine. Handed to QML as a singleton.
+/// What the document screens use besides the store: the desktop's file dialogs, and the files that load the web
+/// engine. A singleton in QML.
 class DocumentDesktop : public QObject
 {
     Q_OBJECT

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// The row of a document: its title, which opens it, and what can be done with it.
@@ -9,13 +8,13 @@ Item {
     required property string title
     required property bool isLast
 
-    readonly property bool isActive: hover.hovered || opener.visualFocus || editAction.visualFocus || deleteAction.visualFocus
+    readonly property bool isActive: hover.hovered || opener.visualFocus || actions.hasVisualFocus
 
     signal opened
     signal removed
 
     function focusDelete() {
-        deleteAction.forceActiveFocus(Qt.TabFocusReason);
+        actions.focusDelete(Qt.TabFocusReason);
     }
 
     implicitHeight: Theme.groupHeight
@@ -34,17 +33,12 @@ Item {
         visible: row.isActive
     }
 
-    T.AbstractButton {
+    PushButton {
         id: opener
 
-        width: editAction.x - 12
+        width: actions.x - 12
         height: parent.height
         text: row.title
-        focusPolicy: Qt.StrongFocus
-        Accessible.onPressAction: clicked()
-        Accessible.name: text
-        Keys.onReturnPressed: event => KeyPress.press(opener, event)
-        Keys.onEnterPressed: event => KeyPress.press(opener, event)
         onClicked: row.opened()
 
         contentItem: Item {
@@ -66,25 +60,14 @@ Item {
         }
     }
 
-    RowAction {
-        id: editAction
-
-        x: deleteAction.x - 2 - width
-        anchors.verticalCenter: parent.verticalCenter
-        text: Language.text("编辑", "Edit")
-        itemTitle: row.title
-        isRowActive: row.isActive
-        onClicked: row.opened()
-    }
-    RowAction {
-        id: deleteAction
+    RowActions {
+        id: actions
 
         x: row.width - 8 - width
         anchors.verticalCenter: parent.verticalCenter
-        text: Language.text("删除", "Delete")
         itemTitle: row.title
-        isDestructive: true
         isRowActive: row.isActive
-        onClicked: row.removed()
+        onEditRequested: row.opened()
+        onDeleteRequested: row.removed()
     }
 }

@@ -71,7 +71,7 @@ void DocumentLibraryViewModel::refreshRows()
 DocumentListRow DocumentLibraryViewModel::rowAt(int row) const
 {
     const DocumentListRow none{.kind = Kind::NoDocuments};
-    return row >= 0 && row < m_rows.rows().size() ? m_rows.rows().at(row) : none;
+    return m_rows.rows().value(row, none);
 }
 
 void DocumentLibraryViewModel::addCategory()

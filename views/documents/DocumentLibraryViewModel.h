@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-/// The state of the documents screen: the two forms and the groups. Made anew whenever the screen is opened.
+/// The state of the documents screen: the two forms and the groups. Created each time the screen opens.
 class DocumentLibraryViewModel : public QObject
 {
     Q_OBJECT

@@ -8,10 +8,10 @@ RowLayout {
     id: toolbar
 
     required property MarkdownEditorModel editor
-    /// Whether there is no room for the words of the two buttons with icons.
+    /// Whether the two buttons with icons show no text.
     required property bool isNarrow
 
-    /// A button has done what it is for; writing goes on.
+    /// A button was pressed; the focus returns to the text.
     signal acted
 
     spacing: 12
@@ -54,7 +54,7 @@ RowLayout {
         text: toolbar.editor.title
         onTextEdited: toolbar.editor.title = text
         placeholderText: Language.text("文档名称", "Document name")
-        // Left to the input method.
+        // The input method handles it.
         Keys.onEscapePressed: event => event.accepted = true
 
         background: FieldFrame {

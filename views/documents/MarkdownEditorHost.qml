@@ -2,9 +2,8 @@ import QtQuick
 import Tessaly.Documents
 import Tessaly.Ui
 
-/// Where the editor is presented: it stands beside the screens, so that no change of the screen can take away a text
-/// that is not saved. Its own place is that of the screens, for what is to be said once the editor is gone. A copy that
-/// was begun in an editor goes on without it.
+/// Presents the editor beside the screens, so that switching screens cannot discard text that is not saved. It also shows
+/// messages once the editor has closed. A copy continues when its editor is closed.
 Item {
     id: host
 
@@ -38,18 +37,18 @@ Item {
         if (page)
             page.editor.finishCopy(isCopied);
         else
-            host.tell(DocumentDesktop.copyOutcome(isCopied), isCopied, !isCopied);
+            host.report(DocumentDesktop.copyOutcome(isCopied), isCopied, !isCopied);
         Qt.callLater(host.leaveEngine);
     }
 
-    function tell(texts: list<string>, isPassing: bool, isFailure: bool) {
+    function report(texts: list<string>, isPassing: bool, isFailure: bool) {
         toast.texts = texts;
         toast.isPassing = isPassing;
         toast.isFailure = isFailure;
         toast.show();
     }
 
-    /// Lets the engine go when nothing needs it.
+    /// Unloads the engine when nothing needs it.
     function leaveEngine() {
         if (!isOpen && !isCopying)
             copier.source = "";
@@ -66,8 +65,8 @@ Item {
             onClosed: {
                 const texts = editor.keptVersionTexts;
                 host.documentId = "";
-                // Nobody could have read it in the editor.
-                host.tell(texts, false, false);
+                // The editor closes too fast for it to be read there.
+                host.report(texts, false, false);
                 host.leaveEngine();
             }
         }

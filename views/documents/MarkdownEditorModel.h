@@ -73,7 +73,7 @@ public:
     [[nodiscard]] QStringList keptVersionTexts() const;
     /// Whether the message reports a failure.
     [[nodiscard]] bool hasFailed() const { return m_session.message().kind == MessageKind::Failure; }
-    /// Whether the message leaves by itself after a while.
+    /// Whether the message disappears after a while.
     [[nodiscard]] bool isMessagePassing() const { return m_session.message().kind == MessageKind::Success; }
     Q_INVOKABLE void dismissMessage() { m_session.dismissMessage(); }
     [[nodiscard]] bool hasUnsavedChanges() const { return m_session.hasUnsavedChanges(); }
@@ -81,7 +81,7 @@ public:
 
     /// Saves title, category and text.
     Q_INVOKABLE bool save() { return m_session.save(); }
-    /// Saves before the window closes; false if that would lose text of which the user has not been told.
+    /// Saves before the window closes; false if text would be lost and the user has not been warned yet.
     Q_INVOKABLE bool mayCloseWindow() { return m_session.mayCloseWindow(); }
     /// Saves, and emits closed() when everything that was typed is on the disk.
     Q_INVOKABLE void close();
@@ -89,9 +89,9 @@ public:
     Q_INVOKABLE void insertImage();
     /// Saves, and emits copyRequested().
     Q_INVOKABLE void copyForWeChat();
-    /// Tells how the copy went.
+    /// Reports the result of the copy.
     Q_INVOKABLE void finishCopy(bool isCopied);
-    /// Tells that there is nothing to copy with.
+    /// Reports that the web engine is missing.
     Q_INVOKABLE void refuseCopy();
 
     /// A font of the first of the families that is there, and of the others for what it lacks; letters are

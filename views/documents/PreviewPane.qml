@@ -3,7 +3,7 @@ import QtQuick.Window
 import Tessaly.Documents
 import Tessaly.Ui
 
-/// The preview, brought in with the first document, or words about why there is none.
+/// The preview, loaded with the first document, or a text that explains why there is none.
 Item {
     id: pane
 
@@ -11,7 +11,7 @@ Item {
     required property url baseUrl
 
     readonly property PreviewSlot slot: loader.item as PreviewSlot
-    /// Whether there is nothing more to come for the text at hand.
+    /// Whether the current text is fully shown.
     readonly property bool isSettled: loader.active && loader.status !== Loader.Loading && !(slot?.isRendering ?? false)
 
     /// Opens in the user's browser or mail program what may be opened there.
@@ -30,7 +30,7 @@ Item {
         source: DocumentDesktop.previewSource
     }
     Connections {
-        // The engine takes a moment to load: the source is shown before.
+        // The engine takes a moment to load, so the source is shown first.
         function onFrameSwapped() {
             DocumentDesktop.prepareEngine();
             loader.active = true;
@@ -39,7 +39,7 @@ Item {
         target: loader.active ? null : pane.Window.window
     }
 
-    // In front of the text, which is rendered with it.
+    // Before the text, which is rendered with it.
     Binding {
         target: pane.slot
         property: "baseUrl"
@@ -51,7 +51,7 @@ Item {
         target: pane.slot
         property: "markdown"
         value: pane.markdown
-        // A page that nobody sees is not rendered anew.
+        // A hidden page is not rendered again.
         when: pane.slot !== null && pane.visible
         restoreMode: Binding.RestoreNone
     }

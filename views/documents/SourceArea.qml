@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
 
-/// The source of a document, in the fonts for source text; it scrolls by itself.
+/// The source of a document, in the fonts for source text; it has its own scroll bar.
 Rectangle {
     id: area
 
@@ -66,8 +66,8 @@ Rectangle {
             font: area.sourceFont
             color: Theme.text
             selectionColor: Theme.accentSoft
-            // A new colour, though nobody sees that it is one, has all lines in view drawn anew. After a change of the
-            // selection alone, Qt 6.4 draws those above it a second time over themselves.
+            // A different colour, which looks the same, makes Qt redraw all lines in view. When only the selection
+            // changes, Qt 6.4 draws the lines above it twice, one copy over the other.
             selectedTextColor: isRedrawn ? Theme.text : Qt.alpha(Theme.text, Theme.nearlyOpaque)
             readOnly: area.isReadOnly
             selectByMouse: true
@@ -82,7 +82,7 @@ Rectangle {
             onPressed: redraw()
             onReleased: redraw()
             onCursorRectangleChanged: flick.follow(cursorRectangle)
-            // Left to the input method.
+            // The input method handles it.
             Keys.onEscapePressed: event => event.accepted = true
             Keys.onPressed: event => {
                 const page = event.key === Qt.Key_PageUp ? -1 : event.key === Qt.Key_PageDown ? 1 : 0;

@@ -105,7 +105,7 @@ void SourceText::takeOver(int position, int removed, int added)
         m_text = textBetween(*m_document, 0, length);
     lookForShapes(text);
     markEdited();
-    // Text pasted into an empty line brings a format of its own. Not from within the change that is being reported.
+    // Text pasted into an empty line has its own format. Deferred, because the document is still reporting the change.
     const int end = std::min(position + added, length);
     for (QTextBlock block = m_document->findBlock(position); block.isValid() && block.position() <= end;
          block = block.next()) {

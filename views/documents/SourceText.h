@@ -8,8 +8,8 @@ class QTextDocument;
 
 namespace tessaly {
 
-/// The source of a document while it is edited, kept in step with the field that shows it. A key costs what it changes:
-/// the text is never taken out of the field as a whole.
+/// The source of a document while it is edited. It follows the field that shows it edit by edit: the whole text is
+/// never copied out of the field.
 class SourceText : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class SourceText : public QObject
 public:
     using QObject::QObject;
 
-    /// Starts anew with the text of a file.
+    /// Starts with the text of a file.
     void load(const QString &text);
     /// Lines end in "\n".
     [[nodiscard]] const QString &text() const { return m_text; }

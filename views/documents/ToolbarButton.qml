@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tessaly.Ui
 
-/// A button with an icon; where it is narrow its words are in the tooltip.
+/// A button with an icon. In a narrow toolbar its text is in the tooltip.
 AppButton {
     id: button
 

@@ -10,21 +10,17 @@ Item {
     id: goalCard
 
     required property GoalCardModel card
+    /// Scrolls while a row is dragged near one of its ends.
+    required property ListPage page
 
     /// Row that is being dragged and the row before which it would land; -1 for none.
     property int draggedRow: -1
     property int targetRow: -1
-    /// How far the page that the card is on is scrolled.
-    property real pageY: 0
+    property bool canLand: true
     property real pageYAtStart: 0
 
     signal toggled
     signal deleteRequested
-    /// A row is dragged with the pointer at that height of the card.
-    signal dragMoved(real y)
-    signal dragEnded
-    /// A row was moved by keyboard.
-    signal rowMoved(Item row)
 
     function focusCircle(reason: int) {
         header.focusCircle(reason);
@@ -56,26 +52,32 @@ Item {
     /// Looks for the row before which the dragged one would land, `y` being a place in the rows.
     function dragTo(y: real) {
         const place = rows.childAt(1, y) as GoalCardItem;
-        dragMoved(rows.y + y);
+        const top = mapToItem(page.contentItem, 0, 0).y;
+        page.driftNear(top + rows.y + y, top, top + height);
         targetRow = place ? card.targetFor(draggedRow, place.index) : -1;
-        barred.isShown = targetRow < 0 && !(place && card.isPartOf(place.index, draggedRow));
+        canLand = targetRow >= 0 || (place !== null && card.isPartOf(place.index, draggedRow));
     }
+
     function endDrag(isCancelled: bool) {
         const dragged = rowItems.itemAt(draggedRow) as GoalCardItem;
         const target = isCancelled ? -1 : targetRow;
         draggedRow = -1;
         targetRow = -1;
-        barred.isShown = false;
-        dragEnded();
+        page.driftSpeed = 0;
         if (dragged && target >= 0)
             card.drop(dragged.itemId, target);
     }
 
     implicitHeight: header.height + rows.height + 57
 
-    // While the dragged row is over a place where it cannot land.
-    BarredCursor {
-        id: barred
+    // The cursor of the whole window while a row is dragged.
+    MouseArea {
+        parent: goalCard.Window.contentItem
+        anchors.fill: parent
+        z: 1
+        visible: goalCard.draggedRow >= 0
+        acceptedButtons: Qt.NoButton
+        cursorShape: goalCard.canLand ? Qt.ArrowCursor : Qt.ForbiddenCursor
     }
 
     GoalHeader {
@@ -104,10 +106,11 @@ Item {
                 width: rows.width
                 card: goalCard.card
                 z: goalCard.draggedRow === index ? 1 : 0
-                scrolledBy: goalCard.draggedRow === index ? goalCard.pageY - goalCard.pageYAtStart : 0
+                scrolledBy: goalCard.draggedRow === index ? goalCard.page.contentY - goalCard.pageYAtStart : 0
                 onDeleteRequested: goalCard.removeRow(index)
                 onDragStarted: {
-                    goalCard.pageYAtStart = goalCard.pageY;
+                    goalCard.pageYAtStart = goalCard.page.contentY;
+                    goalCard.canLand = true;
                     goalCard.draggedRow = index;
                 }
                 onDraggedTo: y => goalCard.dragTo(mapToItem(rows, 0, y).y)
@@ -115,7 +118,7 @@ Item {
                 onMovedByKey: {
                     // Until then it is where it was.
                     rows.forceLayout();
-                    goalCard.rowMoved(cardRow);
+                    goalCard.page.reveal(cardRow);
                 }
             }
         }

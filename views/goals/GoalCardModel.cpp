@@ -1,6 +1,5 @@
 #include "views/goals/GoalCardModel.h"
 
-#include "model/GoalOperations.h"
 #include "model/GoalRules.h"
 
 #include <algorithm>
@@ -37,20 +36,19 @@ GoalCardModel::GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *
 GoalCardModel::~GoalCardModel()
 {
     change([this](Goal &goal) {
-        bool isChanged = m_isEditing && giveNameBack(goal.title, m_formerTitle);
-        const auto giveBack = [&](auto &records, const QHash<QUuid, QString> &formerTitles) {
-            for (auto &record : records) {
-                const auto former = formerTitles.constFind(record.id);
-                if (former != formerTitles.cend())
-                    isChanged |= giveNameBack(record.title, *former);
-            }
+        bool isChanged = false;
+        const auto giveBack = [&](auto &record) {
+            const auto former = m_editing.constFind(record.id);
+            if (former != m_editing.cend())
+                isChanged |= giveNameBack(record.title, *former);
         };
+        giveBack(goal);
         if (!goal.subgoals)
             return isChanged;
-        giveBack(*goal.subgoals, m_editingSubgoals);
         for (Subgoal &subgoal : *goal.subgoals) {
+            giveBack(subgoal);
             if (subgoal.tasks)
-                giveBack(*subgoal.tasks, m_editingTasks);
+                std::ranges::for_each(*subgoal.tasks, giveBack);
         }
         return isChanged;
     });
@@ -71,13 +69,12 @@ void GoalCardModel::refreshRows()
     QList<GoalCardRow> rows;
     for (const Subgoal &subgoal : m_goal.subgoals.value_or(QList<Subgoal>())) {
         const QUuid id = subgoal.id;
-        rows.append(
-            {GoalRow::Part::Subgoal, id, id, subgoal.title, 0, subgoal.isComplete, m_editingSubgoals.contains(id)});
+        rows.append({GoalRow::Part::Subgoal, id, id, subgoal.title, 0, subgoal.isComplete, m_editing.contains(id)});
         for (const GoalTask &task : subgoal.tasks.value_or(QList<GoalTask>()))
             rows.append({GoalRow::Part::Task, task.id, id, task.title, task.weight, task.isComplete,
-                         m_editingTasks.contains(task.id)});
-        rows.append({GoalRow::Part::AddTask, id, id, m_newTasks.value(id),
-                     m_newTaskWeights.value(id, defaultTaskWeight), false, false});
+                         m_editing.contains(task.id)});
+        const NewTask added = m_newTasks.value(id);
+        rows.append({GoalRow::Part::AddTask, id, id, added.title, added.weight, false, false});
     }
     m_rows.setRows(rows);
 }
@@ -100,7 +97,7 @@ QString GoalCardModel::explanation() const
     QStringList lines;
     const QList<GoalTaskShare> shares = goalTaskShares(m_goal);
     for (const GoalTaskShare &share : shares) {
-        // In one call: a title may hold a place marker of its own.
+        // In one call: a title may itself contain a place marker.
         lines.append(QStringLiteral("%1 %2 – %3 %4 (%5%)")
                          .arg(share.isDone ? QStringLiteral("✓") : QStringLiteral("○"), share.title, weight,
                               weightText(share.weight), QString::number(share.percent)));
@@ -118,20 +115,9 @@ bool GoalCardModel::change(Operation operation)
     return isChanged;
 }
 
-const GoalCardRow *GoalCardModel::rowAt(int row) const
-{
-    return row >= 0 && row < m_rows.rows().size() ? &m_rows.rows().at(row) : nullptr;
-}
-
 void GoalCardModel::setTitle(const QString &title)
 {
     change([&](Goal &goal) { return std::exchange(goal.title, title) != title; });
-}
-
-void GoalCardModel::setNewSubgoal(const QString &title)
-{
-    if (std::exchange(m_newSubgoal, title) != title)
-        emit newSubgoalChanged();
 }
 
 void GoalCardModel::toggle()
@@ -142,14 +128,21 @@ void GoalCardModel::toggle()
     });
 }
 
+QString GoalCardModel::flipEditing(const QUuid &id, const QString &title)
+{
+    const auto edited = m_editing.constFind(id);
+    if (edited == m_editing.cend()) {
+        m_editing.insert(id, title);
+        return title;
+    }
+    const QString formerTitle = *edited;
+    m_editing.erase(edited);
+    return trimmedBlanks(title).isEmpty() ? formerTitle : title;
+}
+
 void GoalCardModel::toggleEditing()
 {
-    m_isEditing = !m_isEditing;
-    const bool isNameless = trimmedBlanks(m_goal.title).isEmpty();
-    if (m_isEditing)
-        m_formerTitle = m_goal.title;
-    if (!m_isEditing && isNameless)
-        setTitle(m_formerTitle);
+    setTitle(flipEditing(m_goalID, m_goal.title));
     emit isEditingChanged();
 }
 
@@ -157,16 +150,16 @@ bool GoalCardModel::addSubgoal()
 {
     const QString title = m_newSubgoal;
     const bool isAdded = change([&](Goal &goal) { return tessaly::addSubgoal(goal, title); });
-    if (isAdded)
-        setNewSubgoal({});
+    if (isAdded) {
+        m_newSubgoal.clear();
+        emit newSubgoalChanged();
+    }
     return isAdded;
 }
 
 void GoalCardModel::toggleRow(int row)
 {
-    if (!rowAt(row))
-        return;
-    const GoalCardRow toggled = *rowAt(row);
+    const GoalCardRow toggled = rowAt(row);
     if (toggled.part == GoalRow::Part::Subgoal)
         change([&](Goal &goal) { return toggleSubgoal(goal, toggled.id); });
     else if (toggled.part == GoalRow::Part::Task)
@@ -175,25 +168,17 @@ void GoalCardModel::toggleRow(int row)
 
 void GoalCardModel::toggleRowEditing(int row)
 {
-    const GoalCardRow *found = rowAt(row);
-    if (!found || found->part == GoalRow::Part::AddTask)
+    const GoalCardRow edited = rowAt(row);
+    if (edited.id.isNull() || edited.part == GoalRow::Part::AddTask)
         return;
-    const GoalCardRow edited = *found;
-    QHash<QUuid, QString> &editing = edited.part == GoalRow::Part::Subgoal ? m_editingSubgoals : m_editingTasks;
-    const bool isEnd = editing.contains(edited.id);
-    const QString formerTitle = isEnd ? editing.take(edited.id) : edited.title;
-    if (!isEnd)
-        editing.insert(edited.id, formerTitle);
+    const QString title = flipEditing(edited.id, edited.title);
     refreshRows();
-    if (isEnd && trimmedBlanks(edited.title).isEmpty())
-        setRowTitle(row, formerTitle);
+    setRowTitle(row, title);
 }
 
 void GoalCardModel::removeRow(int row)
 {
-    if (!rowAt(row))
-        return;
-    const GoalCardRow removed = *rowAt(row);
+    const GoalCardRow removed = rowAt(row);
     if (removed.part == GoalRow::Part::Subgoal)
         change([&](Goal &goal) { return removeSubgoal(goal, removed.id); });
     else if (removed.part == GoalRow::Part::Task)
@@ -202,9 +187,7 @@ void GoalCardModel::removeRow(int row)
 
 void GoalCardModel::setRowTitle(int row, const QString &title)
 {
-    if (!rowAt(row))
-        return;
-    const GoalCardRow changed = *rowAt(row);
+    const GoalCardRow changed = rowAt(row);
     switch (changed.part) {
     case GoalRow::Part::Subgoal:
         change([&](Goal &goal) { return renameSubgoal(goal, changed.id, title); });
@@ -213,7 +196,7 @@ void GoalCardModel::setRowTitle(int row, const QString &title)
         change([&](Goal &goal) { return renameTask(goal, changed.subgoalID, changed.id, title); });
         break;
     case GoalRow::Part::AddTask:
-        m_newTasks.insert(changed.id, title);
+        m_newTasks[changed.id].title = title;
         refreshRows();
         break;
     }
@@ -221,70 +204,60 @@ void GoalCardModel::setRowTitle(int row, const QString &title)
 
 void GoalCardModel::setRowWeight(int row, double weight)
 {
-    if (!rowAt(row))
-        return;
-    const GoalCardRow changed = *rowAt(row);
+    const GoalCardRow changed = rowAt(row);
     const double rounded = roundedTaskWeight(weight);
     if (changed.part == GoalRow::Part::Task) {
         change([&](Goal &goal) { return weighTask(goal, changed.subgoalID, changed.id, rounded); });
     } else if (changed.part == GoalRow::Part::AddTask) {
-        m_newTaskWeights.insert(changed.id, rounded);
+        m_newTasks[changed.id].weight = rounded;
         refreshRows();
     }
 }
 
 bool GoalCardModel::addTask(int row)
 {
-    const GoalCardRow *found = rowAt(row);
-    if (!found || found->part != GoalRow::Part::AddTask)
+    const GoalCardRow added = rowAt(row);
+    if (added.part != GoalRow::Part::AddTask || trimmedBlanks(added.title).isEmpty())
         return false;
-    const GoalCardRow added = *found;
     // The row is empty again before the store announces the task.
-    if (trimmedBlanks(added.title).isEmpty())
-        return false;
     m_newTasks.remove(added.id);
-    m_newTaskWeights.remove(added.id);
     return change([&](Goal &goal) { return tessaly::addTask(goal, added.id, added.title, added.weight); });
 }
 
 bool GoalCardModel::drop(const QString &idText, int row)
 {
-    const GoalCardRow *target = rowAt(row);
     const QUuid dragged = QUuid::fromString(idText);
-    return target && !dragged.isNull() && move(*target, dragged, target->id);
+    return !dragged.isNull() && move(rowAt(row), dragged, rowAt(row).id);
 }
 
 int GoalCardModel::targetFor(int draggedRow, int hoveredRow) const
 {
-    const GoalCardRow *dragged = rowAt(draggedRow);
-    const GoalCardRow *hovered = rowAt(hoveredRow);
-    if (!dragged || !hovered || dragged == hovered || dragged->part == GoalRow::Part::AddTask)
+    const GoalCardRow dragged = rowAt(draggedRow);
+    const GoalCardRow hovered = rowAt(hoveredRow);
+    if (dragged.id.isNull() || dragged == hovered || dragged.part == GoalRow::Part::AddTask)
         return -1;
-    if (dragged->part == GoalRow::Part::Task)
-        return hovered->part == dragged->part && hovered->subgoalID == dragged->subgoalID ? hoveredRow : -1;
-    if (hovered->subgoalID == dragged->id)
+    if (dragged.part == GoalRow::Part::Task)
+        return hovered.part == dragged.part && hovered.subgoalID == dragged.subgoalID ? hoveredRow : -1;
+    if (hovered.id.isNull() || hovered.subgoalID == dragged.id)
         return -1;
     int row = hoveredRow;
-    while (rowAt(row)->part != GoalRow::Part::Subgoal)
+    while (rowAt(row).part != GoalRow::Part::Subgoal)
         --row;
     return row;
 }
 
 bool GoalCardModel::isPartOf(int row, int otherRow) const
 {
-    const GoalCardRow *part = rowAt(row);
-    const GoalCardRow *other = rowAt(otherRow);
-    return part && other && (part == other || (other->part == GoalRow::Part::Subgoal && part->subgoalID == other->id));
+    const GoalCardRow other = rowAt(otherRow);
+    return row == otherRow || (other.part == GoalRow::Part::Subgoal && rowAt(row).subgoalID == other.id);
 }
 
 bool GoalCardModel::moveBy(int row, int step)
 {
-    const GoalCardRow *found = rowAt(row);
-    if (!found || std::abs(step) != 1)
-        return false;
-    const QUuid other = neighbour(*found, step);
+    const GoalCardRow moved = rowAt(row);
+    const QUuid other = std::abs(step) == 1 ? neighbour(moved, step) : QUuid();
     // One place down is the same as the next one moved before it.
-    return !other.isNull() && (step < 0 ? move(*found, found->id, other) : move(*found, other, found->id));
+    return !other.isNull() && (step < 0 ? move(moved, moved.id, other) : move(moved, other, moved.id));
 }
 
 QUuid GoalCardModel::neighbour(const GoalCardRow &row, int step) const

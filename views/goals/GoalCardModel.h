@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/GoalOperations.h"
 #include "store/PlannerStore.h"
 #include "views/goals/GoalRows.h"
 
@@ -23,7 +24,7 @@ class GoalCardModel : public QObject
     Q_PROPERTY(QString percentageText READ percentageText NOTIFY goalChanged)
     Q_PROPERTY(QString explanation READ explanation NOTIFY goalChanged)
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
-    Q_PROPERTY(QString newSubgoal READ newSubgoal WRITE setNewSubgoal NOTIFY newSubgoalChanged)
+    Q_PROPERTY(QString newSubgoal MEMBER m_newSubgoal NOTIFY newSubgoalChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
 public:
@@ -42,9 +43,7 @@ public:
     [[nodiscard]] QString percentageText() const;
     /// Which tasks weigh how much, a line each; empty when the progress does not come from tasks.
     [[nodiscard]] QString explanation() const;
-    [[nodiscard]] bool isEditing() const { return m_isEditing; }
-    [[nodiscard]] const QString &newSubgoal() const { return m_newSubgoal; }
-    void setNewSubgoal(const QString &title);
+    [[nodiscard]] bool isEditing() const { return m_editing.contains(m_goalID); }
     [[nodiscard]] GoalCardRows *rows() { return &m_rows; }
 
     Q_INVOKABLE void toggle();
@@ -83,7 +82,17 @@ signals:
     void newSubgoalChanged();
 
 private:
-    [[nodiscard]] const GoalCardRow *rowAt(int row) const;
+    /// The task that is to be added to a subgoal.
+    struct NewTask
+    {
+        QString title = {};
+        double weight = defaultTaskWeight;
+    };
+
+    /// A task without ids for a row that is not there.
+    [[nodiscard]] GoalCardRow rowAt(int row) const { return m_rows.rows().value(row); }
+    /// Begins or ends editing; returns the title, or the former one if editing ends without a name.
+    QString flipEditing(const QUuid &id, const QString &title);
     /// Saves what the operation has changed, if it says so.
     template <class Operation>
     bool change(Operation operation);
@@ -96,13 +105,10 @@ private:
     Goal m_goal;
     GoalCardRows m_rows;
     QString m_newSubgoal;
-    QHash<QUuid, QString> m_newTasks;
-    QHash<QUuid, double> m_newTaskWeights;
-    // What is being edited, and what it was called before.
-    QHash<QUuid, QString> m_editingSubgoals;
-    QHash<QUuid, QString> m_editingTasks;
-    QString m_formerTitle;
-    bool m_isEditing = false;
+    /// By subgoal.
+    QHash<QUuid, NewTask> m_newTasks;
+    /// The former titles of what is being edited: the goal, subgoals, tasks.
+    QHash<QUuid, QString> m_editing;
 };
 
 } // namespace tessaly

@@ -1,6 +1,6 @@
 import QtQuick
 import Tessaly.Goals
-import Tessaly.Store
+import Tessaly.Shell
 import Tessaly.Ui
 
 /// The head of the goals screen: its title and the form for a new goal.
@@ -12,7 +12,7 @@ Item {
     required property GoalViewModel goals
 
     function focusTitle() {
-        titleField.forceActiveFocus(Qt.OtherFocusReason);
+        entry.takeFocus();
     }
 
     function add() {
@@ -22,7 +22,7 @@ Item {
         focusTitle();
     }
 
-    height: form.y + form.height + Theme.pageGap
+    height: entry.y + entry.height + Theme.pageGap
 
     PageTitle {
         x: head.columnX
@@ -31,30 +31,18 @@ Item {
         text: Language.text("目标", "Goals")
     }
 
-    FieldFrame {
-        id: form
+    Entry {
+        id: entry
 
         x: head.columnX
         y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
         width: head.columnWidth
         height: line.y + 58
-        radius: Theme.cardRadius
-        color: Theme.card
-        border.color: isFocused ? Theme.focus : Theme.border
-        isFocused: titleField.activeFocus
-
-        EntryField {
-            id: titleField
-
-            x: 15
-            y: 15
-            width: parent.width - 30
-            name: Language.text("主目标名称", "Main goal name")
-            placeholderText: Language.text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook")
-            text: head.goals.title
-            onTextEdited: head.goals.title = text
-            onAccepted: head.add()
-        }
+        name: Language.text("主目标名称", "Main goal name")
+        placeholder: Language.text("例如：编写微观经济学教材", "e.g. Write a microeconomics textbook")
+        text: head.goals.title
+        onTextEdited: text => head.goals.title = text
+        onAccepted: head.add()
 
         AppTextField {
             x: 15
@@ -95,29 +83,15 @@ Item {
             onToggled: head.goals.hasDueDate = checked
         }
 
-        AppText {
-            id: dueLabel
+        LabelledDateTime {
+            id: dueField
 
             x: dueToggle.x + dueToggle.width + 28
             anchors.verticalCenter: addButton.verticalCenter
-            width: Math.ceil(implicitWidth)
-            visible: head.goals.hasDueDate
-            text: Language.text("截止", "Due")
-            token: Theme.control
-            color: Theme.textSecondary
-            Accessible.ignored: true
-        }
-        DateTimeField {
-            id: dueField
-
-            x: dueLabel.x + dueLabel.width + 8
-            anchors.verticalCenter: addButton.verticalCenter
             visible: head.goals.hasDueDate
             isDateOnly: true
-            name: dueLabel.text
+            label: Language.text("截止", "Due")
             value: head.goals.targetDate
-            now: PlannerStore.now
-            firstWeekday: PlannerStore.firstWeekday
             onEdited: date => head.goals.targetDate = date
             onAccepted: head.add()
         }

@@ -1,8 +1,7 @@
 import QtQuick
 import Tessaly.Ui
 
-/// The handle by which a row is moved: with the pointer, or with Ctrl+Up and Ctrl+Down while it has the focus. Esc lets
-/// go of what is dragged.
+/// The handle that moves a row: by dragging, or with Ctrl+Up and Ctrl+Down while it has the focus. Esc cancels dragging.
 Item {
     id: handle
 

@@ -19,12 +19,12 @@ Item {
     }
 
     function endEditing() {
-        editAction.forceActiveFocus(Qt.TabFocusReason);
+        rail.focusEdit(Qt.TabFocusReason);
         card.toggleEditing();
     }
 
     function focusDelete(reason: int) {
-        deleteAction.forceActiveFocus(reason);
+        rail.focusDelete(reason);
     }
 
     Keys.onEscapePressed: event => {
@@ -108,7 +108,7 @@ Item {
     AppText {
         id: percentage
 
-        x: editAction.column - 12 - width
+        x: rail.x - 12 - width
         y: header.middle - 13
         width: 48
         text: header.card.percentageText
@@ -125,37 +125,18 @@ Item {
         }
     }
 
-    RowAction {
-        id: editAction
+    GoalRail {
+        id: rail
 
-        readonly property real column: rail.editX
-
-        x: column + rail.editWidth - width
         y: header.middle - height / 2
-        text: header.card.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")
         itemTitle: header.card.title
-        isAccented: header.card.isEditing
-        isRowActive: header.isActive || visualFocus
-        onClicked: {
+        isRowActive: header.isActive
+        isEditing: header.card.isEditing
+        onEditRequested: {
             header.card.toggleEditing();
             if (header.card.isEditing)
                 (editor.item as Item).forceActiveFocus();
         }
-    }
-    RowAction {
-        id: deleteAction
-
-        x: rail.deleteX + rail.deleteWidth - width
-        y: header.middle - height / 2
-        text: Language.text("删除", "Delete")
-        itemTitle: header.card.title
-        isDestructive: true
-        isRowActive: header.isActive || visualFocus
-        onClicked: header.deleteRequested()
-    }
-
-    GoalRail {
-        id: rail
-        cardWidth: header.width
+        onDeleteRequested: header.deleteRequested()
     }
 }

@@ -15,17 +15,17 @@ Item {
     readonly property real textX: isSubgoal ? 49 : 75
     readonly property real textEnd: (isSubgoal ? rail.handleX - 12 : weightLabel.x - 10)
 
-    function tellPlace() {
+    function reportPlace() {
         row.draggedTo(middle + handle.offset + row.scrolledBy);
     }
 
     function endEditing() {
-        editAction.forceActiveFocus(Qt.TabFocusReason);
-        editAction.clicked();
+        rail.focusEdit(Qt.TabFocusReason);
+        row.card.toggleRowEditing(row.index);
     }
 
     function focusDelete(reason: int) {
-        deleteAction.forceActiveFocus(reason);
+        rail.focusDelete(reason);
     }
 
     Keys.onEscapePressed: event => {
@@ -37,7 +37,7 @@ Item {
     Connections {
         function onScrolledByChanged() {
             if (handle.isDragged)
-                itemRow.tellPlace();
+                itemRow.reportPlace();
         }
 
         target: itemRow.row
@@ -131,35 +131,23 @@ Item {
                     itemRow.row.movedByKey();
             }
             onDragStarted: itemRow.row.dragStarted()
-            onDragged: itemRow.tellPlace()
+            onDragged: itemRow.reportPlace()
             onDragEnded: isCancelled => itemRow.row.dragEnded(isCancelled)
         }
 
-        RowAction {
-            id: editAction
+        GoalRail {
+            id: rail
 
-            x: rail.editX + rail.editWidth - width
             y: itemRow.middle - height / 2
-            text: itemRow.row.isEditing ? Language.text("完成", "Done") : Language.text("编辑", "Edit")
             itemTitle: itemRow.row.title
-            isAccented: itemRow.row.isEditing
-            isRowActive: itemRow.isActive || visualFocus
-            onClicked: {
+            isRowActive: itemRow.isActive
+            isEditing: itemRow.row.isEditing
+            onEditRequested: {
                 itemRow.card.toggleRowEditing(itemRow.row.index);
                 if (itemRow.row.isEditing)
                     (editor.item as GoalItemEditor).takeFocus();
             }
-        }
-        RowAction {
-            id: deleteAction
-
-            x: rail.deleteX + rail.deleteWidth - width
-            y: itemRow.middle - height / 2
-            text: Language.text("删除", "Delete")
-            itemTitle: itemRow.row.title
-            isDestructive: true
-            isRowActive: itemRow.isActive || visualFocus
-            onClicked: itemRow.row.deleteRequested()
+            onDeleteRequested: itemRow.row.deleteRequested()
         }
     }
 
@@ -171,10 +159,5 @@ Item {
         token: Theme.captionMedium
         color: Theme.textSecondary
         Accessible.role: Accessible.Heading
-    }
-
-    GoalRail {
-        id: rail
-        cardWidth: itemRow.width
     }
 }

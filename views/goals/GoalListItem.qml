@@ -15,10 +15,8 @@ Item {
     required property bool isExpanded
     required property bool isEmpty
     required property bool isLast
-    required property real columnX
-    required property real columnWidth
+    required property ListPage page
     required property GoalViewModel goals
-    property real pageY: 0
 
     readonly property bool isGoal: kind === GoalRow.ActiveGoal || kind === GoalRow.CompletedGoal
     readonly property bool beginsCard: kind === GoalRow.ActiveGoal || kind === GoalRow.Completed
@@ -26,11 +24,6 @@ Item {
 
     signal toggled
     signal removed
-    /// One of the goal's rows is dragged with the pointer at that height of this row.
-    signal dragMoved(real y)
-    signal dragEnded
-    /// One of the goal's rows was moved by keyboard.
-    signal rowMoved(Item item)
     signal expansionRequested(bool isOpen)
 
     /// Focuses that part of the goal's card, or the header; false when it cannot be focused.
@@ -50,9 +43,9 @@ Item {
     height: gap + content.height
 
     CardSlice {
-        x: row.columnX
+        x: row.page.columnX
         y: row.gap
-        width: row.columnWidth
+        width: row.page.columnWidth
         height: content.height
         isFirst: row.beginsCard
         isLast: row.kind === GoalRow.ActiveGoal || row.isLast
@@ -61,16 +54,16 @@ Item {
     Loader {
         id: content
 
-        x: row.columnX
+        x: row.page.columnX
         y: row.gap
-        width: row.columnWidth
+        width: row.page.columnWidth
         sourceComponent: row.isGoal ? card : header
     }
 
     Separator {
-        x: row.columnX + (row.isGoal ? 1 : 47)
+        x: row.page.columnX + (row.isGoal ? 1 : 47)
         y: row.gap
-        width: row.columnX + row.columnWidth - 1 - x
+        width: row.page.columnX + row.page.columnWidth - 1 - x
         visible: !row.beginsCard
     }
 
@@ -93,12 +86,9 @@ Item {
 
         GoalCard {
             card: row.goals.card(row.goalId)
-            pageY: row.pageY
+            page: row.page
             onToggled: row.toggled()
             onDeleteRequested: row.removed()
-            onDragMoved: y => row.dragMoved(row.gap + y)
-            onDragEnded: row.dragEnded()
-            onRowMoved: item => row.rowMoved(item)
         }
     }
     // qmllint enable unqualified

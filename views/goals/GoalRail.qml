@@ -1,14 +1,12 @@
 import QtQuick
 import Tessaly.Ui
 
-/// The fixed columns of handle, Edit and Delete that line up over a whole card.
-QtObject {
-    required property real cardWidth
+/// Edit and Delete in columns that line up over a whole card, after the column of the handle.
+RowActions {
+    readonly property real handleX: x - 24
 
-    readonly property real editWidth: Language.isEnglish ? 48 : 40
-    readonly property real deleteWidth: Language.isEnglish ? 54 : 40
-    readonly property real handleWidth: 24
-    readonly property real deleteX: cardWidth - 11 - deleteWidth
-    readonly property real editX: deleteX - editWidth
-    readonly property real handleX: editX - handleWidth
+    x: parent.width - 11 - width
+    spacing: 0
+    editColumn: Language.isEnglish ? 48 : 40
+    deleteColumn: Language.isEnglish ? 54 : 40
 }

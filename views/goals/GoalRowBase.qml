@@ -1,7 +1,7 @@
 import QtQuick
 import Tessaly.Goals
 
-/// What a row of a goal's card knows and tells.
+/// The data and signals of a row of a goal's card.
 Item {
     required property int index
     required property int part

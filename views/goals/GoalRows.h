@@ -17,7 +17,7 @@ Q_NAMESPACE
 QML_ELEMENT
 
 enum class Kind {
-    ActiveGoal,    ///< a card of its own
+    ActiveGoal,    ///< has its own card
     Completed,     ///< header of the completed goals; begins the last card
     Category,      ///< header of a category of completed goals
     CompletedGoal, ///< a goal in the last card

@@ -48,10 +48,8 @@ Rectangle {
 
         delegate: GoalListItem {
             width: list.width
-            columnX: list.columnX
-            columnWidth: list.columnWidth
+            page: list
             goals: viewModel
-            pageY: list.contentY
             onToggled: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
                 screen.handFocusTo(viewModel.toggle(goalId), GoalListItem.Circle, reason);
@@ -60,9 +58,6 @@ Rectangle {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
                 screen.handFocusTo(viewModel.remove(goalId), GoalListItem.Delete, reason);
             }
-            onDragMoved: pointerY => list.driftNear(y + pointerY, y, y + height)
-            onDragEnded: list.driftSpeed = 0
-            onRowMoved: item => list.reveal(item)
             onExpansionRequested: isOpen => viewModel.setExpanded(index, isOpen)
         }
     }

@@ -115,9 +115,9 @@ int GoalViewModel::remove(const QString &goalId)
 
 void GoalViewModel::setExpanded(int row, bool isExpanded)
 {
-    if (row < 0 || row >= m_rows.rows().size() || m_rows.rows().at(row).isEmpty)
+    const GoalListRow header = m_rows.rows().value(row);
+    if (header.isEmpty)
         return;
-    const GoalListRow header = m_rows.rows().at(row);
     if (header.kind == GoalRow::Kind::Completed)
         m_isCompletedExpanded = isExpanded;
     else if (header.kind == GoalRow::Kind::Category && isExpanded)
@@ -141,7 +141,7 @@ void GoalViewModel::onChanged(const RowsChange &change)
     for (GoalCardModel *card : std::as_const(m_cards))
         card->refresh();
     refreshRows();
-    // The view lets go of a card a little later than of its row.
+    // The view releases a card a little later than its row.
     for (GoalCardModel *card : std::exchange(m_goneCards, {}))
         card->deleteLater();
     m_cards.removeIf([&](const auto &entry) {

@@ -12,8 +12,8 @@
 
 namespace tessaly {
 
-/// The state of the goals screen: the form, the active goals and the completed ones by category. Made anew whenever the
-/// screen is opened.
+/// The state of the goals screen: the form, the active goals and the completed ones by category. Created each
+/// time the screen opens.
 class GoalViewModel : public QObject
 {
     Q_OBJECT
@@ -41,8 +41,8 @@ public:
 
     /// Adds the form's goal and empties its texts; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
-    /// The card of a goal, made when first asked for; null for an unknown id. It lives as long as the
-    /// goal, and on until the next change of the list.
+    /// The card of a goal, created on first use; null for an unknown id. It lives until the first change of the list
+    /// after the goal was removed.
     Q_INVOKABLE tessaly::GoalCardModel *card(const QString &goalId);
     /// Completes or reopens the goal. Returns the row that the focus goes on to, see focusHeirAfter().
     Q_INVOKABLE int toggle(const QString &goalId);

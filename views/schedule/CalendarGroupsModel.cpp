@@ -62,8 +62,7 @@ void CalendarGroupsModel::setChosen(const QSet<QString> &identifiers)
 
 void CalendarGroupsModel::choose(const RowListModel<CalendarChoiceRow> &rows, int row, bool isChosen)
 {
-    if (row >= 0 && row < rows.rowCount())
-        setChosen(withChoice(chosen(), rows.rows().at(row).identifiers, isChosen));
+    setChosen(withChoice(chosen(), rows.rows().value(row).identifiers, isChosen));
 }
 
 void CalendarGroupsModel::chooseCalendar(int row, bool isChosen)

@@ -2,7 +2,7 @@ import QtQuick
 import Tessaly.Store
 import Tessaly.Ui
 
-/// Stands in for the list of calendars until there is one, or tells that there will be none.
+/// Shown in place of the list of calendars while it loads, or if there is no calendar service.
 Rectangle {
     id: box
 

@@ -46,14 +46,12 @@ void CalendarSelectionModel::addTypedLink()
 
 void CalendarSelectionModel::updateFeed(int row)
 {
-    if (row >= 0 && row < feedCount())
-        m_store->refreshCalendarFeed(m_feeds.rows().at(row).id);
+    m_store->refreshCalendarFeed(m_feeds.rows().value(row).id);
 }
 
 void CalendarSelectionModel::deleteFeed(int row)
 {
-    if (row >= 0 && row < feedCount())
-        m_store->deleteCalendarFeed(m_feeds.rows().at(row).id);
+    m_store->deleteCalendarFeed(m_feeds.rows().value(row).id);
 }
 
 void CalendarSelectionModel::refresh()

@@ -45,7 +45,7 @@ public:
     [[nodiscard]] const QString &feedURL() const { return m_feedURL; }
     void setFeedURL(const QString &url);
 
-    /// Adds the typed link. It is emptied only when it was accepted, so that a mistyped one can be mended.
+    /// Adds the typed link and clears the field if the link is accepted.
     Q_INVOKABLE void addTypedLink();
     Q_INVOKABLE void updateFeed(int row);
     Q_INVOKABLE void deleteFeed(int row);

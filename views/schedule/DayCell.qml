@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A day of the month grid; choosing it makes it the focus day.
-T.AbstractButton {
+PushButton {
     id: cell
 
     required property int index
@@ -18,11 +17,6 @@ T.AbstractButton {
     property bool showsWeekday: false
     property real weekdayHeight: 0
 
-    hoverEnabled: true
-    Keys.onReturnPressed: event => KeyPress.press(cell, event)
-    Keys.onEnterPressed: event => KeyPress.press(cell, event)
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: clicked()
     Accessible.name: spokenName
     Accessible.description: isToday ? Language.text("今天", "Today") : ""
     Accessible.selectable: true

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// Weekday and day of the month above a day column; choosing it makes the day the focus day.
-T.AbstractButton {
+PushButton {
     id: day
 
     required property int index
@@ -13,11 +12,6 @@ T.AbstractButton {
     required property bool isFocused
     required property string spokenName
 
-    hoverEnabled: true
-    Keys.onReturnPressed: event => KeyPress.press(day, event)
-    Keys.onEnterPressed: event => KeyPress.press(day, event)
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: clicked()
     Accessible.name: spokenName
     Accessible.description: isToday ? Language.text("今天", "Today") : ""
     Accessible.selectable: true

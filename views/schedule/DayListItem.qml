@@ -12,17 +12,17 @@ Item {
     required property string colorKey
     property bool isLast: false
 
-    readonly property bool isActive: hover.hovered || editAction.visualFocus || deleteAction.visualFocus
+    readonly property bool isActive: hover.hovered || actions.hasVisualFocus
 
     signal editRequested
     signal deleteRequested
 
     function focusEdit(reason: int) {
-        editAction.forceActiveFocus(reason);
+        actions.focusEdit(reason);
     }
 
     function focusDelete(reason: int) {
-        deleteAction.forceActiveFocus(reason);
+        actions.focusDelete(reason);
     }
 
     height: Theme.rowHeight
@@ -84,31 +84,15 @@ Item {
         ElidedTip {}
     }
 
-    Row {
+    RowActions {
         id: actions
 
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 2
-
-        RowAction {
-            id: editAction
-
-            text: Language.text("编辑", "Edit")
-            itemTitle: item.title
-            isRowActive: item.isActive
-            onClicked: item.editRequested()
-        }
-
-        RowAction {
-            id: deleteAction
-
-            text: Language.text("删除", "Delete")
-            itemTitle: item.title
-            isDestructive: true
-            isRowActive: item.isActive
-            onClicked: item.deleteRequested()
-        }
+        itemTitle: item.title
+        isRowActive: item.isActive
+        onEditRequested: item.editRequested()
+        onDeleteRequested: item.deleteRequested()
     }
 }

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A schedule in the week: a tint of its colour, a strip of the full colour, title and time as far as there is room.
-T.AbstractButton {
+PushButton {
     id: block
 
     required property int index
@@ -30,25 +29,16 @@ T.AbstractButton {
     readonly property bool hidesText: tag !== "" || timeShown !== timeRange || titleText.implicitWidth > titleText.width || timeText.implicitWidth > timeText.width
     readonly property string timeShown: height < 36 || width < 44 ? "" : width < 88 ? startText : timeRange
 
-    hoverEnabled: true
-    Keys.onReturnPressed: event => KeyPress.press(block, event)
-    Keys.onEnterPressed: event => KeyPress.press(block, event)
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: clicked()
     Accessible.name: spokenName
     Accessible.selectable: true
     Accessible.selected: isSelected
 
     background: Rectangle {
-        id: ground
-
         radius: Theme.blockRadius
         color: block.fill
         border.width: block.isSelected ? 2 : 0
         border.color: block.fullColor
-        transform: PixelSnap {
-            target: ground
-        }
+        transform: PixelSnap {}
 
         // Sets it off from a block that it touches or covers.
         Rectangle {

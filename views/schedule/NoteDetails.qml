@@ -13,7 +13,7 @@ Column {
     readonly property string none: Language.text("无", "None")
 
     spacing: 12
-    // One text: of a dialog's texts a screen reader reads out only those that have three words.
+    // One text, because screen readers skip texts of fewer than three words in dialogs.
     Accessible.role: Accessible.StaticText
     Accessible.name: [time.label + ": " + time.value, tag.label + ": " + tag.value, notes.label + ": " + (notes.value || none), tasks.label + ": " + (note?.taskCount || none)].join(Language.text("；", "; "))
 

@@ -83,7 +83,7 @@ Column {
     NoteFormRow {
         label: Language.text("备注", "Notes")
 
-        MultilineBase {
+        MultilineField {
             id: notesField
 
             width: parent.width

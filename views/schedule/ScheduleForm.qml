@@ -1,9 +1,10 @@
 import QtQuick
 import Tessaly.Schedule
+import Tessaly.Shell
 import Tessaly.Ui
 
 /// The add form: two lines on a wide page, four on a narrow one.
-Card {
+Entry {
     id: form
 
     required property ScheduleViewModel viewModel
@@ -19,7 +20,7 @@ Card {
     signal added
 
     function focusTitle() {
-        titleField.forceActiveFocus(Qt.OtherFocusReason);
+        takeFocus();
     }
 
     function add() {
@@ -31,37 +32,19 @@ Card {
             added();
     }
 
+    field.width: (isWide ? startPair.x - gap : width - pad) - pad
+    name: Language.text("日程名称", "Schedule name")
+    placeholder: Language.text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1")
+    text: fields.title
+    onTextEdited: text => form.fields.title = text
+    onAccepted: add()
     implicitHeight: tagField.y + tagField.height + (isWide ? gap + 1 : pad)
-    border.color: titleField.activeFocus ? Theme.focus : Theme.border
-
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: -3
-        radius: form.radius + 3
-        color: Theme.transparent
-        border.width: 3
-        border.color: Theme.focusHalo
-        visible: titleField.activeFocus
-    }
-
-    EntryField {
-        id: titleField
-
-        x: form.pad
-        y: form.pad
-        width: (form.isWide ? startPair.x - form.gap : form.width - form.pad) - x
-        name: Language.text("日程名称", "Schedule name")
-        placeholderText: Language.text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1")
-        text: form.fields.title
-        onTextEdited: form.fields.title = text
-        onAccepted: form.add()
-    }
 
     LabelledDateTime {
         id: startPair
 
         x: form.isWide ? endPair.x - form.gap - width : form.pad
-        y: form.isWide ? form.pad : titleField.y + titleField.height + form.lineGap
+        y: form.isWide ? form.pad : form.field.y + form.field.height + form.lineGap
         label: Language.text("开始", "Start")
         value: form.fields.start
         onEdited: value => form.fields.start = value

@@ -5,6 +5,7 @@
 #include "store/PlannerStore.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -22,25 +23,20 @@ void ScheduleFormModel::setStore(PlannerStore *store)
     m_form.times = {now, now.plus(defaultScheduleSeconds)};
     m_form.colorHex = firstColor;
     connect(store, &PlannerStore::availableCalendarsChanged, this, &ScheduleFormModel::calendarsChanged);
-    emit timesChanged();
-    emit colorHexChanged();
+    emit fieldsChanged();
     emit calendarsChanged();
 }
 
 void ScheduleFormModel::setTitle(const QString &title)
 {
-    if (m_form.title == title)
-        return;
-    m_form.title = title;
-    emit titleChanged();
+    if (std::exchange(m_form.title, title) != title)
+        emit fieldsChanged();
 }
 
 void ScheduleFormModel::setTag(const QString &tag)
 {
-    if (m_form.tag == tag)
-        return;
-    m_form.tag = tag;
-    emit tagChanged();
+    if (std::exchange(m_form.tag, tag) != tag)
+        emit fieldsChanged();
 }
 
 QDateTime ScheduleFormModel::start() const
@@ -67,27 +63,22 @@ void ScheduleFormModel::setEnd(const QDateTime &end)
 
 void ScheduleFormModel::setTimes(const FormTimes &times)
 {
-    if (m_form.times == times)
-        return;
-    m_form.times = times;
-    emit timesChanged();
+    if (std::exchange(m_form.times, times) != times)
+        emit fieldsChanged();
 }
 
 void ScheduleFormModel::setColorHex(const QString &hex)
 {
     const std::optional<RgbColor> color = colorFromHex(hex);
-    if (!color || tessaly::colorHex(*color) == m_form.colorHex)
-        return;
-    m_form.colorHex = tessaly::colorHex(*color);
-    emit colorHexChanged();
+    const QString taken = color ? tessaly::colorHex(*color) : m_form.colorHex;
+    if (std::exchange(m_form.colorHex, taken) != taken)
+        emit fieldsChanged();
 }
 
 void ScheduleFormModel::setExportRequested(bool isRequested)
 {
-    if (m_form.isExportRequested == isRequested)
-        return;
-    m_form.isExportRequested = isRequested;
-    emit isExportRequestedChanged();
+    if (std::exchange(m_form.isExportRequested, isRequested) != isRequested)
+        emit fieldsChanged();
 }
 
 QList<CalendarOption> ScheduleFormModel::choices() const

@@ -17,12 +17,12 @@ class ScheduleFormModel : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Belongs to ScheduleViewModel")
-    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
-    Q_PROPERTY(QString tag READ tag WRITE setTag NOTIFY tagChanged)
-    Q_PROPERTY(QDateTime start READ start WRITE setStart NOTIFY timesChanged)
-    Q_PROPERTY(QDateTime end READ end WRITE setEnd NOTIFY timesChanged)
-    Q_PROPERTY(QString colorHex READ colorHex WRITE setColorHex NOTIFY colorHexChanged)
-    Q_PROPERTY(bool isExportRequested READ isExportRequested WRITE setExportRequested NOTIFY isExportRequestedChanged)
+    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY fieldsChanged)
+    Q_PROPERTY(QString tag READ tag WRITE setTag NOTIFY fieldsChanged)
+    Q_PROPERTY(QDateTime start READ start WRITE setStart NOTIFY fieldsChanged)
+    Q_PROPERTY(QDateTime end READ end WRITE setEnd NOTIFY fieldsChanged)
+    Q_PROPERTY(QString colorHex READ colorHex WRITE setColorHex NOTIFY fieldsChanged)
+    Q_PROPERTY(bool isExportRequested READ isExportRequested WRITE setExportRequested NOTIFY fieldsChanged)
     Q_PROPERTY(QStringList calendarTitles READ calendarTitles NOTIFY calendarsChanged)
     Q_PROPERTY(int calendarIndex READ calendarIndex WRITE setCalendarIndex NOTIFY calendarsChanged)
 
@@ -61,11 +61,7 @@ public:
     bool add();
 
 signals:
-    void titleChanged();
-    void tagChanged();
-    void timesChanged();
-    void colorHexChanged();
-    void isExportRequestedChanged();
+    void fieldsChanged();
     void calendarsChanged();
 
 private:

@@ -3,12 +3,13 @@
 #include "store/PlannerStore.h"
 
 #include <chrono>
+#include <utility>
 
 namespace tessaly {
 
 namespace {
 
-/// What is typed is at most so old when it reaches the disk.
+/// Typed text is written to the disk at the latest after this time.
 constexpr std::chrono::milliseconds longestDraftAge(500);
 
 } // namespace
@@ -65,36 +66,10 @@ QString ScheduleNoteModel::timeText() const
                                 : start;
 }
 
-void ScheduleNoteModel::setTitle(const QString &title)
+void ScheduleNoteModel::type(QString &field, const QString &text)
 {
-    if (m_draft.title == title)
-        return;
-    m_draft.title = title;
-    emit fieldsChanged();
-}
-
-void ScheduleNoteModel::setTag(const QString &tag)
-{
-    if (m_draft.tag == tag)
-        return;
-    m_draft.tag = tag;
-    emit fieldsChanged();
-}
-
-void ScheduleNoteModel::setNotes(const QString &notes)
-{
-    if (m_draft.notes == notes)
-        return;
-    m_draft.notes = notes;
-    emit fieldsChanged();
-}
-
-void ScheduleNoteModel::setNewTask(const QString &title)
-{
-    if (m_draft.newTask == title)
-        return;
-    m_draft.newTask = title;
-    emit fieldsChanged();
+    if (std::exchange(field, text) != text)
+        emit fieldsChanged();
 }
 
 QDateTime ScheduleNoteModel::start() const
@@ -150,11 +125,9 @@ void ScheduleNoteModel::save()
 
 void ScheduleNoteModel::toggleTask(int row)
 {
-    if (!hasTask(row))
-        return;
-    m_draft.tasks[row].isComplete = !m_draft.tasks.at(row).isComplete;
-    refreshTasks();
-    emit saved(scheduleWithTasks(m_draft));
+    changeTask(row, [](ScheduleTask &task) { task.isComplete = !task.isComplete; });
+    if (hasTask(row))
+        emit saved(scheduleWithTasks(m_draft));
 }
 
 void ScheduleNoteModel::addTask()
@@ -169,22 +142,6 @@ void ScheduleNoteModel::deleteTask(int row)
     if (!hasTask(row))
         return;
     m_draft.tasks.removeAt(row);
-    refreshTasks();
-}
-
-void ScheduleNoteModel::setTaskTitle(int row, const QString &title)
-{
-    if (!hasTask(row))
-        return;
-    m_draft.tasks[row].title = title;
-    refreshTasks();
-}
-
-void ScheduleNoteModel::setTaskComplete(int row, bool isComplete)
-{
-    if (!hasTask(row))
-        return;
-    m_draft.tasks[row].isComplete = isComplete;
     refreshTasks();
 }
 

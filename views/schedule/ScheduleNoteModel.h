@@ -25,8 +25,8 @@ struct NoteTaskRow
     bool operator==(const NoteTaskRow &) const = default;
 };
 
-/// The note editor of one schedule, in view or edit mode. It works on a copy and hands the changed schedule over. What
-/// is typed is kept as a draft until it is saved or cancelled, and the next editor of the schedule brings it back.
+/// The note editor of one schedule, in view or edit mode. It works on a copy and emits saved() with the changed
+/// schedule. Typed text is kept as a draft until it is saved or cancelled; the next editor of the schedule restores it.
 class ScheduleNoteModel : public QObject
 {
     Q_OBJECT
@@ -47,12 +47,12 @@ class ScheduleNoteModel : public QObject
     Q_PROPERTY(int taskCount READ taskCount NOTIFY tasksChanged)
 
 public:
-    /// The store must outlive the note. Opens in edit mode, whatever was asked for, when a draft comes back.
+    /// The store must outlive the note. If there is a draft, the note opens in edit mode, whatever the mode is.
     ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode, QObject *parent = nullptr);
     ~ScheduleNoteModel() override;
 
     [[nodiscard]] bool isEditing() const { return m_draft.isEditing; }
-    /// Whether what is being edited was typed before the note was opened.
+    /// Whether a draft was restored.
     [[nodiscard]] bool isBroughtBack() const { return m_isBroughtBack; }
     /// The schedule as it was when the note opened: its title, its times in words, its tag.
     [[nodiscard]] QString heading() const { return displayTitle(m_draft.item); }
@@ -60,13 +60,13 @@ public:
     [[nodiscard]] QString savedTag() const { return m_draft.item.tag.value_or(QString()); }
 
     [[nodiscard]] const QString &title() const { return m_draft.title; }
-    void setTitle(const QString &title);
+    void setTitle(const QString &title) { type(m_draft.title, title); }
     [[nodiscard]] const QString &tag() const { return m_draft.tag; }
-    void setTag(const QString &tag);
+    void setTag(const QString &tag) { type(m_draft.tag, tag); }
     [[nodiscard]] const QString &notes() const { return m_draft.notes; }
-    void setNotes(const QString &notes);
+    void setNotes(const QString &notes) { type(m_draft.notes, notes); }
     [[nodiscard]] const QString &newTask() const { return m_draft.newTask; }
-    void setNewTask(const QString &title);
+    void setNewTask(const QString &title) { type(m_draft.newTask, title); }
     [[nodiscard]] QDateTime start() const;
     void setStart(const QDateTime &start);
     [[nodiscard]] QDateTime end() const;
@@ -85,8 +85,14 @@ public:
 
     Q_INVOKABLE void addTask();
     Q_INVOKABLE void deleteTask(int row);
-    Q_INVOKABLE void setTaskTitle(int row, const QString &title);
-    Q_INVOKABLE void setTaskComplete(int row, bool isComplete);
+    Q_INVOKABLE void setTaskTitle(int row, const QString &title)
+    {
+        changeTask(row, [&](ScheduleTask &task) { task.title = title; });
+    }
+    Q_INVOKABLE void setTaskComplete(int row, bool isComplete)
+    {
+        changeTask(row, [&](ScheduleTask &task) { task.isComplete = isComplete; });
+    }
 
 signals:
     void isEditingChanged();
@@ -98,6 +104,15 @@ signals:
 
 private:
     [[nodiscard]] bool hasTask(int row) const { return row >= 0 && row < m_draft.tasks.size(); }
+    template <class Change>
+    void changeTask(int row, Change change)
+    {
+        if (!hasTask(row))
+            return;
+        change(m_draft.tasks[row]);
+        refreshTasks();
+    }
+    void type(QString &field, const QString &text);
     void refreshTasks();
     void onTyped();
     void keepDraft();

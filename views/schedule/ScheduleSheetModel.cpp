@@ -36,7 +36,7 @@ void ScheduleSheetModel::setSheet(Sheet sheet)
 
 void ScheduleSheetModel::openNote(const ScheduleItem &schedule, NoteMode mode)
 {
-    // The editor shows the former note until it hears of the new one.
+    // The editor shows the former note until noteChanged() is emitted.
     const std::unique_ptr<ScheduleNoteModel> former = std::move(m_note);
     m_note = std::make_unique<ScheduleNoteModel>(*m_store, schedule, mode);
     connect(m_note.get(), &ScheduleNoteModel::saved, this, [this](const ScheduleItem &changed) {

@@ -136,9 +136,7 @@ void ScheduleViewModel::focusPlace(int place)
 
 void ScheduleViewModel::selectBlock(int row)
 {
-    if (row < 0 || row >= m_blocks.rows().size())
-        return;
-    const ScheduleItem *stored = scheduleWithId(m_blocks.rows().at(row).id);
+    const ScheduleItem *stored = scheduleWithId(m_blocks.rows().value(row).id);
     if (!stored)
         return;
     const ScheduleItem schedule = *stored;
@@ -149,17 +147,13 @@ void ScheduleViewModel::selectBlock(int row)
 
 void ScheduleViewModel::editListed(int row)
 {
-    if (row < 0 || row >= m_dayList.rows().size())
-        return;
-    if (const ScheduleItem *schedule = scheduleWithId(m_dayList.rows().at(row).id))
+    if (const ScheduleItem *schedule = scheduleWithId(m_dayList.rows().value(row).id))
         m_sheets->openNote(*schedule, NoteMode::Edit);
 }
 
 void ScheduleViewModel::deleteListed(int row)
 {
-    if (row < 0 || row >= m_dayList.rows().size())
-        return;
-    if (const ScheduleItem *stored = scheduleWithId(m_dayList.rows().at(row).id)) {
+    if (const ScheduleItem *stored = scheduleWithId(m_dayList.rows().value(row).id)) {
         const ScheduleItem schedule = *stored;
         m_store->deleteSchedule(schedule);
     }
@@ -211,7 +205,7 @@ void ScheduleViewModel::onSchedulesChanged(const RowsChange &change)
 
 void ScheduleViewModel::onTimeZoneChanged()
 {
-    emit m_form->timesChanged();
+    emit m_form->fieldsChanged();
     refresh();
 }
 

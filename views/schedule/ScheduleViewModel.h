@@ -16,7 +16,7 @@
 namespace tessaly {
 
 /// The state of the schedule screen: the week or month around a focus date, the list of the focus day, the add form
-/// and what is open over it. Made anew whenever the screen is opened. It works only when something changes.
+/// and what is open over it. Created each time the screen opens.
 class ScheduleViewModel : public QObject
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ public:
     /// Points.
     [[nodiscard]] double hourHeight() const { return m_measures.hourHeight; }
     [[nodiscard]] double totalHeight() const { return m_measures.totalHeight; }
-    /// Width of one day column in points, told by the view; the frames of the blocks follow it.
+    /// Width of one day column in points, set by the view; the frames of the blocks depend on it.
     [[nodiscard]] double dayWidth() const { return m_dayWidth; }
     void setDayWidth(double width);
 

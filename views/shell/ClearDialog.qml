@@ -2,7 +2,7 @@ import QtQuick
 import Tessaly.Store
 import Tessaly.Ui
 
-/// Asks before the personal content goes. Return cancels until the focus is on Clear.
+/// Asks before clearing the personal content. Return cancels unless Clear has the focus.
 Sheet {
     id: dialog
 

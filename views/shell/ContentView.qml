@@ -24,10 +24,10 @@ FocusScope {
     /// The part of the screen that scrolls: every screen has one.
     readonly property Flickable scroller: view.screen?.scroll ?? null // qmllint disable property
 
-    /// The user would rather lose what could not be saved than stay.
+    /// The user chose to quit without saving.
     signal quitUnsavedChosen
 
-    /// Lets the screen go while nobody sees the window; the next one is the overview.
+    /// Destroys the screen while the window is closed. The next screen is the overview.
     function unload() {
         loader.active = false;
         section = ShellModel.Overview;
@@ -39,10 +39,10 @@ FocusScope {
     focus: true
     Keys.onPressed: event => {
         if (scroller !== null)
-            PageKeys.scroll(scroller, event);
+            Scrolling.press(scroller, event);
     }
     onSectionChanged: {
-        // The schedule screen has a line of its own for it.
+        // The schedule screen shows it in its status line.
         if (section === ShellModel.Schedule)
             toast.hide();
         else if (!toast.isPassing)

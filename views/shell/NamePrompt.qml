@@ -56,7 +56,7 @@ Sheet {
         width: parent.width
         height: Theme.controlHeight
 
-        // Nobody has to answer in a language that they cannot read.
+        // For users who cannot read the initial language.
         SegmentedControl {
             anchors.verticalCenter: parent.verticalCenter
             height: Theme.smallControlHeight

@@ -21,6 +21,7 @@ Rectangle {
     ScrollPage {
         id: scroll
 
+        objectName: "page"
         anchors.fill: parent
         anchors.bottomMargin: statusBar.visible ? statusBar.height : 0
         contentHeight: column.implicitHeight + 2 * Theme.pagePadding

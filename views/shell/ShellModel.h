@@ -11,7 +11,8 @@ namespace tessaly {
 class PlannerStore;
 class Preferences;
 
-/// What the window's frame knows beyond the planner's records: the appearance and whether the name was asked for.
+/// The state of the window's frame that is not in the planner's records: the appearance, and whether the user has seen
+/// the name prompt.
 class ShellModel : public QObject
 {
     Q_OBJECT

@@ -66,7 +66,7 @@ FocusScope {
         width: column.width
         isSelected: list.section === section
         hasFocusRing: isSelected && list.activeFocus && list.isFocusVisible
-        // The chosen row has the focus within: a screen reader says what has the focus.
+        // The chosen row has the focus, so that screen readers announce it.
         Component.onCompleted: focus = isSelected
         onIsSelectedChanged: {
             if (isSelected)

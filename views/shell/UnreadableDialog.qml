@@ -1,7 +1,7 @@
 import QtQuick
 import Tessaly.Ui
 
-/// Says at the start that not everything that was stored could be read, so that nobody takes a gap for the truth.
+/// Reports at the start that some of the stored data could not be read.
 Sheet {
     id: dialog
 

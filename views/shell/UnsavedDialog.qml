@@ -2,8 +2,8 @@ import QtQuick
 import Tessaly.Store
 import Tessaly.Ui
 
-/// Asks before the program ends with changes that could not be saved. Return never answers with Quit; the question goes
-/// once everything is saved.
+/// Asks before the program ends with changes that could not be saved. Return never quits. The dialog closes when
+/// everything is saved.
 Sheet {
     id: dialog
 

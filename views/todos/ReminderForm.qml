@@ -1,6 +1,5 @@
 import QtQuick
 import Tessaly.Shell
-import Tessaly.Store
 import Tessaly.Todos
 import Tessaly.Ui
 
@@ -13,7 +12,7 @@ Item {
     required property ReminderViewModel reminders
 
     function focusTitle() {
-        titleField.forceActiveFocus(Qt.OtherFocusReason);
+        entry.takeFocus();
     }
 
     function add() {
@@ -32,30 +31,18 @@ Item {
         text: Language.text("待办", "To-dos")
     }
 
-    FieldFrame {
-        id: card
+    Entry {
+        id: entry
 
         x: head.columnX
         y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
         width: head.columnWidth
         height: line.y + 58
-        radius: Theme.cardRadius
-        color: Theme.card
-        border.color: isFocused ? Theme.focus : Theme.border
-        isFocused: titleField.activeFocus
-
-        EntryField {
-            id: titleField
-
-            x: 15
-            y: 15
-            width: parent.width - 30
-            name: Language.text("待办名称", "To-do name")
-            placeholderText: Language.text("例如：提交周报", "e.g. Submit weekly report")
-            text: head.reminders.title
-            onTextEdited: head.reminders.title = text
-            onAccepted: head.add()
-        }
+        name: Language.text("待办名称", "To-do name")
+        placeholder: Language.text("例如：提交周报", "e.g. Submit weekly report")
+        text: head.reminders.title
+        onTextEdited: text => head.reminders.title = text
+        onAccepted: head.add()
 
         MultilineField {
             id: requirement
@@ -87,28 +74,14 @@ Item {
             onToggled: head.reminders.hasDueDate = checked
         }
 
-        AppText {
-            id: dueLabel
+        LabelledDateTime {
+            id: dueField
 
             x: dueToggle.x + dueToggle.width + 28
             anchors.verticalCenter: addButton.verticalCenter
-            width: Math.ceil(implicitWidth)
             visible: head.reminders.hasDueDate
-            text: Language.text("截止", "Due")
-            token: Theme.control
-            color: Theme.textSecondary
-            Accessible.ignored: true
-        }
-        DateTimeField {
-            id: dueField
-
-            x: dueLabel.x + dueLabel.width + 8
-            anchors.verticalCenter: addButton.verticalCenter
-            visible: head.reminders.hasDueDate
-            name: dueLabel.text
+            label: Language.text("截止", "Due")
             value: head.reminders.dueDate
-            now: PlannerStore.now
-            firstWeekday: PlannerStore.firstWeekday
             onEdited: date => head.reminders.dueDate = date
             onAccepted: head.add()
         }
@@ -133,7 +106,7 @@ Item {
         id: heading
 
         x: head.columnX
-        y: card.y + card.height + Theme.pageGap
+        y: entry.y + entry.height + Theme.pageGap
         width: head.columnWidth
         text: Language.text("未完成", "Open")
     }

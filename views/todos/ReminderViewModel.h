@@ -13,7 +13,7 @@
 
 namespace tessaly {
 
-/// The state of the to-do screen: the add form and the list. Made anew whenever the screen is opened.
+/// The state of the to-do screen: the add form and the list. Created each time the screen opens.
 class ReminderViewModel : public QObject
 {
     Q_OBJECT
@@ -63,7 +63,7 @@ private:
     template <class Change>
     int leaveRow(int row, Change change);
     void onTimeZoneChanged();
-    /// Also for the to-dos that follow the month because nobody knows when they were completed.
+    /// To-dos without a completion time are listed in the current month.
     void onMonthBegun();
     void refreshRows();
 

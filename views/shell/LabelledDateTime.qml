@@ -8,6 +8,7 @@ Row {
 
     required property string label
     required property date value
+    property alias isDateOnly: field.isDateOnly
 
     signal edited(date value)
     signal accepted
