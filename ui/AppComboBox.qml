@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
 
-/// A pop-up choice. The list opens over the box with the current value under the pointer. The wheel scrolls the page and
-/// does not change the value. Typing selects an entry. Without entries the list does not open.
+/// A pop-up choice. The list opens over the box with the current value under the pointer. The wheel scrolls the page
+/// and does not change the value. Typing selects an entry. Without entries the list does not open.
 T.ComboBox {
     id: combo
 

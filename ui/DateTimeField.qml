@@ -6,8 +6,9 @@ import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left, Right, Home and End choose a part, Up and Down change it.
 /// Tab chooses the first part. Digits and letters of a month's name fill the part, a separator leads to the next one.
-/// A complete date in ISO 8601 or in either language is understood as well. Select-all, copy and paste apply to the whole
-/// text. Invalid text turns the border red and does not change the value. The icon, Alt+Down, F4 and Space open a calendar.
+/// A complete date in ISO 8601 or in either language is understood as well. Select-all, copy and paste apply to the
+/// whole text. Invalid text turns the border red and does not change the value. The icon, Alt+Down, F4 and Space open a
+/// calendar.
 AppTextField {
     id: field
 

@@ -22,8 +22,8 @@ ListView {
         contentY = Scrolling.placeFor(page, item);
     }
 
-    /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view. It does
-    /// not scroll beyond `top` and `bottom`.
+    /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view, but not
+    /// beyond `top` and `bottom`.
     function driftNear(y: real, top: real, bottom: real) {
         const above = contentY + Theme.driftZone - y;
         const below = y - (contentY + height - Theme.driftZone);

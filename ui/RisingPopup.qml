@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A popup that fades in while it rises a little, and fades out. It rests at `restY`; `name` is for assistive technology.
-/// A click outside closes it and presses nothing else.
+/// A popup that fades in while it rises a little to `restY`, and fades out. `name` is for assistive technology. A click
+/// outside closes it and presses nothing else.
 T.Popup {
     id: popup
 

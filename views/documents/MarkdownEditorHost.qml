@@ -2,8 +2,8 @@ import QtQuick
 import Tessaly.Documents
 import Tessaly.Ui
 
-/// Presents the editor beside the screens, so that switching screens cannot discard text that is not saved. It also shows
-/// messages once the editor has closed. A copy continues when its editor is closed.
+/// Presents the editor beside the screens, so that switching screens cannot discard text that is not saved. It also
+/// shows messages once the editor has closed. A copy continues when its editor is closed.
 Item {
     id: host
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tessaly.Ui
 
-/// The handle that moves a row: by dragging, or with Ctrl+Up and Ctrl+Down while it has the focus. Esc cancels dragging.
+/// The handle that moves a row: by dragging, or with Ctrl+Up and Ctrl+Down while it has the focus. Esc cancels a drag.
 Item {
     id: handle
 
