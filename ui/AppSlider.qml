@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A slider with a round knob. Arrow keys move by `stepSize`, which must be set, Page keys by ten steps, Home and End to
-/// the ends. The wheel scrolls the page.
+/// A slider with a round knob. Arrow keys move by `stepSize`, which is required, Page keys by ten steps, Home and End
+/// to the ends. The wheel scrolls the page.
 T.Slider {
     id: slider
 

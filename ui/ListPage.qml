@@ -22,7 +22,7 @@ ListView {
         contentY = Scrolling.placeFor(page, item);
     }
 
-    /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view, but not
+    /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view; not
     /// beyond `top` and `bottom`.
     function driftNear(y: real, top: real, bottom: real) {
         const above = contentY + Theme.driftZone - y;

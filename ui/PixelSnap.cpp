@@ -14,9 +14,10 @@ constexpr double nudge = 0.05;
 
 } // namespace
 
-void PixelSnap::componentComplete()
+void PixelSnap::classBegin()
 {
-    // QML makes the item that it is assigned to its parent.
+    // QML makes the item its parent. It creates items before their children, so that snap() sees each item in its
+    // place before its children.
     m_item = qobject_cast<QQuickItem *>(parent());
     Q_ASSERT(m_item);
     connect(m_item, &QQuickItem::windowChanged, this, &PixelSnap::watch);

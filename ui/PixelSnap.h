@@ -20,8 +20,8 @@ class PixelSnap : public QQuickTransform, public QQmlParserStatus
 public:
     using QQuickTransform::QQuickTransform;
 
-    void classBegin() override {}
-    void componentComplete() override;
+    void classBegin() override;
+    void componentComplete() override {}
     void applyTo(QMatrix4x4 *matrix) const override;
 
 private:

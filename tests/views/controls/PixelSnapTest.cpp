@@ -82,6 +82,10 @@ private slots:
         QTest::addColumn<QByteArray>("line");
         QTest::addColumn<int>("edges");
         QTest::newRow("lines") << QByteArray("Separator { y: index * 11 + 0.3; width: 100; color: \"black\" }") << 1;
+        QTest::newRow("lines in a card that moves itself")
+            << QByteArray("Card { y: index * 37 + 0.4; width: 0; height: 9; border.width: 0; color: \"white\"; "
+                          "Separator { y: 4; width: 100; color: \"black\" } }")
+            << 1;
         QTest::newRow("borders") << QByteArray("Card { y: index * 37; x: 1; width: 99; height: 21; border.color: "
                                                "\"black\" }")
                                  << 2;
