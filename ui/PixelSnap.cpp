@@ -14,12 +14,17 @@ constexpr double nudge = 0.05;
 
 } // namespace
 
+PixelSnap::~PixelSnap()
+{
+    s_snaps.remove(m_item);
+}
+
 void PixelSnap::classBegin()
 {
-    // QML makes the item its parent. It creates items before their children, so that snap() sees each item in its
-    // place before its children.
+    // QML makes the item its parent.
     m_item = qobject_cast<QQuickItem *>(parent());
     Q_ASSERT(m_item);
+    s_snaps.insert(m_item, this);
     connect(m_item, &QQuickItem::windowChanged, this, &PixelSnap::watch);
     watch(m_item->window());
 }
@@ -38,6 +43,13 @@ void PixelSnap::snap()
     QPointF offset;
     QPointF stretch(1, 1);
     if (ratio != std::floor(ratio) && m_item->parentItem() && m_item->isVisible()) {
+        // What moves an ancestor moves this item too.
+        for (const QQuickItem *ancestor = m_item->parentItem(); ancestor; ancestor = ancestor->parentItem()) {
+            if (PixelSnap *outer = s_snaps.value(ancestor)) {
+                outer->snap();
+                break;
+            }
+        }
         const QPointF place = m_item->parentItem()->mapToScene(m_item->position());
         const auto onPixel = [ratio](double length) { return std::round(length * ratio) / ratio; };
         offset = QPointF(onPixel(place.x()), onPixel(place.y())) + QPointF(nudge, nudge) / ratio - place;

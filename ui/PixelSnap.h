@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QQmlParserStatus>
 #include <QQuickItem>
 #include <QtQml/qqml.h>
@@ -19,6 +20,8 @@ class PixelSnap : public QQuickTransform, public QQmlParserStatus
 
 public:
     using QQuickTransform::QQuickTransform;
+    ~PixelSnap() override;
+    Q_DISABLE_COPY_MOVE(PixelSnap)
 
     void classBegin() override;
     void componentComplete() override {}
@@ -28,6 +31,7 @@ private:
     void watch(QQuickWindow *window);
     void snap();
 
+    inline static QHash<const QQuickItem *, PixelSnap *> s_snaps;
     QQuickItem *m_item = nullptr;
     QMetaObject::Connection m_frames;
     QPointF m_offset;
