@@ -132,7 +132,7 @@ void LarkspanApp::appear()
     if (std::exchange(m_hasAppeared, true))
         return;
     m_window->setVisible(true);
-    QTimer::singleShot(0, &m_store, &PlannerStore::startAutomaticCalendarSync);
+    QTimer::singleShot(0, m_store.calendarSync(), &CalendarSync::startAutomaticCalendarSync);
 }
 
 void LarkspanApp::raise(const QByteArray &activationToken)

@@ -80,15 +80,6 @@ Instant leastEnd(const FormTimes &form)
     return std::max(form.end, form.start.plus(leastScheduleSeconds));
 }
 
-QList<CalendarOption> calendarChoices(const QList<CalendarOption> &calendars)
-{
-    QList<CalendarOption> choices;
-    std::ranges::copy_if(calendars, std::back_inserter(choices), [](const CalendarOption &calendar) {
-        return calendar.sourceTitle.contains(QLatin1String("icloud"), Qt::CaseInsensitive);
-    });
-    return choices;
-}
-
 std::optional<QString> targetCalendar(const QList<CalendarOption> &choices, const QString &chosen)
 {
     const auto found = std::ranges::find(choices, chosen, &CalendarOption::id);

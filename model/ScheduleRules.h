@@ -57,8 +57,6 @@ struct FormTimes
 /// The end, or 15 minutes after the start when that is later.
 [[nodiscard]] Instant leastEnd(const FormTimes &form);
 
-/// The calendars offered for new schedules: those of an iCloud account, in the order given.
-[[nodiscard]] QList<CalendarOption> calendarChoices(const QList<CalendarOption> &calendars);
 /// Identifier of the chosen calendar if it is among the choices, else of the first choice.
 [[nodiscard]] std::optional<QString> targetCalendar(const QList<CalendarOption> &choices, const QString &chosen);
 

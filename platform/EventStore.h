@@ -28,6 +28,12 @@ struct EventCalendar
     bool operator==(const EventCalendar &) const = default;
 };
 
+/// "#RRGGBB", upper-case; nothing where the service knows no colour.
+[[nodiscard]] inline std::optional<QString> calendarHex(const EventCalendar &calendar)
+{
+    return calendar.color ? std::optional(colorHex(*calendar.color)) : std::nullopt;
+}
+
 /// An event to be created.
 struct NewEvent
 {

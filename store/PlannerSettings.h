@@ -92,6 +92,10 @@ public:
     /// retried like any other.
     void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
 
+    void setCalendarSyncMessage(const Message &message);
+    /// Sets the status line to the pair, each text followed by that of the error.
+    void tellFailure(const QString &chinese, const QString &english, const Error &error);
+
     /// True while a change that could not be written is only in memory. It is retried every few seconds and with each
     /// further change.
     [[nodiscard]] bool hasUnsavedChanges() const { return m_values.hasUnsaved(); }
@@ -123,11 +127,8 @@ protected:
     [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
     [[nodiscard]] StoredValues &values() { return m_values; }
 
-    void setCalendarSyncMessage(const Message &message);
     /// Empties the status line if it shows this message.
     void retractCalendarSyncMessage(const Message &message);
-    /// Sets the status line to the pair, each text followed by that of the error.
-    void tellFailure(const QString &chinese, const QString &english, const Error &error);
 
 private:
     void load();

@@ -8,7 +8,7 @@ namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
-      m_documentLibrary(this->ports(), values()), m_noteDrafts(values()),
+      m_documentLibrary(this->ports(), values()), m_noteDrafts(values()), m_calendarSync(*this, this->ports()),
       m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
@@ -23,7 +23,6 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
         tellFailure(QStringLiteral("退出登录后可能收不到提醒："),
                     QStringLiteral("Reminders may not survive a log-out: "), error);
     });
-    connect(this, &PlannerStore::automaticCalendarSyncChanged, this, &PlannerStore::startAutomaticCalendarSync);
 }
 
 PlannerStore::~PlannerStore()

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "model/CalendarFeed.h"
-#include "model/CalendarOption.h"
 #include "model/RowsChange.h"
-#include "platform/EventStore.h"
+#include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
 #include "store/NoteDrafts.h"
 #include "store/PlannerSettings.h"
@@ -24,7 +23,7 @@ struct ReadingOptions;
 class PlannerStore : public tessaly::PlannerSettings // in full, or the tools of QML do not find it
 {
     Q_OBJECT
-    Q_PROPERTY(bool hasCalendarService READ hasCalendarService CONSTANT)
+    Q_PROPERTY(tessaly::CalendarSync *calendarSync READ calendarSync CONSTANT)
     Q_PROPERTY(bool hadUnreadableData READ hadUnreadableData CONSTANT)
 
 public:
@@ -39,8 +38,9 @@ public:
     [[nodiscard]] const QList<ReminderItem> &reminders() const { return m_data.reminders; }
     [[nodiscard]] const QList<Goal> &goals() const { return m_data.goals; }
     [[nodiscard]] const QList<CalendarFeed> &calendarFeeds() const { return m_calendarFeeds; }
-    [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
 
+    /// The calendars of the system.
+    [[nodiscard]] CalendarSync *calendarSync() { return &m_calendarSync; }
     /// The Markdown documents and their categories.
     [[nodiscard]] DocumentLibrary &documentLibrary() { return m_documentLibrary; }
     [[nodiscard]] const DocumentLibrary &documentLibrary() const { return m_documentLibrary; }
@@ -61,6 +61,8 @@ public:
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
+    /// Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not touched.
+    void editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
@@ -95,20 +97,11 @@ public:
     /// Removes the feed and its schedules.
     void deleteCalendarFeed(const QUuid &feedID);
 
-    // System calendar
-    /// Whether calendars can ever be listed.
-    [[nodiscard]] bool hasCalendarService() const { return ports().eventStore.isAvailable(); }
-    /// Asks for access and lists the calendars; refusal and failure are reported.
-    Q_INVOKABLE void requestCalendarAccessAndLoad();
-    /// Lists the calendars when automatic sync is on and access is granted; refusal is silent.
-    void startAutomaticCalendarSync();
-
 signals:
     void schedulesChanged(const tessaly::RowsChange &change);
     void remindersChanged(const tessaly::RowsChange &change);
     void goalsChanged(const tessaly::RowsChange &change);
     void calendarFeedsChanged(const tessaly::RowsChange &change);
-    void availableCalendarsChanged();
 
 private:
     // Each saves the list, which the caller has changed in these rows, and emits its signal.
@@ -129,21 +122,13 @@ private:
     void applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 
-    /// The completion runs when the service answers, unless the store was destroyed before.
-    void requestCalendarAccess(const std::function<void(const Result<bool> &)> &completion);
-    void writeToCalendar(const QUuid &scheduleID, const QString &calendarIdentifier);
-    void linkToEvent(const ScheduleItem &written, const EventCalendar &target, const CalendarEvent &saved);
-    void changeCalendarEvent(const ScheduleItem &item);
-    void removeCalendarEvent(const QString &eventIdentifier);
-    void loadCalendars();
-
     SavedData m_data;
     SavedDataWriter m_dataWriter;
     WaitingReminders m_waitingReminders;
     QList<CalendarFeed> m_calendarFeeds;
-    QList<CalendarOption> m_availableCalendars;
     DocumentLibrary m_documentLibrary;
     NoteDrafts m_noteDrafts;
+    CalendarSync m_calendarSync;
     std::unique_ptr<CalendarFeedReader> m_feedReader;
     /// The feeds whose calendars are being downloaded or read, one entry for each time.
     QList<QUuid> m_feedsUnderWay;

@@ -18,6 +18,15 @@ struct PlannerSettingsQml
     QML_ANONYMOUS
 };
 
+/// The part of the store that works with the system's calendars, for its enumerators.
+struct CalendarSyncQml
+{
+    Q_GADGET
+    QML_FOREIGN(tessaly::CalendarSync)
+    QML_NAMED_ELEMENT(CalendarSync)
+    QML_UNCREATABLE("Belongs to PlannerStore")
+};
+
 /// Hands the existing store to QML as the singleton `PlannerStore`.
 struct PlannerStoreQml
 {

@@ -8,10 +8,11 @@ void PlannerStore::addSchedule(const ScheduleItem &item, const std::optional<QSt
     schedulesAssigned(appendRecord(m_data.schedules, item));
     if (!calendarIdentifier)
         return;
-    requestCalendarAccess([this, id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
-        if (granted && granted.value())
-            writeToCalendar(id, calendar);
-    });
+    m_calendarSync.requestCalendarAccess(
+        [self = QPointer(this), id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
+            if (self && granted && granted.value())
+                self->m_calendarSync.createEvent(id, calendar);
+        });
 }
 
 void PlannerStore::updateSchedule(const ScheduleItem &item)
@@ -20,13 +21,18 @@ void PlannerStore::updateSchedule(const ScheduleItem &item)
     if (!rows)
         return;
     schedulesAssigned(*rows);
-    changeCalendarEvent(item);
+    m_calendarSync.changeEvent(item);
+}
+
+void PlannerStore::editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change)
+{
+    if (const std::optional<RowsChange> rows = change(m_data.schedules))
+        schedulesAssigned(*rows);
 }
 
 void PlannerStore::deleteSchedule(const ScheduleItem &item)
 {
-    if (item.calendarEventIdentifier)
-        removeCalendarEvent(*item.calendarEventIdentifier);
+    m_calendarSync.removeEvent(item);
     if (const auto rows = removeRecords(m_data.schedules, item.id))
         schedulesAssigned(*rows);
     m_noteDrafts.drop(item.id);

@@ -24,9 +24,17 @@ void FakeEventStore::complete(std::function<void()> work)
         QTimer::singleShot(0, &m_alive, std::move(work));
 }
 
+void FakeEventStore::completeWrite(std::function<void()> work)
+{
+    if (m_isHoldingWrites)
+        m_held.append(std::move(work));
+    else
+        complete(std::move(work));
+}
+
 void FakeEventStore::releaseCompletions()
 {
-    m_isHolding = false;
+    m_isHolding = m_isHoldingWrites = false;
     const QList<std::function<void()>> held = std::exchange(m_held, {});
     for (const std::function<void()> &work : held)
         work();
@@ -89,7 +97,7 @@ void FakeEventStore::fetchEvents(const QStringList &calendarIdentifiers, Instant
 
 void FakeEventStore::answer(const SaveCompletion &completion, const Result<CalendarEvent> &result)
 {
-    complete([completion, result] { completion(result); });
+    completeWrite([completion, result] { completion(result); });
 }
 
 std::optional<Error> FakeEventStore::objection(const QString &calendarIdentifier) const
@@ -148,7 +156,7 @@ void FakeEventStore::removeEvent(const QString &eventIdentifier, RemoveCompletio
         result = *error;
     else
         dropEvent(eventIdentifier);
-    complete([completion = std::move(completion), result] { completion(result); });
+    completeWrite([completion = std::move(completion), result] { completion(result); });
 }
 
 void FakeEventStore::setUnread(const QString &identifier, const std::optional<UnreadCalendar::Reason> &reason)

@@ -64,6 +64,8 @@ public:
     void failWritesWith(std::optional<Error> error) { m_writeFailure = std::move(error); }
     /// While held, completions wait; releasing runs them in order.
     void holdCompletions() { m_isHolding = true; }
+    /// The same for writes only; they are made at once all the same.
+    void holdWriteCompletions() { m_isHoldingWrites = true; }
     void releaseCompletions();
 
     [[nodiscard]] const QList<CalendarEvent> &allEvents() const { return m_database->events; }
@@ -72,6 +74,7 @@ public:
 
 private:
     void complete(std::function<void()> work);
+    void completeWrite(std::function<void()> work);
     void answer(const SaveCompletion &completion, const Result<CalendarEvent> &result);
     /// Why nothing can be saved in the calendar, if so.
     [[nodiscard]] std::optional<Error> objection(const QString &calendarIdentifier) const;
@@ -89,6 +92,7 @@ private:
     int m_fetchCount = 0;
     bool m_isHolding = false;
     bool m_isOpen = false;
+    bool m_isHoldingWrites = false;
     bool m_isAvailable = true;
     bool m_needsConsent = false;
 };

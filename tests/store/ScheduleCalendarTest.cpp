@@ -122,8 +122,8 @@ private slots:
     {
         m_planner->eventStore.holdCompletions();
         m_planner->store->addSchedule(scheduleTitled(QStringLiteral("Talk")), work.identifier);
-        m_planner->store->requestCalendarAccessAndLoad();
-        m_planner->store->startAutomaticCalendarSync();
+        m_planner->store->calendarSync()->requestCalendarAccessAndLoad();
+        m_planner->store->calendarSync()->startAutomaticCalendarSync();
         m_planner->store.reset();
         m_planner->eventStore.releaseCompletions();
 
@@ -192,15 +192,15 @@ private slots:
         add("5", QStringLiteral("Ｆ"), QStringLiteral("full width"));
         add("6", QStringLiteral("🙂"), QStringLiteral("emoji"));
 
-        m_planner->store->startAutomaticCalendarSync();
-        QTRY_COMPARE(m_planner->store->availableCalendars().size(), 5);
+        m_planner->store->calendarSync()->startAutomaticCalendarSync();
+        QTRY_COMPARE(m_planner->store->calendarSync()->availableCalendars().size(), 5);
 
         QStringList order;
-        for (const CalendarOption &option : m_planner->store->availableCalendars())
+        for (const CalendarOption &option : m_planner->store->calendarSync()->availableCalendars())
             order.append(option.id);
         QCOMPARE(order, (QStringList{work.identifier, QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"),
                                      QStringLiteral("6")}));
-        QCOMPARE(m_planner->store->availableCalendars().constFirst().colorHex, QStringLiteral("#FF8000"));
+        QCOMPARE(m_planner->store->calendarSync()->availableCalendars().constFirst().colorHex, QStringLiteral("#FF8000"));
         const QSet<QString> all(order.cbegin(), order.cend());
         QCOMPARE(m_planner->store->selectedCalendarIDs(), all);
         QCOMPARE(m_planner->store->visibleCalendarIDs(), all);
@@ -209,8 +209,8 @@ private slots:
     void aChoiceOfCalendarsIsKeptAsItIs()
     {
         m_planner->store->setSelectedCalendarIDs({QStringLiteral("gone")});
-        m_planner->store->requestCalendarAccessAndLoad();
-        QTRY_COMPARE(m_planner->store->availableCalendars().size(), 1);
+        m_planner->store->calendarSync()->requestCalendarAccessAndLoad();
+        QTRY_COMPARE(m_planner->store->calendarSync()->availableCalendars().size(), 1);
 
         QCOMPARE(m_planner->store->selectedCalendarIDs(), QSet{QStringLiteral("gone")});
     }
@@ -232,21 +232,21 @@ private slots:
         m_planner->eventStore.answerAccessWith(isRefused ? Result<bool>(false)
                                                          : Result<bool>(Error{ErrorCode::CalendarAccessFailed}));
         m_planner->eventStore.holdCompletions();
-        m_planner->store->startAutomaticCalendarSync();
+        m_planner->store->calendarSync()->startAutomaticCalendarSync();
         m_planner->eventStore.releaseCompletions();
         QCOMPARE(m_planner->message(), QString());
 
-        m_planner->store->requestCalendarAccessAndLoad();
+        m_planner->store->calendarSync()->requestCalendarAccessAndLoad();
         QTRY_COMPARE(m_planner->message(), message);
-        QVERIFY(m_planner->store->availableCalendars().isEmpty());
+        QVERIFY(m_planner->store->calendarSync()->availableCalendars().isEmpty());
     }
 
     void withoutACalendarServiceNothingIsAskedOrTold()
     {
         m_planner->eventStore.setAvailable(false);
-        m_planner->store->requestCalendarAccessAndLoad();
+        m_planner->store->calendarSync()->requestCalendarAccessAndLoad();
 
-        QVERIFY(!m_planner->store->hasCalendarService());
+        QVERIFY(!m_planner->store->calendarSync()->isAvailable());
         QCOMPARE(m_planner->eventStore.accessRequestCount(), 0);
         QCOMPARE(m_planner->message(), QString());
     }
@@ -254,7 +254,7 @@ private slots:
     void automaticSyncThatIsOffAsksNothing()
     {
         m_planner->store->setAutomaticCalendarSync(false);
-        m_planner->store->startAutomaticCalendarSync();
+        m_planner->store->calendarSync()->startAutomaticCalendarSync();
         QCOMPARE(m_planner->eventStore.accessRequestCount(), 0);
         m_planner->store->setAutomaticCalendarSync(true);
         QCOMPARE(m_planner->eventStore.accessRequestCount(), 1);

@@ -30,7 +30,7 @@ void CalendarGroupsModel::setStore(PlannerStore *store)
     if (m_store || !store)
         return;
     m_store = store;
-    connect(store, &PlannerStore::availableCalendarsChanged, this, &CalendarGroupsModel::refresh);
+    connect(store->calendarSync(), &CalendarSync::availableCalendarsChanged, this, &CalendarGroupsModel::refresh);
     connect(store, &PlannerStore::selectedCalendarIDsChanged, this, &CalendarGroupsModel::refresh);
     connect(store, &PlannerStore::visibleCalendarIDsChanged, this, &CalendarGroupsModel::refresh);
     connect(store, &PlannerStore::calendarFeedsChanged, this, &CalendarGroupsModel::refresh);
@@ -91,7 +91,7 @@ void CalendarGroupsModel::refresh()
         return;
     const QSet<QString> &now = chosen();
     QList<CalendarChoiceRow> calendars;
-    const QList<CalendarGroup> groups = groupCalendars(m_store->availableCalendars());
+    const QList<CalendarGroup> groups = groupCalendars(m_store->calendarSync()->availableCalendars());
     for (const CalendarGroup &group : groups) {
         const GroupChoice choice = groupChoice(group, now);
         calendars.append({.identifiers = identifiersOf(group.calendars),

@@ -20,13 +20,13 @@ Rectangle {
 
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
-            visible: PlannerStore.hasCalendarService
+            visible: PlannerStore.calendarSync.isAvailable
         }
 
         AppText {
             id: loading
 
-            visible: PlannerStore.hasCalendarService
+            visible: PlannerStore.calendarSync.isAvailable
             text: Language.text("正在读取日历…", "Loading calendars…")
             token: Theme.control
             color: Theme.textSecondary

@@ -22,7 +22,7 @@ void ScheduleFormModel::setStore(PlannerStore *store)
     const Instant now = store->clock().now();
     m_form.times = {now, now.plus(defaultScheduleSeconds)};
     m_form.colorHex = firstColor;
-    connect(store, &PlannerStore::availableCalendarsChanged, this, &ScheduleFormModel::calendarsChanged);
+    connect(store->calendarSync(), &CalendarSync::availableCalendarsChanged, this, &ScheduleFormModel::calendarsChanged);
     emit fieldsChanged();
     emit calendarsChanged();
 }
@@ -83,7 +83,7 @@ void ScheduleFormModel::setExportRequested(bool isRequested)
 
 QList<CalendarOption> ScheduleFormModel::choices() const
 {
-    return m_store ? calendarChoices(m_store->availableCalendars()) : QList<CalendarOption>();
+    return m_store ? m_store->calendarSync()->calendarChoices() : QList<CalendarOption>();
 }
 
 QStringList ScheduleFormModel::calendarTitles() const

@@ -7,13 +7,13 @@ namespace tessaly {
 void ScheduleSheetModel::openImportSettings()
 {
     setSheet(Sheet::Import);
-    m_store->requestCalendarAccessAndLoad();
+    m_store->calendarSync()->requestCalendarAccessAndLoad();
 }
 
 void ScheduleSheetModel::openDisplaySettings()
 {
     setSheet(Sheet::Display);
-    m_store->requestCalendarAccessAndLoad();
+    m_store->calendarSync()->requestCalendarAccessAndLoad();
 }
 
 void ScheduleSheetModel::openSyncSettings()

@@ -75,8 +75,8 @@ private slots:
         m_planner->eventStore.addCalendar({.identifier = QStringLiteral("work"),
                                            .title = QStringLiteral("Work"),
                                            .sourceTitle = QStringLiteral("A")});
-        store.requestCalendarAccessAndLoad();
-        QTRY_COMPARE(store.availableCalendars().size(), 1);
+        store.calendarSync()->requestCalendarAccessAndLoad();
+        QTRY_COMPARE(store.calendarSync()->availableCalendars().size(), 1);
         whenTheUserAdds(QStringLiteral("https://example.org/a.ics"));
         CalendarGroupsModel groups;
         groups.setPurpose(CalendarGroupsModel::Purpose::Display);

@@ -39,8 +39,8 @@ void ScheduleDriver::hasCalendars(const QList<EventCalendar> &calendars)
 {
     for (const EventCalendar &each : calendars)
         eventStore.addCalendar(each);
-    store->requestCalendarAccessAndLoad();
-    QTRY_COMPARE(store->availableCalendars().size(), calendars.size());
+    store->calendarSync()->requestCalendarAccessAndLoad();
+    QTRY_COMPARE(store->calendarSync()->availableCalendars().size(), calendars.size());
 }
 
 void ScheduleDriver::opensScreen()

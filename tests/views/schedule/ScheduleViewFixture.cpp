@@ -41,7 +41,7 @@ void ScheduleViewFixture::addSchedule(const QString &title, int day, const QStri
 
 void ScheduleViewFixture::offerCalendars()
 {
-    if (!m_driver.store->availableCalendars().isEmpty())
+    if (!m_driver.store->calendarSync()->availableCalendars().isEmpty())
         return;
     m_driver.hasCalendars({{.identifier = QStringLiteral("club"),
                             .title = QStringLiteral("Club"),

@@ -91,7 +91,7 @@ Item {
 
         function test_4_calendars_are_listed_by_account() {
             TestPlanner.offerCalendars();
-            PlannerStore.requestCalendarAccessAndLoad();
+            PlannerStore.calendarSync.requestCalendarAccessAndLoad();
             const work = shown("Work");
             verify(shown("iCloud").checked);
 

@@ -1,0 +1,477 @@
+#include "store/CalendarSync.h"
+
+#include "model/CodePointOrder.h"
+#include "model/ScheduleColors.h"
+#include "model/Uuid.h"
+#include "platform/Clock.h"
+#include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
+#include "store/RecordRows.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// From the last change of a burst to the sync.
+constexpr auto automaticSyncDelay = 6s;
+/// Exported schedules that are linked in one assignment.
+constexpr qsizetype exportBatch = 200;
+
+/// The last sync as it is stored: when, imported, updated, and exported if it did.
+QStringList storedOutcome(const SyncOutcome &outcome)
+{
+    QStringList values{QString::number(outcome.at.seconds, 'f', 0), QString::number(outcome.imported),
+                       QString::number(outcome.updated)};
+    if (outcome.exported)
+        values.append(QString::number(*outcome.exported));
+    return values;
+}
+
+std::optional<SyncOutcome> outcomeFrom(const QStringList &values)
+{
+    if (values.size() < 3)
+        return std::nullopt;
+    SyncOutcome outcome{{values.at(0).toDouble()}, values.at(1).toLongLong(), values.at(2).toLongLong()};
+    if (values.size() > 3)
+        outcome.exported = values.at(3).toLongLong();
+    return outcome;
+}
+
+TextPair refusalText()
+{
+    return {QStringLiteral("未获日历访问权限，请在系统设置中允许 Tessaly 访问日历。"),
+            QStringLiteral("Calendar access was not granted. Allow Tessaly in System Settings.")};
+}
+
+bool isLeftOut(const QList<UnreadCalendar> &unread, const QString &identifier)
+{
+    return std::ranges::any_of(unread, [&](const UnreadCalendar &calendar) {
+        return calendar.identifier == identifier && calendar.reason != UnreadCalendar::Reason::DamagedFiles;
+    });
+}
+
+} // namespace
+
+CalendarSync::CalendarSync(PlannerStore &store, const PlannerPorts &ports) : m_store(store), m_ports(ports)
+{
+    m_pendingSync.setSingleShot(true);
+    m_pendingSync.setInterval(automaticSyncDelay);
+    m_pendingSync.setObjectName(QStringLiteral("pendingSync"));
+    m_pendingSync.setParent(this);
+    m_lastSync = outcomeFrom(m_ports.preferences.get<QStringList>(keys::lastCalendarSync).value_or(QStringList()));
+    m_consentAnswer = m_ports.preferences.get<bool>(keys::calendarConsent);
+    connect(&m_pendingSync, &QTimer::timeout, this, [this] {
+        // What changed while a sync was running may have come too late for it.
+        if (m_isSyncing)
+            m_pendingSync.start();
+        else
+            performCalendarSync({.exportsLocalSchedules = true});
+    });
+    connect(&store, &PlannerStore::automaticCalendarSyncChanged, this,
+            [this] { setAutomatic(m_store.automaticCalendarSync()); });
+}
+
+bool CalendarSync::isAvailable() const
+{
+    return m_ports.eventStore.isAvailable();
+}
+
+CalendarSync::Consent CalendarSync::consent() const
+{
+    if (!m_ports.eventStore.needsConsent())
+        return Consent::NotNeeded;
+    return !m_consentAnswer ? Consent::Undecided : *m_consentAnswer ? Consent::Allowed : Consent::Refused;
+}
+
+void CalendarSync::answerConsent(bool isAllowed)
+{
+    m_consentAnswer = isAllowed;
+    m_store.savePreference(keys::calendarConsent, isAllowed);
+    if (!isAllowed) {
+        setAutomatic(false);
+        m_availableCalendars.clear();
+        m_calendarChoices.clear();
+        emit availableCalendarsChanged();
+    }
+    QList<AccessCompletion> waiting = std::exchange(m_accessRequests, {});
+    emit consentChanged();
+    if (isAllowed && waiting.isEmpty())
+        startAutomaticCalendarSync();
+    for (AccessCompletion &completion : waiting)
+        grantAccess(isAllowed, std::move(completion));
+}
+
+void CalendarSync::grantAccess(bool isAllowed, AccessCompletion completion)
+{
+    if (isAllowed)
+        m_ports.eventStore.requestAccess(std::move(completion));
+    else
+        completion(false);
+}
+
+void CalendarSync::requestCalendarAccess(AccessCompletion completion)
+{
+    if (consent() == Consent::Undecided) {
+        m_accessRequests.append(std::move(completion));
+        emit consentChanged();
+    } else {
+        grantAccess(consent() != Consent::Refused, std::move(completion));
+    }
+}
+
+void CalendarSync::requestCalendarAccessAndLoad()
+{
+    // Where there is no service there is nothing to ask for, and the sheet says so.
+    if (!isAvailable())
+        return;
+    requestCalendarAccess([self = QPointer(this)](const Result<bool> &granted) {
+        if (!self)
+            return;
+        if (!granted)
+            self->tellUnreachable(granted.error());
+        else if (granted.value())
+            self->loadCalendars();
+        else
+            self->m_store.setCalendarSyncMessage({refusalText(), MessageKind::Failure});
+    });
+}
+
+void CalendarSync::tellUnreachable(const Error &error)
+{
+    m_store.tellFailure(QStringLiteral("无法访问日历："), QStringLiteral("Unable to access Calendar: "), error);
+}
+
+void CalendarSync::loadCalendars()
+{
+    m_availableCalendars.clear();
+    QSet<QString> identifiers;
+    QSet<QString> writable;
+    for (const EventCalendar &calendar : m_ports.eventStore.calendars()) {
+        m_availableCalendars.append({.id = calendar.identifier,
+                                     .title = calendar.title,
+                                     .sourceTitle = calendar.sourceTitle,
+                                     .colorHex = calendarHex(calendar)});
+        identifiers.insert(calendar.identifier);
+        if (calendar.isWritable)
+            writable.insert(calendar.identifier);
+    }
+    std::ranges::stable_sort(m_availableCalendars, [](const CalendarOption &left, const CalendarOption &right) {
+        return left.sourceTitle == right.sourceTitle ? precedesByCodePoint(left.title, right.title)
+                                                     : precedesByCodePoint(left.sourceTitle, right.sourceTitle);
+    });
+    m_calendarChoices = m_availableCalendars;
+    m_calendarChoices.removeIf([&](const CalendarOption &calendar) { return !writable.contains(calendar.id); });
+    emit availableCalendarsChanged();
+    if (m_store.selectedCalendarIDs().isEmpty())
+        m_store.setSelectedCalendarIDs(identifiers);
+    // Who only shows linked calendars has not chosen among those of the system yet.
+    const QSet<QString> &visible = m_store.visibleCalendarIDs();
+    if (std::ranges::all_of(visible, [](const QString &identifier) { return isFeedCalendar(identifier); }))
+        m_store.setVisibleCalendarIDs(visible + identifiers);
+}
+
+void CalendarSync::importAllCalendars()
+{
+    QSet<QString> identifiers;
+    for (const CalendarOption &calendar : std::as_const(m_availableCalendars))
+        identifiers.insert(calendar.id);
+    m_store.setSelectedCalendarIDs(identifiers);
+    importSelectedCalendars();
+}
+
+void CalendarSync::importSelectedCalendars()
+{
+    importOrSync({QStringLiteral("正在导入所选日历…"), QStringLiteral("Importing selected calendars…")},
+                 {QStringLiteral("未获日历访问权限。"), QStringLiteral("Calendar access was not granted.")},
+                 {.isRequested = true});
+}
+
+void CalendarSync::syncWithAppleCalendar()
+{
+    const TextPair name = m_ports.eventStore.serviceName();
+    importOrSync({QStringLiteral("正在读取%1的全部日程…").arg(name.chinese),
+                  QStringLiteral("Reading all %1 events…").arg(name.english)},
+                 refusalText(), {.exportsLocalSchedules = true, .isFullHistory = true, .isRequested = true});
+}
+
+void CalendarSync::importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope)
+{
+    m_store.setCalendarSyncMessage({beginning, MessageKind::Progress});
+    requestCalendarAccess([self = QPointer(this), refusal, scope](const Result<bool> &granted) {
+        if (!self)
+            return;
+        if (!granted) {
+            self->tellUnreachable(granted.error());
+            return;
+        }
+        if (!granted.value()) {
+            self->m_store.setCalendarSyncMessage({refusal, MessageKind::Failure});
+            return;
+        }
+        self->loadCalendars();
+        if (self->m_store.selectedCalendarIDs().isEmpty())
+            self->m_store.setCalendarSyncMessage({{QStringLiteral("请先选择至少一个要导入的日历。"),
+                                                   QStringLiteral("Select at least one calendar to import.")},
+                                                  MessageKind::Failure});
+        else
+            self->performCalendarSync(scope);
+    });
+}
+
+void CalendarSync::startAutomaticCalendarSync()
+{
+    if (!m_store.automaticCalendarSync() || !isAvailable())
+        return;
+    requestCalendarAccess([self = QPointer(this)](const Result<bool> &granted) {
+        if (!self || !granted || !granted.value() || !self->m_store.automaticCalendarSync())
+            return;
+        self->loadCalendars();
+        self->observeCalendarChanges();
+        self->performCalendarSync({.exportsLocalSchedules = true});
+    });
+}
+
+void CalendarSync::setAutomatic(bool isOn)
+{
+    if (isOn) {
+        startAutomaticCalendarSync();
+        return;
+    }
+    m_ports.eventStore.setChangeHandler({});
+    m_isObserving = false;
+    m_pendingSync.stop();
+}
+
+void CalendarSync::observeCalendarChanges()
+{
+    if (std::exchange(m_isObserving, true))
+        return;
+    m_ports.eventStore.setChangeHandler([self = QPointer(this)] {
+        if (self)
+            self->scheduleAutomaticSync();
+    });
+}
+
+void CalendarSync::scheduleAutomaticSync()
+{
+    if (m_store.automaticCalendarSync())
+        m_pendingSync.start();
+}
+
+void CalendarSync::performCalendarSync(SyncScope scope)
+{
+    if (std::exchange(m_isSyncing, true))
+        return;
+    emit isSyncingChanged();
+    const UserCalendar &calendar = m_store.calendar();
+    const Instant now = m_ports.clock.now();
+    m_run = {.scope = scope};
+    if (scope.isFullHistory) {
+        m_run.from = calendar.startOfDay(QDate(1900, 1, 1));
+        m_run.to = calendar.startOfDay(QDate(2100, 1, 1));
+    } else {
+        m_run.from = calendar.addingMonths(now, -12).value_or(now);
+        m_run.to = calendar.addingMonths(now, 12).value_or(now);
+    }
+    for (const QString &identifier : m_store.selectedCalendarIDs()) {
+        if (m_ports.eventStore.calendar(identifier))
+            m_run.calendars.append(identifier);
+    }
+    fetch();
+}
+
+void CalendarSync::fetch()
+{
+    m_isFetchWaiting = m_writesUnderWay > 0;
+    if (m_isFetchWaiting)
+        return;
+    m_writesAtFetch = m_writesBegun;
+    m_ports.eventStore.fetchEvents(m_run.calendars, m_run.from, m_run.to,
+                                   [self = QPointer(this)](const Result<FetchedEvents> &fetched) {
+                                       if (!self)
+                                           return;
+                                       if (!fetched) {
+                                           self->tellUnreachable(fetched.error());
+                                           self->endSync();
+                                       } else if (self->m_writesAtFetch != self->m_writesBegun) {
+                                           self->fetch();
+                                       } else {
+                                           self->applyFetched(fetched.value());
+                                       }
+                                   });
+}
+
+CalendarSyncInput CalendarSync::inputFor(const FetchedEvents &fetched) const
+{
+    CalendarSyncInput input{.events = fetched.events,
+                            .from = m_run.from,
+                            .to = m_run.to,
+                            .untitled = m_store.text(QStringLiteral("未命名日程"), QStringLiteral("Untitled event")),
+                            .approvedRemovals = m_approvedRemovals};
+    for (const QString &identifier : m_run.calendars) {
+        const std::optional<EventCalendar> calendar = m_ports.eventStore.calendar(identifier);
+        if (!calendar || isLeftOut(fetched.unread, identifier))
+            continue;
+        const bool isWhole =
+            std::ranges::find(fetched.unread, identifier, &UnreadCalendar::identifier) == fetched.unread.cend();
+        input.calendars.append({identifier, calendarHex(*calendar), isWhole});
+    }
+    return input;
+}
+
+void CalendarSync::applyFetched(const FetchedEvents &fetched)
+{
+    m_run.merge = mergeCalendars(inputFor(fetched), m_store.schedules());
+    m_run.isMerged = true;
+    m_run.hasChanged = m_run.merge.schedules.has_value();
+    m_leftOut = fetched.unread;
+    m_heldRemovals = m_run.merge.held;
+    m_approvedRemovals.clear();
+    if (m_run.merge.schedules)
+        m_store.editSchedules([this](QList<ScheduleItem> &schedules) {
+            schedules = *std::exchange(m_run.merge.schedules, std::nullopt);
+            return m_run.merge.rows;
+        });
+    for (const QUuid &id : std::as_const(m_run.merge.relinked)) {
+        const qsizetype row = rowOf(m_store.schedules(), id);
+        if (row >= 0)
+            changeEvent(m_store.schedules().at(row));
+    }
+    if (m_run.scope.exportsLocalSchedules)
+        exportLocalSchedules();
+    if (m_run.exportsUnderWay == 0)
+        endSync();
+}
+
+void CalendarSync::exportLocalSchedules()
+{
+    m_run.exportCount = m_run.merge.relinked.size();
+    const std::optional<EventCalendar> target = m_ports.eventStore.defaultCalendarForNewEvents();
+    if (!target || isLeftOut(m_leftOut, target->identifier))
+        return;
+    QList<NewEvent> events;
+    for (const ScheduleItem &item : m_store.schedules()) {
+        if (!item.calendarEventIdentifier)
+            events.append({target->identifier, uuidText(item.id), item.title, item.date, item.end(), item.notes});
+    }
+    m_run.exportsUnderWay = events.size();
+    m_store.setVisibleCalendarIDs(QSet<QString>(m_store.visibleCalendarIDs()) << target->identifier);
+    for (const NewEvent &event : std::as_const(events)) {
+        writeBegan();
+        m_ports.eventStore.createEvent(
+            event, [self = QPointer(this), id = QUuid(event.uid)](const Result<CalendarEvent> &saved) {
+                if (self)
+                    self->scheduleExported(id, saved);
+            });
+    }
+}
+
+void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved)
+{
+    writeEnded();
+    --m_run.exportsUnderWay;
+    if (saved) {
+        ++m_run.exportCount;
+        m_run.exported.append({scheduleID, saved.value()});
+    }
+    if (m_run.exportsUnderWay == 0 || m_run.exported.size() >= exportBatch)
+        link(std::exchange(m_run.exported, {}));
+    if (m_run.exportsUnderWay == 0)
+        endSync();
+}
+
+void CalendarSync::endSync()
+{
+    m_isSyncing = false;
+    if (m_run.isMerged)
+        reportOutcome();
+    m_run = {};
+    emit isSyncingChanged();
+}
+
+void CalendarSync::reportOutcome()
+{
+    const CalendarMerge &merge = m_run.merge;
+    const bool isExport = m_run.scope.exportsLocalSchedules;
+    m_lastSync = SyncOutcome{m_ports.clock.now(), merge.added, merge.updated,
+                             isExport ? std::optional(m_run.exportCount) : std::nullopt};
+    // The automatic sync runs after each change of the calendars; one that found nothing writes nothing.
+    if (m_run.hasChanged || m_run.exportCount > 0 || m_run.scope.isRequested)
+        m_store.savePreference(keys::lastCalendarSync, storedOutcome(*m_lastSync));
+    m_store.setCalendarSyncMessage(m_heldRemovals.isEmpty() ? Message{outcomeText()}
+                                                            : Message{pausedText(), MessageKind::Notice});
+    emit outcomeChanged();
+}
+
+TextPair CalendarSync::outcomeText() const
+{
+    const TextPair name = m_ports.eventStore.serviceName();
+    const QString added = QString::number(m_lastSync->imported);
+    const QString updated = QString::number(m_lastSync->updated);
+    TextPair text;
+    if (m_lastSync->exported) {
+        const QString exported = QString::number(*m_lastSync->exported);
+        text = {QStringLiteral("同步完成：导入 %1 个、更新 %2 个%3事件，导出 %4 个 Tessaly 日程。")
+                    .arg(added, updated, name.chinese, exported),
+                QStringLiteral("Sync complete: imported %1, updated %2, and exported %3 Tessaly schedules.")
+                    .arg(added, updated, exported)};
+    } else {
+        text = {
+            QStringLiteral("导入完成：新增%1 个、更新 %2 个%3事件。").arg(added, updated, name.chinese),
+            QStringLiteral("Import complete: added %1 and updated %2 %3 events.").arg(added, updated, name.english)};
+    }
+    QStringList files;
+    for (const UnreadCalendar &calendar : m_leftOut)
+        files += calendar.files;
+    if (!files.isEmpty()) {
+        text.chinese += QStringLiteral("无法读取：%1。").arg(files.join(u"、"));
+        text.english += QStringLiteral(" Not readable: %1.").arg(files.join(u", "));
+    }
+    return text;
+}
+
+TextPair CalendarSync::pausedText() const
+{
+    qsizetype count = 0;
+    for (const HeldRemoval &held : m_heldRemovals)
+        count += held.schedules.size();
+    return {QStringLiteral("同步已暂停：等待你决定是否移除 %1 个日程。").arg(count),
+            QStringLiteral("Sync is paused: %1 removals wait for your decision.").arg(count)};
+}
+
+void CalendarSync::removeHeldSchedules()
+{
+    for (const HeldRemoval &held : std::as_const(m_heldRemovals))
+        m_approvedRemovals += QSet<QUuid>(held.schedules.cbegin(), held.schedules.cend());
+    performCalendarSync({.exportsLocalSchedules = true, .isFullHistory = true, .isRequested = true});
+}
+
+void CalendarSync::keepHeldSchedules()
+{
+    QSet<QUuid> kept;
+    for (const HeldRemoval &held : std::exchange(m_heldRemovals, {}))
+        kept += QSet<QUuid>(held.schedules.cbegin(), held.schedules.cend());
+    m_store.editSchedules([&](QList<ScheduleItem> &schedules) -> std::optional<RowsChange> {
+        for (ScheduleItem &item : schedules) {
+            if (!kept.contains(item.id))
+                continue;
+            item.calendarEventIdentifier.reset();
+            item.calendarIdentifier.reset();
+            item.calendarColorHex.reset();
+            item.calendarExportRequested.reset();
+        }
+        return RowsChange{RowsChange::Kind::Updated, 0, schedules.size()};
+    });
+    emit outcomeChanged();
+    performCalendarSync({.exportsLocalSchedules = true, .isFullHistory = true, .isRequested = true});
+}
+
+} // namespace tessaly

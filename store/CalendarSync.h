@@ -1,0 +1,190 @@
+#pragma once
+
+#include "model/CalendarMerge.h"
+#include "model/CalendarOption.h"
+#include "platform/EventStore.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+
+namespace tessaly {
+
+class PlannerStore;
+struct PlannerPorts;
+
+/// What the last sync did.
+struct SyncOutcome
+{
+    Instant at = {};
+    qint64 imported = 0;
+    qint64 updated = 0;
+    /// Absent when the sync only imported.
+    std::optional<qint64> exported = {};
+
+    bool operator==(const SyncOutcome &) const = default;
+};
+
+/// How far a sync goes.
+struct SyncScope
+{
+    bool exportsLocalSchedules = false;
+    /// From 1900 to 2100; otherwise a year around now.
+    bool isFullHistory = false;
+    /// Whether the user asked for it.
+    bool isRequested = false;
+};
+
+/// The part of the planner store that works with the system's calendars: lists them, brings their events into the
+/// schedules, writes schedules to them, now or whenever they change. Main thread only. Outcomes and failures are
+/// reported on the status line.
+class CalendarSync : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isAvailable READ isAvailable CONSTANT)
+    Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
+    Q_PROPERTY(Consent consent READ consent NOTIFY consentChanged)
+    Q_PROPERTY(bool isConsentAwaited READ isConsentAwaited NOTIFY consentChanged)
+
+public:
+    /// Whether the user lets the planner use the system's calendars.
+    enum class Consent {
+        NotNeeded, ///< the calendars are the planner's own, or the system asks by itself
+        Undecided,
+        Allowed,
+        Refused,
+    };
+    Q_ENUM(Consent)
+
+    using AccessCompletion = EventStore::AccessCompletion;
+
+    /// Both must outlive it.
+    CalendarSync(PlannerStore &store, const PlannerPorts &ports);
+
+    /// Whether calendars can ever be listed.
+    [[nodiscard]] bool isAvailable() const;
+    /// Every calendar, by account and title.
+    [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
+    /// Those offered for new events: the ones that can be written, in the same order.
+    [[nodiscard]] const QList<CalendarOption> &calendarChoices() const { return m_calendarChoices; }
+
+    // Consent
+    [[nodiscard]] Consent consent() const;
+    /// Whether something waits for the user's first answer.
+    [[nodiscard]] bool isConsentAwaited() const { return !m_accessRequests.isEmpty(); }
+    /// Keeps the answer and lets go on, or refuses, what waits for it. Taking the consent back ends the automatic sync
+    /// until it is given again; the schedules stay.
+    Q_INVOKABLE void answerConsent(bool isAllowed);
+    /// Answers whether the calendars may be used, once the user has answered where the planner has to ask.
+    void requestCalendarAccess(AccessCompletion completion);
+
+    // Calendars and sync
+    /// Lists the calendars; refusal and failure are reported.
+    Q_INVOKABLE void requestCalendarAccessAndLoad();
+    /// Imports the events of a year around now from the selected calendars.
+    Q_INVOKABLE void importSelectedCalendars();
+    /// Selects every calendar and imports.
+    Q_INVOKABLE void importAllCalendars();
+    /// Imports the whole history and exports the schedules that are in no calendar.
+    Q_INVOKABLE void syncWithAppleCalendar();
+    /// Syncs now and after each change of the calendars, when automatic sync is on and access is granted; refusal is
+    /// silent.
+    void startAutomaticCalendarSync();
+    /// Does nothing while a sync is running.
+    void performCalendarSync(SyncScope scope);
+
+    [[nodiscard]] bool isSyncing() const { return m_isSyncing; }
+    [[nodiscard]] const std::optional<SyncOutcome> &lastSync() const { return m_lastSync; }
+    /// The calendars that the last sync left out, wholly or in part.
+    [[nodiscard]] const QList<UnreadCalendar> &leftOut() const { return m_leftOut; }
+    [[nodiscard]] const QList<HeldRemoval> &heldRemovals() const { return m_heldRemovals; }
+    /// Syncs again, and removes what the last sync asked about.
+    Q_INVOKABLE void removeHeldSchedules();
+    /// Makes these schedules the planner's own, and syncs again.
+    Q_INVOKABLE void keepHeldSchedules();
+
+    // The event of one schedule
+    /// Creates the event of a stored schedule in the calendar and links the two; a failure is reported.
+    void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
+    /// Gives title and times of the schedule to its event, if it has one. A failure is ignored.
+    void changeEvent(const ScheduleItem &schedule);
+    /// Removes the event of the schedule, if it has one. A failure is ignored.
+    void removeEvent(const ScheduleItem &schedule);
+
+signals:
+    void availableCalendarsChanged();
+    void isSyncingChanged();
+    void consentChanged();
+    /// The last sync, what it left out, or what it asks about.
+    void outcomeChanged();
+
+private:
+    /// A schedule that has been saved as an event.
+    struct Exported
+    {
+        QUuid scheduleID;
+        CalendarEvent event;
+    };
+    /// The sync that is running.
+    struct Run
+    {
+        SyncScope scope = {};
+        Instant from = {};
+        Instant to = {};
+        QStringList calendars = {};
+        CalendarMerge merge = {};
+        QList<Exported> exported = {};
+        qsizetype exportsUnderWay = 0;
+        qint64 exportCount = 0;
+        bool isMerged = false;
+        bool hasChanged = false;
+    };
+
+    void setAutomatic(bool isOn);
+    void grantAccess(bool isAllowed, AccessCompletion completion);
+    void loadCalendars();
+    void observeCalendarChanges();
+    void scheduleAutomaticSync();
+    void importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope);
+
+    void fetch();
+    void applyFetched(const FetchedEvents &fetched);
+    [[nodiscard]] CalendarSyncInput inputFor(const FetchedEvents &fetched) const;
+    void exportLocalSchedules();
+    void scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved);
+    void endSync();
+    void reportOutcome();
+    [[nodiscard]] TextPair outcomeText() const;
+    [[nodiscard]] TextPair pausedText() const;
+    void tellUnreachable(const Error &error);
+
+    /// Links each with its event; those that are gone by now take their event along.
+    void link(const QList<Exported> &exported);
+    void writeBegan();
+    void writeEnded();
+
+    PlannerStore &m_store;
+    const PlannerPorts &m_ports;
+    QList<CalendarOption> m_availableCalendars;
+    QList<CalendarOption> m_calendarChoices;
+    /// Waiting for the user's answer.
+    QList<AccessCompletion> m_accessRequests;
+    QTimer m_pendingSync;
+    Run m_run;
+    QSet<QUuid> m_approvedRemovals;
+    QList<HeldRemoval> m_heldRemovals;
+    QList<UnreadCalendar> m_leftOut;
+    std::optional<SyncOutcome> m_lastSync;
+    std::optional<bool> m_consentAnswer;
+    /// Writes to the calendar that are not answered yet, and how many there ever were: events fetched while one went on
+    /// may be those of before.
+    qsizetype m_writesUnderWay = 0;
+    quint64 m_writesBegun = 0;
+    quint64 m_writesAtFetch = 0;
+    bool m_isFetchWaiting = false;
+    bool m_isObserving = false;
+    bool m_isSyncing = false;
+};
+
+} // namespace tessaly
