@@ -158,6 +158,7 @@ const QList<Stop> &stops()
         {QStringLiteral("documents"), ShellModel::Documents},
         {QStringLiteral("editor"), ShellModel::Documents, onViewModel(openLecture), leaveToOverview},
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),
+        overWindow(QStringLiteral("dialog-consent"), "showConsent"),
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
         overWindow(QStringLiteral("dialog-about"), "showAbout"),
         overWindow(QStringLiteral("dialog-unreadable"), "showUnreadable"),

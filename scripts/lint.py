@@ -133,7 +133,7 @@ def is_partner(source, index, other):
     if low < 0 or high >= len(source.literals):
         return False
     between = source.bare[source.literals[low][1]:source.literals[high][0]]
-    rest = re.sub(r"\.arg\(\w+\)|\bQStringLiteral\b|\bQLatin1String\b|\bQStringView\b|_(s|L1|qs|sv)\b|\bu8?\b|[\s(){}]", "", between)
+    rest = re.sub(r"\.arg\([\w.,\s]+\)|\bQStringLiteral\b|\bQLatin1String\b|\bQStringView\b|_(s|L1|qs|sv)\b|\bu8?\b|[\s(){}]", "", between)
     return rest in (",", ":", "?") and not CJK.search(source.literals[other][2])
 
 

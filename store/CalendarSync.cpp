@@ -75,8 +75,14 @@ CalendarSync::CalendarSync(PlannerStore &store, const PlannerPorts &ports) : m_s
         else
             performCalendarSync({.exportsLocalSchedules = true});
     });
+    connect(&store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSync::serviceNameChanged);
     connect(&store, &PlannerStore::automaticCalendarSyncChanged, this,
             [this] { setAutomatic(m_store.automaticCalendarSync()); });
+}
+
+QString CalendarSync::serviceName() const
+{
+    return m_ports.eventStore.serviceName().in(m_store.interfaceLanguage());
 }
 
 bool CalendarSync::isAvailable() const
@@ -91,14 +97,22 @@ CalendarSync::Consent CalendarSync::consent() const
     return !m_consentAnswer ? Consent::Undecided : *m_consentAnswer ? Consent::Allowed : Consent::Refused;
 }
 
+void CalendarSync::askForConsent()
+{
+    m_isConsentAsked = true;
+    emit consentChanged();
+}
+
 void CalendarSync::answerConsent(bool isAllowed)
 {
+    m_isConsentAsked = false;
     m_consentAnswer = isAllowed;
     m_store.savePreference(keys::calendarConsent, isAllowed);
     if (!isAllowed) {
         setAutomatic(false);
         m_availableCalendars.clear();
         m_calendarChoices.clear();
+        m_hasLoadedCalendars = false;
         emit availableCalendarsChanged();
     }
     QList<AccessCompletion> waiting = std::exchange(m_accessRequests, {});
@@ -169,6 +183,7 @@ void CalendarSync::loadCalendars()
     });
     m_calendarChoices = m_availableCalendars;
     m_calendarChoices.removeIf([&](const CalendarOption &calendar) { return !writable.contains(calendar.id); });
+    m_hasLoadedCalendars = true;
     emit availableCalendarsChanged();
     if (m_store.selectedCalendarIDs().isEmpty())
         m_store.setSelectedCalendarIDs(identifiers);
@@ -432,8 +447,10 @@ TextPair CalendarSync::outcomeText() const
     for (const UnreadCalendar &calendar : m_leftOut)
         files += calendar.files;
     if (!files.isEmpty()) {
-        text.chinese += QStringLiteral("无法读取：%1。").arg(files.join(u"、"));
-        text.english += QStringLiteral(" Not readable: %1.").arg(files.join(u", "));
+        const TextPair names{files.join(u'、'), files.join(u", ")};
+        const TextPair note{QStringLiteral("无法读取：%1。").arg(names.chinese),
+                            QStringLiteral(" Not readable: %1.").arg(names.english)};
+        text = {text.chinese + note.chinese, text.english + note.english};
     }
     return text;
 }

@@ -43,6 +43,8 @@ class CalendarSync : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool isAvailable READ isAvailable CONSTANT)
+    Q_PROPERTY(QString serviceName READ serviceName NOTIFY serviceNameChanged)
+    Q_PROPERTY(bool hasLoadedCalendars READ hasLoadedCalendars NOTIFY availableCalendarsChanged)
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
     Q_PROPERTY(Consent consent READ consent NOTIFY consentChanged)
     Q_PROPERTY(bool isConsentAwaited READ isConsentAwaited NOTIFY consentChanged)
@@ -64,6 +66,10 @@ public:
 
     /// Whether calendars can ever be listed.
     [[nodiscard]] bool isAvailable() const;
+    /// What the user knows the calendars as, within a sentence, in the interface language.
+    [[nodiscard]] QString serviceName() const;
+    /// Whether the list of calendars has been read, which may be empty.
+    [[nodiscard]] bool hasLoadedCalendars() const { return m_hasLoadedCalendars; }
     /// Every calendar, by account and title.
     [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
     /// Those offered for new events: the ones that can be written, in the same order.
@@ -72,7 +78,9 @@ public:
     // Consent
     [[nodiscard]] Consent consent() const;
     /// Whether something waits for the user's first answer.
-    [[nodiscard]] bool isConsentAwaited() const { return !m_accessRequests.isEmpty(); }
+    [[nodiscard]] bool isConsentAwaited() const { return m_isConsentAsked || !m_accessRequests.isEmpty(); }
+    /// Puts the question once more.
+    Q_INVOKABLE void askForConsent();
     /// Keeps the answer and lets go on, or refuses, what waits for it. Taking the consent back ends the automatic sync
     /// until it is given again; the schedules stay.
     Q_INVOKABLE void answerConsent(bool isAllowed);
@@ -113,6 +121,7 @@ public:
     void removeEvent(const ScheduleItem &schedule);
 
 signals:
+    void serviceNameChanged();
     void availableCalendarsChanged();
     void isSyncingChanged();
     void consentChanged();
@@ -183,6 +192,8 @@ private:
     quint64 m_writesBegun = 0;
     quint64 m_writesAtFetch = 0;
     bool m_isFetchWaiting = false;
+    bool m_hasLoadedCalendars = false;
+    bool m_isConsentAsked = false;
     bool m_isObserving = false;
     bool m_isSyncing = false;
 };

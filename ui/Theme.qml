@@ -38,6 +38,7 @@ QtObject {
     readonly property color selected: isDark ? "#30333A" : "#E1E4EA"
     readonly property color segment: isDark ? "#2A2C32" : "#EAECEF"
     readonly property color segmentOn: isDark ? "#4A4E57" : "#FFFFFF"
+    readonly property color notice: isDark ? "#3A3320" : "#FFF4DC"
     readonly property color track: isDark ? "#34373E" : "#E4E6EB"
     readonly property color toggleOff: isDark ? "#767C88" : "#868C97"
     readonly property color knob: "#FFFFFF"

@@ -2,9 +2,13 @@ import QtQuick
 import Tessaly.Store
 import Tessaly.Ui
 
-/// Shown in place of the list of calendars while it loads, or if there is no calendar service.
+/// Shown in place of the list of calendars while it loads, or says why there is none.
 Rectangle {
     id: box
+
+    readonly property CalendarSync calendars: PlannerStore.calendarSync
+    readonly property bool isRefused: calendars.consent === CalendarSync.Refused
+    readonly property bool isLoading: calendars.isAvailable && !isRefused && !calendars.hasLoadedCalendars
 
     implicitHeight: 108
     radius: Theme.popupRadius
@@ -20,14 +24,18 @@ Rectangle {
 
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
-            visible: PlannerStore.calendarSync.isAvailable
+            visible: box.isLoading
         }
 
         AppText {
             id: loading
 
-            visible: PlannerStore.calendarSync.isAvailable
-            text: Language.text("正在读取日历…", "Loading calendars…")
+            visible: box.calendars.isAvailable
+            text: {
+                if (box.isRefused)
+                    return Language.text("未获日历访问权限。", "Calendar access was not granted.");
+                return box.isLoading ? Language.text("正在读取日历…", "Loading calendars…") : Language.text("没有日历。", "There are no calendars.");
+            }
             token: Theme.control
             color: Theme.textSecondary
             Accessible.ignored: true

@@ -7,6 +7,8 @@ import Tessaly.Ui
 Sheet {
     id: sheet
 
+    readonly property bool canImport: PlannerStore.calendarSync.isAvailable && !PlannerStore.calendarSync.isSyncing
+
     signal done
 
     title: Language.text("导入日历", "Import calendars")
@@ -23,26 +25,27 @@ Sheet {
     head: AppText {
         width: parent?.width ?? 0
         isMultiline: true
-        text: Language.text("选择要导入的账户和日历。导入不会改动 Apple Calendar 中的现有日程。", "Choose accounts and calendars to import. Importing does not change existing Apple Calendar events.")
+        text: Language.text("选择要导入的账户和日历。导入不会改动%1中的现有日程。", "Choose accounts and calendars to import. Importing does not change existing %1 events.").arg(PlannerStore.calendarSync.serviceName)
         token: Theme.control
         color: Theme.textSecondary
     }
 
-    // The store cannot import from the system's calendars yet.
     foot: [
         AppButton {
-            enabled: false
+            enabled: sheet.canImport
             isRaised: true
             text: Language.text("全部导入", "Import all")
+            onClicked: PlannerStore.calendarSync.importAllCalendars()
         },
         AppButton {
             id: importButton
 
             anchors.right: doneButton.left
             anchors.rightMargin: 8
-            enabled: false
+            enabled: sheet.canImport
             kind: AppButton.Primary
             text: Language.text("导入所选日历", "Import selected")
+            onClicked: PlannerStore.calendarSync.importSelectedCalendars()
         },
         AppButton {
             id: doneButton

@@ -1,6 +1,7 @@
 import QtQuick
 import Tessaly.Schedule
 import Tessaly.Shell
+import Tessaly.Store
 import Tessaly.Ui
 
 /// The add form: two lines on a wide page, four on a narrow one.
@@ -89,7 +90,7 @@ Entry {
 
         x: form.pad
         y: line.y + 1 + form.gap
-        text: Language.text("添加到 iCloud 日历", "Add to iCloud Calendar")
+        text: Language.text("添加到%1", "Add to %1").arg(PlannerStore.calendarSync.serviceName)
         enabled: !noService.visible
         Accessible.description: enabled ? "" : noService.text
         checked: form.fields.isExportRequested

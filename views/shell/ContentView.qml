@@ -16,6 +16,7 @@ FocusScope {
     property int section: ShellModel.Overview
     property alias showClearConfirmation: clearDialog.isShown
     property alias showNamePrompt: namePrompt.isShown
+    property alias showConsent: consentDialog.isShown
     property alias showAbout: aboutDialog.isShown
     property alias showUnreadable: unreadableDialog.isShown
     property alias showUnsaved: unsavedDialog.isShown
@@ -36,11 +37,18 @@ FocusScope {
         loader.active = true;
     }
 
+    /// One question at a time.
+    function askForCalendars() {
+        consentDialog.isShown = PlannerStore.calendarSync.isConsentAwaited && !showNamePrompt && !showUnreadable;
+    }
+
     focus: true
     Keys.onPressed: event => {
         if (scroller !== null)
             Scrolling.press(scroller, event);
     }
+    onShowNamePromptChanged: askForCalendars()
+    onShowUnreadableChanged: askForCalendars()
     onSectionChanged: {
         // The schedule screen shows it in its status line.
         if (section === ShellModel.Schedule)
@@ -51,6 +59,7 @@ FocusScope {
     Component.onCompleted: {
         showNamePrompt = !shell.hasAskedPreferredName;
         showUnreadable = PlannerStore.hadUnreadableData;
+        askForCalendars();
     }
 
     Sidebar {
@@ -110,6 +119,18 @@ FocusScope {
         id: namePrompt
 
         shell: view.shell
+    }
+
+    CalendarConsentDialog {
+        id: consentDialog
+    }
+
+    Connections {
+        function onConsentChanged() {
+            view.askForCalendars();
+        }
+
+        target: PlannerStore.calendarSync
     }
 
     UnreadableDialog {

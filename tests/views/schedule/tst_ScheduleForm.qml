@@ -155,7 +155,7 @@ Item {
         function test_the_form_fits_a_narrow_page() {
             TestPlanner.offerCalendars();
             root.width = 688;
-            press("Add to iCloud Calendar");
+            press("Add to system calendar");
             waitForRendering(screen);
             const names = ["Start", "End", "Add schedule", "Calendar", "Tag (optional)", "Color"];
             for (const name of names) {
