@@ -11,7 +11,7 @@ run_packages=(
     qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel
     qml6-module-qtcore qml6-module-qt-labs-platform
     qt6-webengine-dev qml6-module-qtwebengine libqt6webenginecore6-bin
-    libsqlite3-dev zlib1g-dev libicu-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
+    libsqlite3-dev zlib1g-dev libicu-dev libical-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri
     fonts-inter fonts-noto-cjk fonts-jetbrains-mono
     xvfb xauth
@@ -19,7 +19,7 @@ run_packages=(
 
 # To build and run the tests and benchmarks as well.
 test_packages=(
-    qml6-module-qttest libical-dev nlohmann-json3-dev
+    qml6-module-qttest nlohmann-json3-dev
     python3 python3-gi python3-pyatspi gir1.2-atspi-2.0 python3-dbusmock
     dbus dbus-x11 at-spi2-core xdotool x11-utils xclip imagemagick dunst libnotify-bin sqlite3
     orca speech-dispatcher
@@ -66,8 +66,8 @@ explain_without_apt() {
     for tool in c++ cmake ninja pkg-config npm; do command -v "$tool" >/dev/null || lacking+=("$tool"); done
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
         "Ninja, npm, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, zlib, ICU 60," \
-        "Boost 1.75 with Boost.JSON;" \
-        "for the tests libical, nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock; for the gates clang 14's tools." \
+        "Boost 1.75 with Boost.JSON, libical;" \
+        "for the tests nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."
 }

@@ -40,11 +40,12 @@ bool flushFile(QSaveFile &file)
 
 } // namespace
 
-bool replaceFile(const QString &path, const QByteArray &bytes)
+bool replaceFile(const QString &path, const QByteArray &bytes, const std::function<bool()> &isWanted)
 {
     QSaveFile file(path);
     // A commit does not notice that the rest of the buffer found no room.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) ||
+        (isWanted && !isWanted()) || !file.commit())
         return false;
     flushFolder(QFileInfo(path).path());
     return true;

@@ -2,11 +2,15 @@
 
 #include "platform/FileSystem.h"
 
+#include <functional>
+
 namespace tessaly {
 
 /// Replaces the file in one step; the bytes are on the disk when it returns. On failure the former file stands, no part
-/// of the new one is left. The only way in which the program writes a file.
-[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes);
+/// of the new one is left. The only way in which the program writes a file. `isWanted` is asked when all is ready for
+/// the step; on false nothing happens.
+[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes,
+                               const std::function<bool()> &isWanted = {});
 /// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
 /// exists afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);

@@ -1,0 +1,280 @@
+#include "platform/common/vdir/CalendarFile.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+constexpr qint64 daySeconds = 86400;
+constexpr qsizetype mostOverrides = 20000;
+
+QList<TextComponent> eventsIn(const QList<TextComponent> &calendars)
+{
+    QList<TextComponent> events;
+    for (const TextComponent &calendar : calendars)
+        std::ranges::copy_if(calendar.components, std::back_inserter(events),
+                             [](const TextComponent &each) { return each.name == "VEVENT"; });
+    return events;
+}
+
+/// Reads the VEVENTs of one file.
+class FileReader
+{
+public:
+    FileReader(const QByteArray &text, const QList<TextComponent> &calendars, EventZones &zones)
+        : m_text(text), m_calendars(calendars), m_zones(zones)
+    {
+    }
+
+    [[nodiscard]] std::optional<EventTime> time(const TextProperty &property, QByteArrayView value) const
+    {
+        bool isDate = false;
+        bool isUtc = false;
+        const std::optional<qint64> wall = wallFrom(value, &isDate, &isUtc);
+        if (!wall)
+            return std::nullopt;
+        EventTime result{.form = isUtc    ? EventTime::Form::Utc
+                                 : isDate ? EventTime::Form::Date
+                                          : EventTime::Form::Floating,
+                         .wall = *wall};
+        const auto tzid = property.parameter("TZID");
+        if (!tzid || result.form != EventTime::Form::Floating)
+            return result;
+        result.zone = m_zones.zone(*tzid, m_text, m_calendars);
+        result.isZoneUnknown = !result.zone;
+        if (result.zone)
+            result.form = EventTime::Form::Zoned;
+        return result;
+    }
+
+    /// Nothing where the VEVENT cannot be understood.
+    [[nodiscard]] std::optional<EventPart> part(const TextComponent &component) const
+    {
+        EventPart result;
+        bool isBad = component.property("DTSTART") == nullptr;
+        const auto set = [&](const TextProperty &property, auto &target) {
+            const auto read = time(property, property.value);
+            isBad |= !read;
+            if (read)
+                target = *read;
+        };
+        for (const TextProperty &property : component.properties) {
+            if (property.name == "DTSTART") {
+                set(property, result.start);
+            } else if (property.name == "DTEND") {
+                set(property, result.end);
+            } else if (property.name == "RECURRENCE-ID") {
+                set(property, result.recurrenceId);
+                result.changesFollowing = property.parameter("RANGE") == QByteArray("THISANDFUTURE");
+            } else if (property.name == "DURATION") {
+                result.duration = durationFrom(property.value);
+                isBad |= !result.duration;
+            } else if (property.name == "SUMMARY" && !result.title) {
+                result.title = unescapedText(property.value);
+            } else if (property.name == "DESCRIPTION" && result.notes.isEmpty()) {
+                result.notes = unescapedText(property.value);
+            }
+        }
+        if (isBad)
+            return std::nullopt;
+        return result;
+    }
+
+    /// Every date or time in a property that may list several; of periods the start.
+    [[nodiscard]] bool addTimes(const TextProperty &property, QList<EventTime> &times) const
+    {
+        for (const QByteArray &value : property.value.split(',')) {
+            const auto read = time(property, value.split('/').constFirst());
+            if (!read || times.size() >= static_cast<qsizetype>(mostOccurrences))
+                return false;
+            times.append(*read);
+        }
+        return true;
+    }
+
+private:
+    const QByteArray &m_text;
+    const QList<TextComponent> &m_calendars;
+    EventZones &m_zones;
+};
+
+/// False where something in it cannot be understood.
+bool readRecurrence(const TextComponent &component, const FileReader &reader, FileEvent &event)
+{
+    return std::ranges::all_of(component.properties, [&](const TextProperty &property) {
+        if (property.name == "RRULE")
+            event.rules.append(property.value);
+        else if (property.name == "EXRULE")
+            event.excludingRules.append(property.value);
+        else if (property.name == "RDATE")
+            return reader.addTimes(property, event.addedTimes);
+        else if (property.name == "EXDATE")
+            return reader.addTimes(property, event.excludedTimes);
+        return true;
+    });
+}
+
+/// Brings the ids of the overrides to the clock of the pattern; of two for one occurrence the later counts.
+void settleOverrides(FileEvent &event)
+{
+    QHash<QByteArray, qsizetype> positions;
+    QList<EventPart> settled;
+    for (EventPart &part : event.overrides) {
+        if (event.pattern) {
+            EventTime onClock = event.pattern->start;
+            onClock.wall = part.recurrenceId->wallOn(event.pattern->start);
+            part.recurrenceId = onClock;
+        }
+        const QByteArray original = part.recurrenceId->text();
+        if (positions.contains(original)) {
+            settled[positions.value(original)] = part;
+        } else {
+            positions.insert(original, settled.size());
+            settled.append(part);
+        }
+    }
+    event.overrides = settled;
+}
+
+} // namespace
+
+qint64 EventPart::endSeconds(const EventTime &startTime, const UserCalendar &user) const
+{
+    const qint64 startSeconds = startTime.unixSeconds(user);
+    EventTime later = startTime;
+    if (end && start.form == EventTime::Form::Date && end->form == EventTime::Form::Date) {
+        later.wall += end->wall - start.wall;
+        return std::max(startSeconds, later.unixSeconds(user));
+    }
+    if (end)
+        return startSeconds + std::max<qint64>(0, end->unixSeconds(user) - start.unixSeconds(user));
+    const bool isWholeDay = !duration && start.form == EventTime::Form::Date;
+    const EventDuration length = duration.value_or(EventDuration{.days = isWholeDay ? 1 : 0});
+    later.wall += std::min(length.days, qint64{1'000'000}) * daySeconds;
+    return later.unixSeconds(user) + length.seconds;
+}
+
+std::optional<std::vector<qint64>> FileEvent::expandedWalls(qint64 horizon) const
+{
+    const EventTime &start = pattern->start;
+    const RuleStart ruleStart{.wall = start.wall,
+                              .isDate = start.form == EventTime::Form::Date,
+                              .wallAt = [&](qint64 utc) { return EventTime{.wall = utc}.wallOn(start); }};
+    std::vector<qint64> walls{start.wall};
+    std::vector<qint64> excluded;
+    for (const auto &[ruleList, target] : {std::pair(&rules, &walls), std::pair(&excludingRules, &excluded)}) {
+        for (const QByteArray &rule : *ruleList) {
+            const auto times = expandedRule(rule, ruleStart, horizon);
+            if (!times || target->size() + times->size() > mostOccurrences + 1)
+                return std::nullopt;
+            target->insert(target->end(), times->cbegin(), times->cend());
+        }
+    }
+    for (const EventTime &added : addedTimes)
+        walls.push_back(added.wallOn(start));
+    for (const EventTime &each : excludedTimes)
+        excluded.push_back(each.wallOn(start));
+    std::ranges::sort(walls);
+    std::ranges::sort(excluded);
+    // The rule repeats the start, and an exception takes only one of two equal times away.
+    walls.erase(std::unique(walls.begin(), walls.end()), walls.end());
+    std::vector<qint64> kept;
+    std::ranges::set_difference(walls, excluded, std::back_inserter(kept));
+    return kept;
+}
+
+bool FileEvent::expand(qint64 horizon)
+{
+    if (!pattern || !isRecurring() || m_horizon == horizon)
+        return true;
+    auto walls = expandedWalls(horizon);
+    if (!walls)
+        return false;
+    m_walls = *std::move(walls);
+    m_horizon = horizon;
+    return true;
+}
+
+std::vector<EventOccurrence> FileEvent::occurrences(const UserCalendar &user) const
+{
+    std::vector<EventOccurrence> result;
+    const auto add = [&](const EventPart &part, const QByteArray &original, const EventTime &start) {
+        result.push_back({&part, original, start.unixSeconds(user), part.endSeconds(start, user)});
+    };
+    if (pattern && !isRecurring())
+        add(*pattern, {}, pattern->start);
+    QHash<qint64, const EventPart *> overridden;
+    for (const EventPart &part : overrides) {
+        if (pattern)
+            overridden.insert(part.recurrenceId->wall, &part);
+        add(part, part.recurrenceId->text(), part.start);
+    }
+    if (!pattern || !isRecurring())
+        return result;
+    // Where an occurrence and all that follow it were moved.
+    const EventPart *current = &*pattern;
+    qint64 shift = 0;
+    for (const qint64 wall : m_walls) {
+        EventTime original = pattern->start;
+        original.wall = wall;
+        if (const EventPart *part = overridden.value(wall)) {
+            if (part->changesFollowing) {
+                current = part;
+                shift = part->start.wallOn(pattern->start) - wall;
+            }
+            continue;
+        }
+        EventTime start = original;
+        start.wall += shift;
+        add(*current, original.text(), start);
+    }
+    return result;
+}
+
+std::optional<QList<FileEvent>> readCalendarFile(const QByteArray &text, const QString &fileName, EventZones &zones)
+{
+    const std::optional<QList<TextComponent>> calendars = readComponents(text);
+    if (!calendars || calendars->isEmpty() ||
+        std::ranges::any_of(*calendars, [](const TextComponent &each) { return each.name != "VCALENDAR"; }))
+        return std::nullopt;
+    const FileReader reader(text, *calendars, zones);
+    QList<FileEvent> events;
+    QHash<QString, qsizetype> positions;
+    const QList<TextComponent> components = eventsIn(*calendars);
+    for (qsizetype i = 0; i < components.size(); ++i) {
+        const TextComponent &component = components.at(i);
+        std::optional<EventPart> part = reader.part(component);
+        if (!part)
+            return std::nullopt;
+        part->position = i;
+        const TextProperty *uid = component.property("UID");
+        const QString name = uid ? unescapedText(uid->value) : QFileInfo(fileName).completeBaseName();
+        if (!positions.contains(name)) {
+            positions.insert(name, events.size());
+            events.append(FileEvent());
+            events.last().uid = name;
+        }
+        FileEvent &event = events[positions.value(name)];
+        if (part->recurrenceId)
+            event.overrides.append(*part);
+        else if (event.pattern || !readRecurrence(component, reader, event))
+            return std::nullopt;
+        else
+            event.pattern = *std::move(part);
+        if (event.overrides.size() > mostOverrides)
+            return std::nullopt;
+    }
+    for (FileEvent &event : events)
+        settleOverrides(event);
+    return events;
+}
+
+QList<TextComponent> eventComponents(const QByteArray &text)
+{
+    return eventsIn(readComponents(text).value_or(QList<TextComponent>()));
+}
+
+} // namespace tessaly
