@@ -12,11 +12,14 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 #include <utility>
 
 namespace tessaly {
 
 namespace {
+
+constexpr QLatin1String folderOfCalendars("vdir:");
 
 CommandLine only(CommandLine::Task task, const QString &text)
 {
@@ -51,6 +54,16 @@ QByteArray ruleOfOffset(int seconds)
            QTime(0, 0).addSecs(std::abs(seconds)).toString(u"HH:mm").toLatin1();
 }
 
+/// Nothing where there is no such choice.
+std::optional<CommandLine::Calendars> calendarsNamed(const QString &value)
+{
+    if (value == QLatin1String("none"))
+        return CommandLine::Calendars::None;
+    if (value.size() > folderOfCalendars.size() && value.startsWith(folderOfCalendars))
+        return CommandLine::Calendars::Directory;
+    return std::nullopt;
+}
+
 /// Why the options cannot be taken together; empty where they can.
 QString objection(const QCommandLineParser &parser)
 {
@@ -60,8 +73,11 @@ QString objection(const QCommandLineParser &parser)
         if (parser.isSet(option) && parser.value(option).isEmpty())
             return QStringLiteral("--%1 needs a directory.").arg(option);
     }
+    if (parser.isSet(QStringLiteral("calendar")) && !calendarsNamed(parser.value(QStringLiteral("calendar"))))
+        return QStringLiteral("--calendar needs vdir:<directory> or none.");
     const std::pair<QString, QString> exclusive[] = {{QStringLiteral("self-test"), QStringLiteral("screens")},
                                                      {QStringLiteral("demo"), QStringLiteral("data-dir")},
+                                                     {QStringLiteral("demo"), QStringLiteral("calendar")},
                                                      {QStringLiteral("demo"), QStringLiteral("background")}};
     for (const auto &[one, other] : exclusive) {
         if (parser.isSet(one) && parser.isSet(other))
@@ -109,6 +125,10 @@ CommandLine parseCommandLine(const QStringList &arguments)
         QStringLiteral("data-dir"),
         QStringLiteral("Store all data in <directory> instead of %1.").arg(defaultDataDirectory()),
         QStringLiteral("directory"));
+    const QCommandLineOption calendar(
+        QStringLiteral("calendar"),
+        QStringLiteral("Sync with the calendars in a directory (vdir:<directory>), or with none."),
+        QStringLiteral("choice"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data and save nothing."));
     const QCommandLineOption background(
         QStringLiteral("background"),
@@ -121,7 +141,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                       QStringLiteral("directory"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Tessaly, a planner for one person."));
-    parser.addOptions({help, version, dataDirectory, demo, background, selfTest, pictures});
+    parser.addOptions({help, version, dataDirectory, calendar, demo, background, selfTest, pictures});
 
     if (!parser.parse(arguments))
         return only(Task::Refuse, parser.errorText());
@@ -139,6 +159,11 @@ CommandLine parseCommandLine(const QStringList &arguments)
     result.isDataDirectoryGiven = parser.isSet(dataDirectory);
     result.dataDirectory =
         QDir(result.isDataDirectoryGiven ? parser.value(dataDirectory) : defaultDataDirectory()).absolutePath();
+    if (parser.isSet(calendar)) {
+        result.calendars = *calendarsNamed(parser.value(calendar));
+        if (result.calendars == CommandLine::Calendars::Directory)
+            result.calendarDirectory = QDir(parser.value(calendar).mid(folderOfCalendars.size())).absolutePath();
+    }
     if (parser.isSet(selfTest))
         result.task = Task::SelfTest;
     if (parser.isSet(pictures)) {

@@ -24,6 +24,17 @@ struct CommandLine
     /// Absolute. Everything that the program keeps lives in it.
     QString dataDirectory = {};
     bool isDataDirectoryGiven = false;
+    /// The calendars that are synced.
+    enum class Calendars {
+        /// Those of the system's service, or those in the data directory where it does not answer.
+        Automatic,
+        /// Those in `calendarDirectory`.
+        Directory,
+        None,
+    };
+    Calendars calendars = Calendars::Automatic;
+    /// Absolute.
+    QString calendarDirectory = {};
     /// Sample data in memory instead of the data directory.
     bool isDemo = false;
     /// Start without a window and stay when it is closed, so that reminders arrive.

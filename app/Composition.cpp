@@ -8,6 +8,7 @@
 #include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
 #include "platform/common/SqlitePreferences.h"
+#include "platform/common/vdir/VdirEventStore.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -62,6 +63,10 @@ QStringList loginCommand(const CommandLine &commandLine)
     QStringList command{QCoreApplication::applicationFilePath(), QStringLiteral("--background")};
     if (commandLine.isDataDirectoryGiven)
         command << QStringLiteral("--data-dir") << commandLine.dataDirectory;
+    if (commandLine.calendars == CommandLine::Calendars::None)
+        command << QStringLiteral("--calendar") << QStringLiteral("none");
+    else if (commandLine.calendars == CommandLine::Calendars::Directory)
+        command << QStringLiteral("--calendar") << QStringLiteral("vdir:") + commandLine.calendarDirectory;
     return command;
 }
 
@@ -73,6 +78,25 @@ AutostartEntry reminderEntry(const CommandLine &commandLine)
                 .arg(commandLine.isDataDirectoryGiven ? u'-' + mark.toString(QUuid::WithoutBraces) : QString()),
             {QStringLiteral("Tessaly 提醒"), QStringLiteral("Tessaly reminders")},
             AutostartEntry::SetBy::Program};
+}
+
+std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const Preferences &preferences,
+                                          const Clock &clock)
+{
+    const auto title = [&preferences] {
+        const QString language = preferences.get<QString>(keys::interfaceLanguage).value_or(QString());
+        return appLanguageFromRawValue(language) == AppLanguage::English ? QStringLiteral("Personal")
+                                                                         : QStringLiteral("个人");
+    };
+    switch (commandLine.calendars) {
+    case CommandLine::Calendars::None:
+        return std::make_unique<NullEventStore>();
+    case CommandLine::Calendars::Directory:
+        return std::make_unique<VdirEventStore>(VdirPlace::given(commandLine.calendarDirectory), clock);
+    case CommandLine::Calendars::Automatic:
+        break;
+    }
+    return std::make_unique<VdirEventStore>(VdirPlace::embedded(commandLine.dataDirectory, title), clock);
 }
 
 } // namespace
@@ -96,7 +120,8 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     auto stored = preferences.takeValue();
     const SqlitePreferences &file = *stored;
     parts->preferences = std::move(stored);
-    parts->eventStore = std::make_unique<NullEventStore>();
+    parts->clock = std::make_unique<LinuxClock>();
+    parts->eventStore = eventStoreFor(commandLine, *parts->preferences, *parts->clock);
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
     parts->reminderLoginItem = std::make_unique<XdgLoginItem>(
         loginCommand(commandLine), XdgLoginItem::userAutostartDirectory(), reminderEntry(commandLine));
@@ -105,7 +130,6 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
     parts->draftsFolder = commandLine.dataDirectory + QStringLiteral("/Drafts");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
-    parts->clock = std::make_unique<LinuxClock>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
     // The end of a session asks no questions; what can still be saved is saved.
     parts->terminationSignals = std::make_unique<TerminationSignals>();

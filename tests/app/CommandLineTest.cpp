@@ -32,6 +32,14 @@ private slots:
         QTest::newRow("surplus argument") << QStringLiteral("notes.md") << Task::Refuse << QStringLiteral("notes.md");
         QTest::newRow("no directory") << QStringLiteral("--data-dir") << Task::Refuse << QStringLiteral("data-dir");
         QTest::newRow("empty directory") << QStringLiteral("--data-dir=") << Task::Refuse << QStringLiteral("data-dir");
+        QTest::newRow("calendars of a directory") << QStringLiteral("--calendar vdir:c") << Task::Run << QString();
+        QTest::newRow("no calendars") << QStringLiteral("--calendar none") << Task::Run << QString();
+        QTest::newRow("calendars of nowhere")
+            << QStringLiteral("--calendar vdir:") << Task::Refuse << QStringLiteral("--calendar");
+        QTest::newRow("unknown calendars")
+            << QStringLiteral("--calendar paper") << Task::Refuse << QStringLiteral("--calendar");
+        QTest::newRow("demo has calendars of its own")
+            << QStringLiteral("--demo --calendar none") << Task::Refuse << QStringLiteral("--calendar");
         QTest::newRow("two tasks") << QStringLiteral("--self-test --screens out") << Task::Refuse
                                    << QStringLiteral("--self-test");
         QTest::newRow("demo has no directory")
@@ -125,6 +133,10 @@ private slots:
         const CommandLine read =
             parseCommandLine({QStringLiteral("tessaly"), QStringLiteral("--data-dir"), QStringLiteral("some/../data")});
 
+        const CommandLine calendars = parseCommandLine(
+            {QStringLiteral("tessaly"), QStringLiteral("--calendar"), QStringLiteral("vdir:some/../calendars")});
+        QCOMPARE(QDir::cleanPath(calendars.calendarDirectory),
+                 QDir::current().absoluteFilePath(QStringLiteral("calendars")));
         QVERIFY(read.isDataDirectoryGiven);
         QCOMPARE(QDir::cleanPath(read.dataDirectory), QDir::current().absoluteFilePath(QStringLiteral("data")));
     }
