@@ -25,11 +25,12 @@ public:
         m_process.start(program, arguments);
     }
     /// Empty when it says nothing in ten seconds.
-    [[nodiscard]] QString firstLine()
+    [[nodiscard]] QString firstLine() { return QString::fromUtf8(nextLine()); }
+    /// The line that it answers one with; empty when it says nothing in ten seconds.
+    [[nodiscard]] QByteArray ask(const QByteArray &line)
     {
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
+        m_process.write(line + '\n');
+        return nextLine();
     }
     void stop()
     {
@@ -42,6 +43,13 @@ public:
     }
 
 private:
+    [[nodiscard]] QByteArray nextLine()
+    {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
+        }
+        return m_process.readLine().trimmed();
+    }
+
     QProcess m_process;
 };
 

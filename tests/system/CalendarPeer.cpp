@@ -1,0 +1,262 @@
+// Another program that uses the desktop's calendar service: does what it is told on its standard input, one command a
+// line, and answers with one line each. Fields are percent-encoded and stand between spaces.
+#include <libecal/libecal.h>
+
+#include <QByteArrayList>
+#include <QFile>
+#include <QHash>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+template <class T>
+std::shared_ptr<T> shared(T *object)
+{
+    return std::shared_ptr<T>(object, [](T *owned) {
+        if (owned)
+            g_object_unref(owned);
+    });
+}
+
+/// Ends the program, and with it the test, with what the service said.
+void check(bool isDone, GError *error, const char *what)
+{
+    if (!isDone)
+        qFatal("%s: %s", what, error ? error->message : "no reason given");
+    g_clear_error(&error);
+}
+
+class Peer
+{
+public:
+    QString addLocalCalendar(const QString &title);
+    QString addServerCalendar(const QString &title, int port, const QString &path, const QString &method);
+    void hideCalendar(const QString &uid);
+    void removeCalendar(const QString &uid);
+    void setDefaultCalendar(const QString &uid);
+    void putEvent(const QString &calendarUid, const QByteArray &vevent);
+    void dropEvent(const QString &calendarUid, const QString &uid);
+    [[nodiscard]] QByteArrayList eventTexts(const QString &calendarUid, const QString &uid);
+    void refresh(const QString &calendarUid);
+    void answerPassword(const QString &calendarUid, const QString &password);
+
+private:
+    [[nodiscard]] ESourceRegistry *registry();
+    [[nodiscard]] std::shared_ptr<ECalClient> client(const QString &calendarUid);
+
+    std::shared_ptr<ESourceRegistry> m_registry;
+    QHash<QString, std::shared_ptr<ECalClient>> m_clients;
+    int m_nextCalendar = 1;
+};
+
+ESourceRegistry *Peer::registry()
+{
+    if (!m_registry) {
+        GError *error = nullptr;
+        m_registry = shared(e_source_registry_new_sync(nullptr, &error));
+        check(m_registry != nullptr, error, "registry");
+    }
+    return m_registry.get();
+}
+
+QString Peer::addLocalCalendar(const QString &title)
+{
+    const QString uid = QStringLiteral("calendar-%1").arg(m_nextCalendar++);
+    GError *error = nullptr;
+    const auto source = shared(e_source_new_with_uid(uid.toUtf8().constData(), nullptr, &error));
+    check(source != nullptr, error, "source");
+    e_source_set_display_name(source.get(), title.toUtf8().constData());
+    e_source_set_parent(source.get(), "local-stub");
+    gpointer extension = e_source_get_extension(source.get(), E_SOURCE_EXTENSION_CALENDAR);
+    e_source_backend_set_backend_name(E_SOURCE_BACKEND(extension), "local");
+    e_source_selectable_set_color(E_SOURCE_SELECTABLE(extension), "#3584e4");
+    const bool isDone = e_source_registry_commit_source_sync(registry(), source.get(), nullptr, &error);
+    check(isDone, error, "commit");
+    return uid;
+}
+
+QString Peer::addServerCalendar(const QString &title, int port, const QString &path, const QString &method)
+{
+    const QString uid = QStringLiteral("calendar-%1").arg(m_nextCalendar++);
+    GError *error = nullptr;
+    const auto source = shared(e_source_new_with_uid(uid.toUtf8().constData(), nullptr, &error));
+    check(source != nullptr, error, "source");
+    e_source_set_display_name(source.get(), title.toUtf8().constData());
+    e_source_set_parent(source.get(), "caldav-stub");
+    gpointer calendar = e_source_get_extension(source.get(), E_SOURCE_EXTENSION_CALENDAR);
+    e_source_backend_set_backend_name(E_SOURCE_BACKEND(calendar), "caldav");
+    auto *authentication =
+        static_cast<ESourceAuthentication *>(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_AUTHENTICATION));
+    e_source_authentication_set_host(authentication, "127.0.0.1");
+    e_source_authentication_set_port(authentication, static_cast<guint16>(port));
+    e_source_authentication_set_user(authentication, "me");
+    e_source_authentication_set_method(authentication, method.toUtf8().constData());
+    e_source_security_set_method(E_SOURCE_SECURITY(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_SECURITY)),
+                                 "none");
+    auto *webdav =
+        static_cast<ESourceWebdav *>(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_WEBDAV_BACKEND));
+    e_source_webdav_set_resource_path(webdav, path.toUtf8().constData());
+    e_source_webdav_set_calendar_auto_schedule(webdav, FALSE);
+    e_source_offline_set_stay_synchronized(
+        E_SOURCE_OFFLINE(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_OFFLINE)), TRUE);
+    const bool isDone = e_source_registry_commit_source_sync(registry(), source.get(), nullptr, &error);
+    check(isDone, error, "commit");
+    return uid;
+}
+
+void Peer::hideCalendar(const QString &uid)
+{
+    m_clients.remove(uid);
+    GError *error = nullptr;
+    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
+    e_source_set_display_name(source.get(), "hidden");
+    e_source_set_enabled(source.get(), FALSE);
+    const bool isDone = e_source_write_sync(source.get(), nullptr, &error);
+    check(isDone, error, "hide");
+}
+
+void Peer::removeCalendar(const QString &uid)
+{
+    m_clients.remove(uid);
+    GError *error = nullptr;
+    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
+    const bool isDone = source && e_source_remove_sync(source.get(), nullptr, &error);
+    check(isDone, error, "remove");
+}
+
+void Peer::setDefaultCalendar(const QString &uid)
+{
+    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
+    e_source_registry_set_default_calendar(registry(), source.get());
+}
+
+std::shared_ptr<ECalClient> Peer::client(const QString &calendarUid)
+{
+    std::shared_ptr<ECalClient> &client = m_clients[calendarUid];
+    if (!client) {
+        GError *error = nullptr;
+        const auto source = shared(e_source_registry_ref_source(registry(), calendarUid.toUtf8().constData()));
+        EClient *connected = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS,
+                                                       static_cast<guint32>(-1), nullptr, &error);
+        check(connected != nullptr, error, "connect");
+        client = shared(E_CAL_CLIENT(connected));
+    }
+    return client;
+}
+
+void Peer::putEvent(const QString &calendarUid, const QByteArray &vevent)
+{
+    const auto connection = client(calendarUid);
+    const auto component = shared(i_cal_component_new_from_string(vevent.constData()));
+    GError *error = nullptr;
+    const bool isOverride = vevent.contains("RECURRENCE-ID");
+    if (isOverride || !eventTexts(calendarUid, QString::fromUtf8(i_cal_component_get_uid(component.get()))).isEmpty()) {
+        const bool isDone = e_cal_client_modify_object_sync(connection.get(), component.get(),
+                                                            isOverride ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL,
+                                                            E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
+        check(isDone, error, "modify");
+        return;
+    }
+    gchar *uid = nullptr;
+    const bool isDone = e_cal_client_create_object_sync(connection.get(), component.get(), E_CAL_OPERATION_FLAG_NONE,
+                                                        &uid, nullptr, &error);
+    g_free(uid);
+    check(isDone, error, "create");
+}
+
+void Peer::dropEvent(const QString &calendarUid, const QString &uid)
+{
+    GError *error = nullptr;
+    const bool isDone = e_cal_client_remove_object_sync(client(calendarUid).get(), uid.toUtf8().constData(), nullptr,
+                                                        E_CAL_OBJ_MOD_ALL, E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
+    check(isDone, error, "remove");
+}
+
+QByteArrayList Peer::eventTexts(const QString &calendarUid, const QString &uid)
+{
+    GSList *list = nullptr;
+    e_cal_client_get_objects_for_uid_sync(client(calendarUid).get(), uid.toUtf8().constData(), &list, nullptr, nullptr);
+    QByteArrayList result;
+    for (GSList *entry = list; entry; entry = entry->next) {
+        gchar *text = e_cal_component_get_as_string(E_CAL_COMPONENT(entry->data));
+        result.append(text);
+        g_free(text);
+    }
+    e_client_util_free_object_slist(list);
+    return result;
+}
+
+void Peer::refresh(const QString &calendarUid)
+{
+    // The service may have died, and its server may be down.
+    m_clients.remove(calendarUid);
+    GError *error = nullptr;
+    e_client_refresh_sync(E_CLIENT(client(calendarUid).get()), nullptr, &error);
+    if (error)
+        qInfo("refresh: %s", error->message);
+    g_clear_error(&error);
+}
+
+void Peer::answerPassword(const QString &calendarUid, const QString &password)
+{
+    const auto source = shared(e_source_registry_ref_source(registry(), calendarUid.toUtf8().constData()));
+    ENamedParameters *credentials = e_named_parameters_new();
+    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_USERNAME, "me");
+    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_PASSWORD, password.toUtf8().constData());
+    GError *error = nullptr;
+    const bool isDone = e_source_invoke_authenticate_sync(source.get(), credentials, nullptr, &error);
+    e_named_parameters_free(credentials);
+    check(isDone, error, "authenticate");
+}
+
+QByteArrayList obey(Peer &peer, const QByteArray &command, const QByteArrayList &fields)
+{
+    const auto text = [&](qsizetype i) { return QString::fromUtf8(fields.value(i)); };
+    const QHash<QByteArray, std::function<QByteArrayList()>> commands{
+        {"add-local", [&] { return QByteArrayList{peer.addLocalCalendar(text(0)).toUtf8()}; }},
+        {"add-server",
+         [&] { return QByteArrayList{peer.addServerCalendar(text(0), text(1).toInt(), text(2), text(3)).toUtf8()}; }},
+        {"hide", [&] { return peer.hideCalendar(text(0)), QByteArrayList(); }},
+        {"remove", [&] { return peer.removeCalendar(text(0)), QByteArrayList(); }},
+        {"default", [&] { return peer.setDefaultCalendar(text(0)), QByteArrayList(); }},
+        {"put", [&] { return peer.putEvent(text(0), fields.value(1)), QByteArrayList(); }},
+        {"drop", [&] { return peer.dropEvent(text(0), text(1)), QByteArrayList(); }},
+        {"texts", [&] { return peer.eventTexts(text(0), text(1)); }},
+        {"refresh", [&] { return peer.refresh(text(0)), QByteArrayList(); }},
+        {"password", [&] { return peer.answerPassword(text(0), text(1)), QByteArrayList(); }},
+    };
+    if (!commands.contains(command))
+        qFatal("unknown command %s", command.constData());
+    return commands.value(command)();
+}
+
+} // namespace
+
+int main()
+{
+    Peer peer;
+    QFile input;
+    QFile output;
+    (void)input.open(stdin, QIODevice::ReadOnly);
+    (void)output.open(stdout, QIODevice::WriteOnly);
+    while (true) {
+        const QByteArray line = input.readLine().trimmed();
+        if (line.isEmpty())
+            return 0;
+        // What the service told meanwhile.
+        while (g_main_context_iteration(nullptr, FALSE)) {
+        }
+        QByteArrayList fields;
+        for (const QByteArray &field : line.split(' '))
+            fields.append(QByteArray::fromPercentEncoding(field));
+        const QByteArray command = fields.takeFirst();
+        QByteArrayList answer{"ok"};
+        for (const QByteArray &field : obey(peer, command, fields))
+            answer.append(field.toPercentEncoding());
+        output.write(answer.join(' ') + '\n');
+        output.flush();
+    }
+}
