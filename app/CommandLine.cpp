@@ -59,6 +59,8 @@ std::optional<CommandLine::Calendars> calendarsNamed(const QString &value)
 {
     if (value == QLatin1String("none"))
         return CommandLine::Calendars::None;
+    if (value == QLatin1String("eds"))
+        return CommandLine::Calendars::Evolution;
     if (value.size() > folderOfCalendars.size() && value.startsWith(folderOfCalendars))
         return CommandLine::Calendars::Directory;
     return std::nullopt;
@@ -74,7 +76,7 @@ QString objection(const QCommandLineParser &parser)
             return QStringLiteral("--%1 needs a directory.").arg(option);
     }
     if (parser.isSet(QStringLiteral("calendar")) && !calendarsNamed(parser.value(QStringLiteral("calendar"))))
-        return QStringLiteral("--calendar needs vdir:<directory> or none.");
+        return QStringLiteral("--calendar needs eds, vdir:<directory> or none.");
     const std::pair<QString, QString> exclusive[] = {{QStringLiteral("self-test"), QStringLiteral("screens")},
                                                      {QStringLiteral("demo"), QStringLiteral("data-dir")},
                                                      {QStringLiteral("demo"), QStringLiteral("calendar")},
@@ -125,10 +127,10 @@ CommandLine parseCommandLine(const QStringList &arguments)
         QStringLiteral("data-dir"),
         QStringLiteral("Store all data in <directory> instead of %1.").arg(defaultDataDirectory()),
         QStringLiteral("directory"));
-    const QCommandLineOption calendar(
-        QStringLiteral("calendar"),
-        QStringLiteral("Sync with the calendars in a directory (vdir:<directory>), or with none."),
-        QStringLiteral("choice"));
+    const QCommandLineOption calendar(QStringLiteral("calendar"),
+                                      QStringLiteral("Sync with the calendars of Evolution Data Server (eds), those in "
+                                                     "a directory (vdir:<directory>), or none."),
+                                      QStringLiteral("choice"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Start with sample data and save nothing."));
     const QCommandLineOption background(
         QStringLiteral("background"),

@@ -26,8 +26,10 @@ struct CommandLine
     bool isDataDirectoryGiven = false;
     /// The calendars that are synced.
     enum class Calendars {
-        /// Those of the system's service, or those in the data directory where it does not answer.
+        /// Those of the system's service where it is offered, otherwise those in the data directory.
         Automatic,
+        /// Those of Evolution Data Server.
+        Evolution,
         /// Those in `calendarDirectory`.
         Directory,
         None,

@@ -17,6 +17,7 @@
 #include "platform/fake/FakeNotificationPresenter.h"
 #include "platform/fake/FakePreferences.h"
 #include "platform/fake/FakeSystemAppearance.h"
+#include "platform/linux/EvolutionEventStore.h"
 #include "platform/linux/FreedesktopNotifications.h"
 #include "platform/linux/GlobalMenu.h"
 #include "platform/linux/LinuxClock.h"
@@ -65,6 +66,8 @@ QStringList loginCommand(const CommandLine &commandLine)
         command << QStringLiteral("--data-dir") << commandLine.dataDirectory;
     if (commandLine.calendars == CommandLine::Calendars::None)
         command << QStringLiteral("--calendar") << QStringLiteral("none");
+    else if (commandLine.calendars == CommandLine::Calendars::Evolution)
+        command << QStringLiteral("--calendar") << QStringLiteral("eds");
     else if (commandLine.calendars == CommandLine::Calendars::Directory)
         command << QStringLiteral("--calendar") << QStringLiteral("vdir:") + commandLine.calendarDirectory;
     return command;
@@ -81,7 +84,7 @@ AutostartEntry reminderEntry(const CommandLine &commandLine)
 }
 
 std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const Preferences &preferences,
-                                          const Clock &clock)
+                                          const Clock &clock, const UserCalendar &calendar)
 {
     const auto title = [&preferences] {
         const QString language = preferences.get<QString>(keys::interfaceLanguage).value_or(QString());
@@ -93,7 +96,11 @@ std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const 
         return std::make_unique<NullEventStore>();
     case CommandLine::Calendars::Directory:
         return std::make_unique<VdirEventStore>(VdirPlace::given(commandLine.calendarDirectory), clock);
+    case CommandLine::Calendars::Evolution:
+        return std::make_unique<EvolutionEventStore>(calendar);
     case CommandLine::Calendars::Automatic:
+        if (EvolutionEventStore::isOffered())
+            return std::make_unique<EvolutionEventStore>(calendar);
         break;
     }
     return std::make_unique<VdirEventStore>(VdirPlace::embedded(commandLine.dataDirectory, title), clock);
@@ -121,7 +128,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     const SqlitePreferences &file = *stored;
     parts->preferences = std::move(stored);
     parts->clock = std::make_unique<LinuxClock>();
-    parts->eventStore = eventStoreFor(commandLine, *parts->preferences, *parts->clock);
+    parts->eventStore = eventStoreFor(commandLine, *parts->preferences, *parts->clock, parts->calendar);
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
     parts->reminderLoginItem = std::make_unique<XdgLoginItem>(
         loginCommand(commandLine), XdgLoginItem::userAutostartDirectory(), reminderEntry(commandLine));

@@ -33,6 +33,7 @@ private slots:
         QTest::newRow("no directory") << QStringLiteral("--data-dir") << Task::Refuse << QStringLiteral("data-dir");
         QTest::newRow("empty directory") << QStringLiteral("--data-dir=") << Task::Refuse << QStringLiteral("data-dir");
         QTest::newRow("calendars of a directory") << QStringLiteral("--calendar vdir:c") << Task::Run << QString();
+        QTest::newRow("calendars of the service") << QStringLiteral("--calendar eds") << Task::Run << QString();
         QTest::newRow("no calendars") << QStringLiteral("--calendar none") << Task::Run << QString();
         QTest::newRow("calendars of nowhere")
             << QStringLiteral("--calendar vdir:") << Task::Refuse << QStringLiteral("--calendar");

@@ -88,6 +88,8 @@ class Planner:
 
     def __init__(self, data, *options, environment=None, launcher=()):
         place = [] if "--demo" in options else ["--data-dir", str(data)]
+        if "--demo" not in options and "--calendar" not in options:
+            place += ["--calendar", "none"]
         self.process = subprocess.Popen(
             [*launcher, PROGRAM, *place, *options], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.PIPE, text=True,
