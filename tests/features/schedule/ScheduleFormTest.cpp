@@ -102,7 +102,8 @@ private slots:
         ScheduleDriver driver;
         driver.hasCalendars({{.identifier = QStringLiteral("a"),
                               .title = QStringLiteral("Club"),
-                              .sourceTitle = QStringLiteral("Nextcloud")},
+                              .sourceTitle = QStringLiteral("Nextcloud"),
+                              .isWritable = false},
                              {.identifier = QStringLiteral("b"),
                               .title = QStringLiteral("Courses"),
                               .sourceTitle = QStringLiteral("iCloud"),

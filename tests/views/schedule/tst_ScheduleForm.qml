@@ -138,7 +138,7 @@ Item {
             root.width = data.width;
             waitForRendering(screen);
 
-            const toggle = shown("Add to iCloud Calendar");
+            const toggle = shown("Add to system calendar");
             const reason = shown("No calendar service is available on this system.");
             const right = reason.mapToItem(root, reason.width, 0).x;
             verify(!toggle.enabled);
@@ -148,7 +148,7 @@ Item {
 
             press("Sync settings");
             tryVerify(() => named("Sync now") !== null);
-            verify(!shown("Automatically sync Apple Calendar").enabled);
+            verify(!shown("Automatically sync system calendar").enabled);
             keyClick(Qt.Key_Escape);
         }
 

@@ -77,9 +77,9 @@ Item {
             press("Sync settings");
             compare(TestPlanner.accessRequests(), requests);
             const isOn = PlannerStore.automaticCalendarSync;
-            press("Automatically sync Apple Calendar");
+            press("Automatically sync system calendar");
             compare(PlannerStore.automaticCalendarSync, !isOn);
-            press("Automatically sync Apple Calendar");
+            press("Automatically sync system calendar");
             keyClick(Qt.Key_Escape);
             tryVerify(() => named("Sync now") === null);
         }

@@ -237,6 +237,8 @@ private slots:
     void aLongMessageInPassingWraps()
     {
         WindowUnderTest ui;
+        // The outcome of a sync would replace the message.
+        (void)ui.planner.preferences.setValue(keys::automaticCalendarSync, false);
         openAnswered(ui);
         ui.window().resize(ui.window().minimumSize());
         ui.planner.loginItem.failWith(
