@@ -60,11 +60,12 @@ bool addChanges(const TextComponent &observance, std::vector<EventZone::Change> 
     const std::optional<qint64> start = begin ? wallFrom(begin->value) : std::nullopt;
     if (!from || !to || !start)
         return false;
-    std::vector<qint64> walls{*start};
+    const qint64 firstWall = start.value();
+    std::vector<qint64> walls(1, firstWall);
     for (const TextProperty &property : observance.properties) {
         if (property.name == "RRULE") {
             const auto times = expandedRule(
-                property.value, {.wall = *start, .wallAt = [&](qint64 utc) { return utc + *from; }}, zoneHorizon);
+                property.value, {.wall = firstWall, .wallAt = [&](qint64 utc) { return utc + *from; }}, zoneHorizon);
             if (!times)
                 return false;
             walls.insert(walls.end(), times->cbegin(), times->cend());
@@ -75,8 +76,8 @@ bool addChanges(const TextComponent &observance, std::vector<EventZone::Change> 
             }
         }
     }
-    if (*start < firstBegin) {
-        firstBegin = *start;
+    if (firstWall < firstBegin) {
+        firstBegin = firstWall;
         firstOffset = *from;
     }
     for (const qint64 wall : walls)
