@@ -77,6 +77,7 @@ ApplicationWindow {
 
     Shortcut {
         sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut // sheets and the editor keep shortcuts of the window out
         onActivated: window.quitRequested()
     }
 

@@ -39,7 +39,6 @@ Item {
         target: loader.active ? null : pane.Window.window
     }
 
-    // Before the text, which is rendered with it.
     Binding {
         target: pane.slot
         property: "baseUrl"
@@ -51,8 +50,8 @@ Item {
         target: pane.slot
         property: "markdown"
         value: pane.markdown
-        // A hidden page is not rendered again.
-        when: pane.slot !== null && pane.visible
+        // A hidden page is not rendered again, and the folder is needed to render pictures.
+        when: pane.slot !== null && pane.visible && String(pane.slot.baseUrl) === String(pane.baseUrl)
         restoreMode: Binding.RestoreNone
     }
     Connections {

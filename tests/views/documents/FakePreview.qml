@@ -5,8 +5,12 @@ import Tessaly.Documents
 PreviewSlot {
     id: slot
 
+    property url baseUrlOfText
+
+    onMarkdownChanged: slot.baseUrlOfText = slot.baseUrl
+
     Text {
-        text: "preview: " + slot.markdown
+        text: (String(slot.baseUrlOfText) === "" ? "preview without its folder: " : "preview: ") + slot.markdown
         textFormat: Text.PlainText
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -438,6 +438,9 @@ private slots:
         makeUnsaved(ui);
         QGuiApplication::setQuitOnLastWindowClosed(false);
         const auto restore = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+        // A dialog over the window does not keep the key out.
+        ui.setState("showAbout", true);
+        QTRY_VERIFY(ui.find(QAccessible::Dialog, QStringLiteral("Tessaly")));
 
         QTest::keyClick(&ui.window(), Qt::Key_Q, Qt::ControlModifier);
         QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("留下")));

@@ -30,6 +30,7 @@ Item {
     Accessible.role: Accessible.Pane
     Accessible.name: Language.text("预览", "Preview")
     onMarkdownChanged: internal.render()
+    onBaseUrlChanged: internal.render()
     onVisibleChanged: {
         if (internal.isOutdated)
             internal.render();
