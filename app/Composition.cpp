@@ -177,6 +177,8 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     (void)preferences->setValue(keys::preferredName,
                                 language == AppLanguage::English ? QStringLiteral("Friend") : QStringLiteral("朋友"));
     (void)preferences->setValue(keys::hasAskedPreferredName, true);
+    // The sample stays as it is until the user asks for a sync.
+    (void)preferences->setValue(keys::automaticCalendarSync, now.has_value());
     parts->preferences = std::move(preferences);
     auto eventStore = std::make_unique<FakeEventStore>();
     for (const EventCalendar &sample : sampleCalendars(language))

@@ -99,7 +99,7 @@ class ProgramTest(PlannerTestCase):
         planner.press("push button", "添加待办")
         autostart = pathlib.Path(self.home.name) / "autostart"
         entry = wait_for("the autostart entry", lambda: next(autostart.glob("tessaly-reminders-*.desktop"), None))
-        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data}\n", entry.read_text())
+        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data} --calendar none\n", entry.read_text())
         self.assertFalse((autostart / "tessaly.desktop").exists())
 
         planner.close_window()
@@ -266,7 +266,7 @@ class ProgramTest(PlannerTestCase):
         planner.choose("启动", "开机启动")
         entry = pathlib.Path(self.home.name) / "autostart" / "tessaly.desktop"
         text = wait_for("the autostart entry", lambda: entry.exists() and entry.read_text())
-        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data}\n", text)
+        self.assertIn(f"Exec={os.path.realpath(PROGRAM)} --background --data-dir {self.data} --calendar none\n", text)
 
 
 if __name__ == "__main__":
