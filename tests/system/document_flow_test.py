@@ -37,6 +37,29 @@ class DocumentFlow(PlannerTestCase):
         wait_for("the text on the disk", lambda: self.texts(self.data) == ["# Diary\nkept and typed"])
         assert not list(draft.glob("*.json"))
 
+    def test_pictures_show_when_a_document_is_opened_again(self):
+        planner = self.start()
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.press("push button", "稍后再说")
+        planner.wait_gone("dialog")
+        planner.press("list item", "文档")
+        planner.type_into("新建 Markdown 文档", "Plan")
+        planner.press("push button", "新建")
+        planner.wait("text", "Markdown 源文本")
+        planner.press("push button", "关闭")
+        planner.wait_gone("text", "Markdown 源文本")
+        folder = self.data / "Documents"
+        subprocess.run(["convert", "-size", "200x100", "xc:#ff0000", str(folder / "red.png")], check=True)
+        next(folder.glob("*.md")).write_text("![red](red.png)\n")
+
+        planner.press("push button", "编辑, Plan")
+
+        def is_red_shown():
+            window = subprocess.run(["import", "-window", planner.window(), "-depth", "8", "rgb:-"],
+                                    capture_output=True, check=True).stdout
+            return window.count(b"\xff\0\0" * 200) >= 100
+        wait_for("the picture", is_red_shown)
+
     def test_the_engine_writes_nothing_on_the_terminal(self):
         for backend in ("software", ""):
             with self.subTest(backend=backend or "OpenGL"):
