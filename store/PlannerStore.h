@@ -61,7 +61,8 @@ public:
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
-    /// Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not touched.
+    /// Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not
+    /// touched.
     void editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);

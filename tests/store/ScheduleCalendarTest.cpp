@@ -200,7 +200,8 @@ private slots:
             order.append(option.id);
         QCOMPARE(order, (QStringList{work.identifier, QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"),
                                      QStringLiteral("6")}));
-        QCOMPARE(m_planner->store->calendarSync()->availableCalendars().constFirst().colorHex, QStringLiteral("#FF8000"));
+        QCOMPARE(m_planner->store->calendarSync()->availableCalendars().constFirst().colorHex,
+                 QStringLiteral("#FF8000"));
         const QSet<QString> all(order.cbegin(), order.cend());
         QCOMPARE(m_planner->store->selectedCalendarIDs(), all);
         QCOMPARE(m_planner->store->visibleCalendarIDs(), all);

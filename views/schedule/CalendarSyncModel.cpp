@@ -68,12 +68,11 @@ QString CalendarSyncModel::lastSync() const
     const std::optional<SyncOutcome> last = m_store ? m_store->calendarSync()->lastSync() : std::nullopt;
     if (!last)
         return m_store ? m_store->text(QStringLiteral("还没有同步过"), QStringLiteral("Never")) : QString();
-    QString words = m_store
-                        ->text(QStringLiteral("%1，导入 %2 个、更新 %3 个"),
-                               QStringLiteral("%1: %2 imported, %3 updated"))
-                        .arg(momentText(last->at))
-                        .arg(last->imported)
-                        .arg(last->updated);
+    QString words =
+        m_store->text(QStringLiteral("%1，导入 %2 个、更新 %3 个"), QStringLiteral("%1: %2 imported, %3 updated"))
+            .arg(momentText(last->at))
+            .arg(last->imported)
+            .arg(last->updated);
     if (last->exported)
         words += m_store->text(QStringLiteral("、导出 %1 个"), QStringLiteral(", %1 exported")).arg(*last->exported);
     return words;
@@ -92,8 +91,9 @@ QString CalendarSyncModel::leftOut() const
         return {};
     QStringList lines;
     for (const UnreadCalendar &calendar : m_store->calendarSync()->leftOut())
-        lines.append(m_store->text(QStringLiteral("%1：%2"), QStringLiteral("%1: %2"))
-                         .arg(calendarTitle(calendar.identifier), reasonText(calendar).in(m_store->interfaceLanguage())));
+        lines.append(
+            m_store->text(QStringLiteral("%1：%2"), QStringLiteral("%1: %2"))
+                .arg(calendarTitle(calendar.identifier), reasonText(calendar).in(m_store->interfaceLanguage())));
     return lines.join(u'\n');
 }
 

@@ -22,7 +22,8 @@ void ScheduleFormModel::setStore(PlannerStore *store)
     const Instant now = store->clock().now();
     m_form.times = {now, now.plus(defaultScheduleSeconds)};
     m_form.colorHex = firstColor;
-    connect(store->calendarSync(), &CalendarSync::availableCalendarsChanged, this, &ScheduleFormModel::calendarsChanged);
+    connect(store->calendarSync(), &CalendarSync::availableCalendarsChanged, this,
+            &ScheduleFormModel::calendarsChanged);
     emit fieldsChanged();
     emit calendarsChanged();
 }
