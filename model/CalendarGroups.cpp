@@ -39,6 +39,21 @@ QSet<QString> withChoice(QSet<QString> chosen, const QStringList &identifiers, b
     return chosen;
 }
 
+QList<CalendarOption> sortedCalendars(QList<CalendarOption> calendars)
+{
+    std::ranges::stable_sort(calendars, [](const CalendarOption &left, const CalendarOption &right) {
+        return left.sourceTitle == right.sourceTitle ? precedesByCodePoint(left.title, right.title)
+                                                     : precedesByCodePoint(left.sourceTitle, right.sourceTitle);
+    });
+    return calendars;
+}
+
+QList<CalendarOption> writableCalendars(QList<CalendarOption> calendars)
+{
+    calendars.removeIf([](const CalendarOption &calendar) { return !calendar.isWritable; });
+    return calendars;
+}
+
 QStringList identifiersOf(const QList<CalendarOption> &calendars)
 {
     QStringList identifiers;

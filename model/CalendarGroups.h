@@ -26,6 +26,10 @@ enum class GroupChoice { None, Some, All };
 [[nodiscard]] GroupChoice groupChoice(const CalendarGroup &group, const QSet<QString> &chosen);
 /// The set with the identifiers put in or taken out.
 [[nodiscard]] QSet<QString> withChoice(QSet<QString> chosen, const QStringList &identifiers, bool isChosen);
+/// By account, then title, both as plain strings; those alike keep their order.
+[[nodiscard]] QList<CalendarOption> sortedCalendars(QList<CalendarOption> calendars);
+/// Those that events can be added to, in the order given.
+[[nodiscard]] QList<CalendarOption> writableCalendars(QList<CalendarOption> calendars);
 [[nodiscard]] QStringList identifiersOf(const QList<CalendarOption> &calendars);
 
 } // namespace tessaly

@@ -6,7 +6,7 @@
 
 namespace tessaly {
 
-/// A calendar of the system offered for import; never persisted.
+/// A calendar of the system as it is offered to the user; never persisted.
 struct CalendarOption
 {
     QString id = {};
@@ -15,6 +15,8 @@ struct CalendarOption
     QString sourceTitle = {};
     /// "#RRGGBB", upper-case.
     std::optional<QString> colorHex = {};
+    /// Whether events can be added to it.
+    bool isWritable = true;
 
     bool operator==(const CalendarOption &) const = default;
 };

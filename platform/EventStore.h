@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -109,7 +110,12 @@ public:
 
     /// Empty before the access was granted.
     [[nodiscard]] virtual QList<EventCalendar> calendars() const = 0;
-    [[nodiscard]] virtual std::optional<EventCalendar> calendar(const QString &identifier) const = 0;
+    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const
+    {
+        const QList<EventCalendar> known = calendars();
+        const auto found = std::ranges::find(known, identifier, &EventCalendar::identifier);
+        return found == known.cend() ? std::nullopt : std::optional(*found);
+    }
     /// The calendar that new events go to, if there is one.
     [[nodiscard]] virtual std::optional<EventCalendar> defaultCalendarForNewEvents() const = 0;
 

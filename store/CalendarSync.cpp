@@ -1,7 +1,5 @@
 #include "store/CalendarSync.h"
 
-#include "model/CodePointOrder.h"
-#include "model/ScheduleColors.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
 #include "store/PlannerStore.h"
@@ -24,26 +22,6 @@ using namespace std::chrono_literals;
 constexpr auto automaticSyncDelay = 6s;
 /// Exported schedules that are linked in one assignment.
 constexpr qsizetype exportBatch = 200;
-
-/// The last sync as it is stored: when, imported, updated, and exported if it did.
-QStringList storedOutcome(const SyncOutcome &outcome)
-{
-    QStringList values{QString::number(outcome.at.seconds, 'f', 0), QString::number(outcome.imported),
-                       QString::number(outcome.updated)};
-    if (outcome.exported)
-        values.append(QString::number(*outcome.exported));
-    return values;
-}
-
-std::optional<SyncOutcome> outcomeFrom(const QStringList &values)
-{
-    if (values.size() < 3)
-        return std::nullopt;
-    SyncOutcome outcome{{values.at(0).toDouble()}, values.at(1).toLongLong(), values.at(2).toLongLong()};
-    if (values.size() > 3)
-        outcome.exported = values.at(3).toLongLong();
-    return outcome;
-}
 
 TextPair refusalText()
 {
@@ -111,7 +89,6 @@ void CalendarSync::answerConsent(bool isAllowed)
     if (!isAllowed) {
         setAutomatic(false);
         m_availableCalendars.clear();
-        m_calendarChoices.clear();
         m_hasLoadedCalendars = false;
         emit availableCalendarsChanged();
     }
@@ -165,26 +142,15 @@ void CalendarSync::tellUnreachable(const Error &error)
 
 void CalendarSync::loadCalendars()
 {
-    m_availableCalendars.clear();
-    QSet<QString> identifiers;
-    QSet<QString> writable;
-    for (const EventCalendar &calendar : m_ports.eventStore.calendars()) {
-        m_availableCalendars.append({.id = calendar.identifier,
-                                     .title = calendar.title,
-                                     .sourceTitle = calendar.sourceTitle,
-                                     .colorHex = calendarHex(calendar)});
-        identifiers.insert(calendar.identifier);
-        if (calendar.isWritable)
-            writable.insert(calendar.identifier);
-    }
-    std::ranges::stable_sort(m_availableCalendars, [](const CalendarOption &left, const CalendarOption &right) {
-        return left.sourceTitle == right.sourceTitle ? precedesByCodePoint(left.title, right.title)
-                                                     : precedesByCodePoint(left.sourceTitle, right.sourceTitle);
-    });
-    m_calendarChoices = m_availableCalendars;
-    m_calendarChoices.removeIf([&](const CalendarOption &calendar) { return !writable.contains(calendar.id); });
+    QList<CalendarOption> calendars;
+    for (const EventCalendar &calendar : m_ports.eventStore.calendars())
+        calendars.append(
+            {calendar.identifier, calendar.title, calendar.sourceTitle, calendarHex(calendar), calendar.isWritable});
+    m_availableCalendars = sortedCalendars(std::move(calendars));
     m_hasLoadedCalendars = true;
     emit availableCalendarsChanged();
+    const QStringList known = identifiersOf(m_availableCalendars);
+    const QSet<QString> identifiers(known.cbegin(), known.cend());
     if (m_store.selectedCalendarIDs().isEmpty())
         m_store.setSelectedCalendarIDs(identifiers);
     // Who only shows linked calendars has not chosen among those of the system yet.
@@ -195,10 +161,8 @@ void CalendarSync::loadCalendars()
 
 void CalendarSync::importAllCalendars()
 {
-    QSet<QString> identifiers;
-    for (const CalendarOption &calendar : std::as_const(m_availableCalendars))
-        identifiers.insert(calendar.id);
-    m_store.setSelectedCalendarIDs(identifiers);
+    const QStringList known = identifiersOf(m_availableCalendars);
+    m_store.setSelectedCalendarIDs({known.cbegin(), known.cend()});
     importSelectedCalendars();
 }
 
@@ -421,47 +385,10 @@ void CalendarSync::reportOutcome()
     // The automatic sync runs after each change of the calendars; one that found nothing writes nothing.
     if (m_run.hasChanged || m_run.exportCount > 0 || m_run.scope.isRequested)
         m_store.savePreference(keys::lastCalendarSync, storedOutcome(*m_lastSync));
-    m_store.setCalendarSyncMessage(m_heldRemovals.isEmpty() ? Message{outcomeText()}
-                                                            : Message{pausedText(), MessageKind::Notice});
+    m_store.setCalendarSyncMessage(m_heldRemovals.isEmpty()
+                                       ? Message{outcomeText(*m_lastSync, m_ports.eventStore.serviceName(), m_leftOut)}
+                                       : Message{pausedText(m_heldRemovals), MessageKind::Notice});
     emit outcomeChanged();
-}
-
-TextPair CalendarSync::outcomeText() const
-{
-    const TextPair name = m_ports.eventStore.serviceName();
-    const QString added = QString::number(m_lastSync->imported);
-    const QString updated = QString::number(m_lastSync->updated);
-    TextPair text;
-    if (m_lastSync->exported) {
-        const QString exported = QString::number(*m_lastSync->exported);
-        text = {QStringLiteral("同步完成：导入 %1 个、更新 %2 个%3事件，导出 %4 个 Tessaly 日程。")
-                    .arg(added, updated, name.chinese, exported),
-                QStringLiteral("Sync complete: imported %1, updated %2, and exported %3 Tessaly schedules.")
-                    .arg(added, updated, exported)};
-    } else {
-        text = {
-            QStringLiteral("导入完成：新增%1 个、更新 %2 个%3事件。").arg(added, updated, name.chinese),
-            QStringLiteral("Import complete: added %1 and updated %2 %3 events.").arg(added, updated, name.english)};
-    }
-    QStringList files;
-    for (const UnreadCalendar &calendar : m_leftOut)
-        files += calendar.files;
-    if (!files.isEmpty()) {
-        const TextPair names{files.join(u'、'), files.join(u", ")};
-        const TextPair note{QStringLiteral("无法读取：%1。").arg(names.chinese),
-                            QStringLiteral(" Not readable: %1.").arg(names.english)};
-        text = {text.chinese + note.chinese, text.english + note.english};
-    }
-    return text;
-}
-
-TextPair CalendarSync::pausedText() const
-{
-    qsizetype count = 0;
-    for (const HeldRemoval &held : m_heldRemovals)
-        count += held.schedules.size();
-    return {QStringLiteral("同步已暂停：等待你决定是否移除 %1 个日程。").arg(count),
-            QStringLiteral("Sync is paused: %1 removals wait for your decision.").arg(count)};
 }
 
 void CalendarSync::removeHeldSchedules()

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "model/CalendarGroups.h"
 #include "model/CalendarMerge.h"
-#include "model/CalendarOption.h"
 #include "platform/EventStore.h"
+#include "store/SyncOutcome.h"
 
 #include <QObject>
 #include <QTimer>
@@ -13,18 +14,6 @@ namespace tessaly {
 
 class PlannerStore;
 struct PlannerPorts;
-
-/// What the last sync did.
-struct SyncOutcome
-{
-    Instant at = {};
-    qint64 imported = 0;
-    qint64 updated = 0;
-    /// Absent when the sync only imported.
-    std::optional<qint64> exported = {};
-
-    bool operator==(const SyncOutcome &) const = default;
-};
 
 /// How far a sync goes.
 struct SyncScope
@@ -52,7 +41,7 @@ class CalendarSync : public QObject
 public:
     /// Whether the user lets the planner use the system's calendars.
     enum class Consent {
-        NotNeeded, ///< the calendars are the planner's own, or the system asks by itself
+        NotNeeded, ///< the calendars are the planner's own, or the system asks
         Undecided,
         Allowed,
         Refused,
@@ -73,7 +62,7 @@ public:
     /// Every calendar, by account and title.
     [[nodiscard]] const QList<CalendarOption> &availableCalendars() const { return m_availableCalendars; }
     /// Those offered for new events: the ones that can be written, in the same order.
-    [[nodiscard]] const QList<CalendarOption> &calendarChoices() const { return m_calendarChoices; }
+    [[nodiscard]] QList<CalendarOption> calendarChoices() const { return writableCalendars(m_availableCalendars); }
 
     // Consent
     [[nodiscard]] Consent consent() const;
@@ -164,8 +153,6 @@ private:
     void scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved);
     void endSync();
     void reportOutcome();
-    [[nodiscard]] TextPair outcomeText() const;
-    [[nodiscard]] TextPair pausedText() const;
     void tellUnreachable(const Error &error);
 
     /// Links each with its event; those that are gone by now take their event along.
@@ -176,7 +163,6 @@ private:
     PlannerStore &m_store;
     const PlannerPorts &m_ports;
     QList<CalendarOption> m_availableCalendars;
-    QList<CalendarOption> m_calendarChoices;
     /// Waiting for the user's answer.
     QList<AccessCompletion> m_accessRequests;
     QTimer m_pendingSync;

@@ -18,7 +18,6 @@ public:
     [[nodiscard]] bool isAvailable() const override { return false; }
     void requestAccess(AccessCompletion completion) override { refuse(std::move(completion)); }
     [[nodiscard]] QList<EventCalendar> calendars() const override { return {}; }
-    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &) const override { return {}; }
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override { return {}; }
     void fetchEvents(const QStringList &, Instant, Instant, FetchCompletion completion) override
     {

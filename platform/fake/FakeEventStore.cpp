@@ -54,13 +54,6 @@ QList<EventCalendar> FakeEventStore::calendars() const
     return m_isOpen ? m_database->calendars : QList<EventCalendar>();
 }
 
-std::optional<EventCalendar> FakeEventStore::calendar(const QString &identifier) const
-{
-    const QList<EventCalendar> known = calendars();
-    const auto found = std::ranges::find(known, identifier, &EventCalendar::identifier);
-    return found == known.cend() ? std::nullopt : std::optional(*found);
-}
-
 std::optional<EventCalendar> FakeEventStore::defaultCalendarForNewEvents() const
 {
     const QList<EventCalendar> known = calendars();

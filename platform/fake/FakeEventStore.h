@@ -37,7 +37,6 @@ public:
     [[nodiscard]] bool needsConsent() const override { return m_needsConsent; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override;
-    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override;
     /// The first that can be written.
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
@@ -58,7 +57,7 @@ public:
     /// From now on the calendar lacks something; an empty optional ends that.
     void setUnread(const QString &identifier, const std::optional<UnreadCalendar::Reason> &reason);
     void failFetchesWith(std::optional<Error> error) { m_fetchFailure = std::move(error); }
-    /// As each of the above and each save does by itself, after the call.
+    /// Each of the above, and each save, does this after the call.
     void announceChange() const;
     void answerAccessWith(Result<bool> answer) { m_access = std::move(answer); }
     void failWritesWith(std::optional<Error> error) { m_writeFailure = std::move(error); }

@@ -23,10 +23,6 @@ public:
     [[nodiscard]] bool needsConsent() const override { return true; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return current().calendars(); }
-    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override
-    {
-        return current().calendar(identifier);
-    }
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override
     {
         return current().defaultCalendarForNewEvents();

@@ -68,12 +68,6 @@ void EdsEventStore::requestAccess(AccessCompletion completion)
     });
 }
 
-std::optional<EventCalendar> EdsEventStore::calendar(const QString &identifier) const
-{
-    const auto found = std::ranges::find(m_list.calendars, identifier, &EventCalendar::identifier);
-    return found == m_list.calendars.cend() ? std::nullopt : std::optional(*found);
-}
-
 std::optional<EventCalendar> EdsEventStore::defaultCalendarForNewEvents() const
 {
     return calendar(m_list.defaultIdentifier);

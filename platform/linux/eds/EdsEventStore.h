@@ -7,7 +7,7 @@
 
 namespace tessaly {
 
-/// The calendars of Evolution Data Server. The service is spoken to on a thread of its own.
+/// The calendars of Evolution Data Server. All calls to the service are made on a separate thread.
 class EdsEventStore final : public EventStore
 {
 public:
@@ -20,7 +20,6 @@ public:
     [[nodiscard]] bool needsConsent() const override { return true; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return m_list.calendars; }
-    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override;
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
                      FetchCompletion completion) override;
