@@ -50,8 +50,8 @@ public:
     QList<EventTime> excludedTimes;
 
     [[nodiscard]] bool isRecurring() const { return !rules.isEmpty() || !addedTimes.isEmpty(); }
-    /// Whether all its occurrences up to the horizon (seconds since 1970-01-01 UTC) can be told. They are kept for the
-    /// next time.
+    /// Finds all occurrences up to the horizon (seconds since 1970-01-01 UTC) and keeps them for the next call. False
+    /// if they cannot be determined.
     [[nodiscard]] bool expand(qint64 horizon);
     /// After expand(): the event or its occurrences. What begins after the horizon is left out of an endless one.
     [[nodiscard]] std::vector<EventOccurrence> occurrences(const UserCalendar &user) const;

@@ -50,7 +50,7 @@ std::optional<qint64> offsetFrom(const TextProperty *property)
     return text[0] == '-' ? -seconds : seconds;
 }
 
-/// Adds the changes to STANDARD or DAYLIGHT. False where they cannot be told.
+/// Adds the changes to STANDARD or DAYLIGHT. False if they cannot be determined.
 bool addChanges(const TextComponent &observance, std::vector<EventZone::Change> &changes, qint64 &firstBegin,
                 qint64 &firstOffset)
 {

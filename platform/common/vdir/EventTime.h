@@ -79,7 +79,7 @@ struct EventTime
     [[nodiscard]] QByteArray text() const;
 };
 
-/// The wall time that a value names; nothing where it is no date or time. `isDate` and `isUtc` are told if not null.
+/// The wall time that a value names; nothing if it is not a date or time. Sets `isDate` and `isUtc` unless null.
 [[nodiscard]] std::optional<qint64> wallFrom(QByteArrayView value, bool *isDate = nullptr, bool *isUtc = nullptr);
 
 } // namespace tessaly

@@ -13,9 +13,9 @@ namespace tessaly {
 
 namespace {
 
-/// A burst of changes is looked at once.
+/// A burst of changes is handled once.
 constexpr int debounceMilliseconds = 200;
-/// Where the system cannot tell of changes.
+/// Where the system does not report changes.
 constexpr int pollMilliseconds = 1000;
 
 qint64 secondsOf(Instant instant)
@@ -173,12 +173,6 @@ void VdirEventStore::requestAccess(AccessCompletion completion)
                 return true;
             return Error{ErrorCode::CalendarAccessFailed, directory};
         });
-}
-
-std::optional<EventCalendar> VdirEventStore::calendar(const QString &identifier) const
-{
-    const auto found = std::ranges::find(m_calendars, identifier, &EventCalendar::identifier);
-    return found == m_calendars.cend() ? std::nullopt : std::optional(*found);
 }
 
 std::optional<EventCalendar> VdirEventStore::defaultCalendarForNewEvents() const

@@ -29,9 +29,9 @@ struct VdirPlace
     [[nodiscard]] static VdirPlace given(const QString &directory);
 };
 
-/// Calendars in a folder of iCalendar files in the vdir layout, which other programs may change at any time. A thread
-/// of its own reads and writes them one after the other. A file that cannot be understood is left alone and named among
-/// what was not read; so is the second of two files with one event, and one that repeats beyond all measure.
+/// Calendars in a folder of iCalendar files in the vdir layout, which other programs may change at any time. A separate
+/// thread reads and writes them one after the other. A file that cannot be read is left unchanged and listed as unread;
+/// so is the second of two files with the same event, and one with an excessive number of occurrences.
 class VdirEventStore final : public EventStore
 {
 public:
@@ -46,7 +46,6 @@ public:
     [[nodiscard]] bool needsConsent() const override { return m_place.needsConsent; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return m_calendars; }
-    [[nodiscard]] std::optional<EventCalendar> calendar(const QString &identifier) const override;
     /// The planner's own, or the first by the name of its folder.
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
