@@ -20,6 +20,13 @@ TextPair withPath(const TextPair &text, const QString &path)
     return {text.chinese.arg(path), text.english.arg(path)};
 }
 
+Message draftFailure()
+{
+    return {{u"无法写入草稿。请保存文档，或释放磁盘空间。"_s,
+             u"The draft could not be written. Save the document, or free up disk space."_s},
+            MessageKind::Failure};
+}
+
 } // namespace
 
 DocumentSession::DocumentSession(std::function<QString()> text, QObject *parent)
@@ -29,8 +36,8 @@ DocumentSession::DocumentSession(std::function<QString()> text, QObject *parent)
     m_pauseTimer.setInterval(typingPause);
     m_draftTimer.setSingleShot(true);
     m_draftTimer.setInterval(longestDraftAge);
-    connect(&m_pauseTimer, &QTimer::timeout, this, &DocumentSession::keepDraft);
-    connect(&m_draftTimer, &QTimer::timeout, this, &DocumentSession::keepDraft);
+    connect(&m_pauseTimer, &QTimer::timeout, this, &DocumentSession::keepDraftInTime);
+    connect(&m_draftTimer, &QTimer::timeout, this, &DocumentSession::keepDraftInTime);
 }
 
 DocumentSession::~DocumentSession()
@@ -121,6 +128,16 @@ bool DocumentSession::keepDraft()
     return m_state > State::Blank && m_library->keepDraft(m_document, {m_title, m_categoryID, m_text()});
 }
 
+void DocumentSession::keepDraftInTime()
+{
+    const bool isKept = keepDraft() || m_state <= State::Blank;
+    const bool wasKept = m_textMessage != draftFailure();
+    if (isKept == wasKept || (!isKept && m_textMessage.kind == MessageKind::Failure))
+        return;
+    m_textMessage = isKept ? Message() : draftFailure();
+    emit changed();
+}
+
 std::optional<QString> DocumentSession::importImage(const QUrl &image)
 {
     std::optional<QString> url = m_library->importImage(m_document, image);
@@ -150,9 +167,9 @@ bool DocumentSession::save()
         m_textMessage = {};
     } else {
         keepDraft();
-        m_textMessage = {{u"无法保存文档。文字仍保留在此处，请检查保存位置后再次保存。"_s,
-                          u"The document could not be saved. Your text is still here: check the save location, then "
-                          "save again."_s},
+        m_textMessage = {{u"无法保存文档。文字仍保留在此处，请检查保存位置和磁盘空间后再次保存。"_s,
+                          u"The document could not be saved. Your text is still here: check the save location and the "
+                          "disk space, then save again."_s},
                          MessageKind::Failure};
     }
     if (!outcome.keptVersion.isEmpty()) {

@@ -78,6 +78,8 @@ private:
     void detailsEdited();
     void startDraftTimers();
     bool keepDraft();
+    /// Keeps the draft while typing; the message says so while that fails.
+    void keepDraftInTime();
 
     std::function<QString()> m_text;
     DocumentLibrary *m_library = nullptr;

@@ -204,6 +204,20 @@ private slots:
         QVERIFY(its.says().isEmpty() && !its.files.exists(its.draftPath()));
     }
 
+    void aDraftThatCannotBeWrittenIsReported()
+    {
+        SessionUnderTest its;
+        its.files.setReadOnly(true);
+        its.type(u" more"_s);
+        QTRY_COMPARE(its.says(), u"The draft could not be written. Save the document, or free up disk space."_s);
+        QCOMPARE(its.kind(), MessageKind::Failure);
+
+        its.files.setReadOnly(false);
+        its.type(u" still more"_s);
+        QTRY_COMPARE(its.says(), QString());
+        QVERIFY(its.files.exists(its.draftPath()));
+    }
+
     void aDraftIsWrittenWhileTypingDoesNotPause()
     {
         SessionUnderTest its;
