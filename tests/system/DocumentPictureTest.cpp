@@ -134,10 +134,10 @@ void DocumentPictureTest::saysWhatItDoesNotShow_data()
     QTest::addColumn<QString>("expected");
 
     const auto row = [](const char *name, const QString &markdown, const QString &expected) {
-        QTest::newRow(name) << markdown << u"\"此处不显示：\""_s + expected;
+        QTest::newRow(name) << markdown << u"\" 此处不显示：\""_s + expected;
     };
     const auto picture = [](const char *name, const QString &markdown, const QString &address) {
-        QTest::newRow(name) << markdown << u"broken,\"此处不显示：\""_s + address;
+        QTest::newRow(name) << markdown << u"broken,\" 此处不显示：\""_s + address;
     };
     picture("no encryption", u"![](http://127.0.0.1:9/a.png)"_s, u"http://127.0.0.1:9/a.png"_s);
     picture("a file that is no picture", u"![](SECRET)"_s, u"SECRET"_s);
@@ -203,7 +203,7 @@ void DocumentPictureTest::followsRedirectionsByHttpsOnly()
         const QString address = m_server.url(path).toString();
         QVERIFY(m_document->show(u"![](%1)"_s.arg(address)));
         QTRY_COMPARE_WITH_TIMEOUT(
-            outcome(), expected == u"shown"_s ? expected : expected + u",\"此处不显示：\""_s + address, 30'000);
+            outcome(), expected == u"shown"_s ? expected : expected + u",\" 此处不显示：\""_s + address, 30'000);
     }
 }
 

@@ -21,7 +21,7 @@ QtObject {
         .tessaly-on-dark a{color:inherit}
         .tessaly-on-dark code{background:rgba(255,255,255,.15)}
         .tessaly-not-shown{font-size:.85em;opacity:.7;overflow-wrap:anywhere}
-        .tessaly-not-shown::before{content:"${notShown}"}
+        .tessaly-not-shown::before{content:" ${notShown}"}
         div.table{overflow-x:auto}
         #content dialog{position:static!important}
         #content svg{overflow:hidden!important}
