@@ -13,10 +13,7 @@ class DocumentFlow(PlannerTestCase):
         self.in_both_languages(("文档", "Documents"), self.flow)
 
     def test_a_document_survives_a_kill(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.press("push button", "稍后再说")
-        planner.wait_gone("dialog")
+        planner = self.start_answered()
         planner.press("list item", "文档")
         planner.type_into("新建 Markdown 文档", "Diary")
         planner.press("push button", "新建")
@@ -38,10 +35,7 @@ class DocumentFlow(PlannerTestCase):
         assert not list(draft.glob("*.json"))
 
     def test_pictures_show_when_a_document_is_opened_again(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.press("push button", "稍后再说")
-        planner.wait_gone("dialog")
+        planner = self.start_answered()
         planner.press("list item", "文档")
         planner.type_into("新建 Markdown 文档", "Plan")
         planner.press("push button", "新建")
@@ -63,10 +57,7 @@ class DocumentFlow(PlannerTestCase):
     def test_the_engine_writes_nothing_on_the_terminal(self):
         for backend in ("software", ""):
             with self.subTest(backend=backend or "OpenGL"):
-                planner = self.start(data=self.data.with_name(f"quiet-{backend}"), environment={"QT_QUICK_BACKEND": backend})
-                planner.wait("dialog", "欢迎来到 Tessaly")
-                planner.press("push button", "稍后再说")
-                planner.wait_gone("dialog")
+                planner = self.start_answered(data=self.data.with_name(f"quiet-{backend}"), environment={"QT_QUICK_BACKEND": backend})
                 planner.press("list item", "文档")
                 planner.type_into("新建 Markdown 文档", "Quiet")
                 planner.press("push button", "新建")

@@ -84,7 +84,7 @@ class Desktop:
 
 
 class Planner:
-    """One run of the program. Roles and names are those that a screen reader is told."""
+    """One run of the program. Roles and names are those that a screen reader gets."""
 
     def __init__(self, data, *options, environment=None, launcher=()):
         place = [] if "--demo" in options else ["--data-dir", str(data)]
@@ -216,7 +216,7 @@ class Planner:
         return int(fields[11]) + int(fields[12])
 
     def ticks_while_idle(self, seconds):
-        """Processor time used while nobody does anything, once what was begun before is over."""
+        """Processor time used while idle, once what was begun before is over."""
         def is_still():
             before = self.processor_ticks()
             self.outlives(1)
@@ -277,15 +277,20 @@ class PlannerTestCase(unittest.TestCase):
         self.addCleanup(planner.kill)
         return planner
 
+    def start_answered(self, *options, **more):
+        """A first start whose question for a name has been answered with "Later"."""
+        planner = self.start(*options, **more)
+        planner.wait("dialog", "欢迎来到 Tessaly")
+        planner.press("push button", "稍后再说")
+        planner.wait_gone("dialog")
+        return planner
+
     def in_both_languages(self, screen, flow):
         """Runs the flow on a screen, given as its pair of names, of a fresh planner in each language."""
         for language in range(2):
             with self.subTest(language=["Chinese", "English"][language]):
-                planner = self.start(data=self.data.with_name(f"data-{language}"))
+                planner = self.start_answered(data=self.data.with_name(f"data-{language}"))
                 try:
-                    planner.wait("dialog", "欢迎来到 Tessaly")
-                    planner.press("push button", "稍后再说")
-                    planner.wait_gone("dialog")
                     if language == 1:
                         planner.choose("语言", "English")
                     planner.press("list item", screen[language])

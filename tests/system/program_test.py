@@ -49,9 +49,7 @@ class ProgramTest(PlannerTestCase):
     def test_the_desktops_own_menu_bar_has_the_commands(self):
         menu = GlobalMenu()
         self.addCleanup(menu.close)
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.keys("key", "Escape")
+        planner = self.start_answered()
 
         items = wait_for("the menu", lambda: (found := menu.items()).get("About Tessaly") and found)
         self.assertIn("请求通知权限", items)
@@ -89,9 +87,7 @@ class ProgramTest(PlannerTestCase):
         self.assertIsNone(resident.process.poll())
 
     def test_reminders_outlive_the_window_and_the_session(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.keys("key", "Escape")
+        planner = self.start_answered()
         planner.press("list item", "待办")
         planner.press("check box", "设置截止日期")
         planner.wait_state("check box", "设置截止日期", CHECKED)
@@ -166,9 +162,7 @@ class ProgramTest(PlannerTestCase):
         if not SmallDisk.is_possible():
             self.skipTest("a file system can be mounted neither as root nor in a user name space")
         disk = SmallDisk(self.data)
-        planner = self.start(launcher=disk.launcher)
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.keys("key", "Escape")
+        planner = self.start_answered(launcher=disk.launcher)
         planner.press("list item", "待办")
         disk.fill(planner.process)
         planner.type_into("待办名称", "Water the plants")
@@ -237,9 +231,7 @@ class ProgramTest(PlannerTestCase):
         self.assertEqual(database.read_bytes(), b"not a database" * 1000)
 
     def test_a_value_that_cannot_be_put_together_is_told_and_left_alone(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.keys("key", "Escape")
+        planner = self.start_answered()
         planner.press("list item", "待办")
         for title in ("Water the plants", "Post the letter"):
             planner.type_into("待办名称", title)
@@ -260,9 +252,7 @@ class ProgramTest(PlannerTestCase):
                 self.assertEqual(database.read_bytes(), before)
 
     def test_the_login_item_starts_this_program_on_this_data(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.keys("key", "Escape")
+        planner = self.start_answered()
         planner.choose("启动", "开机启动")
         entry = pathlib.Path(self.home.name) / "autostart" / "tessaly.desktop"
         text = wait_for("the autostart entry", lambda: entry.exists() and entry.read_text())

@@ -12,10 +12,7 @@ class ScheduleFlow(PlannerTestCase):
         self.in_both_languages(("日程", "Schedule"), self.flow)
 
     def test_a_note_that_is_not_saved_survives_a_kill(self):
-        planner = self.start()
-        planner.wait("dialog", "欢迎来到 Tessaly")
-        planner.press("push button", "稍后再说")
-        planner.wait_gone("dialog")
+        planner = self.start_answered()
         planner.press("list item", "日程")
         planner.type_into("日程名称", "Seminar")
         planner.press("push button", "添加日程")
