@@ -62,7 +62,7 @@ double editToPreview(DocumentUnderTest &preview, const QString &text, int sample
     return median(times);
 }
 
-/// Seconds of the longest time in which the main thread answered nobody while it runs.
+/// The longest time, in seconds, for which the main thread did not respond while it runs.
 class LongestPause
 {
 public:

@@ -68,8 +68,8 @@ private slots:
         QTest::newRow("floating") << QByteArray("DTSTART:20260608T090000\r\nDTEND:20260608T100000\r\n")
                                   << "2026-06-08 09:00"
                                   << "2026-06-08 10:00";
-        QTest::newRow("zone nobody knows") << QByteArray("DTSTART;TZID=Moon:20260608T090000\r\n") << "2026-06-08 09:00"
-                                           << "2026-06-08 09:00";
+        QTest::newRow("unknown zone") << QByteArray("DTSTART;TZID=Moon:20260608T090000\r\n") << "2026-06-08 09:00"
+                                      << "2026-06-08 09:00";
         QTest::newRow("all day") << QByteArray("DTSTART;VALUE=DATE:20260329\r\nDTEND;VALUE=DATE:20260331\r\n")
                                  << "2026-03-29 00:00"
                                  << "2026-03-31 00:00";

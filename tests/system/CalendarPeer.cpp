@@ -1,5 +1,5 @@
-// Another program that uses the desktop's calendar service: does what it is told on its standard input, one command a
-// line, and answers with one line each. Fields are percent-encoded and stand between spaces.
+// Another program that uses the desktop's calendar service: reads one command per line from its standard input and
+// answers each with one line. Fields are percent-encoded and separated by spaces.
 #include <libecal/libecal.h>
 
 #include <QByteArrayList>
@@ -246,7 +246,7 @@ int main()
         const QByteArray line = input.readLine().trimmed();
         if (line.isEmpty())
             return 0;
-        // What the service told meanwhile.
+        // What the service has reported in the meantime.
         while (g_main_context_iteration(nullptr, FALSE)) {
         }
         QByteArrayList fields;

@@ -32,7 +32,7 @@ CalendarSession::CalendarSession()
     m_peer.start(QStringLiteral(CALENDAR_PEER_PROGRAM), {});
 }
 
-QByteArrayList CalendarSession::tell(const QByteArray &command, const QByteArrayList &fields)
+QByteArrayList CalendarSession::send(const QByteArray &command, const QByteArrayList &fields)
 {
     QByteArrayList line{command};
     for (const QByteArray &field : fields)
@@ -47,53 +47,53 @@ QByteArrayList CalendarSession::tell(const QByteArray &command, const QByteArray
 
 QString CalendarSession::addLocalCalendar(const QString &title)
 {
-    return QString::fromUtf8(tell("add-local", {title.toUtf8()}).value(0));
+    return QString::fromUtf8(send("add-local", {title.toUtf8()}).value(0));
 }
 
 QString CalendarSession::addServerCalendar(const QString &title, int port, const QString &path, const QString &method)
 {
     return QString::fromUtf8(
-        tell("add-server", {title.toUtf8(), QByteArray::number(port), path.toUtf8(), method.toUtf8()}).value(0));
+        send("add-server", {title.toUtf8(), QByteArray::number(port), path.toUtf8(), method.toUtf8()}).value(0));
 }
 
 void CalendarSession::hideCalendar(const QString &uid)
 {
-    tell("hide", {uid.toUtf8()});
+    send("hide", {uid.toUtf8()});
 }
 
 void CalendarSession::removeCalendar(const QString &uid)
 {
-    tell("remove", {uid.toUtf8()});
+    send("remove", {uid.toUtf8()});
 }
 
 void CalendarSession::setDefaultCalendar(const QString &uid)
 {
-    tell("default", {uid.toUtf8()});
+    send("default", {uid.toUtf8()});
 }
 
 void CalendarSession::putEvent(const QString &calendarUid, const QByteArray &vevent)
 {
-    tell("put", {calendarUid.toUtf8(), vevent});
+    send("put", {calendarUid.toUtf8(), vevent});
 }
 
 void CalendarSession::dropEvent(const QString &calendarUid, const QString &uid)
 {
-    tell("drop", {calendarUid.toUtf8(), uid.toUtf8()});
+    send("drop", {calendarUid.toUtf8(), uid.toUtf8()});
 }
 
 QByteArrayList CalendarSession::eventTexts(const QString &calendarUid, const QString &uid)
 {
-    return tell("texts", {calendarUid.toUtf8(), uid.toUtf8()});
+    return send("texts", {calendarUid.toUtf8(), uid.toUtf8()});
 }
 
 void CalendarSession::refresh(const QString &calendarUid)
 {
-    tell("refresh", {calendarUid.toUtf8()});
+    send("refresh", {calendarUid.toUtf8()});
 }
 
 void CalendarSession::answerPassword(const QString &calendarUid, const QString &password)
 {
-    tell("password", {calendarUid.toUtf8(), password.toUtf8()});
+    send("password", {calendarUid.toUtf8(), password.toUtf8()});
 }
 
 void CalendarSession::kill(const QString &busName)

@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-/// A session of its own with the desktop's calendar service, which starts on demand, and with another
-/// program that uses it. One for each process, before anything else speaks to a bus.
+/// A private session with the desktop's calendar service, which starts on demand, and with another program that uses
+/// it. One per process, created before anything else connects to a bus.
 class CalendarSession
 {
 public:
@@ -20,7 +20,7 @@ public:
     QString addLocalCalendar(const QString &title);
     /// A collection on a CalDAV server on this machine; with a method of authentication ("none", "plain/password").
     QString addServerCalendar(const QString &title, int port, const QString &path, const QString &method);
-    /// Disables it, so that nobody is offered it any more.
+    /// Disables it, so that no program is offered it any more.
     void hideCalendar(const QString &uid);
     void removeCalendar(const QString &uid);
     void setDefaultCalendar(const QString &uid);
@@ -38,7 +38,7 @@ public:
     void kill(const QString &busName);
 
 private:
-    QByteArrayList tell(const QByteArray &command, const QByteArrayList &fields);
+    QByteArrayList send(const QByteArray &command, const QByteArrayList &fields);
 
     QTemporaryDir m_directory;
     Service m_bus;

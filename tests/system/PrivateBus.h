@@ -53,7 +53,7 @@ private:
     QProcess m_process;
 };
 
-/// A session bus of its own without any services but those that the test offers on it.
+/// A private session bus without any services but those that the test offers on it.
 class PrivateBus
 {
 public:

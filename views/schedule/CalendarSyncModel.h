@@ -19,7 +19,7 @@ struct HeldScheduleRow
     bool operator==(const HeldScheduleRow &) const = default;
 };
 
-/// What the sync sheet tells, in words: the access, the last sync, what it left out, and what it asks about.
+/// What the sync sheet says: the access, the last sync, what it left out, and what it asks about.
 class CalendarSyncModel : public QObject
 {
     Q_OBJECT

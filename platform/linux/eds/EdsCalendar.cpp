@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a calendar on a server may take to say that it connects, and to be downloaded, before nobody waits for it.
+/// How long to wait for a calendar on a server to connect, and then to be downloaded.
 constexpr auto connectionPatience = 3s;
 constexpr auto downloadPatience = 30s;
 /// One that dies sooner is likely to die again.
@@ -38,7 +38,7 @@ bool isOffline(const GError *error)
             error->code == E_CLIENT_ERROR_AUTHENTICATION_REQUIRED || error->code == E_CLIENT_ERROR_TLS_NOT_AVAILABLE);
 }
 
-/// What an asynchronous call carries: the calendar may be gone, or connected anew, when it is answered.
+/// What an asynchronous call carries: the calendar may be gone, or have reconnected, when the answer arrives.
 struct Pending
 {
     std::weak_ptr<EdsCalendar> calendar;
@@ -307,7 +307,8 @@ void EdsCalendar::downloaded()
         return;
     }
     m_download = Download::Finished;
-    // The service tells of what came in later than of the end; a new view begins with all of it.
+    // The service may report the end of the download before the events that arrived; a new view starts with all of
+    // them.
     openView();
 }
 

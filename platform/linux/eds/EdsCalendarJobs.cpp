@@ -1,6 +1,7 @@
 #include "platform/linux/eds/EdsCalendar.h"
 
-// What a calendar has the service do: one job after the other, aside, so that each finds what the one before has left.
+// What a calendar asks of the service: one job after the other on a separate thread, so that each sees the result of
+// the one before.
 
 namespace tessaly {
 
@@ -8,7 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The service may still tell of the state before an own change.
+/// For so long the service may still report the state before one of our own changes.
 constexpr auto echoTime = 5s;
 constexpr size_t mostCreationsAtOnce = 100;
 

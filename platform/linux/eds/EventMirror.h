@@ -26,9 +26,9 @@ public:
     {
     }
 
-    /// Who knows the zones that the calendar brings along. Null when there is no connection.
+    /// The connection that is asked for the zones defined in the calendar; null when there is none.
     void setClient(ECalClient *client);
-    /// Null where nobody knows it. May ask the service, which takes a moment.
+    /// Null if the zone is unknown. May ask the service, which takes a moment.
     [[nodiscard]] ICalTimezone *find(const char *tzid);
     /// The user's; null where it has no name that libical knows.
     [[nodiscard]] ICalTimezone *local() const { return m_local; }

@@ -16,7 +16,7 @@ struct IcalComponentFree
 };
 using IcalComponentPtr = std::unique_ptr<icalcomponent, IcalComponentFree>;
 
-/// The zone that a TZID names; null where nobody knows it, and the time then counts as local.
+/// The zone that a TZID names; null if it is unknown, and the time then counts as local.
 using ZoneLookup = std::function<icaltimezone *(const char *)>;
 
 /// Reads and changes VEVENT components (RFC 5545). All-day and floating times are the user's local time.

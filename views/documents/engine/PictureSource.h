@@ -24,7 +24,7 @@ struct Picture
 /// file whose contents are not a picture, whatever its name, or for a device or pipe.
 [[nodiscard]] std::optional<Picture> readPicture(const QString &path);
 
-/// Finds the pictures that a document names but its page cannot load by itself: local files, and https addresses that
+/// Finds the pictures that a document names but its page cannot load: local files, and https addresses that
 /// redirect to other https addresses.
 class PictureSource : public QObject
 {

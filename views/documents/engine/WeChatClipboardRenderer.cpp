@@ -24,7 +24,7 @@ constexpr auto pollInterval = 200ms;
 /// How long a page may take to load, large documents on slow machines included.
 constexpr auto loadLimit = 60s;
 
-/// Stays on the one page that it was told to load, and keeps quiet.
+/// Stays on the one page that it loads, and prints nothing.
 class SilentPage : public QWebEnginePage
 {
 public:

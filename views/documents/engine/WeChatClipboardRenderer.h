@@ -14,7 +14,7 @@
 namespace tessaly {
 
 /// Copies documents for the article editor of WeChat, which keeps inline styles but drops style sheets, classes and
-/// scripts. Turns Markdown into HTML whose every element carries its own look, in a page that nobody sees, and puts it
+/// scripts. Turns Markdown into HTML whose every element carries its own look, in a page that is not shown, and puts it
 /// on the clipboard beside the Markdown: exactly the types text/html (UTF-8) and text/plain. Fetches nothing.
 class WeChatClipboardRenderer : public QObject
 {
