@@ -217,7 +217,7 @@ void PlannerSettings::tellSaveRecovered()
 {
     // A later message stays.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)
-        setCalendarSyncMessage({QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")});
+        setCalendarSyncMessage({{QStringLiteral("更改已全部保存。"), QStringLiteral("All changes are saved now.")}});
     if (std::exchange(m_saveFailureMessage, std::nullopt))
         emit hasUnsavedChangesChanged();
 }

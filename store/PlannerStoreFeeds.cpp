@@ -124,8 +124,8 @@ void PlannerStore::applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID)
     m_calendarFeeds[feedRow].lastUpdated = clock().now();
     calendarFeedsAssigned({RowsChange::Kind::Updated, feedRow, 1});
     const QString count = QString::number(calendar.eventCount);
-    setCalendarSyncMessage({QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
-                            QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)});
+    setCalendarSyncMessage({{QStringLiteral("链接日历已更新，共导入 %1 个日程。").arg(count),
+                             QStringLiteral("Linked calendar updated: %1 events imported.").arg(count)}});
 }
 
 void PlannerStore::replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID)

@@ -14,8 +14,8 @@ void PlannerStore::addReminder(const ReminderItem &item)
     remindersAssigned(appendRecord(m_data.reminders, item));
     const auto reminder = waitingReminder(item, {}, calendar());
     if (reminder && dueInstant(*reminder, calendar()) < clock().now())
-        setCalendarSyncMessage({QStringLiteral("截止时间已过，不会再提醒。"),
-                                QStringLiteral("The due time has passed. There will be no reminder.")});
+        setCalendarSyncMessage({{QStringLiteral("截止时间已过，不会再提醒。"),
+                                 QStringLiteral("The due time has passed. There will be no reminder.")}});
 }
 
 void PlannerStore::updateReminder(const ReminderItem &item)

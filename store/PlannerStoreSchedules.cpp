@@ -55,8 +55,8 @@ void PlannerStore::clearPersonalContent()
     remindersAssigned({});
     m_data.goals.clear();
     goalsAssigned({});
-    setCalendarSyncMessage({QStringLiteral("已清空备注、关联任务、待办与目标。"),
-                            QStringLiteral("Notes, linked tasks, to-dos, and goals have been cleared.")});
+    setCalendarSyncMessage({{QStringLiteral("已清空备注、关联任务、待办与目标。"),
+                             QStringLiteral("Notes, linked tasks, to-dos, and goals have been cleared.")}});
 }
 
 } // namespace tessaly
