@@ -35,6 +35,7 @@ class CalendarSync : public QObject
     Q_PROPERTY(QString serviceName READ serviceName NOTIFY serviceNameChanged)
     Q_PROPERTY(bool hasLoadedCalendars READ hasLoadedCalendars NOTIFY availableCalendarsChanged)
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
+    Q_PROPERTY(bool hasHeldRemovals READ hasHeldRemovals NOTIFY outcomeChanged)
     Q_PROPERTY(Consent consent READ consent NOTIFY consentChanged)
     Q_PROPERTY(bool isConsentAwaited READ isConsentAwaited NOTIFY consentChanged)
 
@@ -96,6 +97,7 @@ public:
     /// The calendars that the last sync left out, wholly or in part.
     [[nodiscard]] const QList<UnreadCalendar> &leftOut() const { return m_leftOut; }
     [[nodiscard]] const QList<HeldRemoval> &heldRemovals() const { return m_heldRemovals; }
+    [[nodiscard]] bool hasHeldRemovals() const { return !m_heldRemovals.isEmpty(); }
     /// Syncs again, and removes what the last sync asked about.
     Q_INVOKABLE void removeHeldSchedules();
     /// Makes these schedules the planner's own, and syncs again.

@@ -204,6 +204,7 @@ T.Popup {
                 y: flick.interactive ? sheet.bodyBottomPadding / 2 : 0
                 width: parent.width - 2 * sheet.sidePadding
                 message: sheet.status
+                lineLimit: 2
             }
         }
 

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// An icon and a message on up to `lineLimit` lines; announced politely when it changes. It emits `dismissed` when the
-/// user closes it or the time of a passing message is over. The owner then clears the message.
+/// An icon and a message on up to `lineLimit` lines, with at most one action; announced politely when it changes. It emits
+/// `dismissed` when the user closes it or the time of a passing message is over. The owner then clears the message.
 Item {
     id: line
 
@@ -12,12 +12,14 @@ Item {
     property int stayTime: Theme.toastStay
     property bool isHeld: hover.hovered
     property bool isClosable: false
+    property string action
     property TypeToken token: Theme.caption
     property color ink: isFailure ? Theme.destructive : Theme.textSecondary
     property int lineLimit: 1
 
-    readonly property int closeRoom: isClosable ? closeButton.width + 4 : 0
+    readonly property int buttonRoom: (actionButton.visible ? actionButton.width + 4 : 0) + (isClosable ? closeButton.width + 4 : 0)
 
+    signal actionChosen
     signal dismissed
 
     /// Restarts the time of a passing message.
@@ -26,7 +28,7 @@ Item {
             stay.restart();
     }
 
-    implicitWidth: label.x + Math.ceil(label.implicitWidth) + closeRoom
+    implicitWidth: label.x + Math.ceil(label.implicitWidth) + buttonRoom
     implicitHeight: lineLimit > 1 ? label.implicitHeight : 18
     Accessible.role: Accessible.StatusBar
     Accessible.name: message
@@ -51,7 +53,7 @@ Item {
         id: label
 
         x: 22
-        width: Math.min(Math.ceil(implicitWidth), line.width - x - line.closeRoom)
+        width: Math.min(Math.ceil(implicitWidth), line.width - x - line.buttonRoom)
         anchors.verticalCenter: parent.verticalCenter
         text: line.message
         token: line.token
@@ -66,10 +68,21 @@ Item {
         }
     }
 
+    RowAction {
+        id: actionButton
+
+        x: label.x + label.width + 4
+        anchors.verticalCenter: parent.verticalCenter
+        visible: line.action !== "" && line.message !== ""
+        text: line.action
+        isAccented: true
+        onClicked: line.actionChosen()
+    }
+
     IconButton {
         id: closeButton
 
-        x: label.x + label.width + 4
+        x: (actionButton.visible ? actionButton.x + actionButton.width : label.x + label.width) + 4
         anchors.verticalCenter: parent.verticalCenter
         width: 24
         height: 24

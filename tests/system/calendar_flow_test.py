@@ -88,6 +88,25 @@ class CalendarFlow(PlannerTestCase):
         (folder / "lunch.ics").unlink()
         planner.wait_gone("push button", "编辑, Lunch")
 
+    def test_many_removals_wait_for_an_answer(self):
+        folder = pathlib.Path(self.home.name) / "calendars" / "home"
+        folder.mkdir(parents=True)
+        for number in range(25):
+            (folder / f"{number}.ics").write_text(calendar_file(f"event-{number}", f"Course {number}"), newline="")
+        planner = self.start_with_consent(f"vdir:{folder.parent}")
+        self.open_schedules(planner)
+        planner.wait("push button", "编辑, Course 1")
+        for number in range(1, 25):
+            (folder / f"{number}.ics").unlink()
+        planner.press("push button", "打开")
+        planner.wait("dialog", "日历同步")
+        self.assertIsNotNone(planner.find("push button", "保留"))
+        planner.press("push button", "移除")
+        planner.wait_gone("push button", "移除")
+        planner.press("push button", "完成")
+        planner.wait_gone("push button", "编辑, Course 1")
+        self.assertIsNotNone(planner.find("push button", "编辑, Course 0"))
+
     def test_a_sync_writes_what_was_added_into_the_folder(self):
         pathlib.Path(self.home.name, "calendars", "home").mkdir(parents=True)
         planner = self.start_with_consent(f"vdir:{self.home.name}/calendars")

@@ -78,11 +78,18 @@ Sheet {
     }
 
     Column {
+        id: facts
+
+        readonly property real labelWidth: Math.max(80, access.visible ? access.neededLabelWidth : 0, last.neededLabelWidth)
+
         width: parent?.width ?? 0
         visible: sheet.calendars.isAvailable
         spacing: 4
 
         SyncFact {
+            id: access
+
+            labelWidth: facts.labelWidth
             visible: sheet.calendars.consent !== CalendarSync.NotNeeded
             label: Language.text("日历权限", "Calendar access")
             value: sheet.hasConsent ? Language.text("已允许", "Allowed") : Language.text("未允许", "Not allowed")
@@ -95,11 +102,15 @@ Sheet {
         }
 
         SyncFact {
+            id: last
+
+            labelWidth: facts.labelWidth
             label: Language.text("上次同步", "Last sync")
             value: sync.lastSync
         }
 
         SyncFact {
+            labelWidth: facts.labelWidth
             visible: sync.leftOut !== ""
             label: Language.text("未包括", "Left out")
             value: sync.leftOut

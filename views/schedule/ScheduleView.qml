@@ -15,6 +15,8 @@ Page {
     statusLine.isPassing: PlannerStore.isSyncMessagePassing && model.sheets.sheet === ScheduleSheetModel.None
     statusLine.isClosable: true
     statusLine.onDismissed: PlannerStore.dismissCalendarSyncMessage()
+    statusLine.action: PlannerStore.calendarSync.hasHeldRemovals && !PlannerStore.isSyncMessageFailure && !PlannerStore.isSyncMessagePassing ? Language.text("打开", "Open") : ""
+    statusLine.onActionChosen: model.sheets.openSyncSettings()
 
     ScheduleViewModel {
         id: model

@@ -8,12 +8,16 @@ Item {
     required property string label
     required property string value
     default property alias actions: place.data
+    property real labelWidth: 80
+    readonly property real neededLabelWidth: name.implicitWidth + 12
 
     width: parent?.width ?? 0
     height: Math.max(26, text.height)
 
     AppText {
-        width: 80
+        id: name
+
+        width: fact.labelWidth
         height: 26
         text: fact.label
         token: Theme.control
@@ -24,7 +28,7 @@ Item {
     AppText {
         id: text
 
-        x: 80
+        x: fact.labelWidth
         y: lineCount > 1 ? 0 : (26 - height) / 2
         width: parent.width - x - place.width
         isMultiline: true
