@@ -28,7 +28,8 @@ test_packages=(
 )
 
 lint_packages=(clang clang-tidy clang-format python3)
-fuzz_packages=(clang 'libclang-rt-14-dev|libclang-rt-dev')
+# Clang's sanitizers and fuzzer.
+sanitizer_packages=(clang 'libclang-rt-14-dev|libclang-rt-dev')
 
 # What the pages shown in documents load comes from npm; a machine may have npm from elsewhere.
 if [ -f web/package.json ] && ! command -v npm >/dev/null; then

@@ -248,9 +248,11 @@ void DocumentPreviewTest::keepsTheOldRenderingUntilTheNewOneIsComplete()
             return !m_document->isRendering();
         },
         60'000));
-    for (int after = frames + 5; frames < after; m_document->view().update()) {
+    const int after = frames + 5;
+    while (frames < after) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         others += isGreen() ? 0 : 1;
+        m_document->view().update();
     }
     QObject::disconnect(connection);
     QCOMPARE(others, 0);
