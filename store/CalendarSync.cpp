@@ -2,6 +2,7 @@
 
 #include "model/Uuid.h"
 #include "platform/Clock.h"
+#include "store/ErrorText.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
 #include "store/RecordRows.h"
@@ -360,6 +361,11 @@ void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<Calend
     if (saved) {
         ++m_run.exportCount;
         m_run.exported.append({scheduleID, saved.value()});
+    } else {
+        ++m_run.failedExports;
+        const QString count = QString::number(m_run.failedExports);
+        m_run.failure = failureMessage(QStringLiteral("%1 个日程未能导出：").arg(count),
+                                       QStringLiteral("%1 not exported: ").arg(count), saved.error());
     }
     if (m_run.exportsUnderWay == 0 || m_run.exported.size() >= exportBatch)
         link(std::exchange(m_run.exported, {}));
@@ -385,9 +391,10 @@ void CalendarSync::reportOutcome()
     // The automatic sync runs after each change of the calendars; one that found nothing writes nothing.
     if (m_run.hasChanged || m_run.exportCount > 0 || m_run.scope.isRequested)
         m_store.savePreference(keys::lastCalendarSync, storedOutcome(*m_lastSync));
-    m_store.setCalendarSyncMessage(m_heldRemovals.isEmpty()
-                                       ? Message{outcomeText(*m_lastSync, m_ports.eventStore.serviceName(), m_leftOut)}
-                                       : Message{pausedText(m_heldRemovals), MessageKind::Notice});
+    const Message outcome = m_heldRemovals.isEmpty()
+                                ? Message{outcomeText(*m_lastSync, m_ports.eventStore.serviceName(), m_leftOut)}
+                                : Message{pausedText(m_heldRemovals), MessageKind::Notice};
+    m_store.setCalendarSyncMessage(joined(outcome, m_run.failure));
     emit outcomeChanged();
 }
 
@@ -407,7 +414,8 @@ void CalendarSync::keepHeldSchedules()
         for (ScheduleItem &item : schedules) {
             if (!kept.contains(item.id))
                 continue;
-            item.calendarEventIdentifier.reset();
+            // The event's identifier stays: what is linked to no event would be written to the default calendar at
+            // once, and an event that comes back would come as a second schedule.
             item.calendarIdentifier.reset();
             item.calendarColorHex.reset();
             item.calendarExportRequested.reset();

@@ -3,6 +3,7 @@
 #include "model/CalendarGroups.h"
 #include "model/CalendarMerge.h"
 #include "platform/EventStore.h"
+#include "store/Message.h"
 #include "store/SyncOutcome.h"
 
 #include <QObject>
@@ -100,7 +101,8 @@ public:
     [[nodiscard]] bool hasHeldRemovals() const { return !m_heldRemovals.isEmpty(); }
     /// Syncs again, and removes what the last sync asked about.
     Q_INVOKABLE void removeHeldSchedules();
-    /// Makes these schedules the planner's own, and syncs again.
+    /// Makes these schedules the planner's own, and syncs again. They are not written to a calendar; each continues its
+    /// event if that comes back.
     Q_INVOKABLE void keepHeldSchedules();
 
     // The event of one schedule
@@ -137,6 +139,9 @@ private:
         QList<Exported> exported = {};
         qsizetype exportsUnderWay = 0;
         qint64 exportCount = 0;
+        qint64 failedExports = 0;
+        /// What could not be written to a calendar meanwhile; the outcome must not hide it.
+        Message failure = {};
         bool isMerged = false;
         bool hasChanged = false;
     };

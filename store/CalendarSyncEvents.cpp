@@ -1,6 +1,7 @@
 #include "model/ScheduleColors.h"
 #include "model/Uuid.h"
 #include "store/CalendarSync.h"
+#include "store/ErrorText.h"
 #include "store/PlannerStore.h"
 #include "store/RecordRows.h"
 
@@ -23,11 +24,14 @@ void CalendarSync::createEvent(const QUuid &scheduleID, const QString &calendarI
             if (!self)
                 return;
             self->writeEnded();
-            if (saved)
+            if (saved) {
                 self->link({{scheduleID, saved.value()}});
-            else
-                self->m_store.tellFailure(QStringLiteral("无法添加到所选日历："),
-                                          QStringLiteral("Could not add to the selected calendar: "), saved.error());
+                return;
+            }
+            self->m_run.failure =
+                failureMessage(QStringLiteral("无法添加到所选日历："),
+                               QStringLiteral("Could not add to the selected calendar: "), saved.error());
+            self->m_store.setCalendarSyncMessage(self->m_run.failure);
         });
 }
 

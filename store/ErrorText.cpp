@@ -88,4 +88,10 @@ QString errorText(const Error &error, AppLanguage language)
     return text + (isEnglish ? u'.' : u'。');
 }
 
+Message failureMessage(const QString &chinese, const QString &english, const Error &error)
+{
+    return {{chinese + errorText(error, AppLanguage::Chinese), english + errorText(error, AppLanguage::English)},
+            MessageKind::Failure};
+}
+
 } // namespace tessaly

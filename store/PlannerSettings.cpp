@@ -19,12 +19,6 @@ QSet<QString> storedIdentifiers(const Preferences &preferences, const QString &k
     return {identifiers.cbegin(), identifiers.cend()};
 }
 
-Message failureMessage(const QString &chinese, const QString &english, const Error &error)
-{
-    return {{chinese + errorText(error, AppLanguage::Chinese), english + errorText(error, AppLanguage::English)},
-            MessageKind::Failure};
-}
-
 } // namespace
 
 PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)

@@ -1,4 +1,5 @@
 #include "model/Uuid.h"
+#include "store/ErrorText.h"
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 
@@ -255,6 +256,35 @@ private slots:
                  m_planner->eventStore.allEvents().constFirst().eventIdentifier);
     }
 
+    void whatCouldNotBeWrittenIsPartOfTheOutcome()
+    {
+        const ScheduleItem local{.title = QStringLiteral("Local"), .date = daysFromNow(1)};
+        const QString reason = errorText({ErrorCode::CalendarWriteFailed}, AppLanguage::English);
+        m_planner->eventStore.failWritesWith(Error{ErrorCode::CalendarWriteFailed});
+        m_planner->eventStore.holdWriteCompletions();
+        m_planner->store->addSchedule(local, work);
+        sync().importSelectedCalendars();
+        QTRY_VERIFY(sync().isSyncing());
+        m_planner->eventStore.releaseCompletions();
+        waitForTheEnd();
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Import complete: added 0 and updated 0 system calendar events. Could not add to the "
+                                "selected calendar: ") +
+                     reason);
+
+        fullSync();
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Sync complete: imported 0, updated 0, and exported 0 Tessaly schedules. 1 not "
+                                "exported: ") +
+                     reason);
+        QVERIFY(m_planner->store->isSyncMessageFailure());
+
+        m_planner->eventStore.failWritesWith(std::nullopt);
+        fullSync();
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Sync complete: imported 0, updated 0, and exported 1 Tessaly schedules."));
+    }
+
     void twoSyncsNeverRunAtOnce()
     {
         sync().performCalendarSync({});
@@ -335,7 +365,16 @@ private slots:
         waitForTheEnd();
         QVERIFY(sync().heldRemovals().isEmpty());
         QCOMPARE(m_planner->store->schedules().size(), isRemoved ? 5 : 30);
-        QCOMPARE(m_planner->eventStore.allEvents().size(), isRemoved ? 5 : 30);
+        QCOMPARE(m_planner->eventStore.allEvents().size(), 5);
+        if (!isRemoved)
+            QVERIFY(!m_planner->store->schedules().constFirst().calendarIdentifier);
+
+        // The events come back.
+        for (int i = 0; i < 25; ++i)
+            putEvent(QString::number(i), i);
+        fullSync();
+        QCOMPARE(m_planner->store->schedules().size(), 30);
+        QCOMPARE(m_planner->store->schedules().constFirst().calendarIdentifier, work);
         if (!isRemoved)
             QCOMPARE(m_planner->store->schedules().constFirst().notes, QStringLiteral("mine"));
     }
