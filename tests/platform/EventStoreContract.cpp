@@ -59,7 +59,7 @@ QByteArray EventStoreDriver::eventText(const OutsideEvent &event) const
         text += "RRULE:FREQ=DAILY\r\n";
     else if (event.dailyCount > 1)
         text += "RRULE:FREQ=DAILY;COUNT=" + QByteArray::number(event.dailyCount) + "\r\n";
-    return text + "END:VEVENT\r\n";
+    return text + foreignProperty + "\r\nEND:VEVENT\r\n";
 }
 
 void EventStoreContract::init()

@@ -25,6 +25,9 @@ struct OutsideEvent
     int dailyCount = 1;
 };
 
+/// A property of other programs' events that the planner does not know.
+inline constexpr const char *foreignProperty = "X-FOREIGN:kept";
+
 /// A service as its other users see it: the calendars "Home" and "Work", which can be written, and their events.
 class EventStoreDriver
 {
@@ -41,13 +44,15 @@ public:
     // What another program does; the service has it when the call returns.
     virtual void putEvent(const QString &calendarTitle, const OutsideEvent &event) = 0;
     virtual void dropEvent(const QString &calendarTitle, const QString &uid) = 0;
+    /// The event as the service keeps it; empty where it is not there, or where the service keeps no text.
+    [[nodiscard]] virtual QByteArray text(const QString &, const QString &) { return {}; }
     virtual void addCalendar(const QString &title) = 0;
     virtual void dropCalendar(const QString &title) = 0;
     /// Nothing can be written to the calendar any more. False where the service cannot do that.
     virtual bool makeReadOnly(const QString &) { return false; }
 
 protected:
-    /// The event as a VEVENT, for services that speak RFC 5545.
+    /// The event as a VEVENT, for services that speak RFC 5545. It has the foreign property.
     [[nodiscard]] QByteArray eventText(const OutsideEvent &event) const;
 };
 

@@ -35,11 +35,14 @@ public:
     }
     void dropEvent(const QString &calendarTitle, const QString &uid) override
     {
-        const QDir calendar(path(calendarTitle));
-        for (const QString &name : calendar.entryList({QStringLiteral("*.ics")})) {
-            if (read(calendarTitle + u'/' + name).contains("UID:" + uid.toUtf8() + "\r\n"))
-                QFile::remove(calendar.filePath(name));
-        }
+        const QString file = fileOf(calendarTitle, uid);
+        if (!file.isEmpty())
+            QFile::remove(path(file));
+    }
+    QByteArray text(const QString &calendarTitle, const QString &uid) override
+    {
+        const QString file = fileOf(calendarTitle, uid);
+        return file.isEmpty() ? QByteArray() : read(file);
     }
     void addCalendar(const QString &title) override { QDir().mkpath(path(title)); }
     void dropCalendar(const QString &title) override { QDir(path(title)).removeRecursively(); }
@@ -71,6 +74,16 @@ public:
     }
 
 private:
+    [[nodiscard]] QString fileOf(const QString &calendarTitle, const QString &uid) const
+    {
+        for (const QString &name : QDir(path(calendarTitle)).entryList({QStringLiteral("*.ics")})) {
+            const QString file = calendarTitle + u'/' + name;
+            if (read(file).contains("UID:" + uid.toUtf8() + "\r\n"))
+                return file;
+        }
+        return {};
+    }
+
     FakeClock m_clock{Instant::fromUnixSeconds(1'780'300'000)};
     QTemporaryDir m_folder;
 };

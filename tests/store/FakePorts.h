@@ -29,6 +29,10 @@ struct FakePorts
     {
         return portsOver(stored, feedDownloader, notificationPresenter);
     }
+    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, EventStore &service)
+    {
+        return portsOver(stored, feedDownloader, notificationPresenter, service);
+    }
     [[nodiscard]] PlannerPorts portsOver(FeedDownloader &downloader)
     {
         return portsOver(preferences, downloader, notificationPresenter);
@@ -57,8 +61,13 @@ private:
     [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader,
                                          NotificationPresenter &presenter)
     {
+        return portsOver(stored, downloader, presenter, eventStore);
+    }
+    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader,
+                                         NotificationPresenter &presenter, EventStore &service)
+    {
         return {stored,
-                eventStore,
+                service,
                 presenter,
                 loginItem,
                 reminderLoginItem,

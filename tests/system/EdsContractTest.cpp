@@ -1,56 +1,9 @@
-#include "platform/linux/EvolutionEventStore.h"
-#include "tests/platform/EventStoreContract.h"
 #include "tests/support/TestMain.h"
-#include "tests/system/CalendarSession.h"
-
-#include <QDateTime>
+#include "tests/system/EdsDriver.h"
 
 using namespace tessaly;
 
 namespace {
-
-/// Two local calendars in the service that all tests of the process share.
-class EdsDriver final : public EventStoreDriver
-{
-public:
-    explicit EdsDriver(CalendarSession &session) : m_session(session)
-    {
-        for (const char *title : {"Home", "Work"})
-            addCalendar(QString::fromLatin1(title));
-        m_session.setDefaultCalendar(m_uids.value(QStringLiteral("Home")));
-    }
-    ~EdsDriver() override
-    {
-        // The service does not survive the removal of many.
-        for (const QString &uid : m_uids)
-            m_session.hideCalendar(uid);
-    }
-    Q_DISABLE_COPY_MOVE(EdsDriver)
-
-    std::unique_ptr<EventStore> makeStore() override
-    {
-        return std::make_unique<EvolutionEventStore>(UserCalendar(zone(), Qt::Monday, QLocale::c()));
-    }
-    Instant now() const override
-    {
-        // lint-allow(clock): the adapter under test goes by the real time
-        return Instant::fromUnixSeconds(static_cast<double>(QDateTime::currentSecsSinceEpoch()));
-    }
-    void putEvent(const QString &calendarTitle, const OutsideEvent &event) override
-    {
-        m_session.putEvent(m_uids.value(calendarTitle), eventText(event));
-    }
-    void dropEvent(const QString &calendarTitle, const QString &uid) override
-    {
-        m_session.dropEvent(m_uids.value(calendarTitle), uid);
-    }
-    void addCalendar(const QString &title) override { m_uids.insert(title, m_session.addLocalCalendar(title)); }
-    void dropCalendar(const QString &title) override { m_session.removeCalendar(m_uids.take(title)); }
-
-private:
-    CalendarSession &m_session;
-    QHash<QString, QString> m_uids;
-};
 
 class EdsContractTest : public EventStoreContract
 {

@@ -15,6 +15,12 @@ public:
     {
     }
 
+    /// With a real calendar service, which must outlive it.
+    StoreOnDisk(std::unique_ptr<SqlitePreferences> preferences, EventStore &service)
+        : m_preferences(std::move(preferences)), m_store(m_fakes.portsOver(*m_preferences, service))
+    {
+    }
+
     [[nodiscard]] PlannerStore &store() { return m_store; }
     [[nodiscard]] SqlitePreferences &preferences() { return *m_preferences; }
 

@@ -1,0 +1,254 @@
+#include "tests/system/SyncProof.h"
+
+#include "model/RecordCodec.h"
+#include "platform/common/SqlitePreferences.h"
+#include "store/PreferenceKeys.h"
+
+#include <QDeadlineTimer>
+#include <QTest>
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int patience = 60'000;
+constexpr int theirs = 60;
+constexpr int shared = 20;
+const QString calendar = QStringLiteral("Home");
+
+QString uidOf(const QString &kind, int index)
+{
+    return kind + u'-' + QString::number(index);
+}
+
+QString kindOf(const QString &uid)
+{
+    return uid.section(u'-', 0, 0);
+}
+
+int numberIn(const QString &title)
+{
+    return title.section(u' ', 1, 1).toInt();
+}
+
+} // namespace
+
+SyncProof::SyncProof(EventStoreDriver &driver, const QString &service) : m_driver(driver), m_service(service)
+{
+    for (int index = 0; index < theirs; ++index)
+        put(uidOf(QStringLiteral("theirs"), index), 0);
+    for (int index = 0; index < shared; ++index) {
+        put(uidOf(QStringLiteral("shared"), index), 0);
+        put(uidOf(QStringLiteral("both"), index), 0);
+    }
+}
+
+void SyncProof::put(const QString &uid, int number)
+{
+    const Instant start = m_driver.now().plus(600. * number);
+    m_driver.putEvent(calendar, {.uid = uid,
+                                 .title = QStringLiteral("%1 %2").arg(kindOf(uid)).arg(number),
+                                 .startDate = start,
+                                 .endDate = start.plus(1800)});
+    m_put.insert(uid, number);
+}
+
+void SyncProof::start(QProcess &planner, const QStringList &arguments) const
+{
+    planner.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    planner.start(QStringLiteral(SYNC_LOOP_PROGRAM), QStringList{m_data.path(), m_service} + arguments);
+}
+
+void SyncProof::actAside(QProcess &planner)
+{
+    const int index = m_random.bounded(theirs);
+    const QString uid = uidOf(QStringLiteral("theirs"), index);
+    if (m_random.bounded(3) == 0)
+        put(uidOf(QStringLiteral("both"), index % shared), m_random.bounded(1000));
+    else if (m_random.bounded(4) > 0)
+        put(uid, m_random.bounded(1000));
+    else if (m_put.remove(uid) > 0)
+        m_driver.dropEvent(calendar, uid);
+    planner.waitForReadyRead(m_random.bounded(10));
+    read(planner);
+}
+
+void SyncProof::read(QProcess &planner)
+{
+    m_unreadOutput += planner.readAllStandardOutput();
+    for (qsizetype end = m_unreadOutput.indexOf('\n'); end >= 0; end = m_unreadOutput.indexOf('\n')) {
+        note(m_unreadOutput.left(end));
+        m_unreadOutput.remove(0, end + 1);
+    }
+}
+
+void SyncProof::note(const QByteArray &line)
+{
+    const QByteArrayList words = line.split(' ');
+    if (line == "begin") {
+        m_isInSync = true;
+        m_inSync.changed.insert(m_latest.changed);
+        m_inSync.deleted += m_latest.deleted;
+        m_latest = {};
+    } else if (line == "synced") {
+        m_isInSync = false;
+        m_synced.changed.insert(m_inSync.changed);
+        m_synced.deleted += m_inSync.deleted;
+        m_inSync = {};
+    } else if (line == "not synced") {
+        m_isInSync = false;
+    } else if (words.at(0) == "add") {
+        m_added.insert(words.value(1));
+    } else if (words.at(0) == "change") {
+        m_latest.changed.insert(words.value(1), words.value(2).toInt());
+    } else if (words.at(0) == "delete") {
+        m_latest.deleted.insert(words.value(1));
+        m_perhapsDeleted.insert(words.value(1));
+    }
+}
+
+void SyncProof::runUntilKilled(int milliseconds, const std::function<void()> &disturb)
+{
+    QProcess planner;
+    start(planner, {QStringLiteral("0"), QStringLiteral("edit")});
+    QVERIFY2(planner.waitForReadyRead(patience), "the planner says nothing");
+    const int untilKill = m_random.bounded(milliseconds) + 1;
+    const QDeadlineTimer kill(untilKill, Qt::PreciseTimer);
+    const QDeadlineTimer disturbance(m_random.bounded(untilKill), Qt::PreciseTimer);
+    bool isDisturbed = !disturb;
+    while (!kill.hasExpired()) {
+        actAside(planner);
+        if (!isDisturbed && disturbance.hasExpired()) {
+            disturb();
+            isDisturbed = true;
+        }
+    }
+    planner.kill();
+    planner.waitForFinished();
+    read(planner);
+    m_unreadOutput.clear();
+    m_killsInSync += std::exchange(m_isInSync, false) ? 1 : 0;
+    // What was on its way to the service may have been lost with the process.
+    m_latest = {};
+    m_inSync = {};
+}
+
+void SyncProof::runFor(int syncs)
+{
+    QProcess planner;
+    start(planner, {QString::number(syncs), QStringLiteral("edit")});
+    const QDeadlineTimer end(patience);
+    while (planner.state() != QProcess::NotRunning && !end.hasExpired())
+        actAside(planner);
+    QCOMPARE(planner.state(), QProcess::NotRunning);
+    QCOMPARE(planner.exitCode(), 0);
+    read(planner);
+}
+
+QStringList SyncProof::faults()
+{
+    QProcess planner;
+    start(planner, {QStringLiteral("2")});
+    if (!planner.waitForFinished(patience) || planner.exitCode() != 0) {
+        planner.kill();
+        planner.waitForFinished();
+        return {QStringLiteral("the planner does not end its syncs")};
+    }
+    read(planner);
+    QStringList faults;
+    compareSides(faults);
+    compareWithBook(faults);
+    return faults;
+}
+
+QList<ScheduleItem> SyncProof::schedules() const
+{
+    const auto opened = SqlitePreferences::open(m_data.path());
+    const auto blob = opened ? opened.value()->get<QByteArray>(keys::storageKey) : std::nullopt;
+    const std::optional<SavedData> data = blob ? decodeSavedData(*blob) : std::nullopt;
+    return data ? data->schedules : QList<ScheduleItem>();
+}
+
+QList<CalendarEvent> SyncProof::events()
+{
+    const std::unique_ptr<EventStore> store = m_driver.makeStore();
+    std::optional<Result<bool>> access;
+    store->requestAccess([&](const Result<bool> &result) { access.emplace(result); });
+    if (!QTest::qWaitFor([&] { return access.has_value(); }, patience))
+        return {};
+    QStringList calendars;
+    for (const EventCalendar &each : store->calendars())
+        calendars.append(each.identifier);
+    std::optional<Result<FetchedEvents>> fetched;
+    store->fetchEvents(calendars, Instant::fromUnixSeconds(0), Instant::fromUnixSeconds(4e9),
+                       [&](const Result<FetchedEvents> &result) { fetched.emplace(result); });
+    if (!QTest::qWaitFor([&] { return fetched.has_value(); }, patience) || !*fetched)
+        return {};
+    return fetched->value().unread.isEmpty() ? fetched->value().events : QList<CalendarEvent>();
+}
+
+void SyncProof::compareSides(QStringList &faults)
+{
+    QHash<QString, CalendarEvent> rest;
+    QSet<QString> uids;
+    for (const CalendarEvent &event : events()) {
+        if (rest.contains(event.eventIdentifier) || uids.contains(event.uid))
+            faults.append(QStringLiteral("two events: ") + event.eventIdentifier);
+        rest.insert(event.eventIdentifier, event);
+        uids.insert(event.uid);
+    }
+    for (const ScheduleItem &item : schedules()) {
+        const auto event = rest.constFind(item.calendarEventIdentifier.value_or(QString()));
+        if (event == rest.cend()) {
+            faults.append(QStringLiteral("no event, or a second schedule: ") + item.title);
+            continue;
+        }
+        if (event->title != item.title || event->startDate != item.date || event->endDate != item.end())
+            faults.append(
+                QStringLiteral("“%1” is “%2” in the calendar").arg(item.title, event->title.value_or(QString())));
+        rest.erase(event);
+    }
+    for (const CalendarEvent &event : std::as_const(rest))
+        faults.append(QStringLiteral("no schedule: ") + event.title.value_or(QString()));
+}
+
+void SyncProof::compareWithBook(QStringList &faults)
+{
+    QHash<QByteArray, ScheduleItem> found;
+    for (const CalendarEvent &event : events()) {
+        for (const ScheduleItem &item : schedules()) {
+            if (item.calendarEventIdentifier == event.eventIdentifier)
+                found.insert(event.uid.toUtf8(), item);
+        }
+    }
+    for (auto entry = m_put.cbegin(); entry != m_put.cend(); ++entry) {
+        const QString kind = kindOf(entry.key());
+        const QString title = found.value(entry.key().toUtf8()).title;
+        const bool isRight = kind == QStringLiteral("theirs") ? title == QStringLiteral("theirs %1").arg(*entry)
+                                                              : title.startsWith(kind);
+        if (!isRight)
+            faults.append(QStringLiteral("“%1 %2” is “%3”").arg(entry.key()).arg(*entry).arg(title));
+        if (!m_driver.text(calendar, entry.key()).contains(foreignProperty))
+            faults.append(QStringLiteral("lost its foreign property: ") + entry.key());
+    }
+    for (const QByteArray &uid : std::as_const(m_added)) {
+        if (!m_perhapsDeleted.contains(uid) && !found.contains(uid))
+            faults.append(QStringLiteral("lost: ") + QString::fromUtf8(uid));
+        if (m_synced.deleted.contains(uid) && found.contains(uid))
+            faults.append(QStringLiteral("is back: ") + QString::fromUtf8(uid));
+    }
+    for (auto entry = m_synced.changed.cbegin(); entry != m_synced.changed.cend(); ++entry) {
+        const ScheduleItem item = found.value(entry.key());
+        const bool isOfBoth = entry.key().startsWith("both") || m_perhapsDeleted.contains(entry.key());
+        if (!isOfBoth && (numberIn(item.title) < *entry || item.notes != QStringLiteral("mine")))
+            faults.append(QStringLiteral("%1 lost edit %2").arg(item.title).arg(*entry));
+    }
+    for (auto entry = found.cbegin(); entry != found.cend(); ++entry) {
+        if (entry.key().startsWith("theirs") && !m_put.contains(QString::fromUtf8(entry.key())))
+            faults.append(QStringLiteral("is back: ") + entry->title);
+    }
+}
+
+} // namespace tessaly
