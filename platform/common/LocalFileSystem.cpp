@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -40,14 +41,26 @@ bool flushFile(QSaveFile &file)
 
 } // namespace
 
-bool replaceFile(const QString &path, const QByteArray &bytes, const std::function<bool()> &isWanted)
+bool replaceFile(const QString &path, const QByteArray &bytes, const std::function<bool()> &isWanted,
+                 const QString &draftName)
 {
-    QSaveFile file(path);
-    // A commit does not notice that the rest of the buffer found no room.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !flushFile(file) ||
-        (isWanted && !isWanted()) || !file.commit())
+    const QFileInfo former(path);
+    const QString target = former.isSymLink() && former.exists() ? former.canonicalFilePath() : path;
+    const QString folder = QFileInfo(target).path();
+    const QString draft = draftName.isEmpty() ? target : folder + u'/' + draftName;
+    QSaveFile file(draft);
+    if (!file.open(QIODevice::WriteOnly))
         return false;
-    flushFolder(QFileInfo(path).path());
+    if (former.exists())
+        file.setPermissions(former.permissions());
+    // A commit does not notice that the rest of the buffer found no room.
+    if (file.write(bytes) != bytes.size() || !flushFile(file) || (isWanted && !isWanted()) || !file.commit())
+        return false;
+    if (draft != target && ::rename(QFile::encodeName(draft).constData(), QFile::encodeName(target).constData()) != 0) {
+        QFile::remove(draft);
+        return false;
+    }
+    flushFolder(folder);
     return true;
 }
 

@@ -8,9 +8,10 @@ namespace tessaly {
 
 /// Replaces the file in one step; the bytes are on the disk when it returns. On failure the former file stands, no part
 /// of the new one is left. The only way in which the program writes a file. `isWanted` is asked when all is ready for
-/// the step; on false nothing happens.
-[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes,
-                               const std::function<bool()> &isWanted = {});
+/// the step; on false nothing happens. Where the program is killed at the last moment, the new file stays under a name
+/// of Qt's choice, or as `draftName` in the same folder.
+[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &bytes, const std::function<bool()> &isWanted = {},
+                               const QString &draftName = {});
 /// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
 /// exists afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);

@@ -1,11 +1,11 @@
 #include "tests/platform/VdirDriver.h"
 #include "tests/support/TestMain.h"
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QTimer>
 
 #include <algorithm>
-#include <random>
 
 using namespace tessaly;
 
@@ -165,6 +165,40 @@ private slots:
                  QStringList{QStringLiteral("b.ics")});
     }
 
+    void aChangedFileKeepsItsPermissions()
+    {
+        VdirDriver driver;
+        driver.write(QStringLiteral("Home/a.ics"), lunchFile);
+        const QFile file(driver.path(QStringLiteral("Home/a.ics")));
+        const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(file.fileName(), permissions));
+        const auto store = driver.makeStore();
+        QVERIFY(open(*store));
+        bool isChanged = false;
+        store->changeEvent(fetch(*store, {home(driver)}).events.constFirst().eventIdentifier,
+                           {.title = QStringLiteral("Dinner"), .endDate = Instant::fromUnixSeconds(1780941600)},
+                           [&](const Result<CalendarEvent> &result) { isChanged = result.hasValue(); });
+        QTRY_VERIFY_WITH_TIMEOUT(isChanged, patience);
+        QCOMPARE(file.permissions() & ~(QFile::ReadUser | QFile::WriteUser), permissions);
+    }
+
+    void abandonedDraftsAreRemoved()
+    {
+        VdirDriver driver;
+        for (const char *name : {"Home/.tessaly-old.tmp", "Home/.tessaly-young.tmp", "Home/old.tmp"}) {
+            driver.writeInPlace(QString::fromLatin1(name), lunchFile);
+            QFile file(driver.path(QString::fromLatin1(name)));
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            if (!file.fileName().contains(QStringLiteral("young")))
+                QVERIFY(file.setFileTime(QDateTime::fromSecsSinceEpoch(1'000'000'000), QFile::FileModificationTime));
+        }
+        const auto store = driver.makeStore();
+        QVERIFY(open(*store));
+        QVERIFY(fetch(*store, {home(driver)}).events.isEmpty());
+        QCOMPARE(QDir(driver.path(QStringLiteral("Home"))).entryList(QDir::Files | QDir::Hidden),
+                 (QStringList{QStringLiteral(".tessaly-young.tmp"), QStringLiteral("old.tmp")}));
+    }
+
     void whatWasToBeWrittenAtTheEndIsWritten()
     {
         VdirDriver driver;
@@ -195,88 +229,6 @@ private slots:
         qInfo() << "longest gap" << longestGap << "ms";
         // Generous, for machines that do other things: reading the files here would take far longer.
         QVERIFY(longestGap < 500);
-    }
-
-    void twoWritersAgreeInTheEnd_data()
-    {
-        QTest::addColumn<int>("seed");
-        for (int seed = 1; seed <= 3; ++seed)
-            QTest::newRow(qPrintable(QString::number(seed))) << seed;
-    }
-
-    void twoWritersAgreeInTheEnd()
-    {
-        QFETCH(const int, seed);
-#ifdef __SANITIZE_ADDRESS__
-        constexpr int steps = 100; // each costs twenty times as much
-#else
-        constexpr int steps = 2000;
-#endif
-        std::mt19937 random(static_cast<unsigned>(seed));
-        const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
-        VdirDriver driver;
-        const auto store = driver.makeStore();
-        QVERIFY(open(*store));
-        int open = 0;
-        int titlesGiven = 0;
-        const QString folder = home(driver);
-        for (int step = 0; step < steps; ++step) {
-            const QString uid = QStringLiteral("e%1").arg(below(20));
-            const QString identifier = folder + u'/' + uid;
-            const QString file = QStringLiteral("Home/%1.ics").arg(uid);
-            const QByteArray title = "T" + QByteArray::number(++titlesGiven);
-            const auto answered = [&open](const auto &) { --open; };
-            switch (below(6)) {
-            case 0:
-            case 1:
-                driver.write(file, QByteArray(lunchFile)
-                                       .replace("UID:lunch", "UID:" + uid.toUtf8())
-                                       .replace("SUMMARY:Lunch", "SUMMARY:" + title));
-                break;
-            case 2:
-                if (below(4) == 0)
-                    QFile::remove(driver.path(file));
-                break;
-            case 3:
-                ++open;
-                store->createEvent({.calendarIdentifier = folder, .uid = uid, .title = QString::fromUtf8(title)},
-                                   answered);
-                break;
-            case 4:
-                ++open;
-                store->changeEvent(identifier,
-                                   {.title = QString::fromUtf8(title),
-                                    .startDate = Instant::fromUnixSeconds(1'780'900'000 + below(1000) * 60),
-                                    .endDate = Instant::fromUnixSeconds(1'781'000'000)},
-                                   answered);
-                break;
-            default:
-                ++open;
-                if (below(4) == 0)
-                    store->removeEvent(identifier, answered);
-                else
-                    store->fetchEvents({folder}, {}, {}, answered);
-            }
-            if (below(8) == 0)
-                QCoreApplication::processEvents();
-        }
-        QTRY_COMPARE_WITH_TIMEOUT(open, 0, 3 * patience);
-
-        // A store that has just read the folder knows nothing else.
-        const auto fresh = driver.makeStore();
-        QVERIFY(VdirEventStoreTest::open(*fresh));
-        const auto sorted = [&](EventStore &from) {
-            FetchedEvents fetched = fetch(from, {folder});
-            std::ranges::sort(fetched.events, {}, &CalendarEvent::eventIdentifier);
-            return fetched;
-        };
-        const FetchedEvents mirrored = sorted(*store);
-        QCOMPARE(mirrored.events, sorted(*fresh).events);
-        QVERIFY(mirrored.unread.isEmpty());
-        for (const QString &name : QDir(driver.path(QStringLiteral("Home"))).entryList(QDir::Files | QDir::Hidden)) {
-            const QByteArray text = driver.read(QStringLiteral("Home/") + name);
-            QVERIFY2(text.contains("X-FOREIGN:kept\n") || text.contains("PRODID:-//Tessaly"), text);
-        }
     }
 };
 

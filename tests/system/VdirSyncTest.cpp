@@ -47,6 +47,9 @@ private:
     {
         QCOMPARE(proof.faults().join(u'\n'), QString());
         for (const QString &name : QDir(folder.path(QStringLiteral("Home"))).entryList(QDir::Files | QDir::Hidden)) {
+            // The draft of one that was killed; it goes when it is older.
+            if (name.startsWith(QStringLiteral(".tessaly-")))
+                continue;
             const QByteArray text = folder.read(QStringLiteral("Home/") + name);
             QVERIFY2(name.endsWith(QStringLiteral(".ics")), qPrintable(name));
             QVERIFY2(text.startsWith("BEGIN:VCALENDAR") && text.endsWith("END:VCALENDAR\r\n"), qPrintable(name));

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <QUrl>
+#include <QUuid>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,6 +22,10 @@ namespace {
 constexpr qint64 nanoseconds = 1'000'000'000;
 /// Two writes within it may look alike: the coarsest clock of a file system in use.
 constexpr qint64 settlingNanoseconds = 2 * nanoseconds;
+/// A draft this old is not being written any more.
+constexpr qint64 abandonedNanoseconds = 60 * nanoseconds;
+constexpr const char *draftPrefix = ".tessaly-";
+constexpr const char *draftSuffix = ".tmp";
 constexpr qsizetype longestTitle = 200;
 
 qint64 nanosecondsOf(const timespec &time)
@@ -79,6 +84,13 @@ std::optional<QList<QByteArray>> entriesOf(const QString &path)
     return isWhole ? std::optional(names) : std::nullopt;
 }
 
+bool replaceEvent(const QString &path, const QByteArray &text, const std::function<bool()> &isWanted)
+{
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString draft = QLatin1String(draftPrefix) + id + QLatin1String(draftSuffix);
+    return replaceFile(path, text, isWanted, draft);
+}
+
 CalendarFolder::CalendarFolder(const QString &path, EventZones &zones, const std::atomic_bool &isEnding)
     : m_path(path), m_zones(zones), m_isEnding(isEnding)
 {
@@ -112,6 +124,14 @@ std::optional<CalendarFolder::FileState> CalendarFolder::stateOf(const QString &
                      .node = state.st_ino};
 }
 
+/// A draft whose writer was killed. Another planner may be about to finish one that is young.
+void CalendarFolder::removeAbandoned(const QString &draft)
+{
+    const std::optional<FileState> state = stateOf(draft);
+    if (state && fileClockNow() - state->modified > abandonedNanoseconds)
+        QFile::remove(draft);
+}
+
 bool CalendarFolder::readEvents()
 {
     const bool wasReadable = m_isReadable;
@@ -124,6 +144,8 @@ bool CalendarFolder::readEvents()
     for (const QByteArray &encodedName : *names) {
         if (m_isEnding)
             return hasChanged;
+        if (encodedName.startsWith(draftPrefix) && encodedName.endsWith(draftSuffix))
+            removeAbandoned(m_path + u'/' + QFile::decodeName(encodedName));
         if (encodedName.startsWith('.') || !encodedName.endsWith(".ics"))
             continue;
         const QString name = QFile::decodeName(encodedName);

@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include <atomic>
+#include <functional>
 #include <map>
 
 namespace tessaly {
@@ -75,6 +76,7 @@ private:
     /// False where the mirror had it so already.
     bool mirrorFile(const QString &name, const FileState &state);
     bool mirrorText(const QString &name, const FileState &state, const std::optional<QByteArray> &text);
+    static void removeAbandoned(const QString &draft);
     [[nodiscard]] static std::optional<FileState> stateOf(const QString &path);
 
     QString m_path;
@@ -89,5 +91,9 @@ private:
 
 /// The names in a folder; nothing where it cannot be listed to its end.
 [[nodiscard]] std::optional<QList<QByteArray>> entriesOf(const QString &path);
+
+/// Replaces the file of an event as replaceFile() does, under a hidden name until the last step, as the vdir layout has
+/// it. What a planner that was killed leaves of that is removed later, when events are read.
+[[nodiscard]] bool replaceEvent(const QString &path, const QByteArray &text, const std::function<bool()> &isWanted);
 
 } // namespace tessaly

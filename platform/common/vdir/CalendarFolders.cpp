@@ -143,7 +143,7 @@ Result<CalendarEvent> CalendarFolders::create(const NewEvent &event, const Calen
         return Error{ErrorCode::CalendarWriteFailed, calendar ? calendar->path() : QString()};
     const QString name = fileNameFor(event.uid);
     const QString path = calendar->path() + u'/' + name;
-    if (!replaceFile(path, *text, [&] { return !QFileInfo::exists(path); })) {
+    if (!replaceEvent(path, *text, [&] { return !QFileInfo::exists(path); })) {
         // Perhaps another program made it just now.
         calendar->readEvents();
         if (const auto found = findFirst(event.uid, moment))
@@ -180,7 +180,7 @@ Result<void> CalendarFolders::rewriteFile(CalendarFolder &calendar, const QStrin
         }
         bool wasOvertaken = false;
         if (patched.value() == *text ||
-            replaceFile(path, patched.value(), [&] { return !(wasOvertaken = !isStillSo()); })) {
+            replaceEvent(path, patched.value(), [&] { return !(wasOvertaken = !isStillSo()); })) {
             calendar.mirrorWritten(name, patched.value());
             return {};
         }
