@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <random>
 
 namespace tessaly {
 
@@ -37,6 +38,76 @@ bool isOneEventIn(const QList<CalendarEvent> &events, const CalendarEvent &expec
 {
     return events == QList{expected};
 }
+
+/// A store and another program that change the same calendar at random, neither waiting for the other.
+class TwoWriters
+{
+public:
+    TwoWriters(EventStoreDriver &driver, EventStore &store, const QString &calendarIdentifier, unsigned seed)
+        : m_driver(driver), m_store(store), m_calendar(calendarIdentifier), m_random(seed)
+    {
+    }
+
+    void step()
+    {
+        const int choice = below(24);
+        if (choice < 8)
+            m_driver.putEvent(home, outsideEvent());
+        else if (choice < 9)
+            m_driver.dropEvent(home, uid());
+        else if (choice < 13)
+            m_store.createEvent({m_calendar, uid(), title(), start(), start().plus(86400)},
+                                answer<CalendarEvent>([this](const auto &event) { keep({event.value()}); }));
+        else if (choice < 17)
+            m_store.changeEvent(known(), {title(), start(), start().plus(86400)}, answer<CalendarEvent>());
+        else if (choice < 18)
+            m_store.removeEvent(known(), answer<void>());
+        else
+            m_store.fetchEvents({m_calendar}, {}, start().plus(1e8), answer<FetchedEvents>([this](const auto &fetched) {
+                                    m_known.clear();
+                                    keep(fetched.value().events);
+                                }));
+        if (below(8) == 0)
+            QCoreApplication::processEvents();
+    }
+    [[nodiscard]] bool areDone() const { return m_answers == m_questions; }
+
+private:
+    [[nodiscard]] int below(int bound) { return static_cast<int>(m_random() % static_cast<unsigned>(bound)); }
+    [[nodiscard]] QString uid() { return QStringLiteral("e%1").arg(below(20)); }
+    [[nodiscard]] QString title() { return QStringLiteral("T%1").arg(++m_titles); }
+    [[nodiscard]] Instant start() { return m_driver.now().plus(below(1000) * 60.); }
+    [[nodiscard]] QString known() { return m_known.isEmpty() ? uid() : m_known.at(below(int(m_known.size()))); }
+    [[nodiscard]] OutsideEvent outsideEvent()
+    {
+        const Instant begin = start();
+        return {.uid = uid(), .title = title(), .startDate = begin, .endDate = begin.plus(3600)};
+    }
+    void keep(const QList<CalendarEvent> &events)
+    {
+        for (const CalendarEvent &event : events)
+            m_known.append(event.eventIdentifier);
+    }
+    template <class T>
+    [[nodiscard]] std::function<void(const Result<T> &)> answer(std::function<void(const Result<T> &)> take = {})
+    {
+        ++m_questions;
+        return [this, take = std::move(take)](const Result<T> &result) {
+            ++m_answers;
+            if (result && take)
+                take(result);
+        };
+    }
+
+    EventStoreDriver &m_driver;
+    EventStore &m_store;
+    QString m_calendar;
+    std::mt19937 m_random;
+    QStringList m_known;
+    int m_titles = 0;
+    int m_questions = 0;
+    int m_answers = 0;
+};
 
 } // namespace
 
@@ -570,6 +641,40 @@ void EventStoreContract::nobodyIsToldAfterTheHandlerIsTakenAway()
     QVERIFY(create(lunch()));
     (void)events(home);
     QCOMPARE(notices, 0);
+}
+
+void EventStoreContract::twoWritersAgreeInTheEnd_data()
+{
+    QTest::addColumn<unsigned>("seed");
+    for (unsigned seed = 1; seed <= 3; ++seed)
+        QTest::newRow(qPrintable(QString::number(seed))) << seed;
+}
+
+void EventStoreContract::twoWritersAgreeInTheEnd()
+{
+    QFETCH(const unsigned, seed);
+#ifdef __SANITIZE_ADDRESS__
+    constexpr int steps = 100; // each costs twenty times as much
+#else
+    constexpr int steps = 2000;
+#endif
+    TwoWriters writers(*m_driver, *m_store, identifierOf(home), seed);
+    for (int step = 0; step < steps; ++step)
+        writers.step();
+    QTRY_VERIFY_WITH_TIMEOUT(writers.areDone(), 10 * patience);
+
+    // A store that has just read the calendar knows nothing else.
+    const auto sorted = [this] {
+        QList<CalendarEvent> all = events(home);
+        std::ranges::sort(all, {}, &CalendarEvent::eventIdentifier);
+        return all;
+    };
+    std::unique_ptr<EventStore> store = std::exchange(m_store, nullptr);
+    openStore();
+    const QList<CalendarEvent> fresh = sorted();
+    QVERIFY(!fresh.isEmpty());
+    std::swap(m_store, store);
+    QTRY_COMPARE_WITH_TIMEOUT(sorted(), fresh, patience);
 }
 
 } // namespace tessaly

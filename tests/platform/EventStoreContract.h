@@ -90,6 +90,8 @@ private slots:
     void calendarsComeAndGo();
     void aCalendarThatCannotBeWrittenStaysAsItIs();
     void nobodyIsToldAfterTheHandlerIsTakenAway();
+    void twoWritersAgreeInTheEnd_data();
+    void twoWritersAgreeInTheEnd();
 
 private:
     void openStore();

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 namespace tessaly {
 
@@ -30,7 +31,8 @@ public:
 
     void putEvent(const QString &calendarTitle, const OutsideEvent &event) override
     {
-        write(calendarTitle + u'/' + QString::fromLatin1(event.uid.toUtf8().toHex()) + QStringLiteral(".ics"),
+        // A second file with the event would be one too many.
+        write(calendarTitle + u'/' + QString::fromLatin1(QUrl::toPercentEncoding(event.uid)) + QStringLiteral(".ics"),
               "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + eventText(event) + "END:VCALENDAR\r\n");
     }
     void dropEvent(const QString &calendarTitle, const QString &uid) override

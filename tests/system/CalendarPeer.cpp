@@ -151,20 +151,24 @@ void Peer::putEvent(const QString &calendarUid, const QByteArray &vevent)
 {
     const auto connection = client(calendarUid);
     const auto component = shared(i_cal_component_new_from_string(vevent.constData()));
-    GError *error = nullptr;
     const bool isOverride = vevent.contains("RECURRENCE-ID");
-    if (isOverride || !eventTexts(calendarUid, QString::fromUtf8(i_cal_component_get_uid(component.get()))).isEmpty()) {
-        const bool isDone = e_cal_client_modify_object_sync(connection.get(), component.get(),
-                                                            isOverride ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL,
-                                                            E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
-        check(isDone, error, "modify");
-        return;
+    const ECalObjModType mode = isOverride ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL;
+    // Somebody else may create or remove it meanwhile.
+    for (bool isLastAttempt : {false, true}) {
+        GError *error = nullptr;
+        if (e_cal_client_modify_object_sync(connection.get(), component.get(), mode, E_CAL_OPERATION_FLAG_NONE, nullptr,
+                                            &error))
+            return;
+        check(g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND), error, "modify");
+        gchar *uid = nullptr;
+        error = nullptr;
+        const bool isDone = e_cal_client_create_object_sync(connection.get(), component.get(),
+                                                            E_CAL_OPERATION_FLAG_NONE, &uid, nullptr, &error);
+        g_free(uid);
+        check(isDone || !isLastAttempt, error, "create");
+        if (isDone)
+            return;
     }
-    gchar *uid = nullptr;
-    const bool isDone = e_cal_client_create_object_sync(connection.get(), component.get(), E_CAL_OPERATION_FLAG_NONE,
-                                                        &uid, nullptr, &error);
-    g_free(uid);
-    check(isDone, error, "create");
 }
 
 void Peer::dropEvent(const QString &calendarUid, const QString &uid)
@@ -172,7 +176,7 @@ void Peer::dropEvent(const QString &calendarUid, const QString &uid)
     GError *error = nullptr;
     const bool isDone = e_cal_client_remove_object_sync(client(calendarUid).get(), uid.toUtf8().constData(), nullptr,
                                                         E_CAL_OBJ_MOD_ALL, E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
-    check(isDone, error, "remove");
+    check(isDone || g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND), error, "remove");
 }
 
 QByteArrayList Peer::eventTexts(const QString &calendarUid, const QString &uid)
