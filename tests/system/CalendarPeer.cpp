@@ -29,6 +29,8 @@ void check(bool isDone, GError *error, const char *what)
     g_clear_error(&error);
 }
 
+constexpr int mostAttempts = 5;
+
 class Peer
 {
 public:
@@ -46,6 +48,8 @@ public:
 private:
     [[nodiscard]] ESourceRegistry *registry();
     [[nodiscard]] std::shared_ptr<ECalClient> client(const QString &calendarUid);
+    /// Whether a call failed for another reason than that the event is not there. The next connects anew.
+    bool hasFailed(const QString &calendarUid, GError *error, const char *what);
 
     std::shared_ptr<ESourceRegistry> m_registry;
     QHash<QString, std::shared_ptr<ECalClient>> m_clients;
@@ -147,50 +151,76 @@ std::shared_ptr<ECalClient> Peer::client(const QString &calendarUid)
     return client;
 }
 
+bool Peer::hasFailed(const QString &calendarUid, GError *error, const char *what)
+{
+    if (!error)
+        return false;
+    if (g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND)) {
+        g_clear_error(&error);
+        return false;
+    }
+    qWarning("%s: %s", what, error->message);
+    g_clear_error(&error);
+    m_clients.remove(calendarUid);
+    return true;
+}
+
 void Peer::putEvent(const QString &calendarUid, const QByteArray &vevent)
 {
-    const auto connection = client(calendarUid);
     const auto component = shared(i_cal_component_new_from_string(vevent.constData()));
+    const QString uid = QString::fromUtf8(i_cal_component_get_uid(component.get()));
     const bool isOverride = vevent.contains("RECURRENCE-ID");
     const ECalObjModType mode = isOverride ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL;
-    // Somebody else may create or remove it meanwhile.
-    for (bool isLastAttempt : {false, true}) {
+    // The service may die, and somebody else may create or remove the event meanwhile.
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         GError *error = nullptr;
-        if (e_cal_client_modify_object_sync(connection.get(), component.get(), mode, E_CAL_OPERATION_FLAG_NONE, nullptr,
-                                            &error))
-            return;
-        check(g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND), error, "modify");
-        gchar *uid = nullptr;
-        error = nullptr;
-        const bool isDone = e_cal_client_create_object_sync(connection.get(), component.get(),
-                                                            E_CAL_OPERATION_FLAG_NONE, &uid, nullptr, &error);
-        g_free(uid);
-        check(isDone || !isLastAttempt, error, "create");
+        gchar *created = nullptr;
+        const bool isThere = isOverride || !eventTexts(calendarUid, uid).isEmpty();
+        ECalClient *connection = client(calendarUid).get();
+        const bool isDone = isThere
+                                ? e_cal_client_modify_object_sync(connection, component.get(), mode,
+                                                                  E_CAL_OPERATION_FLAG_NONE, nullptr, &error)
+                                : e_cal_client_create_object_sync(connection, component.get(),
+                                                                  E_CAL_OPERATION_FLAG_NONE, &created, nullptr, &error);
+        g_free(created);
+        (void)hasFailed(calendarUid, error, "put");
         if (isDone)
             return;
     }
+    qFatal("put: given up");
 }
 
 void Peer::dropEvent(const QString &calendarUid, const QString &uid)
 {
-    GError *error = nullptr;
-    const bool isDone = e_cal_client_remove_object_sync(client(calendarUid).get(), uid.toUtf8().constData(), nullptr,
-                                                        E_CAL_OBJ_MOD_ALL, E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
-    check(isDone || g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND), error, "remove");
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        GError *error = nullptr;
+        e_cal_client_remove_object_sync(client(calendarUid).get(), uid.toUtf8().constData(), nullptr, E_CAL_OBJ_MOD_ALL,
+                                        E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
+        if (!hasFailed(calendarUid, error, "drop"))
+            return;
+    }
+    qFatal("drop: given up");
 }
 
 QByteArrayList Peer::eventTexts(const QString &calendarUid, const QString &uid)
 {
-    GSList *list = nullptr;
-    e_cal_client_get_objects_for_uid_sync(client(calendarUid).get(), uid.toUtf8().constData(), &list, nullptr, nullptr);
-    QByteArrayList result;
-    for (GSList *entry = list; entry; entry = entry->next) {
-        gchar *text = e_cal_component_get_as_string(E_CAL_COMPONENT(entry->data));
-        result.append(text);
-        g_free(text);
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        GError *error = nullptr;
+        GSList *list = nullptr;
+        e_cal_client_get_objects_for_uid_sync(client(calendarUid).get(), uid.toUtf8().constData(), &list, nullptr,
+                                              &error);
+        if (hasFailed(calendarUid, error, "read"))
+            continue;
+        QByteArrayList result;
+        for (GSList *entry = list; entry; entry = entry->next) {
+            gchar *text = e_cal_component_get_as_string(E_CAL_COMPONENT(entry->data));
+            result.append(text);
+            g_free(text);
+        }
+        e_client_util_free_object_slist(list);
+        return result;
     }
-    e_client_util_free_object_slist(list);
-    return result;
+    qFatal("read: given up");
 }
 
 void Peer::refresh(const QString &calendarUid)

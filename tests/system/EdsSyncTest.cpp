@@ -12,6 +12,9 @@ constexpr int lives = 2;
 constexpr int killsPerLife = 20;
 constexpr int longestLifeMs = 1500;
 constexpr int syncsBesideAnother = 20;
+constexpr int syncsBesideKills = 150;
+/// After each it takes the planner longer to connect again.
+constexpr int mostServiceKills = 6;
 
 } // namespace
 
@@ -40,6 +43,24 @@ private slots:
         EdsDriver calendars(m_session);
         SyncProof proof(calendars, service);
         proof.runFor(syncsBesideAnother);
+        QCOMPARE(proof.faults().join(u'\n'), QString());
+    }
+
+    void aServiceThatIsKilledLosesAndDoublesNothing()
+    {
+        EdsDriver calendars(m_session);
+        SyncProof proof(calendars, service);
+        int kills = 0;
+        proof.runFor(syncsBesideKills, [&] {
+            const QString process = QStringLiteral("org.gnome.evolution.dataserver.Calendar8");
+            if (kills == mostServiceKills || !QDBusConnection::sessionBus().interface()->isServiceRegistered(process))
+                return false;
+            m_session.kill(process);
+            ++kills;
+            return true;
+        });
+        qInfo("%d kills of the service", kills);
+        QVERIFY(kills > 0);
         QCOMPARE(proof.faults().join(u'\n'), QString());
     }
 

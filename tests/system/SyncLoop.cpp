@@ -22,6 +22,7 @@ namespace {
 
 constexpr qsizetype ownAtFirst = 40;
 constexpr qsizetype mostOwn = 80;
+constexpr int mostEditsInSync = 20;
 const QString own = QStringLiteral("own");
 /// Edited by this program only, and by both.
 const QStringList editedOfOthers{QStringLiteral("shared"), QStringLiteral("both")};
@@ -59,6 +60,7 @@ public:
           m_generator(static_cast<quint64>(getpid())), m_syncsLeft(syncs), m_isEditing(isEditing)
     {
         QObject::connect(&m_sync, &CalendarSync::isSyncingChanged, [this] {
+            m_editsSince = 0;
             if (m_sync.isSyncing())
                 print("begin");
             else
@@ -66,7 +68,9 @@ public:
         });
         QObject::connect(&m_sync, &CalendarSync::outcomeChanged, [this] { m_hasOutcome = true; });
         QObject::connect(&m_edits, &QTimer::timeout, [this] {
-            edit();
+            // A sync waits until all is written, so it must not go on for ever.
+            if (++m_editsSince < mostEditsInSync)
+                edit();
             m_edits.start(static_cast<int>(m_generator.below(30)));
         });
         m_edits.setSingleShot(true);
@@ -152,6 +156,8 @@ private:
     QTimer m_edits;
     int m_syncsLeft;
     bool m_isEditing;
+    /// Since the last sync began or ended.
+    int m_editsSince = 0;
     bool m_hasOutcome = false;
 };
 

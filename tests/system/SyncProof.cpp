@@ -14,6 +14,8 @@ namespace tessaly {
 namespace {
 
 constexpr int patience = 60'000;
+/// From one disturbance to the next.
+constexpr int longestQuietMs = 1500;
 constexpr int theirs = 60;
 constexpr int shared = 20;
 const QString calendar = QStringLiteral("Home");
@@ -93,7 +95,8 @@ void SyncProof::note(const QByteArray &line)
         m_inSync.deleted += m_latest.deleted;
         m_latest = {};
     } else if (line == "synced") {
-        m_isInSync = false;
+        if (std::exchange(m_isInSync, false) && std::exchange(m_isUncertain, false))
+            loseTrack();
         m_synced.changed.insert(m_inSync.changed);
         m_synced.deleted += m_inSync.deleted;
         m_inSync = {};
@@ -109,39 +112,46 @@ void SyncProof::note(const QByteArray &line)
     }
 }
 
-void SyncProof::runUntilKilled(int milliseconds, const std::function<void()> &disturb)
+void SyncProof::runUntilKilled(int milliseconds)
 {
     QProcess planner;
     start(planner, {QStringLiteral("0"), QStringLiteral("edit")});
     QVERIFY2(planner.waitForReadyRead(patience), "the planner says nothing");
-    const int untilKill = m_random.bounded(milliseconds) + 1;
-    const QDeadlineTimer kill(untilKill, Qt::PreciseTimer);
-    const QDeadlineTimer disturbance(m_random.bounded(untilKill), Qt::PreciseTimer);
-    bool isDisturbed = !disturb;
-    while (!kill.hasExpired()) {
+    const QDeadlineTimer moment(m_random.bounded(milliseconds), Qt::PreciseTimer);
+    while (!moment.hasExpired())
         actAside(planner);
-        if (!isDisturbed && disturbance.hasExpired()) {
-            disturb();
-            isDisturbed = true;
-        }
-    }
     planner.kill();
     planner.waitForFinished();
     read(planner);
     m_unreadOutput.clear();
-    m_killsInSync += std::exchange(m_isInSync, false) ? 1 : 0;
-    // What was on its way to the service may have been lost with the process.
-    m_latest = {};
-    m_inSync = {};
+    m_killsInSync += m_isInSync ? 1 : 0;
+    loseTrack();
 }
 
-void SyncProof::runFor(int syncs)
+void SyncProof::loseTrack()
+{
+    m_latest = {};
+    m_inSync = {};
+    m_isInSync = false;
+}
+
+void SyncProof::runFor(int syncs, const std::function<bool()> &disturb)
 {
     QProcess planner;
     start(planner, {QString::number(syncs), QStringLiteral("edit")});
     const QDeadlineTimer end(patience);
-    while (planner.state() != QProcess::NotRunning && !end.hasExpired())
+    QDeadlineTimer disturbance(m_random.bounded(longestQuietMs));
+    while (planner.state() != QProcess::NotRunning && !end.hasExpired()) {
         actAside(planner);
+        if (disturb && disturbance.hasExpired()) {
+            if (disturb()) {
+                read(planner);
+                loseTrack();
+                m_isUncertain = true;
+            }
+            disturbance.setRemainingTime(m_random.bounded(longestQuietMs));
+        }
+    }
     QCOMPARE(planner.state(), QProcess::NotRunning);
     QCOMPARE(planner.exitCode(), 0);
     read(planner);

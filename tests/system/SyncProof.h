@@ -23,10 +23,11 @@ public:
     SyncProof(EventStoreDriver &driver, const QString &service);
 
     /// Runs the planner until it is killed at a random moment, at most that many milliseconds after it began to sync.
-    /// The other program goes on all the while. `disturb` is called once at a random moment, too.
-    void runUntilKilled(int milliseconds, const std::function<void()> &disturb = {});
-    /// Runs the planner for that many syncs.
-    void runFor(int syncs);
+    /// The other program goes on all the while.
+    void runUntilKilled(int milliseconds);
+    /// Runs the planner beside the other program for that many syncs. `disturb` is called at random moments; what the
+    /// planner changes then may be lost.
+    void runFor(int syncs, const std::function<bool()> &disturb = {});
     /// Syncs with nobody disturbing it; what differs from what was done, or between planner and service, in words.
     [[nodiscard]] QStringList faults();
 
@@ -38,6 +39,8 @@ private:
     void actAside(QProcess &planner);
     void read(QProcess &planner);
     void note(const QByteArray &line);
+    /// What is on its way to the service may be lost with it, or with the planner.
+    void loseTrack();
     void put(const QString &uid, int number);
     [[nodiscard]] QList<ScheduleItem> schedules() const;
     [[nodiscard]] QList<CalendarEvent> events();
@@ -50,6 +53,8 @@ private:
     QRandomGenerator m_random{QRandomGenerator::global()->generate()};
     int m_killsInSync = 0;
     bool m_isInSync = false;
+    /// Since the service was disturbed, until a sync after that has ended.
+    bool m_isUncertain = false;
     QByteArray m_unreadOutput;
 
     /// Of the other program: the number in the title of each event that is there.
