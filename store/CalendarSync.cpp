@@ -284,7 +284,7 @@ void CalendarSync::fetch()
                                        } else if (self->m_writesAtFetch != self->m_writesBegun) {
                                            self->fetch();
                                        } else {
-                                           self->applyFetched(fetched.value());
+                                           self->takeFetched(fetched.value());
                                        }
                                    });
 }
@@ -307,12 +307,37 @@ CalendarSyncInput CalendarSync::inputFor(const FetchedEvents &fetched) const
     return input;
 }
 
-void CalendarSync::applyFetched(const FetchedEvents &fetched)
+void CalendarSync::takeFetched(const FetchedEvents &fetched)
 {
-    m_run.merge = mergeCalendars(inputFor(fetched), m_store.schedules());
+    m_run.unread = fetched.unread;
+    m_run.input = inputFor(fetched);
+    merge();
+}
+
+void CalendarSync::merge()
+{
+    m_run.schedules = m_store.schedules();
+    m_run.merge = mergeCalendars(m_run.input, m_run.schedules);
+    // Merging takes a moment where there are many schedules, saving takes another; the window goes on in between.
+    QMetaObject::invokeMethod(this, &CalendarSync::applyMerge, Qt::QueuedConnection);
+}
+
+void CalendarSync::applyMerge()
+{
+    if (m_writesAtFetch != m_writesBegun) {
+        fetch();
+        return;
+    }
+    // Any change makes it a list of its own.
+    if (!m_run.schedules.isSharedWith(m_store.schedules())) {
+        merge();
+        return;
+    }
+    m_run.schedules.clear();
+    m_run.input = {};
     m_run.isMerged = true;
     m_run.hasChanged = m_run.merge.schedules.has_value();
-    m_leftOut = fetched.unread;
+    m_leftOut = m_run.unread;
     m_heldRemovals = m_run.merge.held;
     m_approvedRemovals.clear();
     if (m_run.merge.schedules)
@@ -320,6 +345,11 @@ void CalendarSync::applyFetched(const FetchedEvents &fetched)
             schedules = *std::exchange(m_run.merge.schedules, std::nullopt);
             return m_run.merge.rows;
         });
+    QMetaObject::invokeMethod(this, &CalendarSync::writeToCalendars, Qt::QueuedConnection);
+}
+
+void CalendarSync::writeToCalendars()
+{
     for (const QUuid &id : std::as_const(m_run.merge.relinked)) {
         const qsizetype row = rowOf(m_store.schedules(), id);
         if (row >= 0)

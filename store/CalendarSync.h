@@ -135,6 +135,10 @@ private:
         Instant from = {};
         Instant to = {};
         QStringList calendars = {};
+        QList<UnreadCalendar> unread = {};
+        /// What is merged with which schedules.
+        CalendarSyncInput input = {};
+        QList<ScheduleItem> schedules = {};
         CalendarMerge merge = {};
         QList<Exported> exported = {};
         qsizetype exportsUnderWay = 0;
@@ -154,7 +158,10 @@ private:
     void importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope);
 
     void fetch();
-    void applyFetched(const FetchedEvents &fetched);
+    void takeFetched(const FetchedEvents &fetched);
+    void merge();
+    void applyMerge();
+    void writeToCalendars();
     [[nodiscard]] CalendarSyncInput inputFor(const FetchedEvents &fetched) const;
     void exportLocalSchedules();
     void scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved);
