@@ -126,6 +126,9 @@ public:
     virtual void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
                              FetchCompletion completion) = 0;
 
+    /// How many events have been read so far by a reading that is going on.
+    [[nodiscard]] virtual qsizetype eventsRead() const { return 0; }
+
     /// Creates the event and answers it as it then stands. If an event with this UID is there already, in whichever
     /// calendar, answers that one and creates nothing.
     virtual void createEvent(const NewEvent &event, SaveCompletion completion) = 0;

@@ -21,6 +21,8 @@ using namespace std::chrono_literals;
 
 /// From the last change of a burst to the sync.
 constexpr auto automaticSyncDelay = 6s;
+/// How often a fetch that takes long tells how far it is.
+constexpr auto readingInterval = 1s;
 /// Exported schedules that are linked in one assignment.
 constexpr qsizetype exportBatch = 200;
 
@@ -54,6 +56,10 @@ CalendarSync::CalendarSync(PlannerStore &store, const PlannerPorts &ports) : m_s
         else
             performCalendarSync({.exportsLocalSchedules = true});
     });
+    m_readingTicks.setInterval(readingInterval);
+    m_readingTicks.setObjectName(QStringLiteral("readingTicks"));
+    m_readingTicks.setParent(this);
+    connect(&m_readingTicks, &QTimer::timeout, this, &CalendarSync::tellReading);
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSync::serviceNameChanged);
     connect(&store, &PlannerStore::automaticCalendarSyncChanged, this,
             [this] { setAutomatic(m_store.automaticCalendarSync()); });
@@ -274,6 +280,7 @@ void CalendarSync::fetch()
     if (m_isFetchWaiting)
         return;
     m_writesAtFetch = m_writesBegun;
+    m_readingTicks.start();
     m_ports.eventStore.fetchEvents(m_run.calendars, m_run.from, m_run.to,
                                    [self = QPointer(this)](const Result<FetchedEvents> &fetched) {
                                        if (!self)
@@ -307,8 +314,17 @@ CalendarSyncInput CalendarSync::inputFor(const FetchedEvents &fetched) const
     return input;
 }
 
+void CalendarSync::tellReading()
+{
+    const QString count = QString::number(m_ports.eventStore.eventsRead());
+    m_store.setCalendarSyncMessage({{QStringLiteral("正在读取日历…（已读 %1 个事件）").arg(count),
+                                     QStringLiteral("Reading calendars… (%1 events)").arg(count)},
+                                    MessageKind::Progress});
+}
+
 void CalendarSync::takeFetched(const FetchedEvents &fetched)
 {
+    m_readingTicks.stop();
     m_run.unread = fetched.unread;
     m_run.input = inputFor(fetched);
     merge();
@@ -406,6 +422,7 @@ void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<Calend
 void CalendarSync::endSync()
 {
     m_isSyncing = false;
+    m_readingTicks.stop();
     if (m_run.isMerged)
         reportOutcome();
     m_run = {};

@@ -158,6 +158,7 @@ private:
     void importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope);
 
     void fetch();
+    void tellReading();
     void takeFetched(const FetchedEvents &fetched);
     void merge();
     void applyMerge();
@@ -180,6 +181,8 @@ private:
     /// Waiting for the user's answer.
     QList<AccessCompletion> m_accessRequests;
     QTimer m_pendingSync;
+    /// Runs while events are fetched.
+    QTimer m_readingTicks;
     Run m_run;
     QSet<QUuid> m_approvedRemovals;
     QList<HeldRemoval> m_heldRemovals;

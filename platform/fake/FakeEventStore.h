@@ -41,6 +41,7 @@ public:
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
                      FetchCompletion completion) override;
+    [[nodiscard]] qsizetype eventsRead() const override { return m_eventsRead; }
     void createEvent(const NewEvent &event, SaveCompletion completion) override;
     void changeEvent(const QString &eventIdentifier, const EventChange &change, SaveCompletion completion) override;
     void removeEvent(const QString &eventIdentifier, RemoveCompletion completion) override;
@@ -66,6 +67,7 @@ public:
     /// The same for writes only; they are made at once all the same.
     void holdWriteCompletions() { m_isHoldingWrites = true; }
     void releaseCompletions();
+    void setEventsRead(qsizetype count) { m_eventsRead = count; }
 
     [[nodiscard]] const QList<CalendarEvent> &allEvents() const { return m_database->events; }
     [[nodiscard]] int accessRequestCount() const { return m_accessRequestCount; }
@@ -87,6 +89,7 @@ private:
     std::function<void()> m_changeHandler;
     QList<std::function<void()>> m_held;
     QObject m_alive;
+    qsizetype m_eventsRead = 0;
     int m_accessRequestCount = 0;
     int m_fetchCount = 0;
     bool m_isHolding = false;

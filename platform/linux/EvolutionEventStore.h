@@ -32,6 +32,7 @@ public:
     {
         current().fetchEvents(calendarIdentifiers, from, to, std::move(completion));
     }
+    [[nodiscard]] qsizetype eventsRead() const override { return current().eventsRead(); }
     void createEvent(const NewEvent &event, SaveCompletion completion) override
     {
         current().createEvent(event, std::move(completion));

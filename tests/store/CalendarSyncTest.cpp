@@ -138,6 +138,19 @@ private slots:
         QCOMPARE(sync().calendarChoices().size(), 2);
     }
 
+    void aSyncThatReadsLongTellsHowFarItIs()
+    {
+        m_planner->eventStore.setEventsRead(1200);
+        sync().findChild<QTimer *>(QStringLiteral("readingTicks"))->setInterval(0);
+        m_planner->eventStore.holdCompletions();
+        sync().performCalendarSync({});
+        QTRY_COMPARE(m_planner->message(), QStringLiteral("Reading calendars… (1200 events)"));
+        m_planner->eventStore.releaseCompletions();
+        QTRY_VERIFY(!sync().isSyncing());
+        QCOMPARE(m_planner->message(),
+                 QStringLiteral("Import complete: added 0 and updated 0 system calendar events."));
+    }
+
     // What a sync leaves alone
     void aSyncThatFindsNothingNewSavesNothing()
     {

@@ -91,8 +91,8 @@ bool replaceEvent(const QString &path, const QByteArray &text, const std::functi
     return replaceFile(path, text, isWanted, draft);
 }
 
-CalendarFolder::CalendarFolder(const QString &path, EventZones &zones, const std::atomic_bool &isEnding)
-    : m_path(path), m_zones(zones), m_isEnding(isEnding)
+CalendarFolder::CalendarFolder(const QString &path, EventZones &zones, FolderWork &work)
+    : m_path(path), m_zones(zones), m_work(work)
 {
 }
 
@@ -142,7 +142,7 @@ bool CalendarFolder::readEvents()
         return hasChanged;
     QSet<QString> present;
     for (const QByteArray &encodedName : *names) {
-        if (m_isEnding)
+        if (m_work.isEnding)
             return hasChanged;
         if (encodedName.startsWith(draftPrefix) && encodedName.endsWith(draftSuffix))
             removeAbandoned(m_path + u'/' + QFile::decodeName(encodedName));
@@ -153,6 +153,7 @@ bool CalendarFolder::readEvents()
         if (!state)
             continue;
         present.insert(name);
+        ++m_work.eventsRead;
         hasChanged |= mirrorFile(name, *state);
     }
     QStringList gone;
@@ -256,7 +257,7 @@ void CalendarFolder::fetch(qint64 from, qint64 to, const CalendarMoment &moment,
     for (auto &[name, file] : m_files) {
         bool isWhole = !file.isDamaged;
         for (FileEvent &event : file.events) {
-            if (m_isEnding)
+            if (m_work.isEnding)
                 return;
             // The events of a second file with this UID could not be told apart from those of the first.
             if (fileWith(event.uid) != name || !event.expand(moment.horizon())) {

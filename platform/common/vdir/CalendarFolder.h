@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/common/vdir/EventPatch.h"
+#include "platform/common/vdir/FolderWork.h"
 #include "platform/EventStore.h"
 
 #include <QHash>
 
-#include <atomic>
 #include <functional>
 #include <map>
 
@@ -30,8 +30,8 @@ public:
     /// A file that is larger is not read.
     static constexpr qint64 largestFile = qint64{16} << 20;
 
-    /// Both references must outlive it. Long work ends when `isEnding` is set.
-    CalendarFolder(const QString &path, EventZones &zones, const std::atomic_bool &isEnding);
+    /// Both references must outlive it. Long work ends when `work` is to end.
+    CalendarFolder(const QString &path, EventZones &zones, FolderWork &work);
 
     /// Reads title and colour; the title is the folder's name where there is none.
     void readInfo(const QString &identifier, const QString &accountTitle);
@@ -81,7 +81,7 @@ private:
 
     QString m_path;
     EventZones &m_zones;
-    const std::atomic_bool &m_isEnding;
+    FolderWork &m_work;
     EventCalendar m_info;
     bool m_isReadable = true;
     std::map<QString, MirroredFile> m_files;

@@ -27,8 +27,8 @@ QString fileNameFor(const QString &uid)
 } // namespace
 
 CalendarFolders::CalendarFolders(const QString &directory, const QString &identifierPrefix, const QString &accountTitle,
-                                 const std::atomic_bool &isEnding)
-    : m_directory(directory), m_identifierPrefix(identifierPrefix), m_accountTitle(accountTitle), m_isEnding(isEnding)
+                                 FolderWork &work)
+    : m_directory(directory), m_identifierPrefix(identifierPrefix), m_accountTitle(accountTitle), m_work(work)
 {
 }
 
@@ -42,7 +42,7 @@ bool CalendarFolders::readCalendars()
         if (name.startsWith(u'.') || !QFileInfo(path).isDir())
             continue;
         m_calendars.insert(former.extract(name));
-        CalendarFolder &calendar = m_calendars.try_emplace(name, path, m_zones, m_isEnding).first->second;
+        CalendarFolder &calendar = m_calendars.try_emplace(name, path, m_zones, m_work).first->second;
         calendar.readInfo(m_identifierPrefix + name, m_accountTitle);
     }
     return names.has_value();
@@ -82,6 +82,7 @@ QStringList CalendarFolders::folders() const
 
 bool CalendarFolders::readEvents()
 {
+    m_work.eventsRead = 0;
     const QList<EventCalendar> before = calendars();
     readCalendars();
     bool hasChanged = calendars() != before;

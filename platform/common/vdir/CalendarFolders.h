@@ -8,9 +8,9 @@ namespace tessaly {
 class CalendarFolders
 {
 public:
-    /// The identifier of a calendar is the prefix and the name of its folder. Long work ends when `isEnding` is set.
+    /// The identifier of a calendar is the prefix and the name of its folder. Long work ends when `work` is to end.
     CalendarFolders(const QString &directory, const QString &identifierPrefix, const QString &accountTitle,
-                    const std::atomic_bool &isEnding);
+                    FolderWork &work);
     Q_DISABLE_COPY_MOVE(CalendarFolders)
     ~CalendarFolders() = default;
 
@@ -51,7 +51,7 @@ private:
     QString m_directory;
     QString m_identifierPrefix;
     QString m_accountTitle;
-    const std::atomic_bool &m_isEnding;
+    FolderWork &m_work;
     EventZones m_zones;
     /// By the name of the folder.
     std::map<QString, CalendarFolder> m_calendars;

@@ -48,8 +48,8 @@ class VdirEventStore::Worker : public QObject
 public:
     using Publish = std::function<void(const QList<EventCalendar> &, bool hasChanged)>;
 
-    Worker(const VdirPlace &place, const std::atomic_bool &isEnding, Publish publish)
-        : m_folders(place.directory, place.identifierPrefix, place.accountTitle, isEnding), m_isEnding(isEnding),
+    Worker(const VdirPlace &place, FolderWork &work, Publish publish)
+        : m_folders(place.directory, place.identifierPrefix, place.accountTitle, work), m_work(work),
           m_publish(std::move(publish))
     {
     }
@@ -70,7 +70,7 @@ public:
     CalendarFolders &upToDate(Cause cause)
     {
         const bool isNews = std::exchange(m_wasRead, true) || cause == Cause::Notice;
-        if (m_isEnding)
+        if (m_work.isEnding)
             return m_folders;
         const bool hasChanged = m_folders.readEvents();
         if (m_watch && hasChanged)
@@ -103,7 +103,7 @@ private:
     void watchFolders() { m_isWatchComplete = m_watch->setFolders(m_folders.folders()); }
 
     CalendarFolders m_folders;
-    const std::atomic_bool &m_isEnding;
+    FolderWork &m_work;
     Publish m_publish;
     bool m_wasRead = false;
     bool m_isWatchComplete = false;
@@ -113,7 +113,7 @@ private:
 
 VdirEventStore::VdirEventStore(const VdirPlace &place, const Clock &clock)
     : m_place(place), m_clock(clock),
-      m_worker(new Worker(place, m_isEnding, [this](const QList<EventCalendar> &calendars, bool hasChanged) {
+      m_worker(new Worker(place, m_work, [this](const QList<EventCalendar> &calendars, bool hasChanged) {
           QMetaObject::invokeMethod(
               &m_receiver,
               [this, calendars, hasChanged] {
@@ -133,7 +133,7 @@ VdirEventStore::VdirEventStore(const VdirPlace &place, const Clock &clock)
 VdirEventStore::~VdirEventStore()
 {
     // What was to be written still is; what was to be read is not.
-    m_isEnding = true;
+    m_work.isEnding = true;
     QMetaObject::invokeMethod(
         m_worker, [this] { m_thread.quit(); }, Qt::QueuedConnection);
     m_thread.wait();

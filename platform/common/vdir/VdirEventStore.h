@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/common/vdir/FolderWork.h"
 #include "platform/EventStore.h"
 
 #include <QObject>
@@ -50,6 +51,7 @@ public:
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
                      FetchCompletion completion) override;
+    [[nodiscard]] qsizetype eventsRead() const override { return m_work.eventsRead; }
     void createEvent(const NewEvent &event, SaveCompletion completion) override;
     void changeEvent(const QString &eventIdentifier, const EventChange &change, SaveCompletion completion) override;
     void removeEvent(const QString &eventIdentifier, RemoveCompletion completion) override;
@@ -67,7 +69,7 @@ private:
     const Clock &m_clock;
     QList<EventCalendar> m_calendars;
     std::function<void()> m_changeHandler;
-    std::atomic_bool m_isEnding = false;
+    FolderWork m_work;
     QThread m_thread;
     Worker *m_worker;
     /// What the thread has to say comes through it, as long as it is there.

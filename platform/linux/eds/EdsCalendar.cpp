@@ -238,6 +238,7 @@ void EdsCalendar::died()
     dropClient();
     m_phase = Phase::Connecting;
     m_download = Download::Unknown;
+    m_context.readingBegins();
     startWaiting();
     m_context.stateChanged();
     // The next call starts the service again.
@@ -352,6 +353,8 @@ bool EdsCalendar::isSettled() const
 
 void EdsCalendar::added(const GSList *components)
 {
+    if (m_phase == Phase::Loading)
+        m_context.eventsRead(g_slist_length(const_cast<GSList *>(components)));
     QStringList uncertain;
     for (const GSList *entry = components; entry; entry = entry->next) {
         auto *component = static_cast<ICalComponent *>(entry->data);

@@ -24,6 +24,9 @@ public:
     /// Something is read, or cannot be read any more.
     virtual void stateChanged() = 0;
     virtual void contentChanged() = 0;
+    virtual void eventsRead(qsizetype count) = 0;
+    /// All calendars are read anew.
+    virtual void readingBegins() = 0;
     [[nodiscard]] virtual const UserCalendar &userCalendar() const = 0;
     /// Expires with the context.
     [[nodiscard]] virtual std::weak_ptr<bool> life() const = 0;

@@ -22,6 +22,7 @@ EdsEventStore::EdsEventStore(const UserCalendar &calendar)
             m_thread, calendar,
             EdsSession::Listener{
                 .calendarsChanged = [this](const EdsCalendarList &list) { answer([this, list] { m_list = list; }); },
+                .eventsRead = [this](qsizetype count) { m_eventsRead = count; },
                 .databaseChanged =
                     [this] {
                         answer([this] {

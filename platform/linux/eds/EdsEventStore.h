@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <atomic>
+
 namespace tessaly {
 
 /// The calendars of Evolution Data Server. All calls to the service are made on a separate thread.
@@ -23,6 +25,7 @@ public:
     [[nodiscard]] std::optional<EventCalendar> defaultCalendarForNewEvents() const override;
     void fetchEvents(const QStringList &calendarIdentifiers, Instant from, Instant to,
                      FetchCompletion completion) override;
+    [[nodiscard]] qsizetype eventsRead() const override { return m_eventsRead; }
     void createEvent(const NewEvent &event, SaveCompletion completion) override;
     void changeEvent(const QString &eventIdentifier, const EventChange &change, SaveCompletion completion) override;
     void removeEvent(const QString &eventIdentifier, RemoveCompletion completion) override;
@@ -35,6 +38,7 @@ private:
     void answer(std::function<void()> work);
 
     QObject m_alive;
+    std::atomic<qsizetype> m_eventsRead = 0;
     EdsCalendarList m_list;
     std::function<void()> m_changeHandler;
     GLibThread m_thread;

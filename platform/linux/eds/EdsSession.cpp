@@ -84,6 +84,7 @@ void EdsSession::requestAccess(EventStore::AccessCompletion completion)
 void EdsSession::openRegistry()
 {
     m_phase = Phase::Opening;
+    readingBegins();
     e_source_registry_new(
         m_cancellable.get(),
         [](GObject *, GAsyncResult *result, gpointer data) {
@@ -224,6 +225,12 @@ void EdsSession::contentChanged()
             m_listener.databaseChanged();
         },
         announcementDelay);
+}
+
+void EdsSession::eventsRead(qsizetype count)
+{
+    m_eventsRead += count;
+    m_listener.eventsRead(m_eventsRead);
 }
 
 void EdsSession::stateChanged()

@@ -27,6 +27,8 @@ public:
     struct Listener
     {
         std::function<void(const EdsCalendarList &)> calendarsChanged;
+        /// By the reading that is going on, so far.
+        std::function<void(qsizetype)> eventsRead;
         std::function<void()> databaseChanged;
     };
 
@@ -52,6 +54,8 @@ private:
     [[nodiscard]] GCancellable *cancellable() const override { return m_cancellable.get(); }
     void stateChanged() override;
     void contentChanged() override;
+    void eventsRead(qsizetype count) override;
+    void readingBegins() override { m_eventsRead = 0; }
     [[nodiscard]] const UserCalendar &userCalendar() const override { return m_calendar; }
     [[nodiscard]] std::weak_ptr<bool> life() const override { return m_life; }
     /// On the thread, unless the session is gone by then.
@@ -82,6 +86,7 @@ private:
     QString m_failure;
     std::map<QString, std::shared_ptr<EdsCalendar>> m_calendars;
     EdsCalendarList m_published;
+    qsizetype m_eventsRead = 0;
     bool m_isAnnouncing = false;
     bool m_isChecking = false;
     struct Waiting
