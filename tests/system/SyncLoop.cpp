@@ -127,7 +127,8 @@ private:
 
     void remove(const ScheduleItem &item)
     {
-        print("delete " + uidOf(item));
+        // Where a planner was killed before it learned of the event, nothing says yet that there is one to remove.
+        print((item.calendarEventIdentifier ? "delete " : "forget ") + uidOf(item));
         m_store.deleteSchedule(item);
     }
 

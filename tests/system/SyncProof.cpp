@@ -109,6 +109,8 @@ void SyncProof::note(const QByteArray &line)
     } else if (words.at(0) == "delete") {
         m_latest.deleted.insert(words.value(1));
         m_perhapsDeleted.insert(words.value(1));
+    } else if (words.at(0) == "forget") {
+        m_perhapsDeleted.insert(words.value(1));
     }
 }
 
