@@ -23,20 +23,11 @@ using namespace std::chrono_literals;
 constexpr auto automaticSyncDelay = 6s;
 /// How often a fetch that takes long tells how far it is.
 constexpr auto readingInterval = 1s;
-/// Exported schedules that are linked in one assignment.
-constexpr qsizetype exportBatch = 200;
 
 TextPair refusalText()
 {
     return {QStringLiteral("未获日历访问权限，请在系统设置中允许 Tessaly 访问日历。"),
             QStringLiteral("Calendar access was not granted. Allow Tessaly in System Settings.")};
-}
-
-bool isLeftOut(const QList<UnreadCalendar> &unread, const QString &identifier)
-{
-    return std::ranges::any_of(unread, [&](const UnreadCalendar &calendar) {
-        return calendar.identifier == identifier && calendar.reason != UnreadCalendar::Reason::DamagedFiles;
-    });
 }
 
 } // namespace
@@ -362,61 +353,6 @@ void CalendarSync::applyMerge()
             return m_run.merge.rows;
         });
     QMetaObject::invokeMethod(this, &CalendarSync::writeToCalendars, Qt::QueuedConnection);
-}
-
-void CalendarSync::writeToCalendars()
-{
-    for (const QUuid &id : std::as_const(m_run.merge.relinked)) {
-        const qsizetype row = rowOf(m_store.schedules(), id);
-        if (row >= 0)
-            changeEvent(m_store.schedules().at(row));
-    }
-    if (m_run.scope.exportsLocalSchedules)
-        exportLocalSchedules();
-    if (m_run.exportsUnderWay == 0)
-        endSync();
-}
-
-void CalendarSync::exportLocalSchedules()
-{
-    m_run.exportCount = m_run.merge.relinked.size();
-    const std::optional<EventCalendar> target = m_ports.eventStore.defaultCalendarForNewEvents();
-    if (!target || isLeftOut(m_leftOut, target->identifier))
-        return;
-    QList<NewEvent> events;
-    for (const ScheduleItem &item : m_store.schedules()) {
-        if (!item.calendarEventIdentifier)
-            events.append({target->identifier, uuidText(item.id), item.title, item.date, item.end(), item.notes});
-    }
-    m_run.exportsUnderWay = events.size();
-    m_store.setVisibleCalendarIDs(QSet<QString>(m_store.visibleCalendarIDs()) << target->identifier);
-    for (const NewEvent &event : std::as_const(events)) {
-        writeBegan();
-        m_ports.eventStore.createEvent(
-            event, [self = QPointer(this), id = QUuid(event.uid)](const Result<CalendarEvent> &saved) {
-                if (self)
-                    self->scheduleExported(id, saved);
-            });
-    }
-}
-
-void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved)
-{
-    writeEnded();
-    --m_run.exportsUnderWay;
-    if (saved) {
-        ++m_run.exportCount;
-        m_run.exported.append({scheduleID, saved.value()});
-    } else {
-        ++m_run.failedExports;
-        const QString count = QString::number(m_run.failedExports);
-        m_run.failure = failureMessage(QStringLiteral("%1 个日程未能导出：").arg(count),
-                                       QStringLiteral("%1 not exported: ").arg(count), saved.error());
-    }
-    if (m_run.exportsUnderWay == 0 || m_run.exported.size() >= exportBatch)
-        link(std::exchange(m_run.exported, {}));
-    if (m_run.exportsUnderWay == 0)
-        endSync();
 }
 
 void CalendarSync::endSync()

@@ -1,5 +1,7 @@
 #include "store/SyncOutcome.h"
 
+#include <algorithm>
+
 namespace tessaly {
 
 QStringList storedOutcome(const SyncOutcome &outcome)
@@ -19,6 +21,13 @@ std::optional<SyncOutcome> outcomeFrom(const QStringList &values)
     if (values.size() > 3)
         outcome.exported = values.at(3).toLongLong();
     return outcome;
+}
+
+bool isLeftOut(const QList<UnreadCalendar> &unread, const QString &identifier)
+{
+    return std::ranges::any_of(unread, [&](const UnreadCalendar &calendar) {
+        return calendar.identifier == identifier && calendar.reason != UnreadCalendar::Reason::DamagedFiles;
+    });
 }
 
 TextPair outcomeText(const SyncOutcome &outcome, const TextPair &serviceName, const QList<UnreadCalendar> &unread)

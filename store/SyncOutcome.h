@@ -29,6 +29,9 @@ struct SyncOutcome
 /// Absent where the values are not those of an outcome.
 [[nodiscard]] std::optional<SyncOutcome> outcomeFrom(const QStringList &values);
 
+/// Whether the sync left this calendar out. One of which only damaged files are missing is synced.
+[[nodiscard]] bool isLeftOut(const QList<UnreadCalendar> &unread, const QString &identifier);
+
 /// The outcome in words, with the names of the files that could not be read.
 [[nodiscard]] TextPair outcomeText(const SyncOutcome &outcome, const TextPair &serviceName,
                                    const QList<UnreadCalendar> &unread);

@@ -126,7 +126,6 @@ void EdsSession::opened(GObjectPtr<ESourceRegistry> registry, const GError *erro
                 if (self->m_phase != Phase::Open)
                     return;
                 self->closeRegistry();
-                self->m_phase = Phase::Opening;
                 self->postWhileAlive(
                     [self] {
                         if (self->m_phase == Phase::Opening)
@@ -141,6 +140,8 @@ void EdsSession::opened(GObjectPtr<ESourceRegistry> registry, const GError *erro
 
 void EdsSession::closeRegistry()
 {
+    // What is asked meanwhile finds no registry.
+    m_phase = Phase::Opening;
     if (m_registry)
         g_signal_handlers_disconnect_by_data(m_registry.get(), this);
     for (const auto &[identifier, calendar] : m_calendars)

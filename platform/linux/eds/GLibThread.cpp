@@ -8,6 +8,9 @@ GLibThread::GLibThread()
     : m_context(g_main_context_new()), m_loop(g_main_loop_new(m_context, FALSE)), m_thread([this] {
           g_main_context_push_thread_default(m_context);
           g_main_loop_run(m_loop);
+          // Subscriptions that have just ended release their data here.
+          while (g_main_context_iteration(m_context, FALSE)) {
+          }
           g_main_context_pop_thread_default(m_context);
       })
 {
