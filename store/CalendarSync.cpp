@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 
 /// From the last change of a burst to the sync.
 constexpr auto automaticSyncDelay = 6s;
-/// How often a fetch that takes long tells how far it is.
+/// How often a long fetch reports its progress.
 constexpr auto readingInterval = 1s;
 
 TextPair refusalText()
@@ -50,7 +50,7 @@ CalendarSync::CalendarSync(PlannerStore &store, const PlannerPorts &ports) : m_s
     m_readingTicks.setInterval(readingInterval);
     m_readingTicks.setObjectName(QStringLiteral("readingTicks"));
     m_readingTicks.setParent(this);
-    connect(&m_readingTicks, &QTimer::timeout, this, &CalendarSync::tellReading);
+    connect(&m_readingTicks, &QTimer::timeout, this, &CalendarSync::reportReading);
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSync::serviceNameChanged);
     connect(&store, &PlannerStore::automaticCalendarSyncChanged, this,
             [this] { setAutomatic(m_store.automaticCalendarSync()); });
@@ -88,7 +88,9 @@ void CalendarSync::answerConsent(bool isAllowed)
         setAutomatic(false);
         m_availableCalendars.clear();
         m_hasLoadedCalendars = false;
+        m_heldRemovals.clear();
         emit availableCalendarsChanged();
+        emit outcomeChanged();
     }
     QList<AccessCompletion> waiting = std::exchange(m_accessRequests, {});
     emit consentChanged();
@@ -125,7 +127,7 @@ void CalendarSync::requestCalendarAccessAndLoad()
         if (!self)
             return;
         if (!granted)
-            self->tellUnreachable(granted.error());
+            self->reportUnreachable(granted.error());
         else if (granted.value())
             self->loadCalendars();
         else
@@ -133,9 +135,9 @@ void CalendarSync::requestCalendarAccessAndLoad()
     });
 }
 
-void CalendarSync::tellUnreachable(const Error &error)
+void CalendarSync::reportUnreachable(const Error &error)
 {
-    m_store.tellFailure(QStringLiteral("无法访问日历："), QStringLiteral("Unable to access Calendar: "), error);
+    m_store.reportFailure(QStringLiteral("无法访问日历："), QStringLiteral("Unable to access Calendar: "), error);
 }
 
 void CalendarSync::loadCalendars()
@@ -186,7 +188,7 @@ void CalendarSync::importOrSync(const TextPair &beginning, const TextPair &refus
         if (!self)
             return;
         if (!granted) {
-            self->tellUnreachable(granted.error());
+            self->reportUnreachable(granted.error());
             return;
         }
         if (!granted.value()) {
@@ -245,7 +247,7 @@ void CalendarSync::scheduleAutomaticSync()
 
 void CalendarSync::performCalendarSync(SyncScope scope)
 {
-    if (std::exchange(m_isSyncing, true))
+    if (!isAllowed() || std::exchange(m_isSyncing, true))
         return;
     emit isSyncingChanged();
     const UserCalendar &calendar = m_store.calendar();
@@ -277,7 +279,7 @@ void CalendarSync::fetch()
                                        if (!self)
                                            return;
                                        if (!fetched) {
-                                           self->tellUnreachable(fetched.error());
+                                           self->reportUnreachable(fetched.error());
                                            self->endSync();
                                        } else if (self->m_writesAtFetch != self->m_writesBegun) {
                                            self->fetch();
@@ -305,7 +307,7 @@ CalendarSyncInput CalendarSync::inputFor(const FetchedEvents &fetched) const
     return input;
 }
 
-void CalendarSync::tellReading()
+void CalendarSync::reportReading()
 {
     const QString count = QString::number(m_ports.eventStore.eventsRead());
     m_store.setCalendarSyncMessage({{QStringLiteral("正在读取日历…（已读 %1 个事件）").arg(count),
@@ -331,6 +333,10 @@ void CalendarSync::merge()
 
 void CalendarSync::applyMerge()
 {
+    if (!isAllowed()) {
+        endSync();
+        return;
+    }
     if (m_writesAtFetch != m_writesBegun) {
         fetch();
         return;
@@ -346,6 +352,7 @@ void CalendarSync::applyMerge()
     m_run.hasChanged = m_run.merge.schedules.has_value();
     m_leftOut = m_run.unread;
     m_heldRemovals = m_run.merge.held;
+    m_heldScope = m_run.scope;
     m_approvedRemovals.clear();
     if (m_run.merge.schedules)
         m_store.editSchedules([this](QList<ScheduleItem> &schedules) {
@@ -385,7 +392,7 @@ void CalendarSync::removeHeldSchedules()
 {
     for (const HeldRemoval &held : std::as_const(m_heldRemovals))
         m_approvedRemovals += QSet<QUuid>(held.schedules.cbegin(), held.schedules.cend());
-    performCalendarSync({.exportsLocalSchedules = true, .isFullHistory = true, .isRequested = true});
+    repeatHeldSync();
 }
 
 void CalendarSync::keepHeldSchedules()
@@ -406,7 +413,14 @@ void CalendarSync::keepHeldSchedules()
         return RowsChange{RowsChange::Kind::Updated, 0, schedules.size()};
     });
     emit outcomeChanged();
-    performCalendarSync({.exportsLocalSchedules = true, .isFullHistory = true, .isRequested = true});
+    repeatHeldSync();
+}
+
+void CalendarSync::repeatHeldSync()
+{
+    SyncScope scope = m_heldScope;
+    scope.isRequested = true;
+    performCalendarSync(scope);
 }
 
 } // namespace tessaly

@@ -90,7 +90,7 @@ public:
     /// Syncs now and after each change of the calendars, when automatic sync is on and access is granted; refusal is
     /// silent.
     void startAutomaticCalendarSync();
-    /// Does nothing while a sync is running.
+    /// Does nothing while a sync is running, or without the user's consent.
     void performCalendarSync(SyncScope scope);
 
     [[nodiscard]] bool isSyncing() const { return m_isSyncing; }
@@ -99,18 +99,18 @@ public:
     [[nodiscard]] const QList<UnreadCalendar> &leftOut() const { return m_leftOut; }
     [[nodiscard]] const QList<HeldRemoval> &heldRemovals() const { return m_heldRemovals; }
     [[nodiscard]] bool hasHeldRemovals() const { return !m_heldRemovals.isEmpty(); }
-    /// Syncs again, and removes what the last sync asked about.
+    /// Repeats the last sync, and removes what it asked about.
     Q_INVOKABLE void removeHeldSchedules();
-    /// Makes these schedules the planner's own, and syncs again. They are not written to a calendar; each continues its
-    /// event if that comes back.
+    /// Makes these schedules the planner's own, and repeats the last sync. They are not written to a calendar; each
+    /// continues its event if that comes back.
     Q_INVOKABLE void keepHeldSchedules();
 
     // The event of one schedule
     /// Creates the event of a stored schedule in the calendar and links the two; a failure is reported.
     void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
-    /// Gives title and times of the schedule to its event, if it has one. A failure is ignored.
+    /// Gives title and times of the schedule to its event, if it has one and the user allows it. A failure is ignored.
     void changeEvent(const ScheduleItem &schedule);
-    /// Removes the event of the schedule, if it has one. A failure is ignored.
+    /// Removes the event of the schedule; likewise.
     void removeEvent(const ScheduleItem &schedule);
 
 signals:
@@ -158,7 +158,7 @@ private:
     void importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope);
 
     void fetch();
-    void tellReading();
+    void reportReading();
     void takeFetched(const FetchedEvents &fetched);
     void merge();
     void applyMerge();
@@ -168,10 +168,13 @@ private:
     void scheduleExported(const QUuid &scheduleID, const Result<CalendarEvent> &saved);
     void endSync();
     void reportOutcome();
-    void tellUnreachable(const Error &error);
+    void repeatHeldSync();
+    void reportUnreachable(const Error &error);
 
     /// Links each with its event; those that are gone by now take their event along.
     void link(const QList<Exported> &exported);
+    /// Whether the user lets the planner use the calendars.
+    [[nodiscard]] bool isAllowed() const { return consent() == Consent::NotNeeded || consent() == Consent::Allowed; }
     void writeBegan();
     void writeEnded();
 
@@ -184,6 +187,8 @@ private:
     /// Runs while events are fetched.
     QTimer m_readingTicks;
     Run m_run;
+    /// Of the sync that held the removals: the answer concerns what it looked at, neither more nor less.
+    SyncScope m_heldScope;
     QSet<QUuid> m_approvedRemovals;
     QList<HeldRemoval> m_heldRemovals;
     QList<UnreadCalendar> m_leftOut;

@@ -76,7 +76,7 @@ void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<Calend
 void CalendarSync::createEvent(const QUuid &scheduleID, const QString &calendarIdentifier)
 {
     const qsizetype row = rowOf(m_store.schedules(), scheduleID);
-    if (row < 0 || !m_ports.eventStore.calendar(calendarIdentifier))
+    if (row < 0 || !isAllowed() || !m_ports.eventStore.calendar(calendarIdentifier))
         return;
     const ScheduleItem &item = m_store.schedules().at(row);
     writeBegan();
@@ -136,7 +136,7 @@ void CalendarSync::link(const QList<Exported> &exported)
 
 void CalendarSync::changeEvent(const ScheduleItem &schedule)
 {
-    if (!schedule.calendarEventIdentifier)
+    if (!schedule.calendarEventIdentifier || !isAllowed())
         return;
     writeBegan();
     // The change of the schedule stands whatever the calendar says.
@@ -150,7 +150,7 @@ void CalendarSync::changeEvent(const ScheduleItem &schedule)
 
 void CalendarSync::removeEvent(const ScheduleItem &schedule)
 {
-    if (!schedule.calendarEventIdentifier)
+    if (!schedule.calendarEventIdentifier || !isAllowed())
         return;
     writeBegan();
     m_ports.eventStore.removeEvent(*schedule.calendarEventIdentifier, [self = QPointer(this)](const Result<void> &) {

@@ -36,8 +36,8 @@ PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
     });
     readDay();
     load();
-    connect(&m_values, &StoredValues::failed, this, &PlannerSettings::tellSaveFailed);
-    connect(&m_values, &StoredValues::recovered, this, &PlannerSettings::tellSaveRecovered);
+    connect(&m_values, &StoredValues::failed, this, &PlannerSettings::reportSaveFailed);
+    connect(&m_values, &StoredValues::recovered, this, &PlannerSettings::reportSaveRecovered);
 }
 
 PlannerSettings::~PlannerSettings() = default;
@@ -131,8 +131,8 @@ void PlannerSettings::setLaunchAtLogin(bool isEnabled)
     m_launchAtLogin = done ? isEnabled : m_ports.loginItem.isEnabled();
     savePreference(keys::launchAtLogin, m_launchAtLogin);
     if (!done)
-        tellFailure(QStringLiteral("无法更新开机启动设置："), QStringLiteral("Unable to update launch-at-login: "),
-                    done.error());
+        reportFailure(QStringLiteral("无法更新开机启动设置："), QStringLiteral("Unable to update launch-at-login: "),
+                      done.error());
     // Even for the same value, so that a switch that was moved on the screen moves back.
     emit launchAtLoginChanged();
 }
@@ -160,7 +160,7 @@ void PlannerSettings::setCalendarSyncMessage(const Message &message)
         m_calendarSyncMessage = message;
         emit calendarSyncMessageChanged();
     }
-    emit calendarSyncMessageTold();
+    emit calendarSyncMessageReported();
 }
 
 void PlannerSettings::retractCalendarSyncMessage(const Message &message)
@@ -177,7 +177,7 @@ void PlannerSettings::dismissCalendarSyncMessage()
         emit calendarSyncMessageChanged();
 }
 
-void PlannerSettings::tellFailure(const QString &chinese, const QString &english, const Error &error)
+void PlannerSettings::reportFailure(const QString &chinese, const QString &english, const Error &error)
 {
     setCalendarSyncMessage(failureMessage(chinese, english, error));
 }
@@ -196,7 +196,7 @@ QString PlannerSettings::dateText(Instant date, bool dateOnly) const
     return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
 }
 
-void PlannerSettings::tellSaveFailed(const Error &error)
+void PlannerSettings::reportSaveFailed(const Error &error)
 {
     const Message message =
         failureMessage(QStringLiteral("无法保存更改："), QStringLiteral("Could not save changes: "), error);
@@ -207,7 +207,7 @@ void PlannerSettings::tellSaveFailed(const Error &error)
         emit hasUnsavedChangesChanged();
 }
 
-void PlannerSettings::tellSaveRecovered()
+void PlannerSettings::reportSaveRecovered()
 {
     // A later message stays.
     if (m_saveFailureMessage && m_calendarSyncMessage == m_saveFailureMessage)

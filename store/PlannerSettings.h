@@ -94,7 +94,7 @@ public:
 
     void setCalendarSyncMessage(const Message &message);
     /// Sets the status line to the pair, each text followed by that of the error.
-    void tellFailure(const QString &chinese, const QString &english, const Error &error);
+    void reportFailure(const QString &chinese, const QString &english, const Error &error);
 
     /// True while a change that could not be written is only in memory. It is retried every few seconds and with each
     /// further change.
@@ -110,7 +110,7 @@ signals:
     /// The message, or its language, has changed.
     void calendarSyncMessageChanged();
     /// A message was set, even the same as before; after calendarSyncMessageChanged().
-    void calendarSyncMessageTold();
+    void calendarSyncMessageReported();
     void hasUnsavedChangesChanged();
     void selectedCalendarIDsChanged();
     void visibleCalendarIDsChanged();
@@ -138,8 +138,8 @@ private:
                 void (PlannerSettings::*changed)());
     /// True when the day has changed; waits for the next one.
     bool readDay();
-    void tellSaveFailed(const Error &error);
-    void tellSaveRecovered();
+    void reportSaveFailed(const Error &error);
+    void reportSaveRecovered();
     [[nodiscard]] bool hasSyncMessage(MessageKind kind) const
     {
         return m_calendarSyncMessage && m_calendarSyncMessage->kind == kind;

@@ -20,8 +20,8 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     m_hadUnreadableData = values().hasUnreadable();
     connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
-        tellFailure(QStringLiteral("退出登录后可能收不到提醒："),
-                    QStringLiteral("Reminders may not survive a log-out: "), error);
+        reportFailure(QStringLiteral("退出登录后可能收不到提醒："),
+                      QStringLiteral("Reminders may not survive a log-out: "), error);
     });
 }
 

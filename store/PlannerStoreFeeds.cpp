@@ -160,7 +160,7 @@ QString PlannerStore::calendarFeedFailure(const QUuid &feedID) const
 
 void PlannerStore::setCalendarFeedError(const Error &error)
 {
-    tellFailure(QStringLiteral("链接日历更新失败："), QStringLiteral("Linked calendar update failed: "), error);
+    reportFailure(QStringLiteral("链接日历更新失败："), QStringLiteral("Linked calendar update failed: "), error);
 }
 
 void PlannerStore::deleteCalendarFeed(const QUuid &feedID)

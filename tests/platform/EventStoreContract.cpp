@@ -633,7 +633,7 @@ void EventStoreContract::aCalendarThatCannotBeWrittenStaysAsItIs()
     QVERIFY(isOneEventIn(events(home), created.value()));
 }
 
-void EventStoreContract::nobodyIsToldAfterTheHandlerIsTakenAway()
+void EventStoreContract::noChangeIsReportedAfterTheHandlerIsTakenAway()
 {
     int notices = 0;
     m_store->setChangeHandler([&] { ++notices; });

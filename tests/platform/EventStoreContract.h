@@ -89,7 +89,7 @@ private slots:
     void anEndlessEventEndsAfterTenYears();
     void calendarsComeAndGo();
     void aCalendarThatCannotBeWrittenStaysAsItIs();
-    void nobodyIsToldAfterTheHandlerIsTakenAway();
+    void noChangeIsReportedAfterTheHandlerIsTakenAway();
     void twoWritersAgreeInTheEnd_data();
     void twoWritersAgreeInTheEnd();
 

@@ -182,7 +182,7 @@ private slots:
         QCOMPARE(preferences->get<QByteArray>(key), blob);
     }
 
-    void aValueThatCannotBeReadIsToldAndNeverWrittenOver()
+    void aValueThatCannotBeReadIsReportedAndNeverWrittenOver()
     {
         {
             const auto preferences = SqlitePreferences::open(m_directory->path()).takeValue();

@@ -146,7 +146,7 @@ private slots:
         store().refreshCalendarFeed(feed);
         downloads().answer(0, Error{ErrorCode::DownloadTimedOut, {}});
         QCOMPARE(m_planner->message(), QStringLiteral("链接日历更新失败：服务器长时间没有响应。"));
-        const QSignalSpy told(m_planner->store.get(), &PlannerStore::calendarSyncMessageTold);
+        const QSignalSpy told(m_planner->store.get(), &PlannerStore::calendarSyncMessageReported);
         store().setInterfaceLanguage(AppLanguage::English);
         QCOMPARE(m_planner->message(),
                  QStringLiteral("Linked calendar update failed: The server did not answer in time."));
@@ -255,7 +255,7 @@ private slots:
         QCOMPARE(m_planner->message(), message);
     }
 
-    void anUpdateIsNoLongerToldWhenNothingIsDownloaded()
+    void anUpdateIsNoLongerReportedWhenNothingIsDownloaded()
     {
         const QString updating = QStringLiteral("Updating linked calendar…");
         store().deleteCalendarFeed(addedFeed());

@@ -392,6 +392,27 @@ private slots:
             QCOMPARE(m_planner->store->schedules().constFirst().notes, QStringLiteral("mine"));
     }
 
+    void removingEndsWithTheQuestion()
+    {
+        // Of the sync that asked: there are more further away, which another one asks about.
+        for (int i = 0; i < 60; ++i)
+            putEvent(QString::number(i), i < 30 ? i : 365 * 3 + i);
+        fullSync();
+        for (int i = 0; i < 60; ++i)
+            m_planner->eventStore.dropEvent(QString::number(i));
+        for (const qsizetype left : {30, 0}) {
+            if (left > 0)
+                automaticSync();
+            else
+                fullSync();
+            QCOMPARE(sync().heldRemovals().constFirst().schedules.size(), 30);
+            sync().removeHeldSchedules();
+            waitForTheEnd();
+            QVERIFY(sync().heldRemovals().isEmpty());
+            QCOMPARE(m_planner->store->schedules().size(), left);
+        }
+    }
+
     // Consent
     void theUserIsAskedOnceAndCanTakeItBack()
     {
@@ -410,9 +431,12 @@ private slots:
         waitForTheEnd();
 
         sync().answerConsent(false);
+        ScheduleItem refused = m_planner->store->schedules().constFirst();
+        refused.title = QStringLiteral("b");
+        m_planner->store->updateSchedule(refused);
         const int fetches = m_planner->eventStore.fetchCount();
         QVERIFY(sync().availableCalendars().isEmpty());
-        QCOMPARE(titles(), QStringList{QStringLiteral("a")});
+        QCOMPARE(titles(), QStringList{QStringLiteral("b")});
         m_planner->eventStore.announceChange();
         QVERIFY(!pendingSync().isActive());
         sync().syncWithAppleCalendar();
@@ -422,6 +446,9 @@ private slots:
 
         sync().answerConsent(true);
         QTRY_COMPARE(m_planner->eventStore.fetchCount(), fetches + 1);
+        waitForTheEnd();
+        QCOMPARE(m_planner->eventStore.allEvents().constFirst().title, QStringLiteral("a"));
+        QCOMPARE(titles(), QStringList{QStringLiteral("a")});
     }
 
     void aRefusalIsKeptAndSilent()

@@ -63,7 +63,7 @@ private slots:
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
     }
 
-    void whyATextIsEmptyIsTold_data()
+    void whyATextIsEmptyIsReported_data()
     {
         using State = DocumentText::State;
         using Step = std::function<void(const QString &path)>;
@@ -81,7 +81,7 @@ private slots:
                                    << State::Unreadable;
     }
 
-    void whyATextIsEmptyIsTold()
+    void whyATextIsEmptyIsReported()
     {
         QFETCH(const std::function<void(const QString &)>, prepare);
         QFETCH(const DocumentText::State, state);
@@ -191,7 +191,7 @@ private slots:
         QCOMPARE(m_files.fileNames(parent + u"/Assets"_s), QStringList{u"a.png"_s});
     }
 
-    void whatCannotBeFoundOrMovedIsTold()
+    void whatCannotBeFoundOrMovedIsReported()
     {
         DocumentFolder folder(m_files, newFolder());
         const QString oldPath = folder.path();

@@ -64,7 +64,7 @@ private slots:
         QVERIFY(!store.hasUnsavedChanges());
     }
 
-    void aFailedSaveIsToldAndTheNextOneSavesEverything_data()
+    void aFailedSaveIsReportedAndTheNextOneSavesEverything_data()
     {
         QTest::addColumn<bool>("isEnglish");
         QTest::addColumn<QString>("failed");
@@ -76,7 +76,7 @@ private slots:
                             << "All changes are saved now.";
     }
 
-    void aFailedSaveIsToldAndTheNextOneSavesEverything()
+    void aFailedSaveIsReportedAndTheNextOneSavesEverything()
     {
         QFETCH(const bool, isEnglish);
         StoreUnderTest planner;

@@ -242,7 +242,7 @@ private slots:
         QVERIFY(m_planner->store->calendarSync()->availableCalendars().isEmpty());
     }
 
-    void withoutACalendarServiceNothingIsAskedOrTold()
+    void withoutACalendarServiceNothingIsAskedOrReported()
     {
         m_planner->eventStore.setAvailable(false);
         m_planner->store->calendarSync()->requestCalendarAccessAndLoad();

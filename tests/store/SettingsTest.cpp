@@ -127,7 +127,7 @@ private slots:
         QTEST(store.displayEndHour(), "expectedEnd");
     }
 
-    void aRefusedLoginItemIsToldAndTheSystemsStateShown()
+    void aRefusedLoginItemIsReportedAndTheSystemsStateShown()
     {
         StoreUnderTest planner;
         const Error refusal{ErrorCode::LoginItemFailed, QStringLiteral("/autostart")};

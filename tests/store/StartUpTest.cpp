@@ -98,7 +98,7 @@ private slots:
         QTest::addColumn<std::optional<PreferenceValue>>("main");
         QTest::addColumn<std::optional<PreferenceValue>>("backup");
         QTest::addColumn<QString>("expected");
-        QTest::addColumn<bool>("isTold");
+        QTest::addColumn<bool>("isReported");
 
         using Value = std::optional<PreferenceValue>;
         const Value newer = dataWith(QStringLiteral("new"));
@@ -126,7 +126,7 @@ private slots:
 
         QTEST(store.schedules().isEmpty() ? QString() : store.schedules().constFirst().title, "expected");
         QVERIFY(!store.calendarSyncMessage());
-        QTEST(store.hadUnreadableData(), "isTold");
+        QTEST(store.hadUnreadableData(), "isReported");
         QCOMPARE(planner.preferences.writeCount(), writes);
     }
 

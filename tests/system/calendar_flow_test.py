@@ -70,7 +70,7 @@ class CalendarFlow(PlannerTestCase):
         folder.mkdir(parents=True)
         (folder / "dentist.ics").write_text(calendar_file("dentist", "Dentist"), newline="")
 
-        planner = self.start_with_consent(f"vdir:{folder.parent}")
+        planner = self.start_answered("--calendar", f"vdir:{folder.parent}")
         self.open_schedules(planner)
         planner.wait("push button", "编辑, Dentist")
 
@@ -93,7 +93,7 @@ class CalendarFlow(PlannerTestCase):
         folder.mkdir(parents=True)
         for number in range(25):
             (folder / f"{number}.ics").write_text(calendar_file(f"event-{number}", f"Course {number}"), newline="")
-        planner = self.start_with_consent(f"vdir:{folder.parent}")
+        planner = self.start_answered("--calendar", f"vdir:{folder.parent}")
         self.open_schedules(planner)
         planner.wait("push button", "编辑, Course 1")
         for number in range(1, 25):
@@ -109,7 +109,7 @@ class CalendarFlow(PlannerTestCase):
 
     def test_a_sync_writes_what_was_added_into_the_folder(self):
         pathlib.Path(self.home.name, "calendars", "home").mkdir(parents=True)
-        planner = self.start_with_consent(f"vdir:{self.home.name}/calendars")
+        planner = self.start_answered("--calendar", f"vdir:{self.home.name}/calendars")
         self.open_schedules(planner)
         planner.type_into("日程名称", "Seminar")
         planner.press("push button", "添加日程")

@@ -100,6 +100,8 @@ Entry {
     NoServiceText {
         id: noService
 
+        needsAccess: true
+
         readonly property real room: (form.isWide ? tagField.x - form.gap : form.width - form.pad) - calendarPair.leftX
 
         x: calendarPair.leftX
@@ -115,7 +117,7 @@ Entry {
         x: form.isWide ? leftX : form.width - form.pad - width
         y: exportToggle.y
         spacing: 8
-        visible: form.fields.isExportRequested
+        visible: form.fields.isExportRequested && !noService.visible
 
         AppText {
             anchors.verticalCenter: parent.verticalCenter

@@ -102,7 +102,7 @@ FocusScope {
         }
 
         Connections {
-            function onCalendarSyncMessageTold() {
+            function onCalendarSyncMessageReported() {
                 if (view.section !== ShellModel.Schedule)
                     toast.show();
             }

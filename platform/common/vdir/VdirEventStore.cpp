@@ -30,7 +30,6 @@ VdirPlace VdirPlace::embedded(const QString &dataDirectory, std::function<QStrin
     return {.directory = dataDirectory + QStringLiteral("/Calendars"),
             .identifierPrefix = QStringLiteral("vdir:"),
             .accountTitle = QStringLiteral("Tessaly"),
-            .needsConsent = false,
             .firstCalendarTitle = std::move(firstCalendarTitle)};
 }
 

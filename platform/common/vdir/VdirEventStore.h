@@ -20,7 +20,6 @@ struct VdirPlace
     /// What the identifiers of its calendars begin with, before the name of the folder.
     QString identifierPrefix = {};
     QString accountTitle = {};
-    bool needsConsent = true;
     /// The name of the calendar that is made where there is none; none is made where this is empty.
     std::function<QString()> firstCalendarTitle = {};
 
@@ -44,7 +43,6 @@ public:
     {
         return {QStringLiteral("日历文件夹"), QStringLiteral("calendar folder")};
     }
-    [[nodiscard]] bool needsConsent() const override { return m_place.needsConsent; }
     void requestAccess(AccessCompletion completion) override;
     [[nodiscard]] QList<EventCalendar> calendars() const override { return m_calendars; }
     /// The planner's own, or the first by the name of its folder.

@@ -34,14 +34,14 @@ Item {
         name: "ElidedTip"
         when: windowShown
 
-        function test_only_what_is_cut_off_is_told_data() {
+        function test_only_what_is_cut_off_is_reported_data() {
             const words = "Microeconomics, the third lecture";
             return [
-                {tag: "ends in dots", isTold: true, label: {text: words}},
-                {tag: "fades", isTold: true, label: {text: words, elide: Text.ElideNone}},
-                {tag: "too many lines", isTold: true, label: {text: words.repeat(9), isMultiline: true, maximumLineCount: 3}},
-                {tag: "wraps", isTold: false, label: {text: words, isMultiline: true}},
-                {tag: "fits", isTold: false, label: {text: "Lecture"}}
+                {tag: "ends in dots", isShown: true, label: {text: words}},
+                {tag: "fades", isShown: true, label: {text: words, elide: Text.ElideNone}},
+                {tag: "too many lines", isShown: true, label: {text: words.repeat(9), isMultiline: true, maximumLineCount: 3}},
+                {tag: "wraps", isShown: false, label: {text: words, isMultiline: true}},
+                {tag: "fits", isShown: false, label: {text: "Lecture"}}
             ];
         }
 
@@ -49,12 +49,12 @@ Item {
             return Array.from(stage.T.Overlay.overlay?.children ?? []).filter(item => item.visible).length;
         }
 
-        function test_only_what_is_cut_off_is_told(data) {
+        function test_only_what_is_cut_off_is_reported(data) {
             const label = createTemporaryObject(textComponent, stage, data.label);
             waitForItemPolished(label);
             mouseMove(label, 30, 8);
-            compare((label.children[0] as ElidedTip).isTold, data.isTold);
-            if (data.isTold)
+            compare((label.children[0] as ElidedTip).isShown, data.isShown);
+            if (data.isShown)
                 tryVerify(() => tips() === 1);
             mouseMove(stage, 300, 150);
             tryVerify(() => tips() === 0);

@@ -27,7 +27,7 @@ Item {
             tryVerify(() => !sheet.visible);
         }
 
-        function test_2_a_refused_link_stays_and_is_told() {
+        function test_2_a_refused_link_stays_and_is_reported() {
             typeInto("https://…/timetable.ics", "webcal://x");
             keyClick(Qt.Key_Return);
 

@@ -127,11 +127,11 @@ Item {
             TestPlanner.setServiceAvailable(true);
         }
 
-        function test_without_a_calendar_service_the_reason_is_told_data() {
+        function test_without_a_calendar_service_the_reason_is_reported_data() {
             return [{tag: "wide", width: 948}, {tag: "narrow", width: 688}];
         }
 
-        function test_without_a_calendar_service_the_reason_is_told(data) {
+        function test_without_a_calendar_service_the_reason_is_reported(data) {
             screen.destroy();
             TestPlanner.setServiceAvailable(false);
             init();

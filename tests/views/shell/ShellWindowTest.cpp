@@ -57,7 +57,7 @@ private slots:
                  QStringLiteral("Ada"));
     }
 
-    void damagedDataIsToldAtTheStart()
+    void damagedDataIsReportedAtTheStart()
     {
         WindowUnderTest ui;
         ui.planner.put(keys::hasAskedPreferredName, true);
@@ -112,7 +112,7 @@ private slots:
             openClearDialog(ui);
             ui.press(Qt::Key_Tab);
             QTRY_VERIFY(ui.hasFocus(QAccessible::Button, QStringLiteral("清空")));
-            QSignalSpy clearings(ui.planner.store.get(), &PlannerStore::calendarSyncMessageTold);
+            QSignalSpy clearings(ui.planner.store.get(), &PlannerStore::calendarSyncMessageReported);
             ui.press(key);
             QTRY_VERIFY(!ui.state("showClearConfirmation").toBool());
             QCOMPARE(ui.planner.store->reminders().size(), 0);
