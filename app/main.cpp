@@ -22,7 +22,7 @@ namespace {
 constexpr int usageError = 2;
 
 /// The end of a session asks no questions, so lost changes are reported on standard error.
-void tellWhatIsLost(PlannerStore &store)
+void reportWhatIsLost(PlannerStore &store)
 {
     store.retryUnsavedChanges();
     if (store.hasUnsavedChanges())
@@ -53,7 +53,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
     composition.store().waitingReminders().start();
     const int code = QGuiApplication::exec();
     composition.setReminderHandler({});
-    tellWhatIsLost(composition.store());
+    reportWhatIsLost(composition.store());
     return code;
 }
 

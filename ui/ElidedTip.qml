@@ -7,7 +7,7 @@ Item {
     readonly property Text label: parent as Text
     readonly property bool isCut: label !== null && (label.truncated || (label.wrapMode === Text.NoWrap && label.implicitWidth > label.width))
 
-    readonly property bool isTold: hover.hovered && isCut
+    readonly property bool isShown: hover.hovered && isCut
 
     anchors.fill: parent
 
@@ -20,7 +20,7 @@ Item {
     // Made when it is wanted: lists have many texts.
     Loader {
         anchors.fill: parent
-        active: tip.isTold
+        active: tip.isShown
         // Bound components cannot be made inside those of another file in Qt 6.4.
         // qmllint disable unqualified
         sourceComponent: Item {

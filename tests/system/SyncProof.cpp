@@ -211,12 +211,17 @@ void SyncProof::compareSides(QStringList &faults)
         rest.insert(event.eventIdentifier, event);
         uids.insert(event.uid);
     }
+    QSet<QString> scheduled;
     for (const ScheduleItem &item : schedules()) {
-        const auto event = rest.constFind(item.calendarEventIdentifier.value_or(QString()));
+        const QString identifier = item.calendarEventIdentifier.value_or(QString());
+        const auto event = rest.constFind(identifier);
         if (event == rest.cend()) {
-            faults.append(QStringLiteral("no event, or a second schedule: ") + item.title);
+            const bool isSecond = scheduled.contains(identifier);
+            faults.append((isSecond ? QStringLiteral("a second schedule: ") : QStringLiteral("no event: ")) +
+                          item.title + u' ' + identifier);
             continue;
         }
+        scheduled.insert(identifier);
         if (event->title != item.title || event->startDate != item.date || event->endDate != item.end())
             faults.append(
                 QStringLiteral("“%1” is “%2” in the calendar").arg(item.title, event->title.value_or(QString())));

@@ -22,6 +22,10 @@ LIMIT = 30
 CHECKED, EXPANDED, FOCUSED, SELECTED = (getattr(Atspi.StateType, name) for name in ("CHECKED", "EXPANDED", "FOCUSED", "SELECTED"))
 
 
+# A sanitized program on a busy machine answers late.
+Atspi.set_timeout(10_000, 30_000)
+
+
 def wait_for(what, condition, limit=LIMIT):
     """The first true answer of the condition; a failure when there is none in time."""
     deadline = time.monotonic() + limit

@@ -204,13 +204,13 @@ class ProgramTest(PlannerTestCase):
         self.assertEqual(code, 0)
         self.assertIn("Changes could not be saved and are lost.", output)
 
-    def test_a_directory_that_cannot_be_written_is_told(self):
+    def test_a_directory_that_cannot_be_written_is_reported(self):
         obstacle = pathlib.Path(self.home.name) / "file"
         obstacle.write_text("")
         self.refusal(obstacle / "data", "无法写入数据文件夹", f"文件夹：{obstacle}/data\n", "请检查该文件夹的权限",
                      "The data folder cannot be written", f"Folder: {obstacle}/data\n", "Check the permissions")
 
-    def test_a_first_start_on_a_full_disk_is_told(self):
+    def test_a_first_start_on_a_full_disk_is_reported(self):
         if not SmallDisk.is_possible():
             self.skipTest("a file system can be mounted neither as root nor in a user name space")
         disk = SmallDisk(self.data, is_full=True)
@@ -222,7 +222,7 @@ class ProgramTest(PlannerTestCase):
             with self.subTest(locale=locale):
                 self.start("--demo", environment={"LC_ALL": locale}).wait("list item", overview)
 
-    def test_a_damaged_database_is_told_and_left_alone(self):
+    def test_a_damaged_database_is_reported_and_left_alone(self):
         self.data.mkdir()
         database = self.data / "planner.sqlite"
         database.write_bytes(b"not a database" * 1000)
@@ -230,7 +230,7 @@ class ProgramTest(PlannerTestCase):
                      "The data file is damaged", f"File: {database}\n", "Replace the file with a backup")
         self.assertEqual(database.read_bytes(), b"not a database" * 1000)
 
-    def test_a_value_that_cannot_be_put_together_is_told_and_left_alone(self):
+    def test_a_value_that_cannot_be_put_together_is_reported_and_left_alone(self):
         planner = self.start_answered()
         planner.press("list item", "待办")
         for title in ("Water the plants", "Post the letter"):

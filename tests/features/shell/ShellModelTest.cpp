@@ -55,7 +55,7 @@ private slots:
         QVERIFY(shell.isDark() && shell.isHighContrast() && shell.hasReducedMotion());
     }
 
-    void anAppearanceThatCannotBeWrittenIsToldAndKeptLater()
+    void anAppearanceThatCannotBeWrittenIsReportedAndKeptLater()
     {
         StoreUnderTest planner;
         FakeSystemAppearance appearance;

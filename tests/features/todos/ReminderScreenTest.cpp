@@ -70,17 +70,17 @@ private slots:
         QCOMPARE(given.screen->dueDate(), given.calendar.dateTime(given.at(9, hour)));
     }
 
-    void aDueDateInThePastIsTold_data()
+    void aDueDateInThePastIsReported_data()
     {
         QTest::addColumn<int>("minute");
-        QTest::addColumn<bool>("isTold");
+        QTest::addColumn<bool>("isReported");
 
         QTest::newRow("the last minute") << 59 << true;
         QTest::newRow("the minute that has begun") << 60 << true;
         QTest::newRow("the next minute") << 61 << false;
     }
 
-    void aDueDateInThePastIsTold()
+    void aDueDateInThePastIsReported()
     {
         QFETCH(const int, minute);
         ReminderDriver given;
@@ -90,7 +90,8 @@ private slots:
         given.store->addReminder({.title = u"Report"_s, .dueDate = given.at(9, 12).plus(minute * 60)});
 
         QCOMPARE(given.store->reminders().size(), 1);
-        QTEST(given.store->calendarSyncMessage() == u"The due time has passed. There will be no reminder."_s, "isTold");
+        QTEST(given.store->calendarSyncMessage() == u"The due time has passed. There will be no reminder."_s,
+              "isReported");
     }
 
     void aDueToDoAsksForANotificationAndKeepsTheDateForTheNext()
