@@ -132,7 +132,12 @@ void LarkspanApp::appear()
     if (std::exchange(m_hasAppeared, true))
         return;
     m_window->setVisible(true);
-    QTimer::singleShot(0, m_store.calendarSync(), &CalendarSync::startAutomaticCalendarSync);
+    // The first start asks for the language, in which the planner names its own calendar.
+    if (m_shell.hasAskedPreferredName())
+        QTimer::singleShot(0, m_store.calendarSync(), &CalendarSync::startAutomaticCalendarSync);
+    else
+        connect(&m_shell, &ShellModel::hasAskedPreferredNameChanged, m_store.calendarSync(),
+                &CalendarSync::startAutomaticCalendarSync, Qt::SingleShotConnection);
 }
 
 void LarkspanApp::raise(const QByteArray &activationToken)

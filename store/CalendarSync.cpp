@@ -196,13 +196,26 @@ void CalendarSync::importOrSync(const TextPair &beginning, const TextPair &refus
             return;
         }
         self->loadCalendars();
-        if (self->m_store.selectedCalendarIDs().isEmpty())
-            self->m_store.setCalendarSyncMessage({{QStringLiteral("请先选择至少一个要导入的日历。"),
-                                                   QStringLiteral("Select at least one calendar to import.")},
-                                                  MessageKind::Failure});
+        if (const std::optional<TextPair> obstacle = self->selectionObstacle())
+            self->m_store.setCalendarSyncMessage({*obstacle, MessageKind::Failure});
         else
             self->performCalendarSync(scope);
     });
+}
+
+std::optional<TextPair> CalendarSync::selectionObstacle() const
+{
+    const QSet<QString> &selected = m_store.selectedCalendarIDs();
+    if (selected.isEmpty())
+        return TextPair{QStringLiteral("请先选择至少一个要导入的日历。"),
+                        QStringLiteral("Select at least one calendar to import.")};
+    const auto isKnown = [this](const QString &identifier) {
+        return m_ports.eventStore.calendar(identifier).has_value();
+    };
+    if (!m_availableCalendars.isEmpty() && std::ranges::none_of(selected, isKnown))
+        return TextPair{QStringLiteral("之前选择的日历现在都不可用，请重新选择。"),
+                        QStringLiteral("None of the calendars you selected is available now. Select others.")};
+    return std::nullopt;
 }
 
 void CalendarSync::startAutomaticCalendarSync()

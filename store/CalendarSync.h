@@ -155,6 +155,8 @@ private:
     void loadCalendars();
     void observeCalendarChanges();
     void scheduleAutomaticSync();
+    /// Why the selection leaves nothing to sync with.
+    [[nodiscard]] std::optional<TextPair> selectionObstacle() const;
     void importOrSync(const TextPair &beginning, const TextPair &refusal, SyncScope scope);
 
     void fetch();
@@ -175,6 +177,8 @@ private:
     void link(const QList<Exported> &exported);
     /// Whether the user lets the planner use the calendars.
     [[nodiscard]] bool isAllowed() const { return consent() == Consent::NotNeeded || consent() == Consent::Allowed; }
+    /// Says that the user's change of a calendar's schedule did not reach the calendar, where access was withdrawn.
+    void reportUnwritten(const ScheduleItem &schedule);
     void writeBegan();
     void writeEnded();
 

@@ -136,8 +136,10 @@ void CalendarSync::link(const QList<Exported> &exported)
 
 void CalendarSync::changeEvent(const ScheduleItem &schedule)
 {
-    if (!schedule.calendarEventIdentifier || !isAllowed())
+    if (!schedule.calendarEventIdentifier || !isAllowed()) {
+        reportUnwritten(schedule);
         return;
+    }
     writeBegan();
     // The change of the schedule stands whatever the calendar says.
     m_ports.eventStore.changeEvent(*schedule.calendarEventIdentifier,
@@ -150,13 +152,25 @@ void CalendarSync::changeEvent(const ScheduleItem &schedule)
 
 void CalendarSync::removeEvent(const ScheduleItem &schedule)
 {
-    if (!schedule.calendarEventIdentifier || !isAllowed())
+    if (!schedule.calendarEventIdentifier || !isAllowed()) {
+        reportUnwritten(schedule);
         return;
+    }
     writeBegan();
     m_ports.eventStore.removeEvent(*schedule.calendarEventIdentifier, [self = QPointer(this)](const Result<void> &) {
         if (self)
             self->writeEnded();
     });
+}
+
+void CalendarSync::reportUnwritten(const ScheduleItem &schedule)
+{
+    if (schedule.calendarEventIdentifier && consent() == Consent::Refused)
+        m_store.setCalendarSyncMessage(
+            {{QStringLiteral("日历权限已收回，此修改没有写入日历。重新允许后，同步会恢复日历中的内容。"),
+              QStringLiteral("Not written to the calendar: access is withdrawn. Once you allow it again, a sync brings "
+                             "back what the calendar says.")},
+             MessageKind::Notice});
 }
 
 void CalendarSync::writeBegan()

@@ -108,6 +108,16 @@ private slots:
         QVERIFY(!sync().isSyncing());
     }
 
+    void aSelectionOfAnotherServiceIsKeptAndExplained()
+    {
+        const QSet<QString> selected{QStringLiteral("calendar of another service")};
+        m_planner->store->setSelectedCalendarIDs(selected);
+        sync().importSelectedCalendars();
+        QTRY_COMPARE(m_planner->message(),
+                     QStringLiteral("None of the calendars you selected is available now. Select others."));
+        QCOMPARE(m_planner->store->selectedCalendarIDs(), selected);
+    }
+
     void onlyLinkedCalendarsShownCountsAsNothingShown_data()
     {
         QTest::addColumn<QSet<QString>>("visible");
@@ -434,6 +444,7 @@ private slots:
         ScheduleItem refused = m_planner->store->schedules().constFirst();
         refused.title = QStringLiteral("b");
         m_planner->store->updateSchedule(refused);
+        QVERIFY(m_planner->message().startsWith(QStringLiteral("Not written to the calendar: access is withdrawn.")));
         const int fetches = m_planner->eventStore.fetchCount();
         QVERIFY(sync().availableCalendars().isEmpty());
         QCOMPARE(titles(), QStringList{QStringLiteral("b")});

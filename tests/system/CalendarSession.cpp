@@ -96,6 +96,12 @@ void CalendarSession::answerPassword(const QString &calendarUid, const QString &
     send("password", {calendarUid.toUtf8(), password.toUtf8()});
 }
 
+QByteArray CalendarSession::fileOfLocalCalendar(const QString &calendarUid) const
+{
+    QFile file(path(QStringLiteral("data/evolution/calendar/%1/calendar.ics").arg(calendarUid)));
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void CalendarSession::kill(const QString &busName)
 {
     const QDBusReply<uint> pid = QDBusConnection::sessionBus().interface()->servicePid(busName);

@@ -34,6 +34,8 @@ public:
     void refresh(const QString &calendarUid);
     /// Answers the service's question for a password once it comes.
     void answerPassword(const QString &calendarUid, const QString &password);
+    /// The file that the service keeps a local calendar in. It writes there some time after it has answered.
+    [[nodiscard]] QByteArray fileOfLocalCalendar(const QString &calendarUid) const;
     /// Ends the process that has this name on the bus, as a crash would.
     void kill(const QString &busName);
 

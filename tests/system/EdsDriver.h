@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <QHash>
+#include <QTest>
 
 namespace tessaly {
 
@@ -51,9 +52,24 @@ public:
     void addCalendar(const QString &title) override { m_uids.insert(title, m_session.addLocalCalendar(title)); }
     void dropCalendar(const QString &title) override { m_session.removeCalendar(m_uids.take(title)); }
 
+    /// Waits until everything that the service has been given so far is on the disk. False if that takes a minute.
+    bool waitUntilWritten(const QString &calendarTitle)
+    {
+        const OutsideEvent mark{.uid = QStringLiteral("mark"),
+                                .title = QStringLiteral("mark %1").arg(++m_marks),
+                                .startDate = now(),
+                                .endDate = now().plus(60)};
+        putEvent(calendarTitle, mark);
+        // The service writes a calendar as a whole.
+        const QByteArray line = "SUMMARY:" + mark.title.toUtf8() + "\r\n";
+        return QTest::qWaitFor(
+            [&] { return m_session.fileOfLocalCalendar(m_uids.value(calendarTitle)).contains(line); }, 60'000);
+    }
+
 private:
     CalendarSession &m_session;
     QHash<QString, QString> m_uids;
+    int m_marks = 0;
 };
 
 } // namespace tessaly

@@ -67,6 +67,9 @@ private slots:
         proof.runFor(syncsBesideKills, [&] {
             if (kills == mostServiceKills || serviceProcess() == 0)
                 return false;
+            // The service answers before it has written, so what it loses when it is killed would count as ours.
+            if (!calendars.waitUntilWritten(QStringLiteral("Home")))
+                return false;
             m_session.kill(serviceName);
             ++kills;
             return true;

@@ -146,7 +146,10 @@ void SyncProof::runFor(int syncs, const std::function<bool()> &disturb)
     while (planner.state() != QProcess::NotRunning && !end.hasExpired()) {
         actAside(planner);
         if (disturb && disturbance.hasExpired()) {
+            read(planner);
             if (disturb()) {
+                // Of a sync that ended meanwhile, too, nothing is certain.
+                loseTrack();
                 read(planner);
                 loseTrack();
                 m_isUncertain = true;

@@ -57,7 +57,12 @@ class DocumentFlow(PlannerTestCase):
     def test_the_engine_writes_nothing_on_the_terminal(self):
         for backend in ("software", ""):
             with self.subTest(backend=backend or "OpenGL"):
-                planner = self.start_answered(data=self.data.with_name(f"quiet-{backend}"), environment={"QT_QUICK_BACKEND": backend})
+                environment = {"QT_QUICK_BACKEND": backend}
+                if not backend:
+                    # Mesa's compiler registers its frames under a lock that a sanitizer's deep stacks wait for, for
+                    # ever; the other pass looks for leaks.
+                    environment["ASAN_OPTIONS"] = "new_delete_type_mismatch=0:detect_leaks=0"
+                planner = self.start_answered(data=self.data.with_name(f"quiet-{backend}"), environment=environment)
                 planner.press("list item", "文档")
                 planner.type_into("新建 Markdown 文档", "Quiet")
                 planner.press("push button", "新建")

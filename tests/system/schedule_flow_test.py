@@ -42,7 +42,7 @@ class ScheduleFlow(PlannerTestCase):
         """This desktop has no calendar service, and the sheet says so instead of waiting for it."""
         planner.press("push button", text("导入设置", "Import settings"))
         planner.wait("dialog", text("导入日历", "Import calendars"))
-        planner.wait("label", text("此系统没有可用的日历服务。", "No calendar service is available on this system."))
+        planner.wait("label", text("启动 Tessaly 时关闭了日历功能。", "Calendars were turned off when Tessaly was started."))
         planner.press("push button", text("完成", "Done"))
         planner.wait_gone("dialog")
 

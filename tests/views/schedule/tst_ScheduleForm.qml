@@ -139,7 +139,7 @@ Item {
             waitForRendering(screen);
 
             const toggle = shown("Add to system calendar");
-            const reason = shown("No calendar service is available on this system.");
+            const reason = shown("Calendars were turned off when Tessaly was started.");
             const right = reason.mapToItem(root, reason.width, 0).x;
             verify(!toggle.enabled);
             verify(right <= data.width - 32);
