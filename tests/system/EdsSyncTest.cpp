@@ -14,9 +14,8 @@ constexpr int killsPerLife = 20;
 constexpr int mostAttempts = 5;
 constexpr int longestLifeMs = 1500;
 constexpr int syncsBesideAnother = 20;
-constexpr int syncsBesideKills = 150;
 /// After each it takes the planner longer to connect again.
-constexpr int mostServiceKills = 6;
+constexpr int serviceKills = 6;
 
 } // namespace
 
@@ -63,15 +62,11 @@ private slots:
     {
         EdsDriver calendars(m_session);
         SyncProof proof(calendars, service);
-        int kills = 0;
-        proof.runFor(syncsBesideKills, [&] {
-            if (kills == mostServiceKills || serviceProcess() == 0)
-                return false;
+        const int kills = proof.runDisturbed(serviceKills, [&] {
             // The service answers before it has written, so what it loses when it is killed would count as ours.
-            if (!calendars.waitUntilWritten(QStringLiteral("Home")))
+            if (serviceProcess() == 0 || !calendars.waitUntilWritten(QStringLiteral("Home")))
                 return false;
             m_session.kill(serviceName);
-            ++kills;
             return true;
         });
         qInfo("%d kills of the service", kills);

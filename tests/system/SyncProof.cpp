@@ -122,6 +122,11 @@ void SyncProof::runUntilKilled(int milliseconds)
     const QDeadlineTimer moment(m_random.bounded(milliseconds), Qt::PreciseTimer);
     while (!moment.hasExpired())
         actAside(planner);
+    kill(planner);
+}
+
+void SyncProof::kill(QProcess &planner)
+{
     planner.kill();
     planner.waitForFinished();
     read(planner);
@@ -137,29 +142,42 @@ void SyncProof::loseTrack()
     m_isInSync = false;
 }
 
-void SyncProof::runFor(int syncs, const std::function<bool()> &disturb)
+void SyncProof::runFor(int syncs)
 {
     QProcess planner;
     start(planner, {QString::number(syncs), QStringLiteral("edit")});
     const QDeadlineTimer end(patience);
-    QDeadlineTimer disturbance(m_random.bounded(longestQuietMs));
-    while (planner.state() != QProcess::NotRunning && !end.hasExpired()) {
+    while (planner.state() != QProcess::NotRunning && !end.hasExpired())
         actAside(planner);
-        if (disturb && disturbance.hasExpired()) {
-            read(planner);
-            if (disturb()) {
-                // Of a sync that ended meanwhile, too, nothing is certain.
-                loseTrack();
-                read(planner);
-                loseTrack();
-                m_isUncertain = true;
-            }
-            disturbance.setRemainingTime(m_random.bounded(longestQuietMs));
-        }
-    }
     QCOMPARE(planner.state(), QProcess::NotRunning);
     QCOMPARE(planner.exitCode(), 0);
     read(planner);
+}
+
+int SyncProof::runDisturbed(int times, const std::function<bool()> &disturb)
+{
+    QProcess planner;
+    start(planner, {QStringLiteral("0"), QStringLiteral("edit")});
+    const QDeadlineTimer end(patience);
+    int disturbances = 0;
+    QDeadlineTimer next(m_random.bounded(longestQuietMs));
+    while (disturbances < times && !end.hasExpired()) {
+        actAside(planner);
+        if (!next.hasExpired())
+            continue;
+        read(planner);
+        if (disturb()) {
+            ++disturbances;
+            // Of a sync that ended meanwhile, too, nothing is certain.
+            loseTrack();
+            read(planner);
+            loseTrack();
+            m_isUncertain = true;
+        }
+        next.setRemainingTime(m_random.bounded(longestQuietMs));
+    }
+    kill(planner);
+    return disturbances;
 }
 
 QStringList SyncProof::faults()

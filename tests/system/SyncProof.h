@@ -25,9 +25,11 @@ public:
     /// Runs the planner until it is killed at a random moment, at most that many milliseconds after it began to sync.
     /// The other program goes on all the while.
     void runUntilKilled(int milliseconds);
-    /// Runs the planner beside the other program for that many syncs. `disturb` is called at random moments; what the
-    /// planner changes then may be lost.
-    void runFor(int syncs, const std::function<bool()> &disturb = {});
+    /// Runs the planner beside the other program for that many syncs.
+    void runFor(int syncs);
+    /// Runs the planner until `disturb`, which is called at random moments, has answered true that many times, or for a
+    /// minute. What the planner changes at such a moment may be lost. Answers how often that was.
+    int runDisturbed(int times, const std::function<bool()> &disturb);
     /// Syncs with nobody disturbing it; what differs from what was done, or between planner and service, in words.
     [[nodiscard]] QStringList faults();
 
@@ -38,6 +40,7 @@ private:
     void start(QProcess &planner, const QStringList &arguments) const;
     void actAside(QProcess &planner);
     void read(QProcess &planner);
+    void kill(QProcess &planner);
     void note(const QByteArray &line);
     /// What is on its way to the service may be lost with it, or with the planner.
     void loseTrack();
