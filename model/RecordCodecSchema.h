@@ -4,7 +4,8 @@
 #include "model/RecordCodecField.h"
 #include "model/SavedData.h"
 
-/// The keys of the persisted records, once for reading and writing. Internal to the codec.
+/// The keys of the persisted records, once for reading, writing and comparing field by field. Internal to the codec
+/// and StateChange.
 namespace tessaly::codec {
 
 template <>

@@ -1,19 +1,12 @@
 #pragma once
 
+#include "model/PreferenceValue.h"
 #include "model/Result.h"
-
-#include <QByteArray>
-#include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <optional>
-#include <variant>
 
 namespace tessaly {
-
-/// A preference is a flag, an integer, a string, a list of strings or a blob.
-using PreferenceValue = std::variant<bool, qint64, QString, QStringList, QByteArray>;
 
 /// How a blob came from the one before it: `removed` bytes at `offset` gave way to the `inserted` bytes that stand
 /// there now.
@@ -44,7 +37,8 @@ public:
     /// Stores a copy of the value under `from` also under `to`. Does nothing when `from` is absent.
     [[nodiscard]] virtual Result<void> copyValue(const QString &from, const QString &to) = 0;
 
-    /// Commits the writes made by `writes` all at once; none of them when it fails. Not to be nested.
+    /// Commits the writes made by `writes` all at once; none of them when it fails. Within another
+    /// call it joins the writes of that one.
     [[nodiscard]] virtual Result<void> together(const std::function<Result<void>()> &writes) = 0;
 
     /// The value when it is present and of type T.

@@ -110,8 +110,8 @@ public:
     void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
     /// Gives title and times of the schedule to its event, if it has one and the user allows it. A failure is ignored.
     void changeEvent(const ScheduleItem &schedule);
-    /// Removes the event of the schedule; likewise.
-    void removeEvent(const ScheduleItem &schedule);
+    /// Removes the event of the schedule; likewise. Whether the calendar was asked to.
+    bool removeEvent(const ScheduleItem &schedule);
 
 signals:
     void serviceNameChanged();

@@ -150,17 +150,18 @@ void CalendarSync::changeEvent(const ScheduleItem &schedule)
                                    });
 }
 
-void CalendarSync::removeEvent(const ScheduleItem &schedule)
+bool CalendarSync::removeEvent(const ScheduleItem &schedule)
 {
     if (!schedule.calendarEventIdentifier || !isAllowed()) {
         reportUnwritten(schedule);
-        return;
+        return false;
     }
     writeBegan();
     m_ports.eventStore.removeEvent(*schedule.calendarEventIdentifier, [self = QPointer(this)](const Result<void> &) {
         if (self)
             self->writeEnded();
     });
+    return true;
 }
 
 void CalendarSync::reportUnwritten(const ScheduleItem &schedule)

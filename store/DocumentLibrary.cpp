@@ -33,9 +33,9 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 
 } // namespace
 
-DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, QObject *parent)
+DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, Perform perform, QObject *parent)
     : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports)),
-      m_drafts(ports.fileSystem, ports.draftsFolder)
+      m_drafts(ports.fileSystem, ports.draftsFolder), m_perform(std::move(perform))
 {
 }
 
@@ -53,10 +53,23 @@ void DocumentLibrary::saveDocumentMetadata()
     });
 }
 
-void DocumentLibrary::documentCategoriesAssigned(const RowsChange &rows)
+DocumentLibrary::Touched DocumentLibrary::apply(const StateChange &change, StateChange &done)
 {
-    saveDocumentMetadata();
-    emit documentCategoriesChanged(rows);
+    auto categories = applyChanges(m_library.categories, change.categories);
+    auto documents = applyChanges(m_library.documents, change.documents);
+    done.categories = std::move(categories.changes);
+    done.documents = std::move(documents.changes);
+    if (categories.rows || documents.rows)
+        saveDocumentMetadata();
+    return {categories.rows, documents.rows};
+}
+
+void DocumentLibrary::announce(const Touched &touched)
+{
+    if (touched.categories)
+        emit documentCategoriesChanged(*touched.categories);
+    if (touched.documents)
+        emit documentsChanged(*touched.documents);
 }
 
 void DocumentLibrary::documentsAssigned(const RowsChange &rows)
@@ -66,15 +79,15 @@ void DocumentLibrary::documentsAssigned(const RowsChange &rows)
 }
 
 template <class Change>
-void DocumentLibrary::touch(const QUuid &id, Change change)
+void DocumentLibrary::edit(const QUuid &id, Change change)
 {
     const qsizetype row = rowOf(m_library.documents, id);
     if (row < 0)
         return;
-    MarkdownDocument &document = m_library.documents[row];
+    MarkdownDocument document = m_library.documents.at(row);
     change(document);
     document.updatedAt = m_ports.clock.now();
-    documentsAssigned({RowsChange::Kind::Updated, row, 1});
+    m_perform({.documents = {editOf(m_library.documents.at(row), document, row)}});
 }
 
 DocumentsMove DocumentLibrary::setDocumentSaveLocation(const QUrl &folder)
@@ -93,29 +106,29 @@ void DocumentLibrary::addDocumentCategory(const QString &name)
 {
     const QString trimmed = name.trimmed();
     if (!trimmed.isEmpty())
-        documentCategoriesAssigned(appendRecord(m_library.categories, MarkdownCategory{.name = trimmed}));
+        m_perform({.categories = {additionOf(MarkdownCategory{.name = trimmed}, m_library.categories.size())}});
 }
 
 void DocumentLibrary::renameDocumentCategory(const QUuid &id, const QString &name)
 {
-    if (const auto rows = replaceRecord(m_library.categories, MarkdownCategory{.id = id, .name = name}))
-        documentCategoriesAssigned(*rows);
+    const qsizetype row = rowOf(m_library.categories, id);
+    if (row >= 0)
+        m_perform({.categories = {editOf(m_library.categories.at(row), {.id = id, .name = name}, row)}});
 }
 
 void DocumentLibrary::deleteDocumentCategory(const QUuid &id)
 {
-    const QUuid category = id;
-    if (const auto rows = removeRecords(m_library.categories, category))
-        documentCategoriesAssigned(*rows);
-    bool hasChanged = false;
-    for (MarkdownDocument &document : m_library.documents) {
-        if (document.categoryID == category) {
-            document.categoryID.reset();
-            hasChanged = true;
-        }
+    StateChange change;
+    if (const qsizetype row = rowOf(m_library.categories, id); row >= 0)
+        change.categories = {removalOf(m_library.categories.at(row), row)};
+    for (qsizetype row = 0; row < m_library.documents.size(); ++row) {
+        const MarkdownDocument &document = m_library.documents.at(row);
+        MarkdownDocument uncategorised = document;
+        uncategorised.categoryID.reset();
+        if (document.categoryID == id)
+            change.documents.append(editOf(document, uncategorised, row));
     }
-    if (hasChanged)
-        documentsAssigned({});
+    m_perform(change);
 }
 
 std::optional<MarkdownDocument> DocumentLibrary::addDocument(const QString &title,
@@ -161,7 +174,11 @@ DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, co
     DocumentWrite outcome = m_folder.write(id, content);
     if (outcome)
         m_drafts.drop(id);
-    touch(id, [](MarkdownDocument &) {});
+    // No step: the text has an undo of its own.
+    if (const qsizetype row = rowOf(m_library.documents, id); row >= 0) {
+        m_library.documents[row].updatedAt = m_ports.clock.now();
+        documentsAssigned({RowsChange::Kind::Updated, row, 1});
+    }
     return outcome;
 }
 
@@ -188,13 +205,13 @@ void DocumentLibrary::renameDocument(const MarkdownDocument &document, const QSt
 {
     const QString trimmed = title.trimmed();
     if (!trimmed.isEmpty())
-        touch(document.id, [&trimmed](MarkdownDocument &changed) { changed.title = trimmed; });
+        edit(document.id, [&trimmed](MarkdownDocument &changed) { changed.title = trimmed; });
 }
 
 void DocumentLibrary::setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID)
 {
     const std::optional<QUuid> category = categoryID;
-    touch(document.id, [&category](MarkdownDocument &changed) { changed.categoryID = category; });
+    edit(document.id, [&category](MarkdownDocument &changed) { changed.categoryID = category; });
 }
 
 std::optional<QString> DocumentLibrary::importImage(const MarkdownDocument &document, const QUrl &source)

@@ -2,12 +2,14 @@
 
 #include "model/RowsChange.h"
 #include "model/SavedData.h"
+#include "model/StateChange.h"
 #include "store/DocumentDrafts.h"
 #include "store/DocumentFolder.h"
 
 #include <QObject>
 #include <QUrl>
 
+#include <functional>
 #include <optional>
 
 namespace tessaly {
@@ -24,8 +26,11 @@ class DocumentLibrary : public QObject
     Q_OBJECT
 
 public:
+    /// Performs a change as one step, see PlannerStore::perform().
+    using Perform = std::function<void(const StateChange &)>;
+
     /// Holds nothing before load(). The ports and values must outlive it.
-    DocumentLibrary(const PlannerPorts &ports, StoredValues &values, QObject *parent = nullptr);
+    DocumentLibrary(const PlannerPorts &ports, StoredValues &values, Perform perform, QObject *parent = nullptr);
 
     /// Reads the lists and the place of the files; writes nothing.
     void load();
@@ -78,6 +83,16 @@ public:
     /// Removes the file and the document.
     void deleteDocument(const MarkdownDocument &document);
 
+    /// The rows that a change touched.
+    struct Touched
+    {
+        std::optional<RowsChange> categories = {};
+        std::optional<RowsChange> documents = {};
+    };
+    /// Applies what the change says of categories and documents and saves it; adds to `done` what changed.
+    [[nodiscard]] Touched apply(const StateChange &change, StateChange &done);
+    void announce(const Touched &touched);
+
 signals:
     void documentCategoriesChanged(const tessaly::RowsChange &change);
     void documentsChanged(const tessaly::RowsChange &change);
@@ -85,18 +100,18 @@ signals:
 
 private:
     void saveDocumentMetadata();
-    // What runs after the assignment to a list: it is saved, then announced.
-    void documentCategoriesAssigned(const RowsChange &rows);
+    /// Saves the list, which the caller has changed in these rows, and emits its signal.
     void documentsAssigned(const RowsChange &rows);
     /// Lets `change` work on the document with the id; its time of the last change becomes now.
     template <class Change>
-    void touch(const QUuid &id, Change change);
+    void edit(const QUuid &id, Change change);
 
     const PlannerPorts &m_ports;
     StoredValues &m_values;
     DocumentFolder m_folder;
     DocumentDrafts m_drafts;
     DocumentLibraryData m_library;
+    Perform m_perform;
 };
 
 } // namespace tessaly

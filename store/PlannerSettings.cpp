@@ -196,6 +196,87 @@ QString PlannerSettings::dateText(Instant date, bool dateOnly) const
     return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
 }
 
+std::optional<PreferenceValue> PlannerSettings::setting(const QString &key) const
+{
+    // The members hold what could not be saved yet, too.
+    if (key == keys::visibleCalendarIDs)
+        return QStringList(m_visibleCalendarIDs.values());
+    if (key == keys::selectedCalendarIDs)
+        return QStringList(m_selectedCalendarIDs.values());
+    if (key == keys::automaticCalendarSync)
+        return m_automaticCalendarSync;
+    if (key == keys::displayStartHour)
+        return qint64{m_displayStartHour};
+    if (key == keys::displayEndHour)
+        return qint64{m_displayEndHour};
+    if (key == keys::interfaceLanguage)
+        return rawValue(m_interfaceLanguage);
+    if (key == keys::preferredName)
+        return m_preferredName;
+    return m_ports.preferences.value(key);
+}
+
+void PlannerSettings::setSetting(const QString &key, const std::optional<PreferenceValue> &value)
+{
+    const auto get = [&value]<class T>(const T &otherwise) {
+        const T *found = value ? std::get_if<T>(&*value) : nullptr;
+        return found ? *found : otherwise;
+    };
+    const auto set = [&get] {
+        const QStringList list = get(QStringList());
+        return QSet<QString>(list.cbegin(), list.cend());
+    };
+    if (key == keys::visibleCalendarIDs)
+        setVisibleCalendarIDs(set());
+    else if (key == keys::selectedCalendarIDs)
+        setSelectedCalendarIDs(set());
+    else if (key == keys::automaticCalendarSync)
+        setAutomaticCalendarSync(get(true));
+    else if (key == keys::displayStartHour)
+        setDisplayStartHour(int(get(qint64{0})));
+    else if (key == keys::displayEndHour)
+        setDisplayEndHour(int(get(qint64{24})));
+    else if (key == keys::interfaceLanguage)
+        setInterfaceLanguage(appLanguageFromRawValue(get(QString())));
+    else if (key == keys::preferredName)
+        setPreferredName(get(QString()));
+    else if (value)
+        savePreference(key, *value);
+}
+
+std::optional<SettingChange> PlannerSettings::applySetting(const QString &key, const SettingChange &change)
+{
+    const std::optional<PreferenceValue> before = setting(key);
+    const auto listIn = [](const std::optional<PreferenceValue> &value) -> const QStringList * {
+        return value ? std::get_if<QStringList>(&*value) : nullptr;
+    };
+    if (!listIn(change.before) && !listIn(change.after)) {
+        if ((change.before && before != change.before) || before == change.after)
+            return std::nullopt;
+        setSetting(key, change.after);
+        return SettingChange{before, change.after};
+    }
+    const QStringList current = listIn(before) ? *listIn(before) : QStringList();
+    const QStringList without = listIn(change.before) ? *listIn(change.before) : QStringList();
+    const QStringList with = listIn(change.after) ? *listIn(change.after) : QStringList();
+    SettingChange done{QStringList(), QStringList()};
+    QStringList target;
+    for (const QString &each : current) {
+        const bool isKept = with.contains(each) || !without.contains(each);
+        (isKept ? target : std::get<QStringList>(*done.before)).append(each);
+    }
+    for (const QString &each : with) {
+        if (current.contains(each))
+            continue;
+        target.append(each);
+        std::get<QStringList>(*done.after).append(each);
+    }
+    if (target == current)
+        return std::nullopt;
+    setSetting(key, target);
+    return done;
+}
+
 void PlannerSettings::reportSaveFailed(const Error &error)
 {
     const Message message =

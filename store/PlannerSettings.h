@@ -2,6 +2,7 @@
 
 #include "model/AppLanguage.h"
 #include "model/Instant.h"
+#include "model/StateChange.h"
 #include "platform/Preferences.h"
 #include "store/Message.h"
 #include "store/PlannerPorts.h"
@@ -127,11 +128,17 @@ protected:
     [[nodiscard]] const PlannerPorts &ports() const { return m_ports; }
     [[nodiscard]] StoredValues &values() { return m_values; }
 
+    /// Sets the setting unless it has been changed from `before` meanwhile; of a list, adds and removes what differs.
+    /// What actually changed.
+    std::optional<SettingChange> applySetting(const QString &key, const SettingChange &change);
+
     /// Empties the status line if it shows this message.
     void retractCalendarSyncMessage(const Message &message);
 
 private:
     void load();
+    [[nodiscard]] std::optional<PreferenceValue> setting(const QString &key) const;
+    void setSetting(const QString &key, const std::optional<PreferenceValue> &value);
     /// Sets the member, saves it in its stored form and raises the signal; nothing for the same value.
     template <class Value>
     void assign(Value &member, const Value &value, const QString &key, const PreferenceValue &stored,

@@ -8,8 +8,8 @@ namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
-      m_documentLibrary(this->ports(), values()), m_noteDrafts(values()), m_calendarSync(*this, this->ports()),
-      m_feedReader(std::make_unique<CalendarFeedReader>())
+      m_documentLibrary(this->ports(), values(), [this](const StateChange &change) { perform(change); }),
+      m_noteDrafts(values()), m_calendarSync(*this, this->ports()), m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
@@ -36,25 +36,18 @@ void PlannerStore::schedulesAssigned(const RowsChange &rows)
     emit schedulesChanged(rows);
 }
 
-void PlannerStore::remindersAssigned(const RowsChange &rows)
-{
-    m_dataWriter.save(m_data, SavedDataEncoder::Section::Reminders, rows);
-    emit remindersChanged(rows);
-}
-
-void PlannerStore::goalsAssigned(const RowsChange &rows)
-{
-    m_dataWriter.save(m_data, SavedDataEncoder::Section::Goals, rows);
-    emit goalsChanged(rows);
-}
-
 void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
+{
+    saveCalendarFeeds();
+    emit calendarFeedsChanged(rows);
+}
+
+void PlannerStore::saveCalendarFeeds()
 {
     values().saveBlob(keys::calendarFeedsKey, [this]() -> Result<void> {
         const std::optional<QByteArray> json = encodeCalendarFeeds(m_calendarFeeds);
         return json ? values().preferences().setValue(keys::calendarFeedsKey, *json) : Result<void>();
     });
-    emit calendarFeedsChanged(rows);
 }
 
 } // namespace tessaly

@@ -7,6 +7,7 @@
 #include "store/NoteDrafts.h"
 #include "store/PlannerSettings.h"
 #include "store/SavedDataWriter.h"
+#include "store/UndoHistory.h"
 #include "store/WaitingReminders.h"
 
 #include <functional>
@@ -54,15 +55,27 @@ public:
     /// copied to another key before a save overwrites it.
     [[nodiscard]] bool hadUnreadableData() const { return m_hadUnreadableData; }
 
-    // Records. Each method that changes a list saves it and emits the list's signal once. Records are found by their
-    // id; an unknown id changes nothing.
+    // Steps. Everything that the user changes goes through perform(); what a sync or the update of a link brings does
+    // not, and stays when a step is undone.
+
+    /// Applies the change and records it as one step, named after what it does unless a name is given. Each list it
+    /// touches is assigned once, and everything is saved in one transaction; then each list's signal is emitted. A
+    /// removed link takes its schedules along; the events of schedules follow in the calendar, reminders follow their
+    /// to-dos. Returns what was really changed, see applyChanges(); a change without effect is no step.
+    StateChange perform(const StateChange &change, const std::optional<TextPair> &name = std::nullopt);
+    /// Takes back the last step, or does it again; nothing without one. See UndoHistory::undone().
+    Q_INVOKABLE void undo();
+    Q_INVOKABLE void redo();
+    [[nodiscard]] UndoHistory &history() { return m_history; }
+
+    // Records. Each method is one step. Records are found by their id; an unknown id changes nothing.
 
     /// Appends the schedule and, given a calendar, writes it there once access is granted.
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
     /// Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not
-    /// touched.
+    /// touched, and this is no step.
     void editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
@@ -107,13 +120,31 @@ signals:
 private:
     // Each saves the list, which the caller has changed in these rows, and emits its signal.
     void schedulesAssigned(const RowsChange &rows);
-    void remindersAssigned(const RowsChange &rows);
-    void goalsAssigned(const RowsChange &rows);
     void calendarFeedsAssigned(const RowsChange &rows);
+    void saveCalendarFeeds();
 
-    /// Adds or removes the waiting reminder of the to-do; the caller saves both together.
-    void scheduleNotification(const ReminderItem *before, const ReminderItem &item);
+    /// The rows that a change touched.
+    struct Touched
+    {
+        std::optional<RowsChange> schedules = {};
+        std::optional<RowsChange> reminders = {};
+        std::optional<RowsChange> goals = {};
+        std::optional<RowsChange> feeds = {};
+        DocumentLibrary::Touched library = {};
+    };
+    [[nodiscard]] StateChange apply(StateChange change);
+    [[nodiscard]] Touched applyToLists(const StateChange &change, StateChange &done);
+    void announce(const Touched &touched);
+    /// Adds what the changes of to-dos mean for the reminders that wait.
+    void followReminders(StateChange &change) const;
+    void takeSchedulesOfRemovedFeeds(StateChange &change);
+    /// Unlinks the schedules that come back without their event; in which calendar each wants it.
+    [[nodiscard]] static QHash<QUuid, QString> takeWantedEvents(QList<RecordChange<ScheduleItem>> &changes);
+    void writeToCalendar(QList<RecordChange<ScheduleItem>> &changes, const QHash<QUuid, QString> &wantedEvents);
+    /// Creates the event once access is granted.
+    void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
 
+    void forgetFeedUpdates(const QUuid &feedID);
     void endFeedUpdate(const QUuid &feedID);
     void failFeedUpdate(const QUuid &feedID, const Error &error);
     void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
@@ -123,6 +154,7 @@ private:
     void applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID);
     [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
 
+    UndoHistory m_history;
     SavedData m_data;
     SavedDataWriter m_dataWriter;
     WaitingReminders m_waitingReminders;

@@ -4,6 +4,7 @@
 #include "store/CalendarFeedReader.h"
 #include "store/ErrorText.h"
 #include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
 #include "store/RecordRows.h"
 
 #include <QPointer>
@@ -62,8 +63,8 @@ bool PlannerStore::addCalendarFeed(const QString &urlString)
         return false;
     }
     const CalendarFeed feed{.name = feedName(url), .urlString = trimmed};
-    calendarFeedsAssigned(appendRecord(m_calendarFeeds, feed));
-    setVisibleCalendarIDs(QSet<QString>(visibleCalendarIDs()) << feedCalendarIdentifier(feed.id));
+    perform({.feeds = {additionOf(feed, m_calendarFeeds.size())},
+             .settings = {{keys::visibleCalendarIDs, {.after = QStringList(feedCalendarIdentifier(feed.id))}}}});
     refreshCalendarFeed(feed.id);
     return true;
 }
@@ -165,16 +166,14 @@ void PlannerStore::setCalendarFeedError(const Error &error)
 
 void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
 {
-    // The id may be a reference into the list that is about to change.
-    const QUuid id = feedID;
-    const QString identifier = feedCalendarIdentifier(id);
-    const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
-    if (m_data.schedules.removeIf(isOfFeed) > 0)
-        schedulesAssigned({});
-    if (const auto rows = removeRecords(m_calendarFeeds, id))
-        calendarFeedsAssigned(*rows);
-    m_feedFailures.remove(id);
-    m_feedsUnderWay.removeAll(id);
+    if (const qsizetype row = rowOf(m_calendarFeeds, feedID); row >= 0)
+        perform({.feeds = {removalOf(m_calendarFeeds.at(row), row)}});
+}
+
+void PlannerStore::forgetFeedUpdates(const QUuid &feedID)
+{
+    m_feedFailures.remove(feedID);
+    m_feedsUnderWay.removeAll(feedID);
     if (m_feedsUnderWay.isEmpty())
         retractCalendarSyncMessage(updatingMessage());
 }

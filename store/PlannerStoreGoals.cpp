@@ -5,19 +5,19 @@ namespace tessaly {
 
 void PlannerStore::addGoal(const Goal &goal)
 {
-    goalsAssigned(appendRecord(m_data.goals, goal));
+    perform({.goals = {additionOf(goal, m_data.goals.size())}});
 }
 
 void PlannerStore::updateGoal(const Goal &goal)
 {
-    if (const auto rows = replaceRecord(m_data.goals, goal))
-        goalsAssigned(*rows);
+    if (const qsizetype row = rowOf(m_data.goals, goal.id); row >= 0)
+        perform({.goals = {editOf(m_data.goals.at(row), goal, row)}});
 }
 
 void PlannerStore::removeGoal(const QUuid &id)
 {
-    if (const auto rows = removeRecords(m_data.goals, id))
-        goalsAssigned(*rows);
+    if (const qsizetype row = rowOf(m_data.goals, id); row >= 0)
+        perform({.goals = {removalOf(m_data.goals.at(row), row)}});
 }
 
 } // namespace tessaly

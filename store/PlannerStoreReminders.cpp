@@ -10,8 +10,7 @@ namespace tessaly {
 
 void PlannerStore::addReminder(const ReminderItem &item)
 {
-    scheduleNotification(nullptr, item);
-    remindersAssigned(appendRecord(m_data.reminders, item));
+    perform({.reminders = {additionOf(item, m_data.reminders.size())}});
     const auto reminder = waitingReminder(item, {}, calendar());
     if (reminder && dueInstant(*reminder, calendar()) < clock().now())
         setCalendarSyncMessage({{QStringLiteral("截止时间已过，不会再提醒。"),
@@ -20,22 +19,14 @@ void PlannerStore::addReminder(const ReminderItem &item)
 
 void PlannerStore::updateReminder(const ReminderItem &item)
 {
-    const qsizetype row = rowOf(m_data.reminders, item.id);
-    if (row < 0)
-        return;
-    scheduleNotification(&m_data.reminders.at(row), item);
-    remindersAssigned(*replaceRecord(m_data.reminders, item));
+    if (const qsizetype row = rowOf(m_data.reminders, item.id); row >= 0)
+        perform({.reminders = {editOf(m_data.reminders.at(row), item, row)}});
 }
 
 void PlannerStore::removeReminder(const QUuid &id)
 {
-    if (const auto rows = removeRecords(m_data.reminders, id))
-        remindersAssigned(*rows);
-}
-
-void PlannerStore::scheduleNotification(const ReminderItem *before, const ReminderItem &item)
-{
-    m_waitingReminders.follow(before, item, text(QStringLiteral("提醒事项"), QStringLiteral("Reminder")));
+    if (const qsizetype row = rowOf(m_data.reminders, id); row >= 0)
+        perform({.reminders = {removalOf(m_data.reminders.at(row), row)}});
 }
 
 void PlannerStore::reportResidence()

@@ -3,25 +3,41 @@
 
 namespace tessaly {
 
+namespace {
+
+/// As the schedule is after "Clear".
+ScheduleItem emptied(ScheduleItem item)
+{
+    item.notes.clear();
+    item.taskTitle.reset();
+    item.isTaskComplete = false;
+    item.tasks = QList<ScheduleTask>();
+    return item;
+}
+
+template <class Record>
+QList<RecordChange<Record>> removalOfAll(const QList<Record> &records)
+{
+    QList<RecordChange<Record>> changes;
+    changes.reserve(records.size());
+    for (const Record &record : records)
+        changes.append(removalOf(record, changes.size()));
+    return changes;
+}
+
+} // namespace
+
 void PlannerStore::addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier)
 {
-    schedulesAssigned(appendRecord(m_data.schedules, item));
-    if (!calendarIdentifier)
-        return;
-    m_calendarSync.requestCalendarAccess(
-        [self = QPointer(this), id = item.id, calendar = *calendarIdentifier](const Result<bool> &granted) {
-            if (self && granted && granted.value())
-                self->m_calendarSync.createEvent(id, calendar);
-        });
+    perform({.schedules = {additionOf(item, m_data.schedules.size())}});
+    if (calendarIdentifier)
+        createEvent(item.id, *calendarIdentifier);
 }
 
 void PlannerStore::updateSchedule(const ScheduleItem &item)
 {
-    const auto rows = replaceRecord(m_data.schedules, item);
-    if (!rows)
-        return;
-    schedulesAssigned(*rows);
-    m_calendarSync.changeEvent(item);
+    if (const qsizetype row = rowOf(m_data.schedules, item.id); row >= 0)
+        perform({.schedules = {editOf(m_data.schedules.at(row), item, row)}});
 }
 
 void PlannerStore::editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change)
@@ -32,29 +48,23 @@ void PlannerStore::editSchedules(const std::function<std::optional<RowsChange>(Q
 
 void PlannerStore::deleteSchedule(const ScheduleItem &item)
 {
-    m_calendarSync.removeEvent(item);
-    if (const auto rows = removeRecords(m_data.schedules, item.id))
-        schedulesAssigned(*rows);
-    m_noteDrafts.drop(item.id);
+    // The item may be one of the list.
+    const QUuid id = item.id;
+    if (const qsizetype row = rowOf(m_data.schedules, id); row >= 0)
+        perform({.schedules = {removalOf(m_data.schedules.at(row), row)}});
+    m_noteDrafts.drop(id);
 }
 
 void PlannerStore::clearPersonalContent()
 {
-    // One assignment per list, not per field: saving every record of a large planner four times would take minutes.
-    if (!m_data.schedules.isEmpty()) {
-        for (ScheduleItem &item : m_data.schedules) {
-            item.notes.clear();
-            item.taskTitle.reset();
-            item.isTaskComplete = false;
-            item.tasks = QList<ScheduleTask>();
-        }
-        schedulesAssigned({RowsChange::Kind::Updated, 0, m_data.schedules.size()});
+    StateChange change{.reminders = removalOfAll(m_data.reminders), .goals = removalOfAll(m_data.goals)};
+    for (qsizetype row = 0; row < m_data.schedules.size(); ++row) {
+        const ScheduleItem &item = m_data.schedules.at(row);
+        if (ScheduleItem after = emptied(item); after != item)
+            change.schedules.append(editOf(item, after, row));
     }
+    perform(change, TextPair{QStringLiteral("清空"), QStringLiteral("Clear")});
     m_noteDrafts.dropAll();
-    m_data.reminders.clear();
-    remindersAssigned({});
-    m_data.goals.clear();
-    goalsAssigned({});
     setCalendarSyncMessage({{QStringLiteral("已清空备注、关联任务、待办与目标。"),
                              QStringLiteral("Notes, linked tasks, to-dos, and goals have been cleared.")}});
 }

@@ -33,21 +33,21 @@ void SavedDataWriter::setWaiting(const QList<WaitingReminder> &waiting)
 
 void SavedDataWriter::save()
 {
-    m_values.saveBlob(keys::storageKey, [this] { return write(); });
+    const auto written = [this] {
+        m_isStored = m_isEncoded;
+        m_unsavedWaiting.reset();
+    };
+    m_values.saveBlob(
+        keys::storageKey, [this] { return write(); }, written);
 }
 
 Result<void> SavedDataWriter::write()
 {
     Preferences &preferences = m_values.preferences();
-    Result<void> written = preferences.together([&] {
+    return preferences.together([&] {
         Result<void> data = m_isEncoded && !m_isStored ? writeData() : Result<void>();
         return data && m_unsavedWaiting ? preferences.setValue(keys::waitingReminders, *m_unsavedWaiting) : data;
     });
-    if (written) {
-        m_isStored = m_isEncoded;
-        m_unsavedWaiting.reset();
-    }
-    return written;
 }
 
 Result<void> SavedDataWriter::writeData()

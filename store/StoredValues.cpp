@@ -2,6 +2,8 @@
 
 #include "platform/Clock.h"
 
+#include <utility>
+
 namespace tessaly {
 
 StoredValues::StoredValues(const PlannerPorts &ports, std::chrono::milliseconds retryInterval) : m_ports(ports)
@@ -10,29 +12,75 @@ StoredValues::StoredValues(const PlannerPorts &ports, std::chrono::milliseconds 
     connect(&m_timer, &QTimer::timeout, this, &StoredValues::retry);
 }
 
-void StoredValues::saveBlob(const QString &key, const Write &writeBlob)
+Result<void> StoredValues::Pending::run() const
 {
-    write(key, [this, writeBlob] {
+    Result<void> done = write();
+    if (done && written)
+        written();
+    return done;
+}
+
+void StoredValues::saveBlob(const QString &key, const Write &writeBlob, const std::function<void()> &written)
+{
+    const auto copyAndWrite = [this, writeBlob] {
         Result<void> copied = copyUnreadable();
         return copied ? writeBlob() : copied;
-    });
+    };
+    write(key, {copyAndWrite, written});
 }
 
 void StoredValues::save(const QString &key, const PreferenceValue &value)
 {
-    write(key, [this, key, value] { return preferences().setValue(key, value); });
+    write(key, {[this, key, value] { return preferences().setValue(key, value); }});
 }
 
-void StoredValues::write(const QString &key, const Write &write)
+void StoredValues::write(const QString &key, const Pending &pending)
 {
-    const bool wasUnsaved = m_unsaved.remove(key) > 0;
-    if (const Result<void> written = write(); !written) {
-        m_unsaved.insert(key, write);
+    if (m_collected)
+        m_collected->insert(key, pending);
+    else
+        writeAll({{key, pending}});
+}
+
+void StoredValues::together(const std::function<void()> &changes)
+{
+    m_collected.emplace();
+    changes();
+    const QMap<QString, Pending> writes = *std::exchange(m_collected, std::nullopt);
+    if (!writes.isEmpty())
+        writeAll(writes);
+}
+
+void StoredValues::writeAll(const QMap<QString, Pending> &writes)
+{
+    bool wasUnsaved = false;
+    for (auto write = writes.cbegin(); write != writes.cend(); ++write)
+        wasUnsaved = m_unsaved.remove(write.key()) > 0 || wasUnsaved;
+    if (const Result<void> written = writes.size() == 1 ? writes.first().run() : writeTogether(writes); !written) {
+        m_unsaved.insert(writes);
         m_timer.start();
         emit failed(written.error());
     } else if (wasUnsaved || hasUnsaved()) {
         tryUnsaved();
     }
+}
+
+Result<void> StoredValues::writeTogether(const QMap<QString, Pending> &writes)
+{
+    // A copy that a failure of the others rolls back would be taken for made.
+    if (Result<void> copied = copyUnreadable(); !copied)
+        return copied;
+    Result<void> done = preferences().together([&writes] {
+        Result<void> written;
+        for (auto each = writes.cbegin(); written && each != writes.cend(); ++each)
+            written = each->write();
+        return written;
+    });
+    for (const Pending &each : writes) {
+        if (done && each.written)
+            each.written();
+    }
+    return done;
 }
 
 void StoredValues::retry()
@@ -51,8 +99,11 @@ void StoredValues::close()
 
 void StoredValues::tryUnsaved()
 {
+    // At once, or as much as possible: on a full disk what is small may still be written.
+    if (m_unsaved.size() > 1 && writeTogether(m_unsaved))
+        m_unsaved.clear();
     for (auto unsaved = m_unsaved.begin(); unsaved != m_unsaved.end();) {
-        if (const Result<void> written = (*unsaved)(); !written) {
+        if (const Result<void> written = unsaved->run(); !written) {
             m_timer.start();
             emit failed(written.error());
             return;

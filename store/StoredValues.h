@@ -48,11 +48,14 @@ public:
     /// Whether there is a blob that could not be decoded and was not copied to another key yet.
     [[nodiscard]] bool hasUnreadable() const { return !m_unreadableKeys.isEmpty(); }
 
-    /// Runs the write of a blob now, after copying the blobs that could not be read at start. It replaces an unsaved
-    /// one for the same key.
-    void saveBlob(const QString &key, const Write &write);
+    /// Runs the write of a blob now, after copying the blobs that could not be read at start, and `written` once it is
+    /// committed. It replaces an unsaved one for the same key.
+    void saveBlob(const QString &key, const Write &write, const std::function<void()> &written = {});
     /// Stores a plain value.
     void save(const QString &key, const PreferenceValue &value);
+
+    /// Runs `changes`, and then all that it saves in one transaction. Not to be nested.
+    void together(const std::function<void()> &changes);
 
     [[nodiscard]] bool hasUnsaved() const { return !m_unsaved.isEmpty(); }
     /// Tries everything that is unsaved.
@@ -67,13 +70,25 @@ signals:
     void recovered();
 
 private:
-    void write(const QString &key, const Write &write);
+    struct Pending
+    {
+        Write write = {};
+        std::function<void()> written = {};
+
+        [[nodiscard]] Result<void> run() const;
+    };
+
+    void write(const QString &key, const Pending &pending);
+    void writeAll(const QMap<QString, Pending> &writes);
+    [[nodiscard]] Result<void> writeTogether(const QMap<QString, Pending> &writes);
     void tryUnsaved();
     [[nodiscard]] Result<void> copyUnreadable();
 
     const PlannerPorts &m_ports;
     QStringList m_unreadableKeys;
-    QMap<QString, Write> m_unsaved;
+    QMap<QString, Pending> m_unsaved;
+    /// What together() collects.
+    std::optional<QMap<QString, Pending>> m_collected;
     QTimer m_timer;
 };
 

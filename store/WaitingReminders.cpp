@@ -1,6 +1,6 @@
 #include "store/WaitingReminders.h"
 
-#include "model/Uuid.h"
+#include "model/StateChange.h"
 #include "platform/Clock.h"
 #include "platform/LoginItem.h"
 #include "platform/NotificationPresenter.h"
@@ -8,6 +8,8 @@
 #include "store/SavedDataWriter.h"
 
 #include <QPointer>
+
+#include <algorithm>
 
 namespace tessaly {
 
@@ -40,14 +42,27 @@ void WaitingReminders::start()
     showDue();
 }
 
-void WaitingReminders::follow(const ReminderItem *before, const ReminderItem &after, const QString &title)
+void WaitingReminders::replace(const QList<WaitingReminder> &before, const QList<WaitingReminder> &after,
+                               StateChange &done)
 {
-    const auto waiting = waitingAfter(before, after, title, m_list, m_ports.calendar, m_ports.clock.now());
-    if (!waiting)
-        return;
-    m_askedFor.remove(uuidText(after.id));
-    m_held.remove(uuidText(after.id));
-    assign(*waiting);
+    QList<WaitingReminder> list;
+    for (const WaitingReminder &reminder : std::as_const(m_list)) {
+        if (std::ranges::find(before, reminder.identifier, &WaitingReminder::identifier) == before.cend())
+            list.append(reminder);
+        else
+            done.waitingBefore.append(reminder);
+    }
+    for (const WaitingReminder &reminder : after) {
+        if (dueInstant(reminder, m_ports.calendar) < m_ports.clock.now())
+            continue;
+        list.append(reminder);
+        done.waitingAfter.append(reminder);
+    }
+    for (const WaitingReminder &reminder : before + after) {
+        m_askedFor.remove(reminder.identifier);
+        m_held.remove(reminder.identifier);
+    }
+    assign(list);
 }
 
 void WaitingReminders::showDue()

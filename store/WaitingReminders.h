@@ -12,6 +12,7 @@ class Alarm;
 class SavedDataWriter;
 struct Error;
 struct PlannerPorts;
+struct StateChange;
 
 /// The reminders that wait for their minute, saved together with the to-dos. Each is shown once: it is removed and that
 /// is saved before it is shown, and it is restored only when no notification service could show it. It then waits for
@@ -35,9 +36,9 @@ public:
     /// Shows missed reminders, drops those that are too old, and waits for the rest. To be called once, before the
     /// event loop runs.
     void start();
-    /// Follows a to-do that is added, without `before`, or changes. The caller saves the to-do next, and with it what
-    /// waits.
-    void follow(const ReminderItem *before, const ReminderItem &after, const QString &title);
+    /// Removes the reminders with the identifiers of `before` and adds those of `after` whose minute has not begun;
+    /// what changed is added to `done`. The caller saves the data next, and with it what waits.
+    void replace(const QList<WaitingReminder> &before, const QList<WaitingReminder> &after, StateChange &done);
     /// Shows what is due. To be called when the user's clock has changed.
     void showDue();
 

@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <sqlite3.h>
 
+#include <utility>
+
 namespace tessaly {
 
 namespace {
@@ -201,9 +203,9 @@ Result<void> SqlitePreferences::together(const std::function<Result<void>()> &wr
 {
     Result<void> written;
     const Result<void> committed = inTransaction([&] {
-        m_isTogether = true;
+        const bool isWithinAnother = std::exchange(m_isTogether, true);
         written = writes();
-        m_isTogether = false;
+        m_isTogether = isWithinAnother;
         return written ? SQLITE_OK : SQLITE_ABORT;
     });
     return written ? committed : written;

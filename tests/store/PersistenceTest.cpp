@@ -103,6 +103,7 @@ private slots:
     {
         StoreUnderTest planner;
         PlannerStore &store = planner.start();
+        store.addGoal({.title = QStringLiteral("goal")});
         planner.preferences.failWritesWith(diskFull);
 
         store.clearPersonalContent();

@@ -1,0 +1,61 @@
+#include "store/UndoHistory.h"
+
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+UndoStep takeLast(std::deque<UndoStep> &steps)
+{
+    UndoStep step = std::move(steps.back());
+    steps.pop_back();
+    return step;
+}
+
+} // namespace
+
+void UndoHistory::record(const UndoStep &step, Instant now)
+{
+    const bool isTyping = m_canContinue && now.seconds - m_lastEdit.seconds <= typingPauseSeconds &&
+                          isSameText(m_done.back().change, step.change);
+    if (isTyping)
+        m_done.back().change = joinedEdits(std::move(m_done.back().change), step.change);
+    else
+        m_done.push_back(step);
+    if (m_done.size() > capacity)
+        m_done.pop_front();
+    m_undone.clear();
+    m_lastEdit = now;
+    m_canContinue = true;
+    emit changed();
+    emit recorded(step);
+}
+
+UndoStep UndoHistory::takeUndo()
+{
+    m_canContinue = false;
+    return takeLast(m_done);
+}
+
+UndoStep UndoHistory::takeRedo()
+{
+    m_canContinue = false;
+    return takeLast(m_undone);
+}
+
+void UndoHistory::putUndone(const UndoStep &step)
+{
+    if (!step.change.isEmpty())
+        m_undone.push_back(step);
+    emit changed();
+}
+
+void UndoHistory::putRedone(const UndoStep &step)
+{
+    if (!step.change.isEmpty())
+        m_done.push_back(step);
+    emit changed();
+}
+
+} // namespace tessaly
