@@ -78,6 +78,14 @@ void DocumentLibrary::documentsAssigned(const RowsChange &rows)
     emit documentsChanged(rows);
 }
 
+void DocumentLibrary::touch(const QUuid &id)
+{
+    if (const qsizetype row = rowOf(m_library.documents, id); row >= 0) {
+        m_library.documents[row].updatedAt = m_ports.clock.now();
+        documentsAssigned({RowsChange::Kind::Updated, row, 1});
+    }
+}
+
 template <class Change>
 void DocumentLibrary::edit(const QUuid &id, Change change)
 {
@@ -86,6 +94,11 @@ void DocumentLibrary::edit(const QUuid &id, Change change)
         return;
     MarkdownDocument document = m_library.documents.at(row);
     change(document);
+    // Saving a document sets its title and category again: no step.
+    if (document == m_library.documents.at(row)) {
+        touch(id);
+        return;
+    }
     document.updatedAt = m_ports.clock.now();
     m_perform({.documents = {editOf(m_library.documents.at(row), document, row)}});
 }
@@ -174,11 +187,7 @@ DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, co
     DocumentWrite outcome = m_folder.write(id, content);
     if (outcome)
         m_drafts.drop(id);
-    // No step: the text has an undo of its own.
-    if (const qsizetype row = rowOf(m_library.documents, id); row >= 0) {
-        m_library.documents[row].updatedAt = m_ports.clock.now();
-        documentsAssigned({RowsChange::Kind::Updated, row, 1});
-    }
+    touch(id);
     return outcome;
 }
 

@@ -102,7 +102,9 @@ private:
     void saveDocumentMetadata();
     /// Saves the list, which the caller has changed in these rows, and emits its signal.
     void documentsAssigned(const RowsChange &rows);
-    /// Lets `change` work on the document with the id; its time of the last change becomes now.
+    /// Sets the time of the last change. No step: the text has an undo of its own.
+    void touch(const QUuid &id);
+    /// Lets `change` work on the document with the id, as a step; its time of the last change becomes now.
     template <class Change>
     void edit(const QUuid &id, Change change);
 

@@ -133,6 +133,8 @@ private:
         DocumentLibrary::Touched library = {};
     };
     [[nodiscard]] StateChange apply(StateChange change);
+    /// apply() for a step that is undone or redone: events that were removed with their schedules are written again.
+    [[nodiscard]] StateChange applyStep(StateChange change);
     [[nodiscard]] Touched applyToLists(const StateChange &change, StateChange &done);
     void announce(const Touched &touched);
     /// Adds what the changes of to-dos mean for the reminders that wait.
@@ -140,7 +142,8 @@ private:
     void takeSchedulesOfRemovedFeeds(StateChange &change);
     /// Unlinks the schedules that come back without their event; in which calendar each wants it.
     [[nodiscard]] static QHash<QUuid, QString> takeWantedEvents(QList<RecordChange<ScheduleItem>> &changes);
-    void writeToCalendar(QList<RecordChange<ScheduleItem>> &changes, const QHash<QUuid, QString> &wantedEvents);
+    /// Removes and changes the events of schedules; a removed schedule whose event goes with it is marked as such.
+    void writeToCalendar(QList<RecordChange<ScheduleItem>> &changes);
     /// Creates the event once access is granted.
     void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
 

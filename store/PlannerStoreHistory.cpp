@@ -50,7 +50,7 @@ void PlannerStore::undo()
     if (!m_history.nextUndo())
         return;
     const UndoStep step = m_history.takeUndo();
-    const StateChange done = apply(inverted(step.change));
+    const StateChange done = applyStep(inverted(step.change));
     m_history.putUndone({step.description, inverted(done)});
     emit m_history.undone(step.description, done);
 }
@@ -60,15 +60,23 @@ void PlannerStore::redo()
     if (!m_history.nextRedo())
         return;
     const UndoStep step = m_history.takeRedo();
-    const StateChange done = apply(step.change);
+    const StateChange done = applyStep(step.change);
     m_history.putRedone({step.description, done});
     emit m_history.redone(step.description, done);
+}
+
+StateChange PlannerStore::applyStep(StateChange change)
+{
+    const QHash<QUuid, QString> wantedEvents = takeWantedEvents(change.schedules);
+    const StateChange done = apply(std::move(change));
+    for (auto wanted = wantedEvents.cbegin(); wanted != wantedEvents.cend(); ++wanted)
+        createEvent(wanted.key(), *wanted);
+    return done;
 }
 
 StateChange PlannerStore::apply(StateChange change)
 {
     takeSchedulesOfRemovedFeeds(change);
-    const QHash<QUuid, QString> wantedEvents = takeWantedEvents(change.schedules);
     StateChange done;
     Touched touched;
     values().together([&] {
@@ -79,7 +87,7 @@ StateChange PlannerStore::apply(StateChange change)
         }
     });
     announce(touched);
-    writeToCalendar(done.schedules, wantedEvents);
+    writeToCalendar(done.schedules);
     return done;
 }
 
@@ -180,19 +188,14 @@ QHash<QUuid, QString> PlannerStore::takeWantedEvents(QList<RecordChange<Schedule
     return calendars;
 }
 
-void PlannerStore::writeToCalendar(QList<RecordChange<ScheduleItem>> &changes,
-                                   const QHash<QUuid, QString> &wantedEvents)
+void PlannerStore::writeToCalendar(QList<RecordChange<ScheduleItem>> &changes)
 {
     for (RecordChange<ScheduleItem> &change : changes) {
         if (!change.after) {
             const bool hasEvent = !change.before->calendarIdentifier || isOfCalendar(*change.before);
             if (hasEvent && m_calendarSync.removeEvent(*change.before))
                 change.before->calendarEventIdentifier.reset();
-        } else if (!change.before) {
-            const auto calendar = wantedEvents.constFind(change.id);
-            if (calendar != wantedEvents.cend())
-                createEvent(change.id, *calendar);
-        } else if (isOtherEvent(*change.before, *change.after)) {
+        } else if (change.before && isOtherEvent(*change.before, *change.after)) {
             m_calendarSync.changeEvent(*change.after);
         }
     }

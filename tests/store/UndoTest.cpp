@@ -150,7 +150,9 @@ private:
         const MarkdownDocument document = library.documents().at(m_random.below(library.documents().size()));
         if (m_random.happens(0.5))
             return library.renameDocument(document, m_random.words(2));
-        library.setDocumentCategory(document, category);
+        // Setting the same category again is no step, and changes the time of the last change.
+        if (document.categoryID != category)
+            library.setDocumentCategory(document, category);
     }
 
     PlannerStore &m_store;
