@@ -19,6 +19,8 @@ namespace tessaly {
 
 namespace {
 
+/// Of a to-do that is added by a command; it has to fit into what processes tell each other.
+constexpr int longestTitle = 5000;
 constexpr QLatin1String folderOfCalendars("vdir:");
 
 CommandLine only(CommandLine::Task task, const QString &text)
@@ -66,11 +68,31 @@ std::optional<CommandLine::Calendars> calendarsNamed(const QString &value)
     return std::nullopt;
 }
 
+std::optional<int> daysIn(const QString &value)
+{
+    bool isNumber = false;
+    const int days = value.toInt(&isNumber);
+    return isNumber && days >= 1 && days <= 366 ? std::optional(days) : std::nullopt;
+}
+
 /// Why the options cannot be taken together; empty where they can.
 QString objection(const QCommandLineParser &parser)
 {
-    if (const QStringList surplus = parser.positionalArguments(); !surplus.isEmpty())
-        return QStringLiteral("Unexpected argument '%1'.").arg(surplus.first());
+    if (const QStringList words = parser.positionalArguments(); !words.isEmpty()) {
+        const std::optional<PlannerCommand> command = commandFrom(words);
+        if (!command)
+            return QStringLiteral("'%1' is no command, or its arguments are wrong.").arg(words.join(u' '));
+        if (command->text.size() > longestTitle)
+            return QStringLiteral("The title is longer than %1 characters.").arg(longestTitle);
+        if (parser.isSet(QStringLiteral("demo")) || parser.isSet(QStringLiteral("background")))
+            return QStringLiteral("A command works without a window, on stored data.");
+    }
+    for (const QString &option : {QStringLiteral("days"), QStringLiteral("json")}) {
+        if (parser.isSet(option) && parser.positionalArguments().value(0) != QLatin1String("agenda"))
+            return QStringLiteral("--%1 belongs to the command agenda.").arg(option);
+    }
+    if (parser.isSet(QStringLiteral("days")) && !daysIn(parser.value(QStringLiteral("days"))))
+        return QStringLiteral("--days needs a number from 1 to 366.");
     for (const QString &option : {QStringLiteral("data-dir"), QStringLiteral("screens")}) {
         if (parser.isSet(option) && parser.value(option).isEmpty())
             return QStringLiteral("--%1 needs a directory.").arg(option);
@@ -143,7 +165,18 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                       QStringLiteral("directory"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Tessaly, a planner for one person."));
-    parser.addOptions({help, version, dataDirectory, calendar, demo, background, selfTest, pictures});
+    const QCommandLineOption days(QStringLiteral("days"), QStringLiteral("The number of days that agenda lists (7)."),
+                                  QStringLiteral("number"));
+    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Have agenda print JSON."));
+    parser.addOptions({help, version, dataDirectory, calendar, demo, background, selfTest, pictures, days, json});
+    parser.addPositionalArgument(QStringLiteral("command"),
+                                 QStringLiteral("Without a window, by the running planner if there is one:\n"
+                                                "export <file>    save everything as one archive\n"
+                                                "import <file>    replace everything by an archive\n"
+                                                "verify           check the stored data\n"
+                                                "agenda           list what is ahead\n"
+                                                "add <title>      add a to-do"),
+                                 QStringLiteral("[command]"));
 
     if (!parser.parse(arguments))
         return only(Task::Refuse, parser.errorText());
@@ -165,6 +198,12 @@ CommandLine parseCommandLine(const QStringList &arguments)
         result.calendars = *calendarsNamed(parser.value(calendar));
         if (result.calendars == CommandLine::Calendars::Directory)
             result.calendarDirectory = QDir(parser.value(calendar).mid(folderOfCalendars.size())).absolutePath();
+    }
+    if (const std::optional<PlannerCommand> command = commandFrom(parser.positionalArguments())) {
+        result.task = Task::Command;
+        result.command = *command;
+        result.command.isJson = parser.isSet(json);
+        result.command.days = daysIn(parser.value(days)).value_or(result.command.days);
     }
     if (parser.isSet(selfTest))
         result.task = Task::SelfTest;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/PlannerCommand.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +16,8 @@ struct CommandLine
         SelfTest,
         /// Write pictures of every screen.
         Pictures,
+        /// Carry out `command` without a window.
+        Command,
         /// Only print `text` on the standard output.
         Print,
         /// The arguments are invalid; `text` says why.
@@ -42,6 +46,7 @@ struct CommandLine
     /// Start without a window and stay when it is closed, so that reminders arrive.
     bool isBackground = false;
     QString picturesDirectory = {};
+    PlannerCommand command = {};
     QString text = {};
 };
 

@@ -9,6 +9,8 @@
 #include "platform/common/NullEventStore.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/common/vdir/VdirEventStore.h"
+#include "platform/common/ZipArchives.h"
+#include "platform/fake/FakeArchives.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -48,6 +50,8 @@ struct Composition::Parts
     std::unique_ptr<FileSystem> fileSystem;
     QString documentsFolder;
     QString draftsFolder;
+    std::unique_ptr<Archives> archives;
+    QString importFolder;
     std::unique_ptr<FileDialogs> fileDialogs =
         std::make_unique<PortalFileDialogs>(std::make_unique<QuickFileDialogs>());
     std::unique_ptr<SystemAppearance> systemAppearance;
@@ -111,9 +115,9 @@ std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const 
 Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts))
 {
     Parts &p = *m_parts;
-    p.store = std::make_unique<PlannerStore>(
-        PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem,
-                     *p.feedDownloader, *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder});
+    p.store = std::make_unique<PlannerStore>(PlannerPorts{
+        *p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem, *p.feedDownloader,
+        *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder, *p.archives, p.importFolder});
 }
 
 Composition::~Composition() = default;
@@ -136,6 +140,8 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->fileSystem = std::make_unique<LocalFileSystem>();
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
     parts->draftsFolder = commandLine.dataDirectory + QStringLiteral("/Drafts");
+    parts->archives = std::make_unique<ZipArchives>();
+    parts->importFolder = commandLine.dataDirectory + QStringLiteral("/Import");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
     parts->notificationPresenter = std::make_unique<FreedesktopNotifications>(QGuiApplication::desktopFileName());
     // The end of a session asks no questions; what can still be saved is saved.
@@ -180,6 +186,7 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     // The sample stays as it is until the user asks for a sync.
     (void)preferences->setValue(keys::automaticCalendarSync, now.has_value());
     parts->preferences = std::move(preferences);
+    parts->archives = std::make_unique<FakeArchives>();
     auto eventStore = std::make_unique<FakeEventStore>();
     for (const EventCalendar &sample : sampleCalendars(language))
         eventStore->addCalendar(sample);

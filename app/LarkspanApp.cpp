@@ -36,7 +36,7 @@ void addEngineImportPaths(QQmlEngine &engine)
 LarkspanApp::LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAppearance &systemAppearance,
                          FileDialogs &fileDialogs, QObject *parent)
     : QObject(parent), m_store(store), m_preferences(preferences), m_systemAppearance(systemAppearance),
-      m_shell(store, preferences, systemAppearance), m_documentDesktop(fileDialogs), m_qtTexts(store)
+      m_shell(store, preferences, systemAppearance, fileDialogs), m_documentDesktop(fileDialogs), m_qtTexts(store)
 {
     PlannerStoreQml::setStore(&store);
     // Before the screens hear of it: the dates in their bindings are JavaScript's.

@@ -29,5 +29,13 @@ Native.MenuBar {
             text: "请求通知权限"
             onTriggered: PlannerStore.requestNotificationPermission()
         }
+        Native.MenuItem {
+            text: Language.text("导出…", "Export…")
+            onTriggered: menuBar.content.shell.archive.exportArchive()
+        }
+        Native.MenuItem {
+            text: Language.text("导入…", "Import…")
+            onTriggered: menuBar.content.shell.archive.chooseImport()
+        }
     }
 }

@@ -5,6 +5,7 @@
 #include "app/StartFailure.h"
 // lint-allow(arrows): decides whether there is anything to compose
 #include "platform/common/SingleInstance.h"
+#include "store/ErrorText.h"
 #include "store/PlannerStore.h"
 #include "ui/Ui.h"
 #include "views/shell/ShellModel.h"
@@ -30,6 +31,14 @@ void reportWhatIsLost(PlannerStore &store)
                      "Changes could not be saved and are lost.");
 }
 
+void answerCommand(const QByteArray &line, PlannerStore &store, const SingleInstance::Reply &reply)
+{
+    if (const std::optional<PlannerCommand> command = decodeCommand(line))
+        carryOut(*command, store, [reply](const CommandAnswer &answer) { reply(encodeAnswer(answer)); });
+    else
+        reply({}); // From another version.
+}
+
 enum class Start { WithWindow, InBackground };
 
 int runWindow(Composition &composition, SingleInstance *instance, Start start)
@@ -44,6 +53,10 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         QObject::connect(instance, &SingleInstance::activationRequested, &app, &LarkspanApp::raise);
         app.stayWhileRemindersWait();
         QObject::connect(instance, &SingleInstance::residenceRequested, &app, &LarkspanApp::setResident);
+        QObject::connect(instance, &SingleInstance::commandRequested, &app,
+                         [&composition](const QByteArray &line, const SingleInstance::Reply &reply) {
+                             answerCommand(line, composition.store(), reply);
+                         });
     }
     composition.setReminderHandler([&app](const QString &) { app.showReminders(); });
     if (start == Start::WithWindow)
@@ -91,6 +104,42 @@ int runPlanner(const CommandLine &commandLine)
                      commandLine.isBackground ? Start::InBackground : Start::WithWindow);
 }
 
+int report(const CommandAnswer &answer)
+{
+    std::fputs(qUtf8Printable(answer.output), stdout);
+    std::fputs(qUtf8Printable(answer.errors), stderr);
+    return answer.status;
+}
+
+int reportFailure(const Error &error)
+{
+    std::fprintf(stderr, "tessaly: %s\n", qUtf8Printable(errorText(error, AppLanguage::English)));
+    return 1;
+}
+
+int runCommand(const CommandLine &commandLine)
+{
+    SingleInstance instance(commandLine.dataDirectory);
+    const Result<std::optional<QByteArray>> delivered = instance.deliver(encodeCommand(commandLine.command));
+    if (!delivered)
+        return reportFailure(delivered.error());
+    if (delivered.value()) {
+        const std::optional<CommandAnswer> answer = decodeAnswer(*delivered.value());
+        return answer ? report(*answer) : reportFailure({ErrorCode::StorageNewer});
+    }
+    const auto composition = Composition::forSystem(commandLine);
+    if (!composition)
+        return reportFailure(composition.error());
+    std::optional<CommandAnswer> answer;
+    carryOut(commandLine.command, composition.value()->store(), [&answer](const CommandAnswer &given) {
+        answer = given;
+        QCoreApplication::quit();
+    });
+    if (!answer)
+        QGuiApplication::exec();
+    return report(answer.value_or(CommandAnswer{.status = 1}));
+}
+
 /// The engine that shows documents shares the window's OpenGL; it is loaded much later, but the choice is made here.
 /// Windows that are drawn without OpenGL start faster when it is not requested.
 void shareOpenGL()
@@ -134,6 +183,8 @@ int run(const CommandLine &commandLine, int argc, char *argv[])
         return runSelfTest();
     case CommandLine::Task::Pictures:
         return takePictures(commandLine.picturesDirectory);
+    case CommandLine::Task::Command:
+        return runCommand(commandLine);
     default:
         return runPlanner(commandLine);
     }

@@ -37,6 +37,14 @@ enum class ErrorCode {
     CalendarWriteFailed,
     CalendarEventMissing,
     LoginItemFailed,
+    // Archives
+    ArchiveUnreadable,
+    ArchiveNewer,
+    ArchiveEntryInvalid,
+    ArchiveEntryMissing,
+    ArchiveTooLarge,
+    ArchiveSourceUnreadable,
+    ArchiveUnwritable,
 };
 
 /// A failure as a value. `detail` is a path or a number, which needs no translation; it may be empty. The messages of

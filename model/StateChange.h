@@ -51,7 +51,10 @@ struct StateChange
     QList<WaitingReminder> waitingBefore = {};
     QList<WaitingReminder> waitingAfter = {};
 
-    [[nodiscard]] bool isEmpty() const { return *this == StateChange(); }
+    /// Whether the events of its schedules stay as they are: what a restored state lacks may be wanted in the calendar.
+    bool leavesCalendars = false;
+
+    [[nodiscard]] bool isEmpty() const { return *this == StateChange{.leavesCalendars = leavesCalendars}; }
     bool operator==(const StateChange &) const = default;
 };
 

@@ -25,6 +25,9 @@ public:
     };
 
     virtual void chooseFiles(const FileQuestion &question, std::function<void(QList<QUrl>)> completion) = 0;
+    /// Asks for the name of a file to write; the dialog itself asks before another file is replaced.
+    virtual void chooseSaveFile(const QString &title, const QString &suggestedName,
+                                std::function<void(QUrl)> completion) = 0;
     virtual void chooseFolder(const QString &title, const QUrl &start, std::function<void(QUrl)> completion) = 0;
 };
 

@@ -37,6 +37,8 @@ public:
     /// Never replaces `to`; works across devices, where `from` stays until the copy is complete.
     virtual bool move(const QString &from, const QString &to) = 0;
     virtual bool remove(const QString &path) = 0;
+    /// Removes the folder with everything in it.
+    virtual bool removeFolder(const QString &folder) = 0;
 };
 
 } // namespace tessaly

@@ -11,7 +11,7 @@ run_packages=(
     qml6-module-qtquick-window qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel
     qml6-module-qtcore qml6-module-qt-labs-platform
     qt6-webengine-dev qml6-module-qtwebengine libqt6webenginecore6-bin
-    libsqlite3-dev zlib1g-dev libicu-dev libical-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
+    libsqlite3-dev zlib1g-dev libicu-dev libical-dev libzip-dev 'libboost1.81-dev|libboost-dev' 'libboost-json1.81-dev|libboost-json-dev'
     libegl1 libgl1-mesa-dri
     fonts-inter fonts-noto-cjk fonts-jetbrains-mono
     xvfb xauth

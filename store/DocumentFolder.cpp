@@ -62,6 +62,18 @@ DocumentText DocumentFolder::read(const QUuid &documentID)
     return {.state = DocumentText::State::Read, .text = std::move(text)};
 }
 
+bool DocumentFolder::takeFile(const QString &source, const QString &name)
+{
+    const QString target = m_path + u'/' + name;
+    const std::optional<QByteArray> bytes = m_files.read(source);
+    if (!bytes)
+        return false;
+    if (m_files.read(target) == bytes)
+        return true;
+    m_files.makeFolder(QFileInfo(target).path());
+    return m_files.write(target, *bytes);
+}
+
 bool DocumentFolder::canWrite() const
 {
     return m_files.canWriteIn(m_path);

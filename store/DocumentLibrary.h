@@ -80,6 +80,9 @@ public:
     void setDocumentCategory(const MarkdownDocument &document, const std::optional<QUuid> &categoryID);
     /// Copies the picture beside the documents; the URL of the copy, or nothing when it could not be copied.
     [[nodiscard]] std::optional<QString> importImage(const MarkdownDocument &document, const QUrl &source);
+    /// Puts a copy of the file in place of the one of that name, a path within the documents' folder. True when it is
+    /// on the disk.
+    bool takeFile(const QString &source, const QString &name) { return m_folder.takeFile(source, name); }
     /// Removes the file and the document.
     void deleteDocument(const MarkdownDocument &document);
 

@@ -66,6 +66,20 @@ Words words(ErrorCode code)
         return {u"系统日历中已没有这个日程", u"The event is no longer in the system's calendar"};
     case ErrorCode::LoginItemFailed:
         return {u"系统未接受开机启动设置", u"The system did not accept the launch-at-login setting"};
+    case ErrorCode::ArchiveUnreadable:
+        return {u"这不是 Tessaly 的导出文件，或者文件已损坏", u"This is not an archive of Tessaly, or it is damaged"};
+    case ErrorCode::ArchiveNewer:
+        return {u"导出文件来自更新的版本", u"The archive was written by a newer version"};
+    case ErrorCode::ArchiveEntryInvalid:
+        return {u"导出文件中有一项无法读取", u"A part of the archive cannot be read"};
+    case ErrorCode::ArchiveEntryMissing:
+        return {u"导出文件中缺少一项", u"A part of the archive is missing"};
+    case ErrorCode::ArchiveTooLarge:
+        return {u"内容超过 4 GB，无法放进一个导出文件", u"More than 4 GB do not fit into an archive"};
+    case ErrorCode::ArchiveSourceUnreadable:
+        return {u"有一个文件无法读取", u"A file cannot be read"};
+    case ErrorCode::ArchiveUnwritable:
+        return {u"无法写入文件", u"The file cannot be written"};
     }
     Q_UNREACHABLE();
 }

@@ -4,6 +4,7 @@
 
 namespace tessaly {
 
+class Archives;
 class Clock;
 class EventStore;
 class FeedDownloader;
@@ -29,6 +30,9 @@ struct PlannerPorts
     QString documentsFolder;
     /// Absolute path of the folder for what is typed into documents and not saved yet.
     QString draftsFolder;
+    Archives &archives;
+    /// Absolute path of the folder that an archive is unpacked into.
+    QString importFolder;
 };
 
 } // namespace tessaly

@@ -9,7 +9,8 @@ namespace tessaly {
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
       m_documentLibrary(this->ports(), values(), [this](const StateChange &change) { perform(change); }),
-      m_noteDrafts(values()), m_calendarSync(*this, this->ports()), m_feedReader(std::make_unique<CalendarFeedReader>())
+      m_noteDrafts(values()), m_archive(*this, this->ports(), values()), m_calendarSync(*this, this->ports()),
+      m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
@@ -18,6 +19,7 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     m_documentLibrary.load();
     m_noteDrafts.load();
     m_hadUnreadableData = values().hasUnreadable();
+    m_archive.finish();
     connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
         reportFailure(QStringLiteral("退出登录后可能收不到提醒："),

@@ -5,6 +5,7 @@
 #include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
 #include "store/NoteDrafts.h"
+#include "store/PlannerArchive.h"
 #include "store/PlannerSettings.h"
 #include "store/SavedDataWriter.h"
 #include "store/UndoHistory.h"
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] const QList<ReminderItem> &reminders() const { return m_data.reminders; }
     [[nodiscard]] const QList<Goal> &goals() const { return m_data.goals; }
     [[nodiscard]] const QList<CalendarFeed> &calendarFeeds() const { return m_calendarFeeds; }
+    /// Schedules, to-dos and goals.
+    [[nodiscard]] const SavedData &data() const { return m_data; }
 
     /// The calendars of the system.
     [[nodiscard]] CalendarSync *calendarSync() { return &m_calendarSync; }
@@ -48,6 +51,8 @@ public:
 
     /// The reminders of to-dos that are still to come.
     [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
+    /// Everything as one file.
+    [[nodiscard]] PlannerArchive &archive() { return m_archive; }
     /// Unsaved text of schedule notes.
     [[nodiscard]] NoteDrafts &noteDrafts() { return m_noteDrafts; }
 
@@ -164,6 +169,7 @@ private:
     QList<CalendarFeed> m_calendarFeeds;
     DocumentLibrary m_documentLibrary;
     NoteDrafts m_noteDrafts;
+    PlannerArchive m_archive;
     CalendarSync m_calendarSync;
     std::unique_ptr<CalendarFeedReader> m_feedReader;
     /// The feeds whose calendars are being downloaded or read, one entry for each time.

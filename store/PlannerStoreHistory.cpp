@@ -67,6 +67,8 @@ void PlannerStore::redo()
 
 StateChange PlannerStore::applyStep(StateChange change)
 {
+    if (change.leavesCalendars)
+        return apply(std::move(change));
     const QHash<QUuid, QString> wantedEvents = takeWantedEvents(change.schedules);
     const StateChange done = apply(std::move(change));
     for (auto wanted = wantedEvents.cbegin(); wanted != wantedEvents.cend(); ++wanted)
@@ -77,7 +79,7 @@ StateChange PlannerStore::applyStep(StateChange change)
 StateChange PlannerStore::apply(StateChange change)
 {
     takeSchedulesOfRemovedFeeds(change);
-    StateChange done;
+    StateChange done{.leavesCalendars = change.leavesCalendars};
     Touched touched;
     values().together([&] {
         touched = applyToLists(change, done);
@@ -87,7 +89,8 @@ StateChange PlannerStore::apply(StateChange change)
         }
     });
     announce(touched);
-    writeToCalendar(done.schedules);
+    if (!change.leavesCalendars)
+        writeToCalendar(done.schedules);
     return done;
 }
 

@@ -11,6 +11,7 @@ inline const QString documentMetadataKey = QStringLiteral("larkspan-markdown-lib
 inline const QString documentSaveLocationKey = QStringLiteral("larkspan-markdown-save-location-v1");
 inline const QString calendarFeedsKey = QStringLiteral("larkspan-calendar-feeds-v1");
 inline const QString waitingReminders = QStringLiteral("larkspan-notification-requests-v1");
+inline const QString importedFiles = QStringLiteral("larkspan-import-v1");
 inline const QString noteDrafts = QStringLiteral("larkspan-note-drafts-v1");
 inline const QString selectedCalendarIDs = QStringLiteral("larkspan-selected-calendar-ids");
 inline const QString visibleCalendarIDs = QStringLiteral("larkspan-visible-calendar-ids");

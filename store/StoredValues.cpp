@@ -44,6 +44,10 @@ void StoredValues::write(const QString &key, const Pending &pending)
 
 void StoredValues::together(const std::function<void()> &changes)
 {
+    if (m_collected) {
+        changes();
+        return;
+    }
     m_collected.emplace();
     changes();
     const QMap<QString, Pending> writes = *std::exchange(m_collected, std::nullopt);

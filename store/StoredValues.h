@@ -54,7 +54,8 @@ public:
     /// Stores a plain value.
     void save(const QString &key, const PreferenceValue &value);
 
-    /// Runs `changes`, and then all that it saves in one transaction. Not to be nested.
+    /// Runs `changes`, and then all that it saves in one transaction. Within another call it joins
+    /// that one.
     void together(const std::function<void()> &changes);
 
     [[nodiscard]] bool hasUnsaved() const { return !m_unsaved.isEmpty(); }

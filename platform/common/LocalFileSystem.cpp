@@ -171,4 +171,9 @@ bool LocalFileSystem::remove(const QString &path)
     return QFile::remove(path);
 }
 
+bool LocalFileSystem::removeFolder(const QString &folder)
+{
+    return QDir(folder).removeRecursively();
+}
+
 } // namespace tessaly

@@ -34,6 +34,7 @@ public:
     bool copy(const QString &from, const QString &to) override;
     bool move(const QString &from, const QString &to) override;
     bool remove(const QString &path) override;
+    bool removeFolder(const QString &folder) override;
 };
 
 } // namespace tessaly

@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QLocalSocket>
+#include <QPointer>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -19,9 +20,13 @@ namespace {
 /// afterwards.
 constexpr int answerLimitMs = 10'000;
 constexpr int retryMs = 50;
-constexpr qsizetype longestLine = 1024;
+constexpr qsizetype longestWish = 1024;
+constexpr qsizetype longestLine = 65'536;
 const QByteArray show("show ");
 const QByteArray stay("stay");
+const QByteArray run("run ");
+/// Ends the answer to a command; without it the other process did not come to its end.
+const QByteArray endOfAnswer("\nend\n");
 
 /// In the runtime directory, since the data directory's path may be longer than a socket's path can be. Where the
 /// system offers none that is safe from other users, a path that fits has to do.
@@ -54,15 +59,45 @@ SingleInstance::~SingleInstance() = default;
 
 Result<SingleInstance::Role> SingleInstance::claim(const Wish &wish)
 {
+    const QByteArray line = wish.isWindowWanted ? (show + wish.activationToken).left(longestWish) : stay;
+    const auto isDone = [](QLocalSocket &socket) {
+        return socket.waitForReadyRead(answerLimitMs) && socket.readAll().startsWith("done");
+    };
+    Result<Role> role = lockOrAsk([&] { return askFirst(line, isDone); });
+    if (role && role.value() == Role::First)
+        listen();
+    return role;
+}
+
+Result<std::optional<QByteArray>> SingleInstance::deliver(const QByteArray &command)
+{
+    QByteArray answer;
+    const auto readAnswer = [&answer](QLocalSocket &socket) {
+        while (socket.state() == QLocalSocket::ConnectedState)
+            socket.waitForReadyRead(-1);
+        answer = socket.readAll();
+        return true;
+    };
+    const Result<Role> role = lockOrAsk([&] { return askFirst(run + command, readAnswer); });
+    if (!role)
+        return role.error();
+    if (role.value() == Role::First)
+        return std::optional<QByteArray>();
+    if (!answer.endsWith(endOfAnswer))
+        return Error{ErrorCode::StorageLocked, {}};
+    answer.chop(endOfAnswer.size());
+    return std::optional(answer);
+}
+
+Result<SingleInstance::Role> SingleInstance::lockOrAsk(const std::function<bool()> &ask)
+{
     const QDeadlineTimer deadline(answerLimitMs);
     while (true) {
-        if (m_lock.tryLock(0)) {
-            listen();
+        if (m_lock.tryLock(0))
             return Role::First;
-        }
         if (m_lock.error() != QLockFile::LockFailedError)
             return Error{isDiskFull(m_directory) ? ErrorCode::StorageFull : ErrorCode::StorageUnwritable, {}};
-        if (askFirst(wish))
+        if (ask())
             return Role::Second;
         // The first process may be about to start listening, or about to end.
         if (deadline.hasExpired())
@@ -84,38 +119,43 @@ void SingleInstance::answer()
     while (QLocalSocket *socket = m_server.nextPendingConnection()) {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         const auto read = [this, socket] {
-            if (!socket->canReadLine()) {
-                if (socket->bytesAvailable() > longestLine)
-                    socket->abort();
-                return;
-            }
-            const QByteArray line = socket->readLine(longestLine).trimmed();
-            socket->write("done\n");
-            socket->disconnectFromServer();
-            obey(line);
+            if (socket->canReadLine())
+                obey(socket->readLine(longestLine).trimmed(), socket);
+            else if (socket->bytesAvailable() > longestLine)
+                socket->abort();
         };
         connect(socket, &QLocalSocket::readyRead, socket, read);
         read();
     }
 }
 
-void SingleInstance::obey(const QByteArray &line)
+void SingleInstance::obey(const QByteArray &line, QLocalSocket *socket)
 {
+    if (line.startsWith(run)) {
+        emit commandRequested(line.sliced(run.size()), [asker = QPointer(socket)](const QByteArray &answer) {
+            if (!asker)
+                return;
+            asker->write(answer + endOfAnswer);
+            asker->disconnectFromServer();
+        });
+        return;
+    }
+    socket->write("done\n");
+    socket->disconnectFromServer();
     if (line == stay)
         emit residenceRequested();
     else
         emit activationRequested(line.sliced(std::min(show.size(), line.size())));
 }
 
-bool SingleInstance::askFirst(const Wish &wish) const
+bool SingleInstance::askFirst(const QByteArray &line, const std::function<bool(QLocalSocket &)> &listenTo) const
 {
     QLocalSocket socket;
     socket.connectToServer(m_serverName);
     if (!socket.waitForConnected(answerLimitMs))
         return false;
-    const QByteArray line = wish.isWindowWanted ? show + wish.activationToken : stay;
-    socket.write(line.left(longestLine - 1) + '\n');
-    return socket.waitForReadyRead(answerLimitMs) && socket.readAll().startsWith("done");
+    socket.write(line + '\n');
+    return listenTo(socket);
 }
 
 } // namespace tessaly

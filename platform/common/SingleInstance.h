@@ -7,7 +7,11 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
+
+class QLocalSocket;
 
 namespace tessaly {
 
@@ -41,17 +45,30 @@ public:
     /// holds the directory but does not answer within ten seconds. The lock of a killed process is taken over.
     [[nodiscard]] Result<Role> claim(const Wish &wish);
 
+    /// Has the process that holds the directory carry out a command and waits for its answer, however long that takes.
+    /// Nothing where no process held the directory: now this one does, without listening. Fails as claim() does, and
+    /// with StorageLocked where the other process ends, or is of a version that knows no commands. The command is one
+    /// line of at most 60 KB.
+    [[nodiscard]] Result<std::optional<QByteArray>> deliver(const QByteArray &command);
+
+    /// Sends the answer to a command.
+    using Reply = std::function<void(const QByteArray &answer)>;
+
 signals:
     /// Another process was started on the same directory, to show its window.
     void activationRequested(const QByteArray &activationToken);
     /// Another process was started on the same directory, to stay in the background.
     void residenceRequested();
+    /// Another process passes a command on and waits for the reply, which may come later.
+    void commandRequested(const QByteArray &command, const tessaly::SingleInstance::Reply &reply);
 
 private:
+    /// Locks the directory, or has `ask` speak to the process that holds it until that succeeds.
+    [[nodiscard]] Result<Role> lockOrAsk(const std::function<bool()> &ask);
     void listen();
     void answer();
-    void obey(const QByteArray &line);
-    [[nodiscard]] bool askFirst(const Wish &wish) const;
+    void obey(const QByteArray &line, QLocalSocket *socket);
+    [[nodiscard]] bool askFirst(const QByteArray &line, const std::function<bool(QLocalSocket &)> &listenTo) const;
 
     QString m_directory;
     QString m_serverName;

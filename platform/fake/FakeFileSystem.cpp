@@ -82,4 +82,12 @@ bool FakeFileSystem::remove(const QString &path)
     return !m_isReadOnly && m_files.remove(path) > 0;
 }
 
+bool FakeFileSystem::removeFolder(const QString &folder)
+{
+    if (m_isReadOnly)
+        return false;
+    m_files.removeIf([start = folder + u'/'](auto file) { return file.key().startsWith(start); });
+    return true;
+}
+
 } // namespace tessaly

@@ -22,6 +22,7 @@ public:
     bool copy(const QString &from, const QString &to) override;
     bool move(const QString &from, const QString &to) override;
     bool remove(const QString &path) override;
+    bool removeFolder(const QString &folder) override;
 
     /// Paths of all files, in order.
     [[nodiscard]] QStringList paths() const { return m_files.keys(); }

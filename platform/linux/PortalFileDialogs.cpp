@@ -25,6 +25,8 @@ using PortalFilter = std::pair<QString, QList<PortalPattern>>;
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.FileChooser");
+const QString openFile = QStringLiteral("OpenFile");
+const QString saveFile = QStringLiteral("SaveFile");
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
 /// The portal names windows of X11 by their number; for Wayland there is no way to name one with this Qt.
@@ -46,14 +48,14 @@ public:
     {
     }
 
-    void ask(const QString &title, QVariantMap options)
+    void ask(const QString &method, const QString &title, QVariantMap options)
     {
         const QString token = QStringLiteral("tessaly%1").arg(QUuid::createUuid().toString(QUuid::Id128));
         options.insert(QStringLiteral("handle_token"), token);
         // The answer may come before the reply to the call, so its place is listened at from the start.
         const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
         listen(QStringLiteral("%1/request/%2/%3").arg(path, sender, token));
-        QDBusMessage call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("OpenFile"));
+        QDBusMessage call = QDBusMessage::createMethodCall(service, path, interface, method);
         call << parentWindow() << title << options;
         auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
@@ -117,16 +119,27 @@ void PortalFileDialogs::chooseFiles(const FileQuestion &question, std::function<
             filter.second.append({0, QStringLiteral("*.") + spelling});
         filter.first += (filter.first.isEmpty() ? QStringLiteral("*.") : QStringLiteral(", *.")) + extension;
     }
-    ask(question.title,
+    ask(openFile, question.title,
         {{QStringLiteral("multiple"), question.allowsSeveral},
          {QStringLiteral("filters"), QVariant::fromValue(QList<PortalFilter>{filter})}},
         completion, [otherwise = m_otherwise, question, completion] { otherwise->chooseFiles(question, completion); });
 }
 
+void PortalFileDialogs::chooseSaveFile(const QString &title, const QString &suggestedName,
+                                       std::function<void(QUrl)> completion)
+{
+    ask(
+        saveFile, title, {{QStringLiteral("current_name"), suggestedName}},
+        [completion](const QList<QUrl> &files) { completion(files.value(0)); },
+        [otherwise = m_otherwise, title, suggestedName, completion] {
+            otherwise->chooseSaveFile(title, suggestedName, completion);
+        });
+}
+
 void PortalFileDialogs::chooseFolder(const QString &title, const QUrl &start, std::function<void(QUrl)> completion)
 {
     ask(
-        title,
+        openFile, title,
         {{QStringLiteral("directory"), true},
          // A path as bytes with a final null, as the portal wants it.
          {QStringLiteral("current_folder"), QFile::encodeName(start.toLocalFile()) + '\0'}},
@@ -134,14 +147,14 @@ void PortalFileDialogs::chooseFolder(const QString &title, const QUrl &start, st
         [otherwise = m_otherwise, title, start, completion] { otherwise->chooseFolder(title, start, completion); });
 }
 
-void PortalFileDialogs::ask(const QString &title, const QVariantMap &options,
+void PortalFileDialogs::ask(const QString &method, const QString &title, const QVariantMap &options,
                             std::function<void(QList<QUrl>)> completion, std::function<void()> fallback)
 {
     if (!m_bus.isConnected()) {
         fallback();
         return;
     }
-    (new Request(m_bus, std::move(completion), std::move(fallback)))->ask(title, options);
+    (new Request(m_bus, std::move(completion), std::move(fallback)))->ask(method, title, options);
 }
 
 } // namespace tessaly

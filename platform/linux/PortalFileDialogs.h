@@ -19,12 +19,15 @@ public:
     ~PortalFileDialogs() override;
 
     void chooseFiles(const FileQuestion &question, std::function<void(QList<QUrl>)> completion) override;
+    void chooseSaveFile(const QString &title, const QString &suggestedName,
+                        std::function<void(QUrl)> completion) override;
     void chooseFolder(const QString &title, const QUrl &start, std::function<void(QUrl)> completion) override;
 
 private:
-    /// Calls `completion` with what was chosen, or `fallback` when the portal does not take the question.
-    void ask(const QString &title, const QVariantMap &options, std::function<void(QList<QUrl>)> completion,
-             std::function<void()> fallback);
+    /// Calls `completion` with what was chosen, or `fallback` when the portal does not take the question. `method` is
+    /// one of the portal's.
+    void ask(const QString &method, const QString &title, const QVariantMap &options,
+             std::function<void(QList<QUrl>)> completion, std::function<void()> fallback);
 
     // Shared with the questions that are open when it goes.
     std::shared_ptr<FileDialogs> m_otherwise;

@@ -1,10 +1,12 @@
 #include "platform/quick/QuickFileDialogs.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <utility>
@@ -17,6 +19,7 @@ namespace {
 constexpr char imports[] = "import QtQuick.Dialogs\nimport Qt.labs.folderlistmodel\n";
 constexpr char fileDialog[] = "FileDialog {}";
 constexpr char severalFilesDialog[] = "FileDialog { fileMode: FileDialog.OpenFiles }";
+constexpr char saveFileDialog[] = "FileDialog { fileMode: FileDialog.SaveFile }";
 constexpr char folderDialog[] = "FolderDialog {}";
 
 /// Qt's own dialog leaves the ground of its path white, whatever the palette; the path itself follows it.
@@ -112,6 +115,19 @@ void QuickFileDialogs::chooseFiles(const FileQuestion &question, std::function<v
                   {{QStringLiteral("title"), question.title}, {QStringLiteral("nameFilters"), QStringList{filter}}},
                   [completion = std::move(completion)](QObject *dialog) {
                       completion(dialog ? dialog->property("selectedFiles").value<QList<QUrl>>() : QList<QUrl>());
+                  });
+}
+
+void QuickFileDialogs::chooseSaveFile(const QString &title, const QString &suggestedName,
+                                      std::function<void(QUrl)> completion)
+{
+    const QString home = QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
+    Question::ask(saveFileDialog,
+                  {{QStringLiteral("title"), title},
+                   {QStringLiteral("selectedFile"), QUrl::fromLocalFile(home + u'/' + suggestedName)},
+                   {QStringLiteral("defaultSuffix"), QFileInfo(suggestedName).suffix()}},
+                  [completion = std::move(completion)](QObject *dialog) {
+                      completion(dialog ? dialog->property("selectedFile").toUrl() : QUrl());
                   });
 }
 

@@ -13,6 +13,8 @@ class QuickFileDialogs final : public FileDialogs
 {
 public:
     void chooseFiles(const FileQuestion &question, std::function<void(QList<QUrl>)> completion) override;
+    void chooseSaveFile(const QString &title, const QString &suggestedName,
+                        std::function<void(QUrl)> completion) override;
     void chooseFolder(const QString &title, const QUrl &start, std::function<void(QUrl)> completion) override;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/fake/FakeArchives.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -21,6 +22,7 @@ struct FakePorts
     FakeLoginItem reminderLoginItem;
     FakeFeedDownloader feedDownloader;
     FakeFileSystem files;
+    FakeArchives archives;
     UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
 
@@ -54,7 +56,9 @@ struct FakePorts
                 calendar,
                 disk,
                 folder,
-                folder + QStringLiteral("/../Drafts")};
+                folder + QStringLiteral("/../Drafts"),
+                archives,
+                folder + QStringLiteral("/../Import")};
     }
 
 private:
@@ -76,7 +80,9 @@ private:
                 calendar,
                 files,
                 QStringLiteral("/documents"),
-                QStringLiteral("/drafts")};
+                QStringLiteral("/drafts"),
+                archives,
+                QStringLiteral("/import")};
     }
 };
 

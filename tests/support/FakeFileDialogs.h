@@ -17,6 +17,12 @@ public:
                                     question.allowsSeveral ? QStringLiteral(", several") : QString()));
         answer([this, completion = std::move(completion)] { completion(m_files); });
     }
+    void chooseSaveFile(const QString &title, const QString &suggestedName,
+                        std::function<void(QUrl)> completion) override
+    {
+        m_questions.append(QStringLiteral("%1 as %2").arg(title, suggestedName));
+        answer([this, completion = std::move(completion)] { completion(m_files.value(0)); });
+    }
     void chooseFolder(const QString &title, const QUrl &start, std::function<void(QUrl)> completion) override
     {
         m_questions.append(QStringLiteral("%1 in %2").arg(title, start.toString()));

@@ -28,6 +28,8 @@ public:
     QString ownHandle;
     bool isRefusing = false;
 
+    bool isSaving = false;
+
     QString title;
     QVariantMap options;
 
@@ -49,6 +51,12 @@ public slots:
         else
             QTimer::singleShot(20, this, [this, bus = connection(), handle] { answer(bus, handle); });
         return QDBusObjectPath(handle);
+    }
+
+    QDBusObjectPath SaveFile(const QString &window, const QString &askedTitle, const QVariantMap &askedOptions)
+    {
+        isSaving = true;
+        return OpenFile(window, askedTitle, askedOptions);
     }
 
 private:
@@ -134,6 +142,19 @@ private slots:
         QTRY_COMPARE(answer, QUrl(u"file:///new"_s));
         QCOMPARE(m_chooser->options.value(u"directory"_s), true);
         QCOMPARE(m_chooser->options.value(u"current_folder"_s).toByteArray(), u"/文/old"_s.toUtf8() + '\0');
+    }
+
+    void aFileToWriteIsAskedForByItsName()
+    {
+        m_chooser->uris = {u"file:///new.zip"_s};
+        PortalFileDialogs dialogs(std::make_unique<FakeFileDialogs>(), clientBus());
+        QUrl answer;
+
+        dialogs.chooseSaveFile(u"Export"_s, u"Tessaly.zip"_s, [&answer](const QUrl &file) { answer = file; });
+
+        QTRY_COMPARE(answer, QUrl(u"file:///new.zip"_s));
+        QVERIFY(m_chooser->isSaving);
+        QCOMPARE(m_chooser->options.value(u"current_name"_s), u"Tessaly.zip"_s);
     }
 
     void withoutAPortalOtherDialogsAreAsked_data()

@@ -143,6 +143,10 @@ FocusScope {
         onQuitChosen: view.quitUnsavedChosen()
     }
 
+    ImportDialog {
+        archive: view.shell.archive
+    }
+
     AboutDialog {
         id: aboutDialog
 

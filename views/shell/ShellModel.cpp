@@ -7,8 +7,8 @@
 namespace tessaly {
 
 ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
-                       QObject *parent)
-    : QObject(parent), m_store(store), m_systemAppearance(systemAppearance),
+                       FileDialogs &fileDialogs, QObject *parent)
+    : QObject(parent), m_store(store), m_systemAppearance(systemAppearance), m_archive(store, fileDialogs),
       m_appearanceMode(preferences.get<QString>(keys::appearanceMode).value_or(QStringLiteral("system"))),
       m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/SystemAppearance.h"
+#include "views/shell/ArchiveModel.h"
 
 #include <QObject>
 #include <QString>
@@ -8,6 +9,7 @@
 
 namespace tessaly {
 
+class FileDialogs;
 class PlannerStore;
 class Preferences;
 
@@ -24,6 +26,7 @@ class ShellModel : public QObject
     Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
     Q_PROPERTY(bool isHighContrast READ isHighContrast NOTIFY appearanceChanged)
     Q_PROPERTY(bool hasReducedMotion READ hasReducedMotion NOTIFY appearanceChanged)
+    Q_PROPERTY(tessaly::ArchiveModel *archive READ archive CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString versionAndBuild READ versionAndBuild CONSTANT)
 
@@ -32,10 +35,10 @@ public:
     enum SidebarItem { Overview, Schedule, Reminders, Goals, Documents };
     Q_ENUM(SidebarItem)
 
-    /// The store and the appearance must outlive the model; the preferences are only read here. Takes over the
-    /// appearance's change handler.
+    /// The store, the appearance and the dialogs must outlive the model; the preferences are only read here. Takes over
+    /// the appearance's change handler.
     ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
-               QObject *parent = nullptr);
+               FileDialogs &fileDialogs, QObject *parent = nullptr);
     ~ShellModel() override;
 
     /// "light" and "dark" force that appearance, anything else follows the system. Saved at once.
@@ -51,6 +54,9 @@ public:
     Q_INVOKABLE void answerNamePrompt(const QString &nameDraft);
     Q_INVOKABLE void postponeNamePrompt();
 
+    /// Export and import of everything.
+    [[nodiscard]] ArchiveModel *archive() { return &m_archive; }
+
     [[nodiscard]] static QString version();
     /// Such as "0.0.1 (20260828)".
     [[nodiscard]] static QString versionAndBuild();
@@ -63,6 +69,7 @@ signals:
 private:
     PlannerStore &m_store;
     SystemAppearance &m_systemAppearance;
+    ArchiveModel m_archive;
     QString m_appearanceMode;
     bool m_hasAskedPreferredName = false;
 };

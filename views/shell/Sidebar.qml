@@ -68,6 +68,14 @@ Rectangle {
                     text: "请求通知权限"
                     onTriggered: sidebar.notificationPermissionRequested()
                 }
+                AppMenuItem {
+                    text: Language.text("导出…", "Export…")
+                    onTriggered: sidebar.shell.archive.exportArchive()
+                }
+                AppMenuItem {
+                    text: Language.text("导入…", "Import…")
+                    onTriggered: sidebar.shell.archive.chooseImport()
+                }
             }
         }
     }

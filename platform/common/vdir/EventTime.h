@@ -2,7 +2,7 @@
 
 #include "model/UserCalendar.h"
 #include "model/ZoneTransitions.h"
-#include "platform/common/vdir/ICalendarText.h"
+#include "model/ICalendarText.h"
 
 #include <QHash>
 

@@ -1,4 +1,4 @@
-#include "platform/common/vdir/ICalendarText.h"
+#include "model/ICalendarText.h"
 
 #include <algorithm>
 
