@@ -58,6 +58,11 @@ void PlannerArchive::write(const QString &path, const Completion &completion)
 
 void PlannerArchive::read(const QString &path, const Completion &completion)
 {
+    m_values.retry();
+    if (m_values.hasUnsaved() || !importedFiles().isEmpty()) {
+        completion(Error{ErrorCode::StorageUnwritable});
+        return;
+    }
     m_ports.archives.extract(path, m_ports.importFolder,
                              [self = QPointer(this), completion](const Result<void> &extracted) {
                                  if (self)
@@ -78,9 +83,6 @@ Result<void> PlannerArchive::takeExtracted()
 
 Result<void> PlannerArchive::take(const ArchiveContents &imported)
 {
-    m_values.retry();
-    if (m_values.hasUnsaved())
-        return Error{ErrorCode::StorageUnwritable};
     const ArchiveContents current = contents();
     const StateChange change{.schedules = differences(current.data.schedules, imported.data.schedules),
                              .reminders = differences(current.data.reminders, imported.data.reminders),
@@ -110,15 +112,20 @@ Result<void> PlannerArchive::take(const ArchiveContents &imported)
     return *failure;
 }
 
+QStringList PlannerArchive::importedFiles() const
+{
+    return m_ports.preferences.get<QStringList>(keys::importedFiles).value_or(QStringList());
+}
+
 void PlannerArchive::finish()
 {
-    if (m_ports.fileSystem.canOpen(m_ports.importFolder))
+    if (!importedFiles().isEmpty() || m_ports.fileSystem.canOpen(m_ports.importFolder))
         moveFiles();
 }
 
 void PlannerArchive::moveFiles()
 {
-    const QStringList names = m_ports.preferences.get<QStringList>(keys::importedFiles).value_or(QStringList());
+    const QStringList names = importedFiles();
     bool isComplete = true;
     for (const QString &name : names) {
         const QString source = m_ports.importFolder + documentsInArchive + u'/' + name;
@@ -128,9 +135,10 @@ void PlannerArchive::moveFiles()
     // What found no room is tried again at the next start.
     if (!isComplete)
         return;
-    m_ports.fileSystem.removeFolder(m_ports.importFolder);
+    // First the note, then what it is about: the files of a later import must not be taken for those of this one.
     if (!names.isEmpty())
         m_values.save(keys::importedFiles, QStringList());
+    m_ports.fileSystem.removeFolder(m_ports.importFolder);
 }
 
 } // namespace tessaly

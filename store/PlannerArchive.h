@@ -36,6 +36,8 @@ private:
     [[nodiscard]] ArchiveContents contents() const;
     [[nodiscard]] Result<void> takeExtracted();
     [[nodiscard]] Result<void> take(const ArchiveContents &imported);
+    /// Files of a committed import that are still to be moved to the documents.
+    [[nodiscard]] QStringList importedFiles() const;
     void moveFiles();
 
     PlannerStore &m_store;

@@ -43,6 +43,24 @@ struct FakePorts
     {
         return portsOver(preferences, feedDownloader, presenter);
     }
+    /// Everything in a data directory.
+    [[nodiscard]] PlannerPorts portsOnDisk(Preferences &stored, FileSystem &disk, Archives &onDisk,
+                                           const QString &directory)
+    {
+        return {stored,
+                eventStore,
+                notificationPresenter,
+                loginItem,
+                reminderLoginItem,
+                feedDownloader,
+                clock,
+                calendar,
+                disk,
+                directory + QStringLiteral("/Documents"),
+                directory + QStringLiteral("/Drafts"),
+                onDisk,
+                directory + QStringLiteral("/Import")};
+    }
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)
     {
