@@ -240,8 +240,8 @@ void PlannerSettings::setSetting(const QString &key, const std::optional<Prefere
         setInterfaceLanguage(appLanguageFromRawValue(get(QString())));
     else if (key == keys::preferredName)
         setPreferredName(get(QString()));
-    else if (value)
-        savePreference(key, *value);
+    else if (value || key == keys::appearanceMode)
+        savePreference(key, value.value_or(QStringLiteral("system")));
 }
 
 std::optional<SettingChange> PlannerSettings::applySetting(const QString &key, const SettingChange &change)

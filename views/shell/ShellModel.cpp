@@ -13,6 +13,12 @@ ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, Syst
       m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
 {
     m_systemAppearance.setChangeHandler([this] { emit appearanceChanged(); });
+    // A step such as an import may bring another appearance.
+    connect(&store.history(), &UndoHistory::recorded, this, [this](const UndoStep &step) { follow(step.change); });
+    connect(&store.history(), &UndoHistory::undone, this,
+            [this](const StepDescription &, const StateChange &change) { follow(change); });
+    connect(&store.history(), &UndoHistory::redone, this,
+            [this](const StepDescription &, const StateChange &change) { follow(change); });
 }
 
 ShellModel::~ShellModel()
@@ -26,6 +32,17 @@ void ShellModel::setAppearanceMode(const QString &mode)
         return;
     m_appearanceMode = mode;
     m_store.savePreference(keys::appearanceMode, mode);
+    emit appearanceModeChanged();
+    emit appearanceChanged();
+}
+
+void ShellModel::follow(const StateChange &change)
+{
+    const auto setting = change.settings.constFind(keys::appearanceMode);
+    if (setting == change.settings.cend())
+        return;
+    const auto *mode = setting->after ? std::get_if<QString>(&*setting->after) : nullptr;
+    m_appearanceMode = mode ? *mode : QStringLiteral("system");
     emit appearanceModeChanged();
     emit appearanceChanged();
 }

@@ -12,6 +12,7 @@ namespace tessaly {
 class FileDialogs;
 class PlannerStore;
 class Preferences;
+struct StateChange;
 
 /// The state of the window's frame that is not in the planner's records: the appearance, and whether the user has seen
 /// the name prompt.
@@ -67,6 +68,9 @@ signals:
     void hasAskedPreferredNameChanged();
 
 private:
+    /// Takes over the appearance where a step has set it.
+    void follow(const StateChange &change);
+
     PlannerStore &m_store;
     SystemAppearance &m_systemAppearance;
     ArchiveModel m_archive;

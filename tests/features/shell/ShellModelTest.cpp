@@ -1,6 +1,7 @@
 #include "views/shell/ShellModel.h"
 #include "platform/fake/FakeSystemAppearance.h"
 #include "tests/store/StoreUnderTest.h"
+#include "tests/support/FakeFileDialogs.h"
 #include "tests/support/TestMain.h"
 
 #include <QSignalSpy>
@@ -36,7 +37,7 @@ private slots:
         if (!storedMode.isEmpty())
             planner.put(keys::appearanceMode, storedMode);
         FakeSystemAppearance appearance;
-        const ShellModel shell(planner.start(), planner.preferences, appearance);
+        const ShellModel shell(planner.start(), planner.preferences, appearance, m_dialogs);
         appearance.setCurrent({.isDark = isSystemDark});
 
         QCOMPARE(shell.isDark(), isDark);
@@ -46,7 +47,7 @@ private slots:
     {
         StoreUnderTest planner;
         FakeSystemAppearance appearance;
-        const ShellModel shell(planner.start(), planner.preferences, appearance);
+        const ShellModel shell(planner.start(), planner.preferences, appearance, m_dialogs);
         const QSignalSpy spy(&shell, &ShellModel::appearanceChanged);
 
         appearance.setCurrent({.isDark = true, .isHighContrast = true, .hasReducedMotion = true});
@@ -59,7 +60,7 @@ private slots:
     {
         StoreUnderTest planner;
         FakeSystemAppearance appearance;
-        ShellModel shell(planner.startInEnglish(), planner.preferences, appearance);
+        ShellModel shell(planner.startInEnglish(), planner.preferences, appearance, m_dialogs);
         planner.preferences.failWritesWith(Error{ErrorCode::StorageFull});
         shell.setAppearanceMode(QStringLiteral("dark"));
         QVERIFY(planner.message().startsWith(QStringLiteral("Could not save changes: ")));
@@ -90,16 +91,35 @@ private slots:
         StoreUnderTest planner;
         planner.put(keys::preferredName, QStringLiteral("Before"));
         FakeSystemAppearance appearance;
-        ShellModel shell(planner.start(), planner.preferences, appearance);
+        ShellModel shell(planner.start(), planner.preferences, appearance, m_dialogs);
         QVERIFY(!shell.hasAskedPreferredName());
 
         shell.answerNamePrompt(draft);
 
         QCOMPARE(planner.store->preferredName(), name);
-        const ShellModel next(planner.start(), planner.preferences, appearance);
+        const ShellModel next(planner.start(), planner.preferences, appearance, m_dialogs);
         QVERIFY(next.hasAskedPreferredName());
         QCOMPARE(planner.store->preferredName(), name);
     }
+
+    void aStepBringsItsAppearance()
+    {
+        StoreUnderTest planner;
+        FakeSystemAppearance appearance;
+        PlannerStore &store = planner.start();
+        const ShellModel shell(store, planner.preferences, appearance, m_dialogs);
+        const PreferenceValue dark = QStringLiteral("dark");
+
+        store.perform({.settings = {{keys::appearanceMode, {.after = dark}}}});
+        QVERIFY(shell.isDark());
+        store.undo();
+        QVERIFY(!shell.isDark());
+        store.redo();
+        QVERIFY(shell.isDark());
+    }
+
+private:
+    FakeFileDialogs m_dialogs;
 };
 
 TESSALY_TEST_MAIN(ShellModelTest)
