@@ -43,12 +43,15 @@ SqliteConnection::~SqliteConnection()
     sqlite3_close_v2(m_handle);
 }
 
-int SqliteConnection::open(const QString &path, Creation creation)
+int SqliteConnection::open(const QString &path, Access access)
 {
-    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-    if (creation == Creation::Allowed)
+    int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    flags |= access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    if (access == Access::Create)
         flags |= SQLITE_OPEN_CREATE;
-    return sqlite3_open_v2(path.toUtf8().constData(), &m_handle, flags, nullptr);
+    // Holds the lock of the file as long as it is open, and keeps the index of the log in memory instead of a file.
+    const char *system = access == Access::Exclusive ? "unix-excl" : nullptr;
+    return sqlite3_open_v2(path.toUtf8().constData(), &m_handle, flags, system);
 }
 
 int SqliteConnection::execute(const char *sql)
@@ -123,6 +126,11 @@ QByteArray SqliteStatement::bytes(int column) const
 {
     const void *data = sqlite3_column_blob(m_statement.get(), column);
     return {static_cast<const char *>(data), sqlite3_column_bytes(m_statement.get(), column)};
+}
+
+bool SqliteStatement::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
 }
 
 } // namespace tessaly

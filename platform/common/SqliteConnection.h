@@ -24,8 +24,12 @@ public:
     /// Closing brings the write-ahead log into the file and removes it.
     ~SqliteConnection();
 
-    enum class Creation { Allowed, Refused };
-    [[nodiscard]] int open(const QString &path, Creation creation);
+    enum class Access {
+        Create,    ///< also makes the file
+        Exclusive, ///< keeps other processes out; connections of this process share the file
+        Read,
+    };
+    [[nodiscard]] int open(const QString &path, Access access);
     [[nodiscard]] int execute(const char *sql);
     [[nodiscard]] Error error(int code) const;
     [[nodiscard]] sqlite3 *handle() const { return m_handle; }
@@ -54,6 +58,7 @@ public:
 
     [[nodiscard]] qint64 integer(int column) const;
     [[nodiscard]] QByteArray bytes(int column) const;
+    [[nodiscard]] bool isNull(int column) const;
 
 private:
     struct Finalizer

@@ -4,9 +4,13 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QtEndian>
 #include <sqlite3.h>
 
+#include <array>
 #include <utility>
+
+#include <zlib.h>
 
 namespace tessaly {
 
@@ -18,6 +22,14 @@ enum class ValueType : qint64 { Flag = 0, Integer = 1, Text = 2, TextList = 3, B
 // An edit that is larger, or one more edit, is worth a new row: a start reads the row and all its edits.
 constexpr qsizetype largestEdit = 16 * 1024;
 constexpr qint64 mostEdits = 256;
+
+// A digest is two checksums in one number.
+constexpr int digestShift = 32;
+
+bool isNumber(ValueType type)
+{
+    return type == ValueType::Flag || type == ValueType::Integer;
+}
 
 QByteArray listText(const QStringList &list)
 {
@@ -35,13 +47,55 @@ std::optional<QStringList> listFromText(const QByteArray &text)
     return list;
 }
 
+/// The checksum that began with `former`, continued by the bytes.
+quint32 checksumOf(QByteArrayView bytes, quint32 former)
+{
+    if (bytes.isEmpty())
+        return former; // zlib would begin anew where there is no pointer.
+    const auto *data = reinterpret_cast<const unsigned char *>(bytes.data());
+    return static_cast<quint32>(crc32_z(former, data, static_cast<size_t>(bytes.size())));
+}
+
+quint32 checksumOf(std::initializer_list<qint64> numbers, quint32 former)
+{
+    for (const qint64 number : numbers) {
+        std::array<char, sizeof(qint64)> bytes{};
+        qToLittleEndian(number, bytes.data());
+        former = checksumOf(QByteArrayView(bytes.data(), std::ssize(bytes)), former);
+    }
+    return former;
+}
+
+quint32 checksumOfPlain(ValueType type, qint64 number, QByteArrayView text)
+{
+    return checksumOf(text, checksumOf({static_cast<qint64>(type), number}, 0));
+}
+
+quint32 checksumOfBlob(QByteArrayView blob)
+{
+    return checksumOf(blob, checksumOf({static_cast<qint64>(ValueType::Blob)}, 0));
+}
+
+quint32 checksumOfEdit(quint32 former, qint64 offset, qint64 removed, QByteArrayView inserted)
+{
+    return checksumOf(inserted, checksumOf({offset, removed}, former));
+}
+
+// What an older program changes has no digest from then on. A program that knows digests sets one afterwards.
+constexpr const char *digestSchema = R"(
+ALTER TABLE preference ADD COLUMN digest INTEGER;
+CREATE TRIGGER preference_changed AFTER UPDATE ON preference WHEN NEW.digest IS OLD.digest
+    BEGIN UPDATE preference SET digest = NULL WHERE key = NEW.key; END;
+)";
+
 } // namespace
 
 struct SqlitePreferences::Statements
 {
-    explicit Statements(const SqliteConnection &connection)
+    Statements(const SqliteConnection &connection, bool hasDigests)
         : begin(connection, "BEGIN IMMEDIATE"), commit(connection, "COMMIT"),
-          find(connection, "SELECT value_id, edits, size FROM preference WHERE key = ?"),
+          find(connection, hasDigests ? "SELECT value_id, edits, size, digest FROM preference WHERE key = ?"
+                                      : "SELECT value_id, edits, size, NULL FROM preference WHERE key = ?"),
           read(connection, "SELECT type, CASE type WHEN 4 THEN NULL ELSE content END FROM stored_value WHERE id = ?"),
           readEdits(connection, "SELECT offset, removed, inserted FROM value_edit WHERE value_id = ? AND number <= ?"
                                 " ORDER BY number"),
@@ -50,6 +104,7 @@ struct SqlitePreferences::Statements
                                  " VALUES (?, ?, ?, ?, ?)"),
           point(connection, "INSERT INTO preference (key, value_id, edits, size) VALUES (?1, ?2, ?3, ?4)"
                             " ON CONFLICT (key) DO UPDATE SET value_id = ?2, edits = ?3, size = ?4"),
+          setDigest(connection, "UPDATE preference SET digest = ?2 WHERE key = ?1"),
           isUsed(connection, "SELECT 1 FROM preference WHERE value_id = ?"),
           removeEdits(connection, "DELETE FROM value_edit WHERE value_id = ?"),
           remove(connection, "DELETE FROM stored_value WHERE id = ?")
@@ -64,6 +119,7 @@ struct SqlitePreferences::Statements
     SqliteStatement insert;
     SqliteStatement insertEdit;
     SqliteStatement point;
+    SqliteStatement setDigest;
     SqliteStatement isUsed;
     SqliteStatement removeEdits;
     SqliteStatement remove;
@@ -73,9 +129,9 @@ SqlitePreferences::SqlitePreferences() = default;
 
 SqlitePreferences::~SqlitePreferences() = default;
 
-void SqlitePreferences::prepareStatements()
+void SqlitePreferences::makeStatements()
 {
-    m_statements = std::make_unique<Statements>(m_connection);
+    m_statements = std::make_unique<Statements>(m_connection, m_hasDigests);
 }
 
 std::optional<PreferenceValue> SqlitePreferences::value(const QString &key) const
@@ -91,17 +147,31 @@ std::optional<PreferenceValue> SqlitePreferences::value(const QString &key) cons
 int SqlitePreferences::readValue(const QString &key, std::optional<PreferenceValue> &value) const
 {
     Place place;
-    int code = find(key, place);
+    const int code = find(key, place);
     if (code != SQLITE_OK || place.row == 0)
         return code;
+    quint32 checksum = 0;
+    std::optional<PreferenceValue> read;
+    if (const int readCode = readPlace(place, read, checksum); readCode != SQLITE_OK)
+        return readCode;
+    if (place.checksum && place.checksum != checksum)
+        return SQLITE_CORRUPT;
+    value = std::move(read);
+    return SQLITE_OK;
+}
+
+/// Also says what the checksum must be.
+int SqlitePreferences::readPlace(const Place &place, std::optional<PreferenceValue> &value, quint32 &checksum) const
+{
     SqliteStatement &read = m_statements->read;
-    code = read.bind(1, place.row).step();
+    const int code = read.bind(1, place.row).step();
     const auto type = static_cast<ValueType>(read.integer(0));
-    const qint64 number = read.integer(1);
-    const QByteArray bytes = read.bytes(1);
+    const qint64 number = isNumber(type) ? read.integer(1) : 0;
+    const QByteArray bytes = isNumber(type) ? QByteArray() : read.bytes(1);
     read.reset();
     if (code != SQLITE_ROW)
         return code == SQLITE_DONE ? SQLITE_CORRUPT : code;
+    checksum = checksumOfPlain(type, number, bytes);
 
     switch (type) {
     case ValueType::Flag:
@@ -114,23 +184,19 @@ int SqlitePreferences::readValue(const QString &key, std::optional<PreferenceVal
         value = QString::fromUtf8(bytes);
         return SQLITE_OK;
     case ValueType::TextList:
-        if (std::optional<QStringList> list = listFromText(bytes)) {
-            value = *std::move(list);
-            return SQLITE_OK;
-        }
-        return SQLITE_CORRUPT;
+        value = listFromText(bytes);
+        return value ? SQLITE_OK : SQLITE_CORRUPT;
     case ValueType::Blob: {
         QByteArray blob;
-        code = readBlob(place, blob);
-        if (code == SQLITE_OK)
-            value = std::move(blob);
-        return code;
+        const int readCode = readBlob(place, blob, checksum);
+        value = std::move(blob);
+        return readCode;
     }
     }
     return SQLITE_CORRUPT;
 }
 
-int SqlitePreferences::readBlob(const Place &place, QByteArray &blob) const
+int SqlitePreferences::readBlob(const Place &place, QByteArray &blob, quint32 &checksum) const
 {
     // Read in place: a column of a row would be copied once more on its way.
     sqlite3_blob *source = nullptr;
@@ -140,13 +206,16 @@ int SqlitePreferences::readBlob(const Place &place, QByteArray &blob) const
         code = sqlite3_blob_read(source, blob.data(), static_cast<int>(blob.size()), 0);
     }
     sqlite3_blob_close(source);
-    if (code == SQLITE_OK && place.edits > 0)
-        code = readEdits(place, blob);
+    if (code != SQLITE_OK)
+        return code;
+    checksum = checksumOfBlob(blob);
+    if (place.edits > 0)
+        code = readEdits(place, blob, checksum);
     return code == SQLITE_OK && blob.size() != place.size ? SQLITE_CORRUPT : code;
 }
 
 /// Brings the blob of the row to the state after the edits.
-int SqlitePreferences::readEdits(const Place &place, QByteArray &blob) const
+int SqlitePreferences::readEdits(const Place &place, QByteArray &blob, quint32 &checksum) const
 {
     SqliteStatement &read = m_statements->readEdits;
     read.bind(1, place.row).bind(2, place.edits);
@@ -157,6 +226,8 @@ int SqlitePreferences::readEdits(const Place &place, QByteArray &blob) const
     read.reset();
     if (code != SQLITE_DONE)
         return code;
+    for (const StoredEdit &edit : std::as_const(edits))
+        checksum = checksumOfEdit(checksum, edit.offset, edit.removed, edit.inserted);
     std::optional<QByteArray> edited = applyEdits(blob, edits);
     if (!edited || edits.size() != place.edits)
         return SQLITE_CORRUPT;
@@ -239,10 +310,25 @@ int SqlitePreferences::find(const QString &key, Place &place) const
     const QByteArray name = key.toUtf8();
     SqliteStatement &find = m_statements->find;
     const int code = find.bindText(1, name).step();
-    if (code == SQLITE_ROW)
+    const bool isFound = code == SQLITE_ROW;
+    if (isFound)
         place = {.row = find.integer(0), .edits = find.integer(1), .size = find.integer(2)};
+    const bool hasDigest = isFound && !find.isNull(3);
+    const qint64 digest = find.integer(3);
     find.reset();
-    return code == SQLITE_ROW || code == SQLITE_DONE ? SQLITE_OK : code;
+    if (!isFound)
+        return code == SQLITE_DONE ? SQLITE_OK : code;
+    if (hasDigest)
+        place.checksum = static_cast<quint32>(digest >> digestShift);
+    return hasDigest && digest != digestOf(name, place) ? SQLITE_CORRUPT : SQLITE_OK;
+}
+
+/// The checksum of the value, and one of all that a key says, the first among it.
+qint64 SqlitePreferences::digestOf(const QByteArray &key, const Place &place)
+{
+    const quint32 checksum = place.checksum.value_or(0);
+    const quint32 seal = checksumOf(key, checksumOf({place.row, place.edits, place.size, checksum}, 0));
+    return static_cast<qint64>(static_cast<quint64>(checksum) << digestShift | seal);
 }
 
 int SqlitePreferences::insert(const PreferenceValue &value, Place &place)
@@ -250,40 +336,52 @@ int SqlitePreferences::insert(const PreferenceValue &value, Place &place)
     if (const auto *blob = std::get_if<QByteArray>(&value))
         return insertBlob(*blob, place);
     SqliteStatement &insert = m_statements->insert;
+    ValueType type = ValueType::Text;
+    qint64 number = 0;
     QByteArray text;
     if (const auto *flag = std::get_if<bool>(&value)) {
-        insert.bind(1, static_cast<qint64>(ValueType::Flag)).bind(2, *flag ? 1 : 0);
-    } else if (const auto *number = std::get_if<qint64>(&value)) {
-        insert.bind(1, static_cast<qint64>(ValueType::Integer)).bind(2, *number);
+        type = ValueType::Flag;
+        number = *flag ? 1 : 0;
+    } else if (const auto *integer = std::get_if<qint64>(&value)) {
+        type = ValueType::Integer;
+        number = *integer;
     } else if (const auto *string = std::get_if<QString>(&value)) {
         text = string->toUtf8();
-        insert.bind(1, static_cast<qint64>(ValueType::Text)).bindText(2, text);
     } else {
+        type = ValueType::TextList;
         text = listText(std::get<QStringList>(value));
-        insert.bind(1, static_cast<qint64>(ValueType::TextList)).bindText(2, text);
     }
+    insert.bind(1, static_cast<qint64>(type));
+    if (isNumber(type))
+        insert.bind(2, number);
+    else
+        insert.bindText(2, text);
     const int code = insert.run();
-    place = {.row = sqlite3_last_insert_rowid(m_connection.handle())};
+    place = {.row = sqlite3_last_insert_rowid(m_connection.handle()), .checksum = checksumOfPlain(type, number, text)};
     return code;
 }
 
 int SqlitePreferences::insertBlob(QByteArrayView blob, Place &place)
 {
     const int code = m_statements->insert.bind(1, static_cast<qint64>(ValueType::Blob)).bindBlob(2, blob).run();
-    place = {.row = sqlite3_last_insert_rowid(m_connection.handle()), .size = blob.size()};
+    place = {
+        .row = sqlite3_last_insert_rowid(m_connection.handle()), .size = blob.size(), .checksum = checksumOfBlob(blob)};
     return code;
 }
 
 /// Adds the edit that leads to `blob` to those of the row, and moves the place behind it.
 int SqlitePreferences::insertEdit(Place &place, QByteArrayView blob, const BlobEdit &edit)
 {
+    const QByteArrayView inserted = blob.sliced(edit.offset, edit.inserted);
     place.edits += 1;
     place.size = blob.size();
+    if (place.checksum)
+        place.checksum = checksumOfEdit(*place.checksum, edit.offset, edit.removed, inserted);
     return m_statements->insertEdit.bind(1, place.row)
         .bind(2, place.edits)
         .bind(3, edit.offset)
         .bind(4, edit.removed)
-        .bindBlob(5, blob.sliced(edit.offset, edit.inserted))
+        .bindBlob(5, inserted)
         .run();
 }
 
@@ -296,6 +394,8 @@ int SqlitePreferences::point(const QString &key, const Place &place)
         return code;
     const QByteArray name = key.toUtf8();
     code = m_statements->point.bindText(1, name).bind(2, place.row).bind(3, place.edits).bind(4, place.size).run();
+    if (code == SQLITE_OK && m_hasDigests && place.checksum)
+        code = m_statements->setDigest.bindText(1, name).bind(2, digestOf(name, place)).run();
     return code == SQLITE_OK && displaced.row != 0 && displaced.row != place.row ? removeUnlessUsed(displaced.row)
                                                                                  : code;
 }
@@ -309,6 +409,64 @@ int SqlitePreferences::removeUnlessUsed(qint64 row)
         return code == SQLITE_ROW ? SQLITE_OK : code;
     code = m_statements->removeEdits.bind(1, row).run();
     return code == SQLITE_OK ? m_statements->remove.bind(1, row).run() : code;
+}
+
+Result<void> SqlitePreferences::checkKeys() const
+{
+    SqliteStatement keys(m_connection, "SELECT key FROM preference");
+    int code = keys.step();
+    for (; code == SQLITE_ROW; code = keys.step()) {
+        Place place;
+        if (const int found = find(QString::fromUtf8(keys.bytes(0)), place); found != SQLITE_OK)
+            return m_connection.error(found);
+    }
+    return code == SQLITE_DONE ? Result<void>() : m_connection.error(code);
+}
+
+/// Gives a file of a version that knew no digests what it lacks. Where that fails, as on a full disk, the next start
+/// tries again.
+void SqlitePreferences::addDigests()
+{
+    int code = m_connection.execute("BEGIN IMMEDIATE");
+    if (code == SQLITE_OK)
+        code = m_connection.execute(digestSchema);
+    if (code == SQLITE_OK) {
+        m_hasDigests = true;
+        makeStatements();
+        code = fillInDigests();
+    }
+    if (code == SQLITE_OK)
+        code = m_connection.execute("COMMIT");
+    if (code == SQLITE_OK)
+        return;
+    m_hasDigests = false;
+    makeStatements();
+    if (sqlite3_get_autocommit(m_connection.handle()) == 0)
+        (void)m_connection.execute("ROLLBACK");
+}
+
+int SqlitePreferences::fillInDigests()
+{
+    QStringList names;
+    {
+        SqliteStatement keys(m_connection, "SELECT key FROM preference");
+        while (keys.step() == SQLITE_ROW)
+            names.append(QString::fromUtf8(keys.bytes(0)));
+    }
+    for (const QString &name : std::as_const(names)) {
+        Place place;
+        std::optional<PreferenceValue> value;
+        // What cannot be read gets no digest; who needs it will notice.
+        quint32 checksum = 0;
+        if (find(name, place) != SQLITE_OK || readPlace(place, value, checksum) != SQLITE_OK)
+            continue;
+        place.checksum = checksum;
+        const QByteArray key = name.toUtf8();
+        const int code = m_statements->setDigest.bindText(1, key).bind(2, digestOf(key, place)).run();
+        if (code != SQLITE_OK)
+            return code;
+    }
+    return SQLITE_OK;
 }
 
 } // namespace tessaly

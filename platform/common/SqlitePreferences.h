@@ -24,6 +24,11 @@ public:
     /// most `lockWait` for another process to let go of it.
     [[nodiscard]] static Result<std::unique_ptr<SqlitePreferences>>
     open(const QString &directory, std::chrono::milliseconds lockWait = std::chrono::seconds(1));
+    /// Whether the directory has no such file, nor a log of one.
+    [[nodiscard]] static bool isMissing(const QString &directory);
+    /// Opens a copy of such a file, made while it was not being written, for reading only. Every value in it can be
+    /// read.
+    [[nodiscard]] static Result<std::unique_ptr<SqlitePreferences>> openCopy(const QString &path);
     ~SqlitePreferences() override;
 
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
@@ -46,14 +51,21 @@ private:
         qint64 edits = 0;
         /// Of the value after the edits, in bytes; 0 for values that are no blobs.
         qint64 size = 0;
+        /// Checksum of the value and these edits; absent where a version wrote them that knew none.
+        std::optional<quint32> checksum = {};
     };
 
     SqlitePreferences();
     [[nodiscard]] Result<void> openFile(const QString &path, std::chrono::milliseconds lockWait);
     [[nodiscard]] Result<void> check();
-    [[nodiscard]] Result<void> checkPlainValues() const;
-    void prepareStatements();
+    [[nodiscard]] Result<void> prepareStatements();
+    void makeStatements();
+    [[nodiscard]] Result<void> checkKeys() const;
+    [[nodiscard]] Result<void> checkValues(const char *selectKeys) const;
+    void addDigests();
+    [[nodiscard]] int fillInDigests();
     [[nodiscard]] Result<void> inTransaction(const std::function<int()> &work);
+    [[nodiscard]] static qint64 digestOf(const QByteArray &key, const Place &place);
     [[nodiscard]] int find(const QString &key, Place &place) const;
     [[nodiscard]] int insert(const PreferenceValue &value, Place &place);
     [[nodiscard]] int insertBlob(QByteArrayView blob, Place &place);
@@ -61,8 +73,10 @@ private:
     [[nodiscard]] int point(const QString &key, const Place &place);
     [[nodiscard]] int removeUnlessUsed(qint64 row);
     [[nodiscard]] int readValue(const QString &key, std::optional<PreferenceValue> &value) const;
-    [[nodiscard]] int readBlob(const Place &place, QByteArray &blob) const;
-    [[nodiscard]] int readEdits(const Place &place, QByteArray &blob) const;
+    [[nodiscard]] int readPlace(const Place &place, std::optional<PreferenceValue> &value, quint32 &checksum) const;
+    /// The next two also say what the checksum must be.
+    [[nodiscard]] int readBlob(const Place &place, QByteArray &blob, quint32 &checksum) const;
+    [[nodiscard]] int readEdits(const Place &place, QByteArray &blob, quint32 &checksum) const;
     void limitLog();
     void moveLogIntoFile();
 
@@ -70,6 +84,7 @@ private:
     std::unique_ptr<Statements> m_statements;
     QTimer m_logTimer;
     int m_logPages = 0;
+    bool m_hasDigests = false;
     /// A transaction is open that each further write belongs to.
     bool m_isTogether = false;
     mutable std::optional<Error> m_readFailure;

@@ -28,24 +28,13 @@ CREATE TABLE preference (key TEXT NOT NULL PRIMARY KEY, value_id INTEGER NOT NUL
 COMMIT;
 )";
 
-// Exclusive locking keeps out a second writer, which would overwrite this process's saves, and needs no shared
-// memory file. With secure_delete FAST freed pages are not overwritten, which would double the bytes of every save; the
-// next saves take these pages.
+// With secure_delete FAST freed pages are not overwritten, which would double the bytes of every save; the next saves
+// take these pages.
 constexpr const char *settings = R"(
-PRAGMA locking_mode = EXCLUSIVE;
 PRAGMA synchronous = FULL;
 PRAGMA secure_delete = FAST;
 PRAGMA wal_autocheckpoint = 0;
 PRAGMA journal_size_limit = 4194304;
-)";
-
-// Blobs that have not the length, or not the edits, that their keys say. The lengths are known without the contents.
-constexpr const char *misfittingBlobs = R"(
-SELECT count(*) FROM preference p JOIN stored_value v ON v.id = p.value_id WHERE v.type = 4 AND (
-    typeof(v.content) <> 'blob'
-    OR p.edits <> (SELECT count(*) FROM value_edit e WHERE e.value_id = p.value_id AND e.number BETWEEN 1 AND p.edits)
-    OR p.size <> length(v.content) + (SELECT coalesce(sum(length(e.inserted) - e.removed), 0)
-        FROM value_edit e WHERE e.value_id = p.value_id AND e.number BETWEEN 1 AND p.edits))
 )";
 
 // The log is brought into the file when the planner is idle. When it is never idle, a save in between must do it.
@@ -67,7 +56,7 @@ Result<void> createFile(const QString &path)
         QFile::remove(unfinished + QLatin1String(suffix));
     {
         SqliteConnection connection;
-        int code = connection.open(unfinished, SqliteConnection::Creation::Allowed);
+        int code = connection.open(unfinished, SqliteConnection::Access::Create);
         if (code == SQLITE_OK)
             code = connection.execute(creation);
         if (code != SQLITE_OK)
@@ -109,9 +98,31 @@ Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::open(const QString
     return preferences;
 }
 
+bool SqlitePreferences::isMissing(const QString &directory)
+{
+    const QString path = QDir(directory).filePath(fileName);
+    return !QFileInfo::exists(path) && !QFileInfo::exists(path + QStringLiteral("-wal"));
+}
+
+Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::openCopy(const QString &path)
+{
+    std::unique_ptr<SqlitePreferences> preferences(new SqlitePreferences);
+    const int code = preferences->m_connection.open(path, SqliteConnection::Access::Read);
+    if (code != SQLITE_OK)
+        return preferences->m_connection.error(code);
+    if (Result<void> checked = preferences->check(); !checked)
+        return checked.error();
+    if (Result<void> prepared = preferences->prepareStatements(); !prepared)
+        return prepared.error();
+    if (Result<void> checked = preferences->checkValues("SELECT key FROM preference"); !checked)
+        return checked.error();
+    return preferences;
+}
+
 Result<void> SqlitePreferences::openFile(const QString &path, std::chrono::milliseconds lockWait)
 {
-    int code = m_connection.open(path, SqliteConnection::Creation::Refused);
+    // Another process would overwrite this one's saves.
+    int code = m_connection.open(path, SqliteConnection::Access::Exclusive);
     if (code == SQLITE_OK && sqlite3_db_readonly(m_connection.handle(), "main") != 0)
         return failure(ErrorCode::StorageUnwritable);
     if (code == SQLITE_OK)
@@ -135,8 +146,12 @@ Result<void> SqlitePreferences::openFile(const QString &path, std::chrono::milli
     m_logTimer.setSingleShot(true);
     m_logTimer.setInterval(idleTime);
     QObject::connect(&m_logTimer, &QTimer::timeout, &m_logTimer, [this] { moveLogIntoFile(); });
-    prepareStatements();
-    return checkPlainValues();
+    if (Result<void> prepared = prepareStatements(); !prepared)
+        return prepared;
+    if (!m_hasDigests)
+        addDigests();
+    // Blobs are checked when they are read: nobody may ever need a damaged backup.
+    return checkValues("SELECT key FROM preference JOIN stored_value ON id = value_id WHERE type <> 4");
 }
 
 Result<void> SqlitePreferences::check()
@@ -158,23 +173,27 @@ Result<void> SqlitePreferences::check()
     const int code = quickCheck.step();
     if (code != SQLITE_ROW)
         return m_connection.error(code);
-    if (quickCheck.bytes(0) != "ok")
-        return failure(ErrorCode::StorageCorrupt);
-
-    SqliteStatement danglingKeys(m_connection, "SELECT count(*) FROM preference"
-                                               " WHERE value_id NOT IN (SELECT id FROM stored_value)");
-    if (danglingKeys.step() != SQLITE_ROW || danglingKeys.integer(0) != 0)
-        return failure(ErrorCode::StorageCorrupt);
-
-    SqliteStatement misfits(m_connection, misfittingBlobs);
-    if (misfits.step() != SQLITE_ROW || misfits.integer(0) != 0)
+    SqliteStatement tables(m_connection, "SELECT count(*) FROM stored_value, value_edit, preference WHERE false");
+    if (quickCheck.bytes(0) != "ok" || tables.step() != SQLITE_ROW)
         return failure(ErrorCode::StorageCorrupt);
     return {};
 }
 
-Result<void> SqlitePreferences::checkPlainValues() const
+Result<void> SqlitePreferences::prepareStatements()
 {
-    SqliteStatement keys(m_connection, "SELECT key FROM preference JOIN stored_value ON id = value_id WHERE type <> 4");
+    qint64 digestColumns = 0;
+    if (Result<void> read = readPragma(
+            m_connection, "SELECT count(*) FROM pragma_table_info('preference') WHERE name = 'digest'", digestColumns);
+        !read)
+        return read;
+    m_hasDigests = digestColumns > 0;
+    makeStatements();
+    return checkKeys();
+}
+
+Result<void> SqlitePreferences::checkValues(const char *selectKeys) const
+{
+    SqliteStatement keys(m_connection, selectKeys);
     int code = keys.step();
     for (; code == SQLITE_ROW; code = keys.step()) {
         std::optional<PreferenceValue> value;
@@ -195,8 +214,9 @@ void SqlitePreferences::limitLog()
 
 void SqlitePreferences::moveLogIntoFile()
 {
-    // A failure loses nothing: the log stays, and the next save tries again.
-    if (sqlite3_wal_checkpoint_v2(m_connection.handle(), nullptr, SQLITE_CHECKPOINT_RESTART, nullptr, nullptr) ==
+    // A failure loses nothing: the log stays, and the next save tries again. It does not wait for a backup that is
+    // still reading the log.
+    if (sqlite3_wal_checkpoint_v2(m_connection.handle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr) ==
         SQLITE_OK)
         m_logPages = 0;
 }
