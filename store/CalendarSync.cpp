@@ -367,12 +367,21 @@ void CalendarSync::applyMerge()
     m_heldRemovals = m_run.merge.held;
     m_heldScope = m_run.scope;
     m_approvedRemovals.clear();
+    keepRestorePoint();
     if (m_run.merge.schedules)
         m_store.editSchedules([this](QList<ScheduleItem> &schedules) {
             schedules = *std::exchange(m_run.merge.schedules, std::nullopt);
             return m_run.merge.rows;
         });
     QMetaObject::invokeMethod(this, &CalendarSync::writeToCalendars, Qt::QueuedConnection);
+}
+
+void CalendarSync::keepRestorePoint()
+{
+    if (m_run.merge.removed > unquestionedRemovals)
+        m_store.generations().keepBefore(GenerationReason::Sync, QString::number(m_run.merge.removed));
+    else if (m_run.hasChanged && !m_lastSync && !m_store.schedules().isEmpty())
+        m_store.generations().keepBefore(GenerationReason::FirstSync);
 }
 
 void CalendarSync::endSync()

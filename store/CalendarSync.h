@@ -164,6 +164,8 @@ private:
     void takeFetched(const FetchedEvents &fetched);
     void merge();
     void applyMerge();
+    /// Before a sync that changes the schedules for the first time, or takes many away.
+    void keepRestorePoint();
     void writeToCalendars();
     [[nodiscard]] CalendarSyncInput inputFor(const FetchedEvents &fetched) const;
     void exportLocalSchedules();

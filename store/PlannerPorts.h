@@ -5,6 +5,7 @@
 namespace tessaly {
 
 class Archives;
+class Backups;
 class Clock;
 class EventStore;
 class FeedDownloader;
@@ -33,6 +34,7 @@ struct PlannerPorts
     Archives &archives;
     /// Absolute path of the folder that an archive is unpacked into.
     QString importFolder;
+    Backups &backups;
 };
 
 } // namespace tessaly

@@ -9,8 +9,8 @@ namespace tessaly {
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
       m_documentLibrary(this->ports(), values(), [this](const StateChange &change) { perform(change); }),
-      m_noteDrafts(values()), m_archive(*this, this->ports(), values()), m_calendarSync(*this, this->ports()),
-      m_feedReader(std::make_unique<CalendarFeedReader>())
+      m_noteDrafts(values()), m_generations(this->ports(), values()), m_archive(*this, this->ports(), values()),
+      m_calendarSync(*this, this->ports()), m_feedReader(std::make_unique<CalendarFeedReader>())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
@@ -21,6 +21,10 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     m_hadUnreadableData = values().hasUnreadable();
     m_archive.finish();
     connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
+    connect(&m_generations, &Generations::failed, this, [this](const Error &error) {
+        reportFailure(QStringLiteral("未能保存还原点："), QStringLiteral("The restore point could not be kept: "),
+                      error);
+    });
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
         reportFailure(QStringLiteral("退出登录后可能收不到提醒："),
                       QStringLiteral("Reminders may not survive a log-out: "), error);

@@ -4,6 +4,7 @@
 #include "model/RowsChange.h"
 #include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
+#include "store/Generations.h"
 #include "store/NoteDrafts.h"
 #include "store/PlannerArchive.h"
 #include "store/PlannerSettings.h"
@@ -49,6 +50,8 @@ public:
     [[nodiscard]] DocumentLibrary &documentLibrary() { return m_documentLibrary; }
     [[nodiscard]] const DocumentLibrary &documentLibrary() const { return m_documentLibrary; }
 
+    /// The earlier states of the planner.
+    [[nodiscard]] Generations &generations() { return m_generations; }
     /// The reminders of to-dos that are still to come.
     [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
     /// Everything as one file.
@@ -169,6 +172,7 @@ private:
     QList<CalendarFeed> m_calendarFeeds;
     DocumentLibrary m_documentLibrary;
     NoteDrafts m_noteDrafts;
+    Generations m_generations;
     PlannerArchive m_archive;
     CalendarSync m_calendarSync;
     std::unique_ptr<CalendarFeedReader> m_feedReader;

@@ -8,6 +8,7 @@
 #include "store/RecordRows.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QUrl>
 
 namespace tessaly {
@@ -43,6 +44,21 @@ QString trimmedLink(QStringView text)
     while (!text.isEmpty() && isInvisible(text.back()))
         text.chop(1);
     return text.toString();
+}
+
+/// How many schedules of the calendar have notes or tasks and are not among the merged ones.
+qsizetype annotatedSchedulesLost(const QList<ScheduleItem> &schedules, const QList<ScheduleItem> &merged,
+                                 const QString &calendarIdentifier)
+{
+    QSet<QUuid> annotated;
+    for (const ScheduleItem &item : schedules) {
+        const bool hasTasks = item.tasks && !item.tasks->isEmpty();
+        if (item.calendarIdentifier == calendarIdentifier && (hasTasks || !item.notes.isEmpty()))
+            annotated.insert(item.id);
+    }
+    for (const ScheduleItem &item : merged)
+        annotated.remove(item.id);
+    return annotated.size();
 }
 
 bool isHttp(const QUrl &url)
@@ -133,6 +149,8 @@ void PlannerStore::replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid 
 {
     const QString identifier = feedCalendarIdentifier(feedID);
     const auto isOfFeed = [&](const ScheduleItem &item) { return item.calendarIdentifier == identifier; };
+    if (const qsizetype lost = annotatedSchedulesLost(m_data.schedules, merged, identifier); lost > 0)
+        m_generations.keepBefore(GenerationReason::LinkUpdate, QString::number(lost));
     const qsizetype removed = m_data.schedules.removeIf(isOfFeed);
     const qsizetype firstNew = m_data.schedules.size();
     const qsizetype added = merged.size();
@@ -166,8 +184,11 @@ void PlannerStore::setCalendarFeedError(const Error &error)
 
 void PlannerStore::deleteCalendarFeed(const QUuid &feedID)
 {
-    if (const qsizetype row = rowOf(m_calendarFeeds, feedID); row >= 0)
-        perform({.feeds = {removalOf(m_calendarFeeds.at(row), row)}});
+    const qsizetype row = rowOf(m_calendarFeeds, feedID);
+    if (row < 0)
+        return;
+    m_generations.keepBefore(GenerationReason::LinkDeletion);
+    perform({.feeds = {removalOf(m_calendarFeeds.at(row), row)}});
 }
 
 void PlannerStore::forgetFeedUpdates(const QUuid &feedID)

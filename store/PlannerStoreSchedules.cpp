@@ -57,6 +57,7 @@ void PlannerStore::deleteSchedule(const ScheduleItem &item)
 
 void PlannerStore::clearPersonalContent()
 {
+    m_generations.keepBefore(GenerationReason::Clear);
     StateChange change{.reminders = removalOfAll(m_data.reminders), .goals = removalOfAll(m_data.goals)};
     for (qsizetype row = 0; row < m_data.schedules.size(); ++row) {
         const ScheduleItem &item = m_data.schedules.at(row);

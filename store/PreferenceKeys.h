@@ -24,6 +24,7 @@ inline const QString interfaceLanguage = QStringLiteral("larkspan-interface-lang
 inline const QString preferredName = QStringLiteral("larkspan-preferred-name");
 inline const QString launchAtLogin = QStringLiteral("larkspan-launch-at-login");
 inline const QString appearanceMode = QStringLiteral("appearanceMode");
+inline const QString programVersion = QStringLiteral("programVersion");
 inline const QString windowFrame = QStringLiteral("windowFrame");
 inline const QString hasReportedResidence = QStringLiteral("hasReportedResidence");
 inline const QString hasAskedPreferredName = QStringLiteral("hasAskedPreferredName");

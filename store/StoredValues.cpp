@@ -64,9 +64,11 @@ void StoredValues::writeAll(const QMap<QString, Pending> &writes)
         m_unsaved.insert(writes);
         m_timer.start();
         emit failed(written.error());
-    } else if (wasUnsaved || hasUnsaved()) {
-        tryUnsaved();
+        return;
     }
+    emit this->written();
+    if (wasUnsaved || hasUnsaved())
+        tryUnsaved();
 }
 
 Result<void> StoredValues::writeTogether(const QMap<QString, Pending> &writes)
@@ -115,6 +117,7 @@ void StoredValues::tryUnsaved()
         unsaved = m_unsaved.erase(unsaved);
     }
     m_timer.stop();
+    emit written();
     emit recovered();
 }
 

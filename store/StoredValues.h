@@ -69,6 +69,8 @@ signals:
     void failed(const tessaly::Error &error);
     /// Everything that failed before is written now.
     void recovered();
+    /// Something was written.
+    void written();
 
 private:
     struct Pending

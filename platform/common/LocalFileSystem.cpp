@@ -21,16 +21,6 @@ namespace tessaly {
 
 namespace {
 
-/// A file that took another's place is there after a power cut only when its folder is on the disk, too.
-void flushFolder(const QString &path)
-{
-    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return;
-    ::fsync(folder);
-    ::close(folder);
-}
-
 /// False when the bytes handed over found no room. Not every file system knows that before; some cannot say at all.
 bool flushFile(QSaveFile &file)
 {
@@ -69,6 +59,15 @@ bool makePrivateFolder(const QString &path)
     const QFileInfo folder(path);
     return folder.isDir() || (makePrivateFolder(folder.path()) &&
                               QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+void flushFolder(const QString &path)
+{
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    ::fsync(folder);
+    ::close(folder);
 }
 
 bool isDiskFull(const QString &folder)

@@ -15,6 +15,8 @@ namespace tessaly {
 /// Makes the folder, and those above it, open to the owner alone; one that exists is left as it is. True when it
 /// exists afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);
+/// Brings the names in the folder to the disk: a file that took another's place is there after a power cut only then.
+void flushFolder(const QString &path);
 /// Whether not even a byte can be written in the folder, or where it would be made, for want of space.
 [[nodiscard]] bool isDiskFull(const QString &folder);
 

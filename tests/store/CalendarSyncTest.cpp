@@ -389,6 +389,10 @@ private slots:
         QVERIFY(sync().heldRemovals().isEmpty());
         QCOMPARE(m_planner->store->schedules().size(), isRemoved ? 5 : 30);
         QCOMPARE(m_planner->eventStore.allEvents().size(), 5);
+        const QList<Generation> restorePoints = m_planner->backups.list();
+        QCOMPARE(restorePoints.size(), isRemoved ? 1 : 0);
+        if (isRemoved)
+            QCOMPARE(restorePoints.constFirst().detail, QStringLiteral("25"));
         if (!isRemoved)
             QVERIFY(!m_planner->store->schedules().constFirst().calendarIdentifier);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/fake/FakeArchives.h"
+#include "platform/fake/FakeBackups.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -23,6 +24,7 @@ struct FakePorts
     FakeFeedDownloader feedDownloader;
     FakeFileSystem files;
     FakeArchives archives;
+    FakeBackups backups{preferences};
     UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
 
@@ -76,7 +78,8 @@ struct FakePorts
                 folder,
                 folder + QStringLiteral("/../Drafts"),
                 archives,
-                folder + QStringLiteral("/../Import")};
+                folder + QStringLiteral("/../Import"),
+                backups};
     }
 
 private:
@@ -100,7 +103,8 @@ private:
                 QStringLiteral("/documents"),
                 QStringLiteral("/drafts"),
                 archives,
-                QStringLiteral("/import")};
+                QStringLiteral("/import"),
+                backups};
     }
 };
 

@@ -1,4 +1,5 @@
 #include "model/RecordCodec.h"
+#include "platform/common/SqliteBackups.h"
 #include "store/PreferenceKeys.h"
 #include "tests/support/TestMain.h"
 #include "tests/system/SmallDisk.h"
@@ -109,6 +110,70 @@ private slots:
         QCOMPARE(opened.error().code, ErrorCode::StorageFull);
         disk.makeRoom();
         QVERIFY(SqlitePreferences::open(disk.directory()).hasValue());
+    }
+
+    void aFullDiskLeavesNoHalfGeneration_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("freeBlocks");
+        for (const int size : {0, 1, 500, 10'000, 100'000, 1'000'000}) {
+            for (const int freeBlocks : {0, 1, 2, 8, 16, 24, 40, 100})
+                QTest::addRow("%d bytes, %d blocks", size, freeBlocks) << size << freeBlocks;
+        }
+    }
+
+    void aFullDiskLeavesNoHalfGeneration()
+    {
+        QFETCH(const int, size);
+        QFETCH(const int, freeBlocks);
+        const SmallDisk disk;
+        if (!disk.isMounted())
+            QSKIP("a file system can be mounted neither as root nor in a user namespace");
+        const auto preferences = SqlitePreferences::open(disk.directory()).takeValue();
+        QVERIFY(preferences->setValue(keys::storageKey, QByteArray(size, 'x')));
+        disk.fillBut(freeBlocks);
+        {
+            SqliteBackups backups(disk.directory());
+            std::optional<Result<Generation>> kept;
+            backups.keep({.moment = Instant::fromUnixSeconds(1'795'341'600), .reason = GenerationReason::Clear},
+                         [&](const Result<Generation> &result) { kept = result; });
+            QTRY_VERIFY(kept);
+            if (*kept) {
+                QVERIFY(backups.check(kept->value()));
+            } else {
+                QCOMPARE(kept->error().code, ErrorCode::StorageFull);
+                QVERIFY(QDir(SqliteBackups::folderIn(disk.directory())).entryList(QDir::Files).isEmpty());
+            }
+        }
+        disk.makeRoom();
+        QCOMPARE(preferences->get<QByteArray>(keys::storageKey), QByteArray(size, 'x'));
+        QVERIFY(preferences->setValue(keys::storageKey, QByteArray("y")));
+    }
+
+    void aFullDiskLeavesTheDatabaseThatAGenerationWasToReplace()
+    {
+        for (const int freeBlocks : {0, 1, 2, 8, 16}) {
+            const SmallDisk disk;
+            if (!disk.isMounted())
+                QSKIP("a file system can be mounted neither as root nor in a user namespace");
+            SqliteBackups backups(disk.directory());
+            {
+                const auto preferences = SqlitePreferences::open(disk.directory()).takeValue();
+                QVERIFY(preferences->setValue(keys::storageKey, QByteArray(100'000, 'x')));
+                std::optional<bool> isKept;
+                backups.keep({.moment = Instant::fromUnixSeconds(1'795'341'600)},
+                             [&](const Result<Generation> &result) { isKept = result.hasValue(); });
+                QTRY_VERIFY(isKept);
+                QVERIFY(*isKept);
+            }
+            disk.fillBut(freeBlocks);
+            const Result<void> put = backups.putBack(backups.list().constFirst(), Instant());
+            QVERIFY(!put);
+            QCOMPARE(put.error().code, ErrorCode::StorageFull);
+            const auto preferences = SqlitePreferences::open(disk.directory());
+            QVERIFY(preferences);
+            QCOMPARE(preferences.value()->get<QByteArray>(keys::storageKey), QByteArray(100'000, 'x'));
+        }
     }
 
     void aReadOnlyFileSystemIsAnErrorAndTouchesNothing()
