@@ -7,10 +7,12 @@
 #include "platform/common/LocalFileSystem.h"
 #include "platform/common/NetworkFeedDownloader.h"
 #include "platform/common/NullEventStore.h"
+#include "platform/common/SqliteBackups.h"
 #include "platform/common/SqlitePreferences.h"
 #include "platform/common/vdir/VdirEventStore.h"
 #include "platform/common/ZipArchives.h"
 #include "platform/fake/FakeArchives.h"
+#include "platform/fake/FakeBackups.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -42,6 +44,7 @@ namespace tessaly {
 struct Composition::Parts
 {
     std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<Backups> backups;
     std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<NotificationPresenter> notificationPresenter;
     std::unique_ptr<LoginItem> loginItem;
@@ -115,15 +118,30 @@ std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const 
 Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts))
 {
     Parts &p = *m_parts;
-    p.store = std::make_unique<PlannerStore>(PlannerPorts{
-        *p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem, *p.feedDownloader,
-        *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder, *p.archives, p.importFolder});
+    p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter,
+                                                          *p.loginItem, *p.reminderLoginItem, *p.feedDownloader,
+                                                          *p.clock, p.calendar, *p.fileSystem, p.documentsFolder,
+                                                          p.draftsFolder, *p.archives, p.importFolder, *p.backups});
 }
 
 Composition::~Composition() = default;
 
-Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &commandLine)
+std::optional<Generation> Composition::remedyFor(const Error &error, const CommandLine &commandLine)
 {
+    const bool isLost = error.code == ErrorCode::StorageCorrupt || error.code == ErrorCode::StorageMissing;
+    return isLost ? SqliteBackups(commandLine.dataDirectory).newestSound() : std::nullopt;
+}
+
+Result<void> Composition::openEarlier(const Generation &generation, const CommandLine &commandLine)
+{
+    return SqliteBackups(commandLine.dataDirectory).putBack(generation, LinuxClock().now());
+}
+
+Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &commandLine, MissingData missing)
+{
+    if (missing == MissingData::Refused && SqlitePreferences::isMissing(commandLine.dataDirectory) &&
+        SqliteBackups(commandLine.dataDirectory).newestSound())
+        return Error{ErrorCode::StorageMissing, {}};
     Result<std::unique_ptr<SqlitePreferences>> preferences = SqlitePreferences::open(commandLine.dataDirectory);
     if (!preferences)
         return preferences.error();
@@ -131,6 +149,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     auto stored = preferences.takeValue();
     const SqlitePreferences &file = *stored;
     parts->preferences = std::move(stored);
+    parts->backups = std::make_unique<SqliteBackups>(commandLine.dataDirectory);
     parts->clock = std::make_unique<LinuxClock>();
     parts->eventStore = eventStoreFor(commandLine, *parts->preferences, *parts->clock, parts->calendar);
     parts->loginItem = std::make_unique<XdgLoginItem>(loginCommand(commandLine));
@@ -165,6 +184,7 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
         parts->clock = std::make_unique<LinuxClock>();
     }
     auto preferences = std::make_unique<FakePreferences>();
+    parts->backups = std::make_unique<FakeBackups>(*preferences);
     auto fileSystem = std::make_unique<FakeFileSystem>();
     // lint-allow(papers): a made-up folder for the pictures
     parts->documentsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Documents");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AppLanguage.h"
+#include "model/Generation.h"
 #include "model/Instant.h"
 #include "model/Result.h"
 
@@ -20,9 +21,16 @@ struct CommandLine;
 class Composition
 {
 public:
+    /// What becomes of a database that is not there although there are earlier versions of it.
+    enum class MissingData { Refused, StartsEmpty };
     /// The system's own services, over the data directory. Fails where the stored data cannot be opened. Precondition:
     /// this process is the only one on the directory.
-    [[nodiscard]] static Result<std::shared_ptr<Composition>> forSystem(const CommandLine &commandLine);
+    [[nodiscard]] static Result<std::shared_ptr<Composition>> forSystem(const CommandLine &commandLine,
+                                                                        MissingData missing = MissingData::Refused);
+    /// The earlier version that the planner can be opened with where the error keeps it from starting, if any.
+    [[nodiscard]] static std::optional<Generation> remedyFor(const Error &error, const CommandLine &commandLine);
+    /// Puts the earlier version in the place of the stored data, which stay under another name.
+    [[nodiscard]] static Result<void> openEarlier(const Generation &generation, const CommandLine &commandLine);
     /// Sample data in memory and services that do nothing. The time stands still when `now` is given; zone, first
     /// weekday and the locale of the language are then fixed too.
     [[nodiscard]] static std::shared_ptr<Composition> forDemo(AppLanguage language,

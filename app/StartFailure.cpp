@@ -1,5 +1,6 @@
 #include "app/StartFailure.h"
 
+#include "model/UserCalendar.h"
 #include "store/ErrorText.h"
 #include "ui/Ui.h"
 
@@ -46,29 +47,54 @@ QString place(AppLanguage language, ErrorCode code, const QString &dataDirectory
                : file.in(language) + dataDirectory + QStringLiteral("/planner.sqlite");
 }
 
-QString failureText(AppLanguage language, const Error &error, const QString &dataDirectory)
+/// What an earlier version is for.
+TextPair offer(ErrorCode code, const Generation &earlier)
+{
+    const QDateTime moment = UserCalendar::system().dateTime(earlier.moment);
+    const QString chinese = interfaceLocale(false).toString(moment, u"yyyy年M月d日 HH:mm");
+    const QString english = interfaceLocale(true).toString(moment, u"MMM d, yyyy, HH:mm");
+    if (code == ErrorCode::StorageMissing)
+        return {QStringLiteral("可以打开 %1 的历史版本，或从空白开始。").arg(chinese),
+                QStringLiteral("You can open the version of %1, or start empty.").arg(english)};
+    return {QStringLiteral("可以打开 %1 的历史版本。损坏的文件会留在同一文件夹中，改名为以“planner-damaged”开头。")
+                .arg(chinese),
+            QStringLiteral("You can open the version of %1. The damaged file stays in the same folder, under a name "
+                           "that begins with “planner-damaged”.")
+                .arg(english)};
+}
+
+QString failureText(AppLanguage language, const Error &error, const QString &dataDirectory,
+                    const std::optional<Generation> &earlier)
 {
     const TextPair prefix{QStringLiteral("Tessaly 无法启动："), QStringLiteral("Tessaly cannot start: ")};
+    const TextPair remedy = earlier ? offer(error.code, *earlier) : advice(error.code);
     return QStringList{prefix.in(language) + errorText(error, language), place(language, error.code, dataDirectory),
-                       advice(error.code).in(language)}
+                       remedy.in(language)}
         .join(u'\n');
 }
 
 } // namespace
 
-int showStartFailure(const Error &error, const QString &dataDirectory)
+StartChoice showStartFailure(const Error &error, const QString &dataDirectory, const std::optional<Generation> &earlier)
 {
-    const QString chinese = failureText(AppLanguage::Chinese, error, dataDirectory);
-    const QString english = failureText(AppLanguage::English, error, dataDirectory);
+    const QString chinese = failureText(AppLanguage::Chinese, error, dataDirectory, earlier);
+    const QString english = failureText(AppLanguage::English, error, dataDirectory, earlier);
     std::fprintf(stderr, "%s\n%s\n", qUtf8Printable(chinese), qUtf8Printable(english));
 
     QQmlApplicationEngine engine;
     installImageProviders(engine);
-    engine.setInitialProperties({{QStringLiteral("chinese"), chinese}, {QStringLiteral("english"), english}});
+    engine.setInitialProperties({{QStringLiteral("chinese"), chinese},
+                                 {QStringLiteral("english"), english},
+                                 {QStringLiteral("canOpenEarlier"), earlier.has_value()},
+                                 {QStringLiteral("canStartEmpty"), error.code == ErrorCode::StorageMissing}});
     engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/StartFailure.qml")));
-    if (!engine.rootObjects().isEmpty())
-        QGuiApplication::exec();
-    return 1;
+    if (engine.rootObjects().isEmpty())
+        return StartChoice::Close;
+    QGuiApplication::exec();
+    const QObject *window = engine.rootObjects().constFirst();
+    if (window->property("opensEarlier").toBool())
+        return StartChoice::OpenEarlier;
+    return window->property("startsEmpty").toBool() ? StartChoice::StartEmpty : StartChoice::Close;
 }
 
 } // namespace tessaly

@@ -59,6 +59,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
                          });
     }
     composition.setReminderHandler([&app](const QString &) { app.showReminders(); });
+    composition.store().generations().start(QCoreApplication::applicationVersion());
     if (start == Start::WithWindow)
         app.show();
     else
@@ -86,6 +87,30 @@ AppLanguage demoLanguage()
     return QLocale::system().language() == QLocale::Chinese ? AppLanguage::Chinese : AppLanguage::English;
 }
 
+/// The planner on its data; null where it cannot be opened and the user does not choose an earlier version.
+std::shared_ptr<Composition> compose(const CommandLine &commandLine)
+{
+    auto missing = Composition::MissingData::Refused;
+    while (true) {
+        const auto composition = Composition::forSystem(commandLine, missing);
+        if (composition)
+            return composition.value();
+        const auto earlier = Composition::remedyFor(composition.error(), commandLine);
+        switch (showStartFailure(composition.error(), commandLine.dataDirectory, earlier)) {
+        case StartChoice::Close:
+            return nullptr;
+        case StartChoice::StartEmpty:
+            missing = Composition::MissingData::StartsEmpty;
+            break;
+        case StartChoice::OpenEarlier:
+            if (const Result<void> opened = Composition::openEarlier(*earlier, commandLine); !opened) {
+                (void)showStartFailure(opened.error(), commandLine.dataDirectory);
+                return nullptr;
+            }
+        }
+    }
+}
+
 int runPlanner(const CommandLine &commandLine)
 {
     if (commandLine.isDemo)
@@ -93,15 +118,16 @@ int runPlanner(const CommandLine &commandLine)
     SingleInstance instance(commandLine.dataDirectory);
     const Result<SingleInstance::Role> role =
         instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = activationToken()});
-    if (!role)
-        return showStartFailure(role.error(), commandLine.dataDirectory);
+    if (!role) {
+        (void)showStartFailure(role.error(), commandLine.dataDirectory);
+        return 1;
+    }
     if (role.value() == SingleInstance::Role::Second)
         return 0;
-    const auto composition = Composition::forSystem(commandLine);
+    const auto composition = compose(commandLine);
     if (!composition)
-        return showStartFailure(composition.error(), commandLine.dataDirectory);
-    return runWindow(*composition.value(), &instance,
-                     commandLine.isBackground ? Start::InBackground : Start::WithWindow);
+        return 1;
+    return runWindow(*composition, &instance, commandLine.isBackground ? Start::InBackground : Start::WithWindow);
 }
 
 int report(const CommandAnswer &answer)

@@ -12,6 +12,7 @@ enum class ErrorCode {
     // Preferences
     StorageUnwritable,
     StorageCorrupt,
+    StorageMissing, ///< where there are earlier versions of it
     StorageLocked,
     StorageFull,
     StorageNewer,

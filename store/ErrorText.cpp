@@ -20,6 +20,8 @@ Words words(ErrorCode code)
         return {u"无法写入数据文件夹", u"The data folder cannot be written"};
     case ErrorCode::StorageCorrupt:
         return {u"数据文件已损坏", u"The data file is damaged"};
+    case ErrorCode::StorageMissing:
+        return {u"数据文件不见了", u"The data file is missing"};
     case ErrorCode::StorageLocked:
         return {u"数据文件正被另一个程序使用", u"The data file is in use by another program"};
     case ErrorCode::StorageFull:

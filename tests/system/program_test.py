@@ -8,7 +8,7 @@ import shutil
 import subprocess
 
 from global_menu import GlobalMenu
-from planner_driver import CHECKED, FOCUSED, PROGRAM, PlannerTestCase, has_state, main, press, wait_for
+from planner_driver import CHECKED, FOCUSED, PROGRAM, PlannerTestCase, descendants, has_state, main, press, wait_for
 from small_disk import SmallDisk
 from settings_portal import DARK, LIGHT, SettingsPortal
 
@@ -250,6 +250,47 @@ class ProgramTest(PlannerTestCase):
                 before = database.read_bytes()
                 self.refusal(self.data, "数据文件已损坏", "The data file is damaged")
                 self.assertEqual(database.read_bytes(), before)
+
+    def lost_after_clearing(self, lose):
+        """Clears a planner with a to-do, loses its database, and starts again."""
+        planner = self.start_answered()
+        planner.press("list item", "待办")
+        planner.type_into("待办名称", "Water the plants")
+        planner.press("push button", "添加待办")
+        planner.wait("check box", "Water the plants")
+        planner.press("push button", "清空")
+        dialog = planner.wait("dialog", "清空内容？")
+        press(next(node for node in descendants(dialog) if node.get_name() == "清空"))
+        planner.wait_gone("check box", "Water the plants")
+        wait_for("the restore point", lambda: list((self.data / "Backups").glob("*-clear-*.sqlite")))
+        planner.kill()
+        lose()
+        return self.start()
+
+    def test_a_damaged_database_gives_way_to_an_earlier_version(self):
+        def lose():
+            (self.data / "planner.sqlite").write_bytes(b"not a database" * 1000)
+            (self.data / "planner.sqlite-wal").unlink(missing_ok=True)
+        planner = self.lost_after_clearing(lose)
+        planner.press("push button", "打开历史版本 / Open earlier version")
+        planner.press("list item", "待办")
+        planner.wait("check box", "Water the plants")
+        damaged = [file.read_bytes() for file in self.data.glob("planner-damaged-*.sqlite")]
+        self.assertEqual(damaged, [b"not a database" * 1000])
+
+    def test_a_missing_database_gives_way_to_an_earlier_version_or_an_empty_one(self):
+        def lose():
+            for file in self.data.glob("planner.sqlite*"):
+                file.unlink()
+        planner = self.lost_after_clearing(lose)
+        planner.press("push button", "从空白开始 / Start empty")
+        planner.wait("list item", "待办")
+        planner.kill()
+        lose()
+        planner = self.start()
+        planner.press("push button", "打开历史版本 / Open earlier version")
+        planner.press("list item", "待办")
+        planner.wait("check box", "Water the plants")
 
     def test_the_login_item_starts_this_program_on_this_data(self):
         planner = self.start_answered()
