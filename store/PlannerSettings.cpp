@@ -196,6 +196,14 @@ QString PlannerSettings::dateText(Instant date, bool dateOnly) const
     return locale.toString(local, dateOnly ? u"yyyy年M月d日" : u"yyyy年M月d日 HH:mm");
 }
 
+QString PlannerSettings::momentText(Instant moment) const
+{
+    const QDateTime local = calendar().dateTime(moment);
+    if (local.date().year() != today().year())
+        return dateText(moment, false);
+    return interfaceLocale(isEnglish()).toString(local, isEnglish() ? u"MMM d, HH:mm" : u"M月d日 HH:mm");
+}
+
 std::optional<PreferenceValue> PlannerSettings::setting(const QString &key) const
 {
     // The members hold what could not be saved yet, too.
@@ -232,10 +240,12 @@ void PlannerSettings::setSetting(const QString &key, const std::optional<Prefere
         setSelectedCalendarIDs(set());
     else if (key == keys::automaticCalendarSync)
         setAutomaticCalendarSync(get(true));
-    else if (key == keys::displayStartHour)
-        setDisplayStartHour(int(get(qint64{0})));
+    else if (key == keys::displayStartHour) // As it is: the other end may change next.
+        assign(m_displayStartHour, static_cast<int>(get(qint64{0})), key, get(qint64{0}),
+               &PlannerSettings::displayHoursChanged);
     else if (key == keys::displayEndHour)
-        setDisplayEndHour(int(get(qint64{24})));
+        assign(m_displayEndHour, static_cast<int>(get(qint64{24})), key, get(qint64{24}),
+               &PlannerSettings::displayHoursChanged);
     else if (key == keys::interfaceLanguage)
         setInterfaceLanguage(appLanguageFromRawValue(get(QString())));
     else if (key == keys::preferredName)

@@ -89,6 +89,9 @@ public:
     /// "yyyy年M月d日 HH:mm" or "MMM d, yyyy, HH:mm"; without the time when `dateOnly`.
     [[nodiscard]] QString dateText(Instant date, bool dateOnly) const;
 
+    /// "M月d日 HH:mm" or "MMM d, HH:mm"; dateText() in other years than the present one.
+    [[nodiscard]] QString momentText(Instant moment) const;
+
     /// Saves a setting that has no property here, such as the window's appearance. A write that fails is reported and
     /// retried like any other.
     void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }

@@ -2,6 +2,7 @@
 
 #include "model/CalendarFeed.h"
 #include "model/RowsChange.h"
+#include "model/Restoration.h"
 #include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
 #include "store/Generations.h"
@@ -75,6 +76,17 @@ public:
     Q_INVOKABLE void undo();
     Q_INVOKABLE void redo();
     [[nodiscard]] UndoHistory &history() { return m_history; }
+
+    // Earlier versions
+
+    /// All that an earlier version could bring back.
+    [[nodiscard]] PlannerState state() const;
+    /// Finds out in another thread what would lead from the present state to that of the generation, see restoration();
+    /// an error when it is damaged.
+    void compareWith(const Generation &generation, const std::function<void(const Result<StateChange> &)> &completion);
+    /// Keeps a restore point and performs a part of a restoration as one step. How many records and settings it
+    /// changed.
+    qsizetype restore(const StateChange &change);
 
     // Records. Each method is one step. Records are found by their id; an unknown id changes nothing.
 

@@ -61,7 +61,8 @@ struct FakePorts
                 directory + QStringLiteral("/Documents"),
                 directory + QStringLiteral("/Drafts"),
                 onDisk,
-                directory + QStringLiteral("/Import")};
+                directory + QStringLiteral("/Import"),
+                backups};
     }
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)

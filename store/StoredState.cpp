@@ -1,0 +1,56 @@
+#include "store/StoredState.h"
+
+#include "model/RecordCodec.h"
+#include "platform/Preferences.h"
+#include "store/PreferenceKeys.h"
+
+namespace tessaly {
+
+namespace {
+
+/// Leaves the value as it is where nothing is stored. False when what is stored cannot be decoded.
+template <class Value>
+bool decodeInto(Value &value, const Preferences &preferences, const QString &key,
+                std::optional<Value> (*decode)(QByteArrayView))
+{
+    const std::optional<PreferenceValue> stored = preferences.value(key);
+    if (!stored)
+        return true;
+    const auto *blob = std::get_if<QByteArray>(&*stored);
+    std::optional<Value> decoded = blob ? decode(*blob) : std::nullopt;
+    if (decoded)
+        value = *std::move(decoded);
+    return decoded.has_value();
+}
+
+} // namespace
+
+QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences)
+{
+    QMap<QString, PreferenceValue> settings;
+    for (const QString &key :
+         {keys::preferredName, keys::interfaceLanguage, keys::displayStartHour, keys::displayEndHour,
+          keys::automaticCalendarSync, keys::selectedCalendarIDs, keys::visibleCalendarIDs}) {
+        if (std::optional<PreferenceValue> value = preferences.value(key)) {
+            // Those that name calendars are sets.
+            if (auto *list = std::get_if<QStringList>(&*value))
+                list->sort();
+            settings.insert(key, *std::move(value));
+        }
+    }
+    return settings;
+}
+
+std::optional<PlannerState> storedState(const Preferences &preferences)
+{
+    PlannerState state;
+    const bool hasData = decodeInto(state.data, preferences, keys::storageKey, decodeSavedData) ||
+                         decodeInto(state.data, preferences, keys::backupStorageKey, decodeSavedData);
+    if (!hasData || !decodeInto(state.feeds, preferences, keys::calendarFeedsKey, decodeCalendarFeeds) ||
+        !decodeInto(state.library, preferences, keys::documentMetadataKey, decodeDocumentLibrary))
+        return std::nullopt;
+    state.settings = restorableSettings(preferences);
+    return state;
+}
+
+} // namespace tessaly
