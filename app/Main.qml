@@ -8,6 +8,7 @@ import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Todos
 import Tessaly.Ui
+import Tessaly.Versions
 
 /// The window, and the only place that knows all screens.
 ApplicationWindow {
@@ -89,7 +90,11 @@ ApplicationWindow {
         // One line for each row of the sidebar, in its order.
         screens: [
             Component { DashboardView {} },
-            Component { ScheduleView {} },
+            Component {
+                ScheduleView {
+                    onRestorePointRequested: fileName => versions.show(fileName)
+                }
+            },
             Component { ReminderView {} },
             Component { GoalView {} },
             Component {
@@ -100,6 +105,19 @@ ApplicationWindow {
         ]
         // Whoever asks for another screen wants to see it.
         onSectionChanged: editor.close()
+        onVersionsRequested: versions.show("")
+    }
+
+    Loader {
+        id: versions
+
+        function show(fileName: string) {
+            active = true;
+            (item as VersionsSheet).show(fileName);
+        }
+
+        active: false
+        sourceComponent: VersionsSheet {}
     }
 
     MarkdownEditorHost {

@@ -25,6 +25,11 @@ Native.MenuBar {
         title: Language.text("文件", "File")
 
         Native.MenuItem {
+            text: Language.text("历史版本…", "Earlier versions…")
+            onTriggered: menuBar.content.versionsRequested()
+        }
+
+        Native.MenuItem {
             // lint-allow(text): the menu's commands are in one language each, on purpose
             text: "请求通知权限"
             onTriggered: PlannerStore.requestNotificationPermission()

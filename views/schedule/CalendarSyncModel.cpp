@@ -16,6 +16,17 @@ QList<RowListModel<HeldScheduleRow>::Role> heldRoles()
     };
 }
 
+QList<RowListModel<RestorePointRow>::Role> restorePointRoles()
+{
+    return {
+        {"fileName", [](const RestorePointRow &row) -> QVariant { return row.fileName; }},
+        {"title", [](const RestorePointRow &row) -> QVariant { return row.title; }},
+        {"moment", [](const RestorePointRow &row) -> QVariant { return row.moment; }},
+    };
+}
+
+constexpr qsizetype restorePointsShown = 3;
+
 TextPair reasonText(const UnreadCalendar &calendar)
 {
     const TextPair names{calendar.files.join(u'、'), calendar.files.join(u", ")};
@@ -35,7 +46,8 @@ TextPair reasonText(const UnreadCalendar &calendar)
 
 } // namespace
 
-CalendarSyncModel::CalendarSyncModel(QObject *parent) : QObject(parent), m_held(heldRoles())
+CalendarSyncModel::CalendarSyncModel(QObject *parent)
+    : QObject(parent), m_held(heldRoles()), m_restorePoints(restorePointRoles())
 {
 }
 
@@ -47,8 +59,11 @@ void CalendarSyncModel::setStore(PlannerStore *store)
     connect(store->calendarSync(), &CalendarSync::outcomeChanged, this, &CalendarSyncModel::refresh);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSyncModel::refresh);
     connect(store, &PlannerStore::schedulesChanged, this, &CalendarSyncModel::refresh);
+    connect(&store->generations(), &Generations::changed, this, &CalendarSyncModel::refreshRestorePoints);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSyncModel::refreshRestorePoints);
     emit storeChanged();
     refresh();
+    refreshRestorePoints();
 }
 
 QString CalendarSyncModel::momentText(Instant moment) const
@@ -114,6 +129,16 @@ QString CalendarSyncModel::heldReason() const
         (isOne ? QStringLiteral("They are no longer in the calendar %1. Sync is paused and nothing has been changed.")
                : QStringLiteral("They are no longer in the calendars %1. Sync is paused and nothing has been changed."))
             .arg(english));
+}
+
+void CalendarSyncModel::refreshRestorePoints()
+{
+    QList<RestorePointRow> rows;
+    for (const Generation &point : m_store->generations().restorePoints(restorePointsShown))
+        rows.append({generationFileName(point), tessaly::reasonText(point).in(m_store->interfaceLanguage()),
+                     m_store->momentText(point.moment)});
+    m_restorePoints.setRows(rows);
+    emit changed();
 }
 
 void CalendarSyncModel::refresh()

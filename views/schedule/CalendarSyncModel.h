@@ -19,6 +19,17 @@ struct HeldScheduleRow
     bool operator==(const HeldScheduleRow &) const = default;
 };
 
+/// A restore point that the sync sheet offers to show.
+struct RestorePointRow
+{
+    QString fileName = {};
+    QString title = {};
+    QString moment = {};
+
+    [[nodiscard]] QString key() const { return fileName; }
+    bool operator==(const RestorePointRow &) const = default;
+};
+
 /// What the sync sheet says: the access, the last sync, what it left out, and what it asks about.
 class CalendarSyncModel : public QObject
 {
@@ -30,6 +41,8 @@ class CalendarSyncModel : public QObject
     Q_PROPERTY(int heldCount READ heldCount NOTIFY changed)
     Q_PROPERTY(QString heldReason READ heldReason NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel *held READ held CONSTANT)
+    Q_PROPERTY(int restorePointCount READ restorePointCount NOTIFY changed)
+    Q_PROPERTY(QAbstractItemModel *restorePoints READ restorePoints CONSTANT)
 
 public:
     explicit CalendarSyncModel(QObject *parent = nullptr);
@@ -47,6 +60,9 @@ public:
     [[nodiscard]] QString heldReason() const;
     /// Roles: title, date.
     [[nodiscard]] RowListModel<HeldScheduleRow> *held() { return &m_held; }
+    [[nodiscard]] int restorePointCount() const { return m_restorePoints.rowCount(); }
+    /// The newest three. Roles: fileName, title, moment.
+    [[nodiscard]] RowListModel<RestorePointRow> *restorePoints() { return &m_restorePoints; }
 
 signals:
     void storeChanged();
@@ -54,11 +70,13 @@ signals:
 
 private:
     void refresh();
+    void refreshRestorePoints();
     [[nodiscard]] QString momentText(Instant moment) const;
     [[nodiscard]] QString calendarTitle(const QString &identifier) const;
 
     PlannerStore *m_store = nullptr;
     RowListModel<HeldScheduleRow> m_held;
+    RowListModel<RestorePointRow> m_restorePoints;
 };
 
 } // namespace tessaly

@@ -11,6 +11,8 @@ Sheet {
     readonly property bool hasConsent: calendars.consent === CalendarSync.Allowed
 
     signal done
+    /// The user wants to see the restore point in the file.
+    signal restorePointRequested(fileName: string)
 
     title: Language.text("日历同步", "Calendar sync")
     sheetWidth: 520
@@ -115,5 +117,12 @@ Sheet {
             label: Language.text("未包括", "Left out")
             value: sync.leftOut
         }
+    }
+
+    RestorePointBox {
+        width: parent?.width ?? 0
+        visible: sync.restorePointCount > 0
+        sync: sync
+        onChosen: fileName => sheet.restorePointRequested(fileName)
     }
 }

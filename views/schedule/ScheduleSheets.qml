@@ -10,6 +10,8 @@ Item {
 
     /// The note has closed, and what it was opened from is no longer shown.
     signal noteOpenerGone(int reason)
+    /// The user wants to see the restore point in the file.
+    signal restorePointRequested(fileName: string)
 
     // Bound components cannot be made by a Loader of another file in Qt 6.4.
     // qmllint disable unqualified
@@ -32,6 +34,10 @@ Item {
         isOpen: sheets.open.sheet === ScheduleSheetModel.Sync
         sourceComponent: CalendarSyncSettingsView {
             onDone: sheets.open.closeSheet()
+            onRestorePointRequested: fileName => {
+                sheets.open.closeSheet();
+                sheets.restorePointRequested(fileName);
+            }
         }
     }
 

@@ -8,6 +8,9 @@ import Tessaly.Ui
 Page {
     id: page
 
+    /// The user wants to see the restore point in the file.
+    signal restorePointRequested(fileName: string)
+
     isLimited: false
     status: PlannerStore.calendarSyncMessage
     statusLine.isFailure: PlannerStore.isSyncMessageFailure
@@ -93,5 +96,6 @@ Page {
     ScheduleSheets {
         viewModel: model
         onNoteOpenerGone: reason => dayList.focusAfterDeparture(reason)
+        onRestorePointRequested: fileName => page.restorePointRequested(fileName)
     }
 }

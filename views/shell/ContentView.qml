@@ -27,6 +27,8 @@ FocusScope {
 
     /// The user chose to quit without saving.
     signal quitUnsavedChosen
+    /// The user wants to see the earlier versions.
+    signal versionsRequested
 
     /// Destroys the screen while the window is closed. The next screen is the overview.
     function unload() {
@@ -72,6 +74,7 @@ FocusScope {
         onChosen: section => view.section = section
         onClearRequested: view.showClearConfirmation = true
         onAboutRequested: view.showAbout = true
+        onVersionsRequested: view.versionsRequested()
         onNotificationPermissionRequested: PlannerStore.requestNotificationPermission()
     }
 

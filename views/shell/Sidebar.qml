@@ -13,6 +13,7 @@ Rectangle {
     signal chosen(section: int)
     signal clearRequested
     signal aboutRequested
+    signal versionsRequested
     signal notificationPermissionRequested
 
     implicitWidth: Theme.sidebarWidth
@@ -62,6 +63,10 @@ Rectangle {
                     // lint-allow(text): the menu's commands are in one language each, on purpose
                     text: "About Tessaly"
                     onTriggered: sidebar.aboutRequested()
+                }
+                AppMenuItem {
+                    text: Language.text("历史版本…", "Earlier versions…")
+                    onTriggered: sidebar.versionsRequested()
                 }
                 AppMenuItem {
                     // lint-allow(text): the menu's commands are in one language each, on purpose
