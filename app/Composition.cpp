@@ -53,6 +53,7 @@ struct Composition::Parts
     std::unique_ptr<FileSystem> fileSystem;
     QString documentsFolder;
     QString draftsFolder;
+    QString versionsFolder;
     std::unique_ptr<Archives> archives;
     QString importFolder;
     std::unique_ptr<FileDialogs> fileDialogs =
@@ -118,10 +119,10 @@ std::unique_ptr<EventStore> eventStoreFor(const CommandLine &commandLine, const 
 Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts))
 {
     Parts &p = *m_parts;
-    p.store = std::make_unique<PlannerStore>(PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter,
-                                                          *p.loginItem, *p.reminderLoginItem, *p.feedDownloader,
-                                                          *p.clock, p.calendar, *p.fileSystem, p.documentsFolder,
-                                                          p.draftsFolder, *p.archives, p.importFolder, *p.backups});
+    p.store = std::make_unique<PlannerStore>(
+        PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem,
+                     *p.feedDownloader, *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder,
+                     *p.archives, p.importFolder, *p.backups, p.versionsFolder});
 }
 
 Composition::~Composition() = default;
@@ -159,6 +160,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->fileSystem = std::make_unique<LocalFileSystem>();
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
     parts->draftsFolder = commandLine.dataDirectory + QStringLiteral("/Drafts");
+    parts->versionsFolder = commandLine.dataDirectory + QStringLiteral("/Versions");
     parts->archives = std::make_unique<ZipArchives>();
     parts->importFolder = commandLine.dataDirectory + QStringLiteral("/Import");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
@@ -190,6 +192,8 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     parts->documentsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Documents");
     // lint-allow(papers): likewise
     parts->draftsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Drafts");
+    // lint-allow(papers): likewise
+    parts->versionsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Versions");
     const SampleDocuments documents = sampleDocuments(language, parts->clock->now());
     (void)preferences->setValue(
         keys::documentMetadataKey,

@@ -1,8 +1,7 @@
 #include "model/Restoration.h"
 
+#include "model/StateDifference.h"
 #include "model/Uuid.h"
-
-#include <QHash>
 
 #include <algorithm>
 #include <array>
@@ -132,25 +131,14 @@ Record earlier(const Record &then, const Record &now)
 template <class Record>
 QList<RecordChange<Record>> changesOf(const QList<Record> &now, const QList<Record> &then)
 {
-    QHash<QUuid, qsizetype> rowsNow;
-    rowsNow.reserve(now.size());
-    for (qsizetype row = 0; row < now.size(); ++row)
-        rowsNow.insert(now.at(row).id, row);
-    QSet<QUuid> idsThen;
-    idsThen.reserve(then.size());
     QList<RecordChange<Record>> changes;
-    for (qsizetype row = 0; row < then.size(); ++row) {
-        const Record &record = then.at(row);
-        idsThen.insert(record.id);
-        const auto present = rowsNow.constFind(record.id);
-        if (present == rowsNow.cend())
-            changes.append(additionOf(record, row));
-        else if (difference(now.at(*present), record) != DifferingPart::Nothing)
-            changes.append(editOf(now.at(*present), earlier(record, now.at(*present)), *present));
-    }
-    for (qsizetype row = 0; row < now.size(); ++row) {
-        if (!idsThen.contains(now.at(row).id))
-            changes.append(removalOf(now.at(row), row));
+    for (RecordChange<Record> &change : differences(now, then)) {
+        const bool isEdit = change.before && change.after;
+        if (isEdit && difference(*change.before, *change.after) == DifferingPart::Nothing)
+            continue;
+        if (isEdit)
+            change.after = earlier(*change.after, *change.before);
+        changes.append(std::move(change));
     }
     return changes;
 }

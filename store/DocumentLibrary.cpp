@@ -35,7 +35,8 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 
 DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, Perform perform, QObject *parent)
     : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports)),
-      m_drafts(ports.fileSystem, ports.draftsFolder), m_perform(std::move(perform))
+      m_drafts(ports.fileSystem, ports.draftsFolder), m_versions(ports.fileSystem, ports.versionsFolder),
+      m_perform(std::move(perform))
 {
 }
 
@@ -184,11 +185,21 @@ DocumentText DocumentLibrary::readDocument(const MarkdownDocument &document)
 DocumentWrite DocumentLibrary::saveDocument(const MarkdownDocument &document, const QString &content)
 {
     const QUuid id = document.id;
+    const std::optional<QByteArray> former = m_ports.fileSystem.read(m_folder.documentPath(id));
     DocumentWrite outcome = m_folder.write(id, content);
-    if (outcome)
+    if (outcome) {
         m_drafts.drop(id);
+        keepVersion(id, former);
+    }
     touch(id);
     return outcome;
+}
+
+void DocumentLibrary::keepVersion(const QUuid &id, const std::optional<QByteArray> &former)
+{
+    const qsizetype row = rowOf(m_library.documents, id);
+    if (former && row >= 0 && former != m_ports.fileSystem.read(m_folder.documentPath(id)))
+        m_versions.keep(id, m_library.documents.at(row).updatedAt, *former);
 }
 
 bool DocumentLibrary::keepDraft(const MarkdownDocument &document, DocumentDraft draft)

@@ -5,6 +5,7 @@
 #include "model/StateChange.h"
 #include "store/DocumentDrafts.h"
 #include "store/DocumentFolder.h"
+#include "store/DocumentVersions.h"
 
 #include <QObject>
 #include <QUrl>
@@ -68,7 +69,10 @@ public:
     {
         return m_folder.documentPath(document.id);
     }
-    /// Writes the text and sets the time of the last change. On failure the former text stays on the disk.
+    /// The former texts of the documents.
+    [[nodiscard]] const DocumentVersions &versions() const { return m_versions; }
+    /// Keeps the former text as a version, writes the text and sets the time of the last change. On failure the former
+    /// text stays on the disk.
     [[nodiscard]] DocumentWrite saveDocument(const MarkdownDocument &document, const QString &content);
     /// Keeps the draft until the document is saved or deleted, and fills in its `version`. True when it is on the disk.
     bool keepDraft(const MarkdownDocument &document, DocumentDraft draft);
@@ -102,6 +106,8 @@ signals:
     void documentSaveLocationChanged();
 
 private:
+    /// Keeps the text of before, unless it is that of now.
+    void keepVersion(const QUuid &id, const std::optional<QByteArray> &former);
     void saveDocumentMetadata();
     /// Saves the list, which the caller has changed in these rows, and emits its signal.
     void documentsAssigned(const RowsChange &rows);
@@ -115,6 +121,7 @@ private:
     StoredValues &m_values;
     DocumentFolder m_folder;
     DocumentDrafts m_drafts;
+    DocumentVersions m_versions;
     DocumentLibraryData m_library;
     Perform m_perform;
 };

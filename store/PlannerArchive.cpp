@@ -92,6 +92,7 @@ Result<void> PlannerArchive::take(const ArchiveContents &imported)
                              .documents = differences(current.library.documents, imported.library.documents),
                              .settings = settingDifferences(current.settings, imported.settings),
                              .leavesCalendars = true};
+    m_store.generations().keepBefore(GenerationReason::Import);
     std::optional<Error> failure;
     const QMetaObject::Connection watching =
         connect(&m_values, &StoredValues::failed, this, [&failure](const Error &error) { failure = error; });

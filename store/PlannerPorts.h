@@ -35,6 +35,8 @@ struct PlannerPorts
     /// Absolute path of the folder that an archive is unpacked into.
     QString importFolder;
     Backups &backups;
+    /// Absolute path of the folder for the former texts of documents.
+    QString versionsFolder;
 };
 
 } // namespace tessaly

@@ -2,6 +2,7 @@
 
 #include "model/RecordCodec.h"
 #include "platform/Preferences.h"
+#include "store/ArchiveContents.h"
 #include "store/PreferenceKeys.h"
 
 namespace tessaly {
@@ -27,16 +28,13 @@ bool decodeInto(Value &value, const Preferences &preferences, const QString &key
 
 QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences)
 {
-    QMap<QString, PreferenceValue> settings;
-    for (const QString &key :
-         {keys::preferredName, keys::interfaceLanguage, keys::displayStartHour, keys::displayEndHour,
-          keys::automaticCalendarSync, keys::selectedCalendarIDs, keys::visibleCalendarIDs}) {
-        if (std::optional<PreferenceValue> value = preferences.value(key)) {
-            // Those that name calendars are sets.
-            if (auto *list = std::get_if<QStringList>(&*value))
-                list->sort();
-            settings.insert(key, *std::move(value));
-        }
+    QMap<QString, PreferenceValue> settings = storedSettings(preferences);
+    // The window follows it at the next start only.
+    settings.remove(keys::appearanceMode);
+    for (PreferenceValue &value : settings) {
+        // Those that name calendars are sets.
+        if (auto *list = std::get_if<QStringList>(&value))
+            list->sort();
     }
     return settings;
 }

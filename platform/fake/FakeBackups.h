@@ -17,7 +17,7 @@ public:
             return completion(*m_failure);
         Kept kept{generation, m_preferences};
         kept.generation.size = generationSize;
-        kept.generation.digest = QString::number(m_kept.size());
+        kept.generation.digest = QString::number(++m_count);
         m_kept.prepend(kept);
         completion(kept.generation);
     }
@@ -60,6 +60,7 @@ private:
 
     const FakePreferences &m_preferences;
     QList<Kept> m_kept;
+    int m_count = 0;
     std::optional<Error> m_failure;
 };
 

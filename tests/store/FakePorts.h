@@ -80,7 +80,8 @@ struct FakePorts
                 folder + QStringLiteral("/../Drafts"),
                 archives,
                 folder + QStringLiteral("/../Import"),
-                backups};
+                backups,
+                folder + QStringLiteral("/../Versions")};
     }
 
 private:
@@ -105,7 +106,8 @@ private:
                 QStringLiteral("/drafts"),
                 archives,
                 QStringLiteral("/import"),
-                backups};
+                backups,
+                QStringLiteral("/versions")};
     }
 };
 

@@ -1,4 +1,5 @@
 #include "model/BackupPlan.h"
+#include "tests/store/RandomUser.h"
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 
@@ -19,6 +20,51 @@ QList<GenerationReason> reasons(const FakePorts &fakes)
     for (const Generation &generation : fakes.backups.list())
         reasons.append(generation.reason);
     return reasons;
+}
+
+template <class Record>
+void sortById(QList<Record> &records)
+{
+    std::ranges::sort(records, {}, &Record::id);
+}
+
+/// What a restore promises to bring back: the order of the records is not among it, nor what links them with events,
+/// nor when links were read and documents changed.
+PlannerState promised(PlannerState state)
+{
+    for (ScheduleItem &item : state.data.schedules) {
+        item.calendarIdentifier.reset();
+        item.calendarColorHex.reset();
+        item.calendarExportRequested.reset();
+        item.calendarEventIdentifier.reset();
+    }
+    for (CalendarFeed &feed : state.feeds)
+        feed.lastUpdated.reset();
+    for (MarkdownDocument &document : state.library.documents)
+        document.updatedAt = {};
+    sortById(state.data.schedules);
+    sortById(state.data.reminders);
+    sortById(state.data.goals);
+    sortById(state.feeds);
+    sortById(state.library.categories);
+    sortById(state.library.documents);
+    return state;
+}
+
+QSet<QString> allKeys(const StateChange &change)
+{
+    QSet<QString> keys;
+    for (const DifferenceRow &row : differenceRows(change))
+        keys.insert(row.key);
+    return keys;
+}
+
+void restoreAll(PlannerStore &store, const Generation &generation)
+{
+    store.compareWith(generation, [&store](const Result<StateChange> &change) {
+        QVERIFY(change);
+        store.restore(chosenPart(change.value(), allKeys(change.value())));
+    });
 }
 
 } // namespace
@@ -190,6 +236,71 @@ private slots:
         planner.start().generations().start(version);
         QTEST(static_cast<int>(planner.backups.list().size()), "restorePoints");
         QCOMPARE(planner.preferences.get<QString>(keys::programVersion), version);
+    }
+
+    void everyGenerationRestoresTheStateOfItsMoment()
+    {
+        constexpr int histories = 1000;
+        int restored = 0;
+        for (int history = 0; history < histories; ++history) {
+            StoreUnderTest planner;
+            PlannerStore &store = planner.start();
+            store.generations().start(version);
+            RandomUser user(store, static_cast<quint64>(history));
+            RecordGenerator random(static_cast<quint64>(history));
+            QHash<QString, PlannerState> states;
+            const auto note = [&](const PlannerState &state) {
+                for (const Generation &generation : planner.backups.list()) {
+                    if (!states.contains(generationFileName(generation)))
+                        states.insert(generationFileName(generation), promised(state));
+                }
+            };
+            for (int act = 0; act < 40; ++act) {
+                const PlannerState before = store.state();
+                user.act();
+                note(before); // Restore points.
+                if (random.happens(0.2))
+                    planner.clock.advance(hour + minute);
+                note(store.state());
+            }
+            for (int i = 0; i < 3; ++i) {
+                QList<Generation> generations = planner.backups.list();
+                generations.removeIf([&](const Generation &one) { return !states.contains(generationFileName(one)); });
+                const Generation &generation = generations.at(random.below(generations.size()));
+                const PlannerState before = promised(store.state());
+                restoreAll(store, generation);
+                QCOMPARE(promised(store.state()), states.value(generationFileName(generation)));
+                if (random.happens(0.5)) {
+                    store.undo();
+                    QCOMPARE(promised(store.state()), before);
+                }
+                ++restored;
+            }
+        }
+        qInfo("%d histories, %d restores", histories, restored);
+    }
+
+    void aRestoreIsPrecededByARestorePointAndUndoneInOneStep()
+    {
+        StoreUnderTest planner;
+        PlannerStore &store = planner.startInEnglish();
+        store.generations().start(version);
+        store.addGoal({.title = QStringLiteral("a")});
+        store.addReminder({.title = QStringLiteral("b")});
+        planner.clock.advance(minute);
+        const Generation generation = planner.backups.list().constFirst();
+        store.clearPersonalContent();
+        store.addGoal({.title = QStringLiteral("c")});
+
+        restoreAll(store, generation);
+
+        QCOMPARE(store.goals().size(), 1);
+        QCOMPARE(store.goals().constFirst().title, QStringLiteral("a"));
+        QCOMPARE(store.reminders().size(), 1);
+        QCOMPARE(reasons(planner).constFirst(), GenerationReason::Restore);
+        store.undo();
+        QCOMPARE(store.goals().constFirst().title, QStringLiteral("c"));
+        QVERIFY(store.reminders().isEmpty());
     }
 
     void aRestorePointThatCannotBeKeptIsReportedAndHoldsNothingUp()

@@ -251,8 +251,8 @@ class ProgramTest(PlannerTestCase):
                 self.refusal(self.data, "数据文件已损坏", "The data file is damaged")
                 self.assertEqual(database.read_bytes(), before)
 
-    def lost_after_clearing(self, lose):
-        """Clears a planner with a to-do, loses its database, and starts again."""
+    def cleared(self):
+        """A planner with a to-do that has been cleared away."""
         planner = self.start_answered()
         planner.press("list item", "待办")
         planner.type_into("待办名称", "Water the plants")
@@ -263,6 +263,23 @@ class ProgramTest(PlannerTestCase):
         press(next(node for node in descendants(dialog) if node.get_name() == "清空"))
         planner.wait_gone("check box", "Water the plants")
         wait_for("the restore point", lambda: list((self.data / "Backups").glob("*-clear-*.sqlite")))
+        return planner
+
+    def test_what_was_cleared_comes_back_from_an_earlier_version(self):
+        planner = self.cleared()
+        planner.press("push button", "菜单")
+        planner.press("menu item", "历史版本…")
+        planner.wait_like("list item", "清空内容之前")
+        planner.wait_state("check box", "找回, Water the plants", CHECKED)
+        planner.press("push button", "恢复所选")
+        planner.wait("status bar", "已恢复 1 项。")
+        planner.wait_like("list item", "恢复之前")
+        planner.press("push button", "完成")
+        planner.wait("check box", "Water the plants")
+
+    def lost_after_clearing(self, lose):
+        """A planner that starts again after its database was lost."""
+        planner = self.cleared()
         planner.kill()
         lose()
         return self.start()

@@ -13,6 +13,7 @@ RowLayout {
 
     /// A button was pressed; the focus returns to the text.
     signal acted
+    signal versionsRequested
 
     spacing: 12
 
@@ -63,6 +64,12 @@ RowLayout {
         }
     }
 
+    IconButton {
+        iconName: "history"
+        text: Language.text("历史版本", "Earlier versions")
+        enabled: toolbar.editor.isEditable
+        onClicked: toolbar.versionsRequested()
+    }
     AppComboBox {
         Layout.preferredWidth: 140
         name: Language.text("分类", "Category")

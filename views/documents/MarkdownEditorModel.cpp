@@ -114,6 +114,16 @@ QStringList MarkdownEditorModel::keptVersionTexts() const
     return {text.chinese, text.english};
 }
 
+void MarkdownEditorModel::restoreText(const QString &text)
+{
+    if (!isEditable() || !m_session.save())
+        return;
+    m_source.replace(text);
+    updatePreview();
+    if (m_session.save())
+        m_session.report({{u"已恢复所选版本。"_s, u"The chosen version is restored."_s}, MessageKind::Success});
+}
+
 void MarkdownEditorModel::close()
 {
     if (m_session.leave())

@@ -79,6 +79,12 @@ public:
     [[nodiscard]] bool hasUnsavedChanges() const { return m_session.hasUnsavedChanges(); }
     [[nodiscard]] bool isEditable() const { return m_session.isEditable(); }
 
+    /// Saves the text, which thus stays as a version, puts the other in its place and saves that. Nothing happens to a
+    /// text that cannot be saved; the message then says why.
+    Q_INVOKABLE void restoreText(const QString &text);
+    /// The source as it is.
+    Q_INVOKABLE QString presentText() const { return m_source.text(); }
+
     /// Saves title, category and text.
     Q_INVOKABLE bool save() { return m_session.save(); }
     /// Saves before the window closes; false if text would be lost and the user has not been warned yet.

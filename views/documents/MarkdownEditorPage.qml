@@ -56,6 +56,17 @@ T.Popup {
         onCopyRequested: markdown => page.copyRequested(markdown)
     }
 
+    // qmllint disable unqualified
+    Loader {
+        id: versions
+
+        active: false
+        sourceComponent: DocumentVersionsSheet {
+            onRestored: text => viewModel.restoreText(text)
+        }
+    }
+    // qmllint enable unqualified
+
     Connections {
         function onClosing(event: CloseEvent) {
             event.accepted = viewModel.mayCloseWindow();
@@ -91,6 +102,10 @@ T.Popup {
             width: parent.width - 36
             editor: viewModel
             isNarrow: page.width < page.wordsFrom
+            onVersionsRequested: {
+                versions.active = true;
+                (versions.item as DocumentVersionsSheet).show(page.documentId, viewModel.presentText());
+            }
             onActed: {
                 if (source.visible)
                     source.takeFocus(Qt.OtherFocusReason);

@@ -79,6 +79,19 @@ void SourceText::show(QTextDocument &document, int lineHeight)
     connect(&document, &QTextDocument::contentsChange, this, &SourceText::takeOver);
 }
 
+void SourceText::replace(const QString &text)
+{
+    if (m_document) {
+        QTextCursor cursor(m_document);
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(text);
+    } else {
+        m_text = text;
+        lookForShapes(text);
+        markEdited();
+    }
+}
+
 void SourceText::append(const QString &text)
 {
     if (m_document) {

@@ -31,6 +31,8 @@ public:
     void show(QTextDocument &document, int lineHeight);
     /// Adds to the end, as if it were typed.
     void append(const QString &text);
+    /// Puts the text in the place of all, likewise.
+    void replace(const QString &text);
 
 signals:
     void edited();
