@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "store/ErrorText.h"
 #include "store/PlannerStore.h"
+#include "store/StoredDataCheck.h"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -61,6 +62,19 @@ CommandAnswer list(const PlannerCommand &command, const PlannerStore &store)
     if (command.isJson)
         return {.output = QString::fromUtf8(agendaJson(ahead, store.calendar()))};
     return {.output = agendaText(ahead, store.calendar(), store.interfaceLanguage())};
+}
+
+void verify(PlannerStore &store, const Answer &answer)
+{
+    checkStoredData(store, [store = QPointer(&store), answer](const StoredDataReport &report) {
+        if (!store)
+            return;
+        const QString sound =
+            store->text(u"一切正常：数据库、历史版本 %1 个、文档 %2 个。"_s,
+                        u"Everything is in order: the database, earlier versions: %1, documents: %2."_s);
+        answer(report.problems.isEmpty() ? done(sound.arg(report.generations).arg(report.documents))
+                                         : failed(report.problems.join(u'\n')));
+    });
 }
 
 CommandAnswer add(const PlannerCommand &command, PlannerStore &store)
@@ -152,7 +166,7 @@ void carryOut(const PlannerCommand &command, PlannerStore &store, const Answer &
                              finish({u"已导入 %1。"_s.arg(command.file), u"Imported %1."_s.arg(command.file)}));
         return;
     case Verb::Verify:
-        answer(done(store.text(u"一切正常。"_s, u"Everything is in order."_s)));
+        verify(store, answer);
         return;
     }
 }

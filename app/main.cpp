@@ -156,6 +156,7 @@ int runCommand(const CommandLine &commandLine)
     const auto composition = Composition::forSystem(commandLine);
     if (!composition)
         return reportFailure(composition.error());
+    composition.value()->store().generations().start(QCoreApplication::applicationVersion());
     std::optional<CommandAnswer> answer;
     carryOut(commandLine.command, composition.value()->store(), [&answer](const CommandAnswer &given) {
         answer = given;

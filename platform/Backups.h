@@ -33,6 +33,8 @@ public:
     /// returns. Fails with StorageCorrupt where so much as a bit has changed, and then `read` does not run.
     virtual void read(const Generation &generation, std::function<void(const Preferences &)> read,
                       ReadCompletion completion) = 0;
+    /// Checks the whole database as it is now. Fails with StorageCorrupt where so much as a bit has changed.
+    virtual void checkPresent(ReadCompletion completion) = 0;
 };
 
 } // namespace tessaly

@@ -99,6 +99,33 @@ QList<Generation> Generations::list() const
     return m_ports.backups.list();
 }
 
+void Generations::check(const std::function<void(const GenerationsReport &)> &completion) const
+{
+    const QList<Generation> generations = list();
+    auto report = std::make_shared<GenerationsReport>();
+    const auto finishOne = [report, completion, count = generations.size()] {
+        // The database itself comes first.
+        if (report->checked++ == count) {
+            report->checked = count;
+            completion(*report);
+        }
+    };
+    m_ports.backups.checkPresent([report, finishOne](const Result<void> &checked) {
+        if (!checked)
+            report->present = checked.error();
+        finishOne();
+    });
+    for (const Generation &generation : generations) {
+        m_ports.backups.read(
+            generation, [](const Preferences &) {},
+            [report, finishOne, generation](const Result<void> &checked) {
+                if (!checked)
+                    report->damaged.append(generation);
+                finishOne();
+            });
+    }
+}
+
 QList<Generation> Generations::restorePoints(qsizetype most) const
 {
     QList<Generation> points = list();

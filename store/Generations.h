@@ -7,13 +7,24 @@
 #include <QList>
 #include <QObject>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace tessaly {
 
 class Alarm;
 class StoredValues;
 struct PlannerPorts;
+
+/// What a check of the database and its generations has found.
+struct GenerationsReport
+{
+    /// Why the database is not sound.
+    std::optional<Error> present = {};
+    QList<Generation> damaged = {};
+    qsizetype checked = 0;
+};
 
 /// Decides when the state of the planner is kept as a generation, and how long. Main thread only.
 class Generations : public QObject
@@ -40,6 +51,8 @@ public:
 
     /// The newest first.
     [[nodiscard]] QList<Generation> list() const;
+    /// Checks every byte of the database and of all generations; the completion runs later.
+    void check(const std::function<void(const GenerationsReport &)> &completion) const;
     /// The newest restore points, at most this many.
     [[nodiscard]] QList<Generation> restorePoints(qsizetype most) const;
 

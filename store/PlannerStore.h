@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/CalendarFeed.h"
-#include "model/RowsChange.h"
 #include "model/Restoration.h"
+#include "model/RowsChange.h"
 #include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
 #include "store/Generations.h"

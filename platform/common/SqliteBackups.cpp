@@ -128,38 +128,61 @@ void SqliteBackups::ask(Work work, Completion completion)
     });
 }
 
-void SqliteBackups::keep(const Generation &generation, KeepCompletion completion)
+template <class Answer, class Completion>
+void SqliteBackups::askSnapshot(std::function<Result<Answer>(SqliteConnection &)> work, Completion completion)
 {
-    // The transaction begins here, so that nothing written from now on is in the copy.
     auto snapshot = std::make_shared<SqliteConnection>();
     int code = snapshot->open(m_database, SqliteConnection::Access::Exclusive);
     if (code == SQLITE_OK)
         code = snapshot->execute("BEGIN; SELECT count(*) FROM preference");
     ask(
-        [this, snapshot, code, generation]() -> Result<Generation> {
+        [snapshot, code, work = std::move(work)]() -> Result<Answer> {
             if (code != SQLITE_OK)
                 return snapshot->error(code);
-            return write(*snapshot, generation);
+            return work(*snapshot);
         },
         std::move(completion));
 }
 
-Result<Generation> SqliteBackups::write(SqliteConnection &snapshot, Generation generation) const
+void SqliteBackups::keep(const Generation &generation, KeepCompletion completion)
+{
+    askSnapshot<Generation>([this, generation](SqliteConnection &snapshot) { return write(snapshot, generation); },
+                            std::move(completion));
+}
+
+void SqliteBackups::checkPresent(ReadCompletion completion)
+{
+    askSnapshot<void>(
+        [this](SqliteConnection &snapshot) {
+            Result<void> checked = copy(snapshot);
+            removeDatabase(m_folder + u'/' + unfinishedName);
+            return checked;
+        },
+        std::move(completion));
+}
+
+Result<void> SqliteBackups::copy(SqliteConnection &snapshot) const
 {
     const QString unfinished = m_folder + u'/' + unfinishedName;
     if (!makePrivateFolder(m_folder))
         return writeFailure(m_folder);
     removeDatabase(unfinished);
-    const auto checked = [&]() -> Result<void> {
-        if (Result<void> copied = copyDatabase(snapshot, unfinished); !copied)
-            return copied;
+    Result<void> copied = copyDatabase(snapshot, unfinished);
+    if (copied) {
         const auto opened = SqlitePreferences::openCopy(unfinished);
-        return opened ? Result<void>() : opened.error();
-    };
-    if (const Result<void> made = checked(); !made) {
-        removeDatabase(unfinished);
-        return made.error();
+        if (opened)
+            return {};
+        copied = opened.error();
     }
+    removeDatabase(unfinished);
+    return copied;
+}
+
+Result<Generation> SqliteBackups::write(SqliteConnection &snapshot, Generation generation) const
+{
+    const QString unfinished = m_folder + u'/' + unfinishedName;
+    if (const Result<void> copied = copy(snapshot); !copied)
+        return copied.error();
     generation.digest = digestOf(unfinished).value_or(QString());
     generation.size = QFileInfo(unfinished).size();
     const QList<Generation> former = list();

@@ -27,6 +27,7 @@ public:
     void remove(const QList<Generation> &generations) override;
     void read(const Generation &generation, std::function<void(const Preferences &)> read,
               ReadCompletion completion) override;
+    void checkPresent(ReadCompletion completion) override;
 
     [[nodiscard]] static QString folderIn(const QString &directory);
     /// Whether the file is as it was written.
@@ -43,6 +44,11 @@ private:
     /// Runs `work` in the thread, and the completion with its result on the main thread.
     template <class Work, class Completion>
     void ask(Work work, Completion completion);
+    /// Runs `work` in the thread on the database as it is now; nothing written from now on is in it.
+    template <class Answer, class Completion>
+    void askSnapshot(std::function<Result<Answer>(SqliteConnection &)> work, Completion completion);
+    /// Copies and checks the snapshot. The copy gets the name that unfinished ones have; there is none on failure.
+    [[nodiscard]] Result<void> copy(SqliteConnection &snapshot) const;
     [[nodiscard]] Result<Generation> write(SqliteConnection &snapshot, Generation generation) const;
 
     QString m_database;

@@ -47,6 +47,11 @@ public:
         completion(m_failure.value_or(Error{ErrorCode::StorageCorrupt, {}}));
     }
 
+    void checkPresent(ReadCompletion completion) override
+    {
+        completion(m_failure ? Result<void>(*m_failure) : Result<void>());
+    }
+
     /// Until it is called with nothing.
     void failWith(std::optional<Error> error) { m_failure = std::move(error); }
 

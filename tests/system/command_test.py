@@ -85,6 +85,18 @@ class CommandTest(PlannerTestCase):
         planner.press("list item", "文档")
         planner.wait("push button", "Plan")
 
+    def test_damage_is_found_and_named(self):
+        self.succeed("add", "Buy milk")
+        self.succeed("export", "all.zip")
+        self.succeed("import", "all.zip")
+        self.succeed("verify")
+        [generation] = (self.data / "Backups").glob("*.sqlite")
+        sound = generation.read_bytes()
+        generation.write_bytes(sound[:5000] + bytes([sound[5000] ^ 1]) + sound[5001:])
+        status, output, errors = self.run_command("verify")
+        self.assertEqual((status, output), (1, ""))
+        self.assertIn("历史版本已损坏", errors)
+
     def test_wrong_arguments_are_refused(self):
         for arguments in (("export",), ("import", "a", "b"), ("agenda", "x"), ("frobnicate",), ("agenda", "--days", "0"),
                           ("verify", "--json"), ("add",), ("add", "  ")):
