@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tessaly {
 
@@ -26,7 +27,8 @@ public:
 
 private:
     int m_left;
-    std::optional<qint64> m_last;
+    /// None at first; GCC 12 takes an optional for uninitialized here.
+    qint64 m_last = std::numeric_limits<qint64>::min();
 };
 
 /// Decides on one generation after the other, from the newest to the oldest.
