@@ -54,6 +54,7 @@ struct Composition::Parts
     QString documentsFolder;
     QString draftsFolder;
     QString versionsFolder;
+    QString deletedFolder;
     std::unique_ptr<Archives> archives;
     QString importFolder;
     std::unique_ptr<FileDialogs> fileDialogs =
@@ -122,7 +123,7 @@ Composition::Composition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts
     p.store = std::make_unique<PlannerStore>(
         PlannerPorts{*p.preferences, *p.eventStore, *p.notificationPresenter, *p.loginItem, *p.reminderLoginItem,
                      *p.feedDownloader, *p.clock, p.calendar, *p.fileSystem, p.documentsFolder, p.draftsFolder,
-                     *p.archives, p.importFolder, *p.backups, p.versionsFolder});
+                     p.deletedFolder, *p.archives, p.importFolder, *p.backups, p.versionsFolder});
 }
 
 Composition::~Composition() = default;
@@ -161,6 +162,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     parts->documentsFolder = commandLine.dataDirectory + QStringLiteral("/Documents");
     parts->draftsFolder = commandLine.dataDirectory + QStringLiteral("/Drafts");
     parts->versionsFolder = commandLine.dataDirectory + QStringLiteral("/Versions");
+    parts->deletedFolder = commandLine.dataDirectory + QStringLiteral("/Deleted");
     parts->archives = std::make_unique<ZipArchives>();
     parts->importFolder = commandLine.dataDirectory + QStringLiteral("/Import");
     parts->systemAppearance = std::make_unique<PortalAppearance>();
@@ -194,10 +196,10 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     parts->draftsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Drafts");
     // lint-allow(papers): likewise
     parts->versionsFolder = QStringLiteral("/home/user/.local/share/Tessaly/Versions");
+    parts->deletedFolder = QStringLiteral("/home/user/.local/share/Tessaly/Deleted");
     const SampleDocuments documents = sampleDocuments(language, parts->clock->now());
-    (void)preferences->setValue(
-        keys::documentMetadataKey,
-        encodeDocumentLibrary(documents.library.categories, documents.library.documents).value_or(QByteArray()));
+    (void)preferences->setValue(keys::documentMetadataKey,
+                                encodeDocumentLibrary(documents.library).value_or(QByteArray()));
     for (auto text = documents.texts.cbegin(); text != documents.texts.cend(); ++text)
         fileSystem->write(parts->documentsFolder + u'/' + uuidText(text.key()) + QStringLiteral(".md"), text->toUtf8());
     parts->fileSystem = std::move(fileSystem);

@@ -87,6 +87,7 @@ ApplicationWindow {
 
         anchors.fill: parent
         shell: window.shell
+        isEditing: editor.isOpen
         // One line for each row of the sidebar, in its order.
         screens: [
             Component { DashboardView {} },

@@ -43,4 +43,20 @@ Native.MenuBar {
             onTriggered: menuBar.content.shell.archive.chooseImport()
         }
     }
+
+    // Without keys: those of the window belong to a text field first.
+    Native.Menu {
+        title: Language.text("编辑", "Edit")
+
+        Native.MenuItem {
+            text: menuBar.content.shell.undo.undoText
+            enabled: menuBar.content.shell.undo.canUndo && !menuBar.content.isEditing
+            onTriggered: menuBar.content.shell.undo.undo()
+        }
+        Native.MenuItem {
+            text: menuBar.content.shell.undo.redoText
+            enabled: menuBar.content.shell.undo.canRedo && !menuBar.content.isEditing
+            onTriggered: menuBar.content.shell.undo.redo()
+        }
+    }
 }

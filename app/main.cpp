@@ -64,7 +64,7 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         app.show();
     else
         app.setResident();
-    composition.store().waitingReminders().start();
+    composition.store().start();
     const int code = QGuiApplication::exec();
     composition.setReminderHandler({});
     reportWhatIsLost(composition.store());

@@ -41,7 +41,7 @@ void checkDocumentLibrary(QByteArrayView json)
     const std::optional<DocumentLibraryData> library = decodeDocumentLibrary(json);
     if (!library)
         return;
-    const std::optional<QByteArray> text = encodeDocumentLibrary(library->categories, library->documents);
+    const std::optional<QByteArray> text = encodeDocumentLibrary(*library);
     require(text.has_value());
     require(decodeDocumentLibrary(*text) == library);
 }

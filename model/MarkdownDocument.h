@@ -29,4 +29,19 @@ struct MarkdownDocument
     bool operator==(const MarkdownDocument &) const = default;
 };
 
+/// A document that was deleted and can still be restored; otherwise as it was.
+struct DeletedDocument
+{
+    QUuid id = QUuid::createUuid();
+    QString title = {};
+    std::optional<QUuid> categoryID = {};
+    Instant updatedAt = {};
+    Instant deletedAt = {};
+
+    bool operator==(const DeletedDocument &) const = default;
+};
+
+/// How many days a deleted document is kept.
+inline constexpr int deletedDocumentDays = 30;
+
 } // namespace tessaly

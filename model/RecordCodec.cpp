@@ -51,11 +51,10 @@ std::optional<QByteArray> encodeSavedData(const SavedData &data)
     return taken(writer);
 }
 
-std::optional<QByteArray> encodeDocumentLibrary(const QList<MarkdownCategory> &categories,
-                                                const QList<MarkdownDocument> &documents)
+std::optional<QByteArray> encodeDocumentLibrary(const DocumentLibraryData &library)
 {
     codec::Writer writer;
-    codec::write(writer, DocumentLibraryData{.categories = categories, .documents = documents});
+    codec::write(writer, library);
     return taken(writer);
 }
 

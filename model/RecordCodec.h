@@ -25,8 +25,7 @@ namespace tessaly {
 
 /// No bytes when a value has no JSON form (NaN, infinity). A surrogate without its partner is written as U+FFFD.
 [[nodiscard]] std::optional<QByteArray> encodeSavedData(const SavedData &data);
-[[nodiscard]] std::optional<QByteArray> encodeDocumentLibrary(const QList<MarkdownCategory> &categories,
-                                                              const QList<MarkdownDocument> &documents);
+[[nodiscard]] std::optional<QByteArray> encodeDocumentLibrary(const DocumentLibraryData &library);
 [[nodiscard]] std::optional<QByteArray> encodeCalendarFeeds(const QList<CalendarFeed> &feeds);
 
 } // namespace tessaly

@@ -97,6 +97,16 @@ struct Schema<MarkdownDocument>
 };
 
 template <>
+struct Schema<DeletedDocument>
+{
+    using Fields = FieldList<Field<"id", &DeletedDocument::id, Presence::Required>,
+                             Field<"title", &DeletedDocument::title, Presence::Required>,
+                             Field<"categoryID", &DeletedDocument::categoryID, Presence::Optional>,
+                             Field<"updatedAt", &DeletedDocument::updatedAt, Presence::Required>,
+                             Field<"deletedAt", &DeletedDocument::deletedAt, Presence::Required>>;
+};
+
+template <>
 struct Schema<CalendarFeed>
 {
     using Fields = FieldList<Field<"id", &CalendarFeed::id, Presence::Required>,
@@ -117,7 +127,8 @@ template <>
 struct Schema<DocumentLibraryData>
 {
     using Fields = FieldList<Field<"categories", &DocumentLibraryData::categories, Presence::Required>,
-                             Field<"documents", &DocumentLibraryData::documents, Presence::Required>>;
+                             Field<"documents", &DocumentLibraryData::documents, Presence::Required>,
+                             Field<"deleted", &DocumentLibraryData::deleted, Presence::Optional>>;
 };
 
 } // namespace tessaly::codec

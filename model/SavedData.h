@@ -7,6 +7,8 @@
 
 #include <QList>
 
+#include <optional>
+
 namespace tessaly {
 
 /// The envelope of the main data.
@@ -24,6 +26,8 @@ struct DocumentLibraryData
 {
     QList<MarkdownCategory> categories = {};
     QList<MarkdownDocument> documents = {};
+    /// Absent while there is none.
+    std::optional<QList<DeletedDocument>> deleted = {};
 
     bool operator==(const DocumentLibraryData &) const = default;
 };

@@ -215,7 +215,8 @@ bool isOfOneList(const StateChange &change)
     const int lists = int(!change.schedules.isEmpty()) + int(!change.reminders.isEmpty()) +
                       int(!change.goals.isEmpty()) + int(!change.feeds.isEmpty()) + int(!change.categories.isEmpty()) +
                       int(!change.documents.isEmpty());
-    return lists == 1 && change.settings.isEmpty() && change.waitingBefore.isEmpty() && change.waitingAfter.isEmpty();
+    return lists == 1 && change.deletedDocuments.isEmpty() && change.settings.isEmpty() &&
+           change.waitingBefore.isEmpty() && change.waitingAfter.isEmpty();
 }
 
 } // namespace
@@ -228,6 +229,7 @@ StateChange inverted(StateChange change)
     invert(change.feeds);
     invert(change.categories);
     invert(change.documents);
+    invert(change.deletedDocuments);
     for (SettingChange &setting : change.settings)
         std::swap(setting.before, setting.after);
     std::swap(change.waitingBefore, change.waitingAfter);
@@ -282,6 +284,8 @@ template AppliedChanges<MarkdownCategory> applyChanges(QList<MarkdownCategory> &
                                                        const QList<RecordChange<MarkdownCategory>> &);
 template AppliedChanges<MarkdownDocument> applyChanges(QList<MarkdownDocument> &,
                                                        const QList<RecordChange<MarkdownDocument>> &);
+template AppliedChanges<DeletedDocument> applyChanges(QList<DeletedDocument> &,
+                                                      const QList<RecordChange<DeletedDocument>> &);
 
 bool isSameText(const StateChange &first, const StateChange &second)
 {

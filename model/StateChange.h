@@ -45,6 +45,7 @@ struct StateChange
     QList<RecordChange<CalendarFeed>> feeds = {};
     QList<RecordChange<MarkdownCategory>> categories = {};
     QList<RecordChange<MarkdownDocument>> documents = {};
+    QList<RecordChange<DeletedDocument>> deletedDocuments = {};
     /// By their keys in the preferences.
     QMap<QString, SettingChange> settings = {};
     /// Reminders that wait only before, and only after the change.

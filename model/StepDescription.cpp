@@ -7,13 +7,14 @@ namespace tessaly {
 namespace {
 
 /// What is done with a record.
-enum class Deed { Add, Delete, Edit, Complete, Reopen, Move };
+enum class Deed { Add, Delete, Restore, Edit, Complete, Reopen, Move };
 
 TextPair nameOf(Deed deed, const TextPair &record)
 {
     static const QMap<Deed, TextPair> verbs = {
         {Deed::Add, {QStringLiteral("添加"), QStringLiteral("Add ")}},
         {Deed::Delete, {QStringLiteral("删除"), QStringLiteral("Delete ")}},
+        {Deed::Restore, {QStringLiteral("恢复"), QStringLiteral("Restore ")}},
         {Deed::Edit, {QStringLiteral("编辑"), QStringLiteral("Edit ")}},
         {Deed::Complete, {QStringLiteral("完成"), QStringLiteral("Complete ")}},
         {Deed::Reopen, {QStringLiteral("恢复未完成的"), QStringLiteral("Reopen ")}},
@@ -183,15 +184,16 @@ std::optional<StepDescription> describeList(const QList<RecordChange<Record>> &c
     return description;
 }
 
-} // namespace
-
-StepDescription describe(const StateChange &change)
+StepDescription describeLists(const StateChange &change)
 {
     // What takes others along comes first: a link its schedules, a category the documents that were in it.
     if (const auto feeds = describeList(change.feeds, linkWord()))
         return *feeds;
     if (const auto categories = describeList(change.categories, categoryWord()))
         return *categories;
+    const bool isRestored = !change.deletedDocuments.isEmpty() && !change.deletedDocuments.constFirst().after;
+    if (isRestored)
+        return {nameOf(Deed::Restore, documentWord())};
     if (const auto documents = describeList(change.documents, documentWord()))
         return *documents;
     if (const auto schedules = describeList(change.schedules, scheduleWord()))
@@ -199,6 +201,23 @@ StepDescription describe(const StateChange &change)
     if (const auto reminders = describeList(change.reminders, toDoWord()))
         return *reminders;
     return describeList(change.goals, goalWord()).value_or(StepDescription());
+}
+
+} // namespace
+
+StepDescription describe(const StateChange &change)
+{
+    StepDescription description = describeLists(change);
+    const qsizetype count = description.removed.size();
+    if (count == 1) {
+        const QString &title = description.removed.constFirst();
+        description.report = {QStringLiteral("已删除“%1”").arg(title), QStringLiteral("Deleted “%1”").arg(title)};
+    } else if (count > 1) {
+        const QString number = QString::number(count);
+        description.report = {QStringLiteral("已删除 %1 项").arg(number),
+                              QStringLiteral("Deleted %1 items").arg(number)};
+    }
+    return description;
 }
 
 } // namespace tessaly

@@ -12,6 +12,8 @@ struct StepDescription
     TextPair name = {};
     /// Titles of what the step removed. A goal counts once, whatever it holds; so do a category and a link.
     QStringList removed = {};
+    /// Says what was removed; empty when nothing was.
+    TextPair report = {};
 
     bool operator==(const StepDescription &) const = default;
 };

@@ -188,8 +188,7 @@ Result<QList<ArchiveEntry>> archiveEntries(const ArchiveContents &contents, cons
                                            const QString &documentFolder, Instant now)
 {
     const std::optional<QByteArray> data = encodeSavedData(contents.data);
-    const std::optional<QByteArray> library =
-        encodeDocumentLibrary(contents.library.categories, contents.library.documents);
+    const std::optional<QByteArray> library = encodeDocumentLibrary(contents.library);
     const std::optional<QByteArray> feeds = encodeCalendarFeeds(contents.feeds);
     if (!data || !library || !feeds)
         return Error{ErrorCode::StorageFailed};

@@ -106,6 +106,8 @@ public:
     Q_INVOKABLE void keepHeldSchedules();
 
     // The event of one schedule
+    /// Whether the calendar is there and the user allows its use.
+    [[nodiscard]] bool canCreateEventIn(const QString &calendarIdentifier) const;
     /// Creates the event of a stored schedule in the calendar and links the two; a failure is reported.
     void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
     /// Gives title and times of the schedule to its event, if it has one and the user allows it. A failure is ignored.

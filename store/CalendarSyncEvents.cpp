@@ -73,10 +73,15 @@ void CalendarSync::scheduleExported(const QUuid &scheduleID, const Result<Calend
         endSync();
 }
 
+bool CalendarSync::canCreateEventIn(const QString &calendarIdentifier) const
+{
+    return isAllowed() && m_ports.eventStore.calendar(calendarIdentifier);
+}
+
 void CalendarSync::createEvent(const QUuid &scheduleID, const QString &calendarIdentifier)
 {
     const qsizetype row = rowOf(m_store.schedules(), scheduleID);
-    if (row < 0 || !isAllowed() || !m_ports.eventStore.calendar(calendarIdentifier))
+    if (row < 0 || !canCreateEventIn(calendarIdentifier))
         return;
     const ScheduleItem &item = m_store.schedules().at(row);
     writeBegan();

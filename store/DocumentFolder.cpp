@@ -114,7 +114,19 @@ std::optional<QString> DocumentFolder::keepForeignVersion(const QUuid &documentI
 void DocumentFolder::remove(const QUuid &documentID)
 {
     m_files.remove(documentPath(documentID));
-    m_knownDigests.remove(documentID);
+    forget(documentID);
+}
+
+QString DocumentFolder::picturesPath() const
+{
+    return assetsFolder(m_path);
+}
+
+QStringList DocumentFolder::pictures(const QUuid &documentID) const
+{
+    QStringList names = m_files.fileNames(picturesPath());
+    names.removeIf([start = uuidText(documentID)](const QString &name) { return !name.startsWith(start); });
+    return names;
 }
 
 std::optional<QString> DocumentFolder::importImage(const QUuid &documentID, const QUrl &source)

@@ -74,6 +74,12 @@ public:
     /// stays.
     DocumentWrite write(const QUuid &documentID, const QString &text);
     void remove(const QUuid &documentID);
+    /// Its file has gone, or changed hands.
+    void forget(const QUuid &documentID) { m_knownDigests.remove(documentID); }
+
+    [[nodiscard]] QString picturesPath() const;
+    /// File names of the pictures that were imported into the document.
+    [[nodiscard]] QStringList pictures(const QUuid &documentID) const;
 
     /// Copies the picture into "Assets" under a new name; the copy's URL, percent-encoded for a Markdown link, or
     /// nothing when copying failed.

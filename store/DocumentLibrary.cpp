@@ -35,7 +35,8 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 
 DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, Perform perform, QObject *parent)
     : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports)),
-      m_drafts(ports.fileSystem, ports.draftsFolder), m_versions(ports.fileSystem, ports.versionsFolder),
+      m_deletedFolder(ports.fileSystem, ports.deletedFolder), m_drafts(ports.fileSystem, ports.draftsFolder),
+      m_versions(ports.fileSystem, ports.versionsFolder),
       m_perform(std::move(perform))
 {
 }
@@ -49,7 +50,7 @@ void DocumentLibrary::load()
 void DocumentLibrary::saveDocumentMetadata()
 {
     m_values.saveBlob(keys::documentMetadataKey, [this]() -> Result<void> {
-        const std::optional<QByteArray> json = encodeDocumentLibrary(m_library.categories, m_library.documents);
+        const std::optional<QByteArray> json = encodeDocumentLibrary(m_library);
         return json ? m_ports.preferences.setValue(keys::documentMetadataKey, *json) : Result<void>();
     });
 }
@@ -60,9 +61,14 @@ DocumentLibrary::Touched DocumentLibrary::apply(const StateChange &change, State
     auto documents = applyChanges(m_library.documents, change.documents);
     done.categories = std::move(categories.changes);
     done.documents = std::move(documents.changes);
-    if (categories.rows || documents.rows)
+    done.deletedDocuments = applyDeleted(change.deletedDocuments, done);
+    // Before the lists are saved: whichever of the two a crash leaves undone, the text is in one of the folders, and
+    // start() brings it to where the lists say.
+    moveFiles(done);
+    const bool areDeletedTouched = !done.deletedDocuments.isEmpty();
+    if (categories.rows || documents.rows || areDeletedTouched)
         saveDocumentMetadata();
-    return {categories.rows, documents.rows};
+    return {categories.rows, documents.rows, areDeletedTouched};
 }
 
 void DocumentLibrary::announce(const Touched &touched)
@@ -71,6 +77,8 @@ void DocumentLibrary::announce(const Touched &touched)
         emit documentCategoriesChanged(*touched.categories);
     if (touched.documents)
         emit documentsChanged(*touched.documents);
+    if (touched.areDeletedTouched)
+        emit deletedDocumentsChanged();
 }
 
 void DocumentLibrary::documentsAssigned(const RowsChange &rows)
@@ -152,7 +160,7 @@ std::optional<MarkdownDocument> DocumentLibrary::addDocument(const QString &titl
     if (trimmed.isEmpty())
         return std::nullopt;
     const MarkdownDocument document{.title = trimmed, .categoryID = categoryID, .updatedAt = m_ports.clock.now()};
-    documentsAssigned(appendRecord(m_library.documents, document));
+    m_perform({.documents = {additionOf(document, m_library.documents.size())}});
     m_folder.write(document.id, QStringLiteral("# ") + trimmed + u'\n');
     return document;
 }
@@ -160,7 +168,8 @@ std::optional<MarkdownDocument> DocumentLibrary::addDocument(const QString &titl
 std::optional<MarkdownDocument> DocumentLibrary::importMarkdownFiles(const QList<QUrl> &files,
                                                                      const std::optional<QUuid> &categoryID)
 {
-    std::optional<MarkdownDocument> last;
+    StateChange change;
+    QStringList texts;
     for (const QUrl &url : files) {
         const QFileInfo file(url.toLocalFile());
         const QString title = file.completeBaseName().trimmed();
@@ -170,11 +179,15 @@ std::optional<MarkdownDocument> DocumentLibrary::importMarkdownFiles(const QList
         if (!text)
             continue;
         const MarkdownDocument document{.title = title, .categoryID = categoryID, .updatedAt = m_ports.clock.now()};
-        documentsAssigned(appendRecord(m_library.documents, document));
-        (void)saveDocument(document, *text);
-        last = document;
+        change.documents.append(additionOf(document, m_library.documents.size() + texts.size()));
+        texts.append(*text);
     }
-    return last;
+    if (texts.isEmpty())
+        return std::nullopt;
+    m_perform(change);
+    for (qsizetype row = 0; row < texts.size(); ++row)
+        (void)saveDocument(*change.documents.at(row).after, texts.at(row));
+    return change.documents.constLast().after;
 }
 
 DocumentText DocumentLibrary::readDocument(const MarkdownDocument &document)
@@ -237,15 +250,6 @@ void DocumentLibrary::setDocumentCategory(const MarkdownDocument &document, cons
 std::optional<QString> DocumentLibrary::importImage(const MarkdownDocument &document, const QUrl &source)
 {
     return m_folder.importImage(document.id, source);
-}
-
-void DocumentLibrary::deleteDocument(const MarkdownDocument &document)
-{
-    const QUuid id = document.id;
-    m_folder.remove(id);
-    m_drafts.drop(id);
-    if (const auto rows = removeRecords(m_library.documents, id))
-        documentsAssigned(*rows);
 }
 
 } // namespace tessaly

@@ -3,6 +3,7 @@
 #include "model/RowsChange.h"
 #include "model/SavedData.h"
 #include "model/StateChange.h"
+#include "store/DeletedDocumentFolder.h"
 #include "store/DocumentDrafts.h"
 #include "store/DocumentFolder.h"
 #include "store/DocumentVersions.h"
@@ -35,10 +36,21 @@ public:
 
     /// Reads the lists and the place of the files; writes nothing.
     void load();
+    /// Brings the files to where the lists say they are, should a crash or a failure have left them elsewhere, and
+    /// destroys what was deleted too long ago. To be called once.
+    void start();
 
     // In the order in which they were added. Never keep a copy of a list: it would make the next change copy it.
     [[nodiscard]] const QList<MarkdownCategory> &documentCategories() const { return m_library.categories; }
     [[nodiscard]] const QList<MarkdownDocument> &documents() const { return m_library.documents; }
+
+    /// Those that can be restored, in the order in which they were deleted.
+    [[nodiscard]] QList<DeletedDocument> deletedDocuments() const
+    {
+        return m_library.deleted.value_or(QList<DeletedDocument>());
+    }
+    /// The days that are left until the document is destroyed.
+    [[nodiscard]] int daysLeft(const DeletedDocument &document) const;
 
     /// Absolute path of the folder that holds the files.
     [[nodiscard]] const QString &documentSaveLocation() const { return m_folder.path(); }
@@ -87,14 +99,22 @@ public:
     /// Puts a copy of the file in place of the one of that name, a path within the documents' folder. True when it is
     /// on the disk.
     bool takeFile(const QString &source, const QString &name) { return m_folder.takeFile(source, name); }
-    /// Removes the file and the document.
+    /// Moves the document, its file and its pictures to the deleted ones. Pictures that another document names stay.
     void deleteDocument(const MarkdownDocument &document);
+    /// Moves a deleted document back.
+    void restoreDocument(const QUuid &id);
+    /// Removes a deleted document for good. This is no step and cannot be undone.
+    void destroyDocument(const QUuid &id) { destroyDocuments({id}); }
+    void destroyDeletedDocuments();
+    /// Removes those that were deleted too long ago.
+    void destroyExpired();
 
     /// The rows that a change touched.
     struct Touched
     {
         std::optional<RowsChange> categories = {};
         std::optional<RowsChange> documents = {};
+        bool areDeletedTouched = false;
     };
     /// Applies what the change says of categories and documents and saves it; adds to `done` what changed.
     [[nodiscard]] Touched apply(const StateChange &change, StateChange &done);
@@ -103,12 +123,22 @@ public:
 signals:
     void documentCategoriesChanged(const tessaly::RowsChange &change);
     void documentsChanged(const tessaly::RowsChange &change);
+    void deletedDocumentsChanged();
     void documentSaveLocationChanged();
+    /// The document was removed for good.
+    void documentDestroyed(const QUuid &id);
 
 private:
     /// Keeps the text of before, unless it is that of now.
     void keepVersion(const QUuid &id, const std::optional<QByteArray> &former);
     void saveDocumentMetadata();
+    [[nodiscard]] QList<RecordChange<DeletedDocument>> applyDeleted(QList<RecordChange<DeletedDocument>> changes,
+                                                                    const StateChange &done);
+    void moveFiles(const StateChange &done);
+    /// The pictures of the document that the texts of others name.
+    [[nodiscard]] QSet<QString> sharedPictures(const QUuid &id) const;
+    void adoptStrays();
+    void destroyDocuments(const QList<QUuid> &ids);
     /// Saves the list, which the caller has changed in these rows, and emits its signal.
     void documentsAssigned(const RowsChange &rows);
     /// Sets the time of the last change. No step: the text has an undo of its own.
@@ -120,6 +150,7 @@ private:
     const PlannerPorts &m_ports;
     StoredValues &m_values;
     DocumentFolder m_folder;
+    DeletedDocumentFolder m_deletedFolder;
     DocumentDrafts m_drafts;
     DocumentVersions m_versions;
     DocumentLibraryData m_library;

@@ -31,6 +31,8 @@ struct PlannerPorts
     QString documentsFolder;
     /// Absolute path of the folder for what is typed into documents and not saved yet.
     QString draftsFolder;
+    /// Absolute path of the folder for documents that were deleted and can still be restored.
+    QString deletedFolder;
     Archives &archives;
     /// Absolute path of the folder that an archive is unpacked into.
     QString importFolder;

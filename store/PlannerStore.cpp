@@ -25,10 +25,18 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
         reportFailure(QStringLiteral("未能保存还原点："), QStringLiteral("The restore point could not be kept: "),
                       error);
     });
+    connect(&m_documentLibrary, &DocumentLibrary::documentDestroyed, &m_history, &UndoHistory::forget);
+    connect(this, &PlannerStore::todayChanged, &m_documentLibrary, &DocumentLibrary::destroyExpired);
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
         reportFailure(QStringLiteral("退出登录后可能收不到提醒："),
                       QStringLiteral("Reminders may not survive a log-out: "), error);
     });
+}
+
+void PlannerStore::start()
+{
+    m_documentLibrary.start();
+    m_waitingReminders.start();
 }
 
 PlannerStore::~PlannerStore()

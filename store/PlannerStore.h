@@ -67,11 +67,13 @@ public:
     // Steps. Everything that the user changes goes through perform(); what a sync or the update of a link brings does
     // not, and stays when a step is undone.
 
-    /// Applies the change and records it as one step, named after what it does unless a name is given. Each list it
+    /// Applies the change and records it as one step, named after what it does unless a name is given; `report`
+    /// says what it removed where that is not plain. Each list it
     /// touches is assigned once, and everything is saved in one transaction; then each list's signal is emitted. A
     /// removed link takes its schedules along; the events of schedules follow in the calendar, reminders follow their
     /// to-dos. Returns what was really changed, see applyChanges(); a change without effect is no step.
-    StateChange perform(const StateChange &change, const std::optional<TextPair> &name = std::nullopt);
+    StateChange perform(const StateChange &change, const std::optional<TextPair> &name = std::nullopt,
+                        const TextPair &report = {});
     /// Takes back the last step, or does it again; nothing without one. See UndoHistory::undone().
     Q_INVOKABLE void undo();
     Q_INVOKABLE void redo();
@@ -87,6 +89,9 @@ public:
     /// Keeps a restore point and performs a part of a restoration as one step. How many records and settings it
     /// changed.
     qsizetype restore(const StateChange &change);
+
+    /// Completes what a crash may have left half done. To be called once, before the event loop runs.
+    void start();
 
     // Records. Each method is one step. Records are found by their id; an unknown id changes nothing.
 
@@ -154,7 +159,12 @@ private:
     };
     [[nodiscard]] StateChange apply(StateChange change);
     /// apply() for a step that is undone or redone: events that were removed with their schedules are written again.
-    [[nodiscard]] StateChange applyStep(StateChange change);
+    struct AppliedStep
+    {
+        StateChange done = {};
+        bool hasNewEvent = false;
+    };
+    [[nodiscard]] AppliedStep applyStep(StateChange change);
     [[nodiscard]] Touched applyToLists(const StateChange &change, StateChange &done);
     void announce(const Touched &touched);
     /// Adds what the changes of to-dos mean for the reminders that wait.

@@ -31,7 +31,8 @@ bool isOtherEvent(const ScheduleItem &before, const ScheduleItem &after)
 
 } // namespace
 
-StateChange PlannerStore::perform(const StateChange &change, const std::optional<TextPair> &name)
+StateChange PlannerStore::perform(const StateChange &change, const std::optional<TextPair> &name,
+                                  const TextPair &report)
 {
     StateChange followed = change;
     followReminders(followed);
@@ -41,6 +42,8 @@ StateChange PlannerStore::perform(const StateChange &change, const std::optional
     StepDescription description = describe(done);
     if (name)
         description.name = *name;
+    if (!report.chinese.isEmpty())
+        description.report = report;
     m_history.record({description, done}, clock().now());
     return done;
 }
@@ -50,9 +53,9 @@ void PlannerStore::undo()
     if (!m_history.nextUndo())
         return;
     const UndoStep step = m_history.takeUndo();
-    const StateChange done = applyStep(inverted(step.change));
+    const auto [done, hasNewEvent] = applyStep(inverted(step.change));
     m_history.putUndone({step.description, inverted(done)});
-    emit m_history.undone(step.description, done);
+    emit m_history.undone({step.description, done}, hasNewEvent);
 }
 
 void PlannerStore::redo()
@@ -60,20 +63,22 @@ void PlannerStore::redo()
     if (!m_history.nextRedo())
         return;
     const UndoStep step = m_history.takeRedo();
-    const StateChange done = applyStep(step.change);
+    const StateChange done = applyStep(step.change).done;
     m_history.putRedone({step.description, done});
-    emit m_history.redone(step.description, done);
+    emit m_history.redone({step.description, done});
 }
 
-StateChange PlannerStore::applyStep(StateChange change)
+PlannerStore::AppliedStep PlannerStore::applyStep(StateChange change)
 {
     if (change.leavesCalendars)
         return apply(std::move(change));
     const QHash<QUuid, QString> wantedEvents = takeWantedEvents(change.schedules);
-    const StateChange done = apply(std::move(change));
-    for (auto wanted = wantedEvents.cbegin(); wanted != wantedEvents.cend(); ++wanted)
+    AppliedStep applied{apply(std::move(change))};
+    for (auto wanted = wantedEvents.cbegin(); wanted != wantedEvents.cend(); ++wanted) {
+        applied.hasNewEvent = applied.hasNewEvent || m_calendarSync.canCreateEventIn(*wanted);
         createEvent(wanted.key(), *wanted);
-    return done;
+    }
+    return applied;
 }
 
 StateChange PlannerStore::apply(StateChange change)

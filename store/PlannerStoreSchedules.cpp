@@ -64,10 +64,11 @@ void PlannerStore::clearPersonalContent()
         if (ScheduleItem after = emptied(item); after != item)
             change.schedules.append(editOf(item, after, row));
     }
-    perform(change, TextPair{QStringLiteral("清空"), QStringLiteral("Clear")});
+    const TextPair report{QStringLiteral("已清空备注、关联任务、待办与目标。"),
+                          QStringLiteral("Notes, linked tasks, to-dos, and goals have been cleared.")};
+    perform(change, TextPair{QStringLiteral("清空"), QStringLiteral("Clear")}, report);
     m_noteDrafts.dropAll();
-    setCalendarSyncMessage({{QStringLiteral("已清空备注、关联任务、待办与目标。"),
-                             QStringLiteral("Notes, linked tasks, to-dos, and goals have been cleared.")}});
+    setCalendarSyncMessage({report});
 }
 
 } // namespace tessaly

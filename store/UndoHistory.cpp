@@ -32,6 +32,20 @@ void UndoHistory::record(const UndoStep &step, Instant now)
     emit recorded(step);
 }
 
+void UndoHistory::forget(const QUuid &documentID)
+{
+    const auto isOfDocument = [&documentID](const auto &change) { return change.id == documentID; };
+    for (std::deque<UndoStep> *steps : {&m_done, &m_undone}) {
+        std::erase_if(*steps, [&isOfDocument](UndoStep &step) {
+            const qsizetype removed =
+                step.change.documents.removeIf(isOfDocument) + step.change.deletedDocuments.removeIf(isOfDocument);
+            return removed > 0 && step.change.isEmpty();
+        });
+    }
+    m_canContinue = false;
+    emit changed();
+}
+
 UndoStep UndoHistory::takeUndo()
 {
     m_canContinue = false;

@@ -38,6 +38,8 @@ public:
     /// Takes the step away. There must be one.
     [[nodiscard]] UndoStep takeUndo();
     [[nodiscard]] UndoStep takeRedo();
+    /// Forgets all changes of the document, which is gone for good.
+    void forget(const QUuid &documentID);
     /// Adds a step that was undone, or done again; one that changed nothing is dropped.
     void putUndone(const UndoStep &step);
     void putRedone(const UndoStep &step);
@@ -47,9 +49,10 @@ signals:
     void changed();
     /// The user has done something.
     void recorded(const tessaly::UndoStep &step);
-    /// `change` is what that did; empty when nothing was left to undo.
-    void undone(const tessaly::StepDescription &description, const tessaly::StateChange &change);
-    void redone(const tessaly::StepDescription &description, const tessaly::StateChange &change);
+    /// The change of `step` is what undo or redo did; empty when nothing was left to do. `hasNewEvent`: an event that
+    /// was deleted with its schedule is written again.
+    void undone(const tessaly::UndoStep &step, bool hasNewEvent);
+    void redone(const tessaly::UndoStep &step);
 
 private:
     std::deque<UndoStep> m_done;

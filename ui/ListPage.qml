@@ -11,6 +11,9 @@ ListView {
     readonly property real columnWidth: Math.min(width - 2 * Theme.pagePadding, Theme.contentLimit)
     default property alias head: headHolder.data
 
+    /// Room beneath the rows, and beneath what stands there, for what covers the foot of the page.
+    property real footRoom: 0
+    property real belowRows: 0
     readonly property real leastContentY: originY - topMargin
     /// Speed of automatic scrolling in pixels per second, see driftNear(); negative means up.
     property real driftSpeed: 0
@@ -44,7 +47,7 @@ ListView {
     currentIndex: -1
     cacheBuffer: 600
     topMargin: headHolder.height
-    bottomMargin: Theme.pagePadding
+    bottomMargin: belowRows + Theme.pagePadding + footRoom
     // What grows in the head pushes the rows down and stays where it is.
     onTopMarginChanged: {
         contentY += settledTop - topMargin;

@@ -6,6 +6,8 @@ import QtQuick.Window
 Flickable {
     id: page
 
+    /// Room beneath the content for what covers the foot of the page.
+    property real footRoom: 0
     /// Stays in view while items around it change their sizes, until the focus leaves it or the user scrolls.
     property Item kept: null
 
@@ -45,6 +47,7 @@ Flickable {
     }
 
     contentWidth: width
+    bottomMargin: footRoom
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     onMovementStarted: kept = null

@@ -28,7 +28,7 @@ Item {
             stay.restart();
     }
 
-    implicitWidth: label.x + Math.ceil(label.implicitWidth) + buttonRoom
+    implicitWidth: label.x + Math.ceil(measure.implicitWidth) + buttonRoom
     implicitHeight: lineLimit > 1 ? label.implicitHeight : 18
     Accessible.role: Accessible.StatusBar
     Accessible.name: message
@@ -53,7 +53,7 @@ Item {
         id: label
 
         x: 22
-        width: Math.min(Math.ceil(implicitWidth), line.width - x - line.buttonRoom)
+        width: Math.min(Math.ceil(measure.implicitWidth), line.width - x - line.buttonRoom)
         anchors.verticalCenter: parent.verticalCenter
         text: line.message
         token: line.token
@@ -66,6 +66,15 @@ Item {
             text: line.message
             visible: hover.hovered && label.truncated
         }
+    }
+
+    // How wide the message is in one piece: the label's own idea of that changes with its width.
+    AppText {
+        id: measure
+
+        visible: false
+        text: line.message
+        token: line.token
     }
 
     RowAction {

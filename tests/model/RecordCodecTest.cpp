@@ -63,7 +63,7 @@ private slots:
         QCOMPARE(decodeSavedData(*encodeSavedData(data)), data);
 
         const DocumentLibraryData library{{{someID, text}}, {{someID, text, someID, date}, {someID, text, {}, date}}};
-        QCOMPARE(decodeDocumentLibrary(*encodeDocumentLibrary(library.categories, library.documents)), library);
+        QCOMPARE(decodeDocumentLibrary(*encodeDocumentLibrary(library)), library);
         const QList<CalendarFeed> feeds{{someID, text, text, date}, {someID, text, text, std::nullopt}};
         QCOMPARE(decodeCalendarFeeds(*encodeCalendarFeeds(feeds)), feeds);
         QCOMPARE(decodeCalendarFeeds(*encodeCalendarFeeds({})), QList<CalendarFeed>());
@@ -150,7 +150,7 @@ private slots:
         for (const double number : {nan, infinity, -infinity}) {
             QVERIFY(!encodeSavedData(onlySchedule({.date = {number}})));
             QVERIFY(!encodeSavedData({.goals = {{.progress = number}}}));
-            QVERIFY(!encodeDocumentLibrary({}, {{.updatedAt = {number}}}));
+            QVERIFY(!encodeDocumentLibrary({.documents = {{.updatedAt = {number}}}}));
             QVERIFY(!encodeCalendarFeeds({{.lastUpdated = Instant{number}}}));
         }
     }

@@ -60,7 +60,10 @@ public:
     }
     [[nodiscard]] DocumentLibraryData shown() const
     {
-        return {m_store->documentLibrary().documentCategories(), m_store->documentLibrary().documents()};
+        const DocumentLibrary &library = m_store->documentLibrary();
+        const QList<DeletedDocument> deleted = library.deletedDocuments();
+        return {library.documentCategories(), library.documents(),
+                deleted.isEmpty() ? std::nullopt : std::optional(deleted)};
     }
 
 private:
@@ -323,6 +326,7 @@ private slots:
 
         library->keepDraft(document, {.title = document.title, .categoryID = {}, .content = u"typed"_s});
         library->deleteDocument(document);
+        library->destroyDocument(document.id);
         QCOMPARE(library.filesIn(u"Drafts"_s), QStringList());
     }
 

@@ -60,6 +60,7 @@ struct FakePorts
                 disk,
                 directory + QStringLiteral("/Documents"),
                 directory + QStringLiteral("/Drafts"),
+                directory + QStringLiteral("/Deleted"),
                 onDisk,
                 directory + QStringLiteral("/Import"),
                 backups};
@@ -78,6 +79,7 @@ struct FakePorts
                 disk,
                 folder,
                 folder + QStringLiteral("/../Drafts"),
+                folder + QStringLiteral("/../Deleted"),
                 archives,
                 folder + QStringLiteral("/../Import"),
                 backups,
@@ -104,6 +106,7 @@ private:
                 files,
                 QStringLiteral("/documents"),
                 QStringLiteral("/drafts"),
+                QStringLiteral("/deleted"),
                 archives,
                 QStringLiteral("/import"),
                 backups,

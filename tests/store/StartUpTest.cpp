@@ -43,7 +43,7 @@ private slots:
         const MarkdownCategory category{.name = QStringLiteral("Work")};
         const MarkdownDocument document{.title = QStringLiteral("Plan"), .categoryID = category.id};
         planner.put(keys::storageKey, dataWith(QStringLiteral("kept")));
-        planner.put(keys::documentMetadataKey, *encodeDocumentLibrary({category}, {document}));
+        planner.put(keys::documentMetadataKey, *encodeDocumentLibrary({{category}, {document}}));
         planner.put(keys::calendarFeedsKey, *encodeCalendarFeeds({feed}));
         planner.put(keys::selectedCalendarIDs, QStringList{QStringLiteral("a"), QStringLiteral("b")});
         planner.put(keys::visibleCalendarIDs, QStringList{QStringLiteral("c")});

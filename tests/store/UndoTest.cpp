@@ -56,7 +56,7 @@ private slots:
         RecordGenerator generator(seed);
         m_planner->put(keys::storageKey, *encodeSavedData(generator.savedData(20, 20, 5)));
         m_planner->put(keys::documentMetadataKey,
-                       *encodeDocumentLibrary({{.name = QStringLiteral("C")}}, {{.title = QStringLiteral("D")}}));
+                       *encodeDocumentLibrary({{{.name = QStringLiteral("C")}}, {{.title = QStringLiteral("D")}}}));
         m_planner->put(keys::calendarFeedsKey, QByteArray("[]"));
         RandomUser user(m_planner->startInEnglish(), seed);
         int recorded = 0;

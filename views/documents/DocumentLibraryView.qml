@@ -17,6 +17,13 @@ Rectangle {
     /// The rows of the start are there; what comes later is animated.
     property bool isReady: false
 
+    function handFocusOn(row: int, kind: int) {
+        list.forceLayout();
+        const next = list.itemAtIndex(viewModel.rowToFocusAfterRemoval(row, kind)) as DocumentListItem;
+        if (next)
+            next.takeFocus();
+    }
+
     color: Theme.bg
     Component.onCompleted: isReady = true
 
@@ -37,7 +44,7 @@ Rectangle {
         id: list
 
         anchors.fill: parent
-        bottomMargin: section.height + Theme.pagePadding
+        belowRows: section.height
         model: viewModel.rows
 
         DocumentHeader {
@@ -54,12 +61,35 @@ Rectangle {
             documents: viewModel
             onRemoved: (row, kind) => {
                 viewModel.remove(row);
-                list.forceLayout();
-                const next = list.itemAtIndex(viewModel.rowToFocusAfterRemoval(row, kind)) as DocumentListItem;
-                if (next)
-                    next.takeFocus();
+                screen.handFocusOn(row, kind);
             }
+            onRestored: row => {
+                viewModel.restore(row);
+                screen.handFocusOn(row, DocumentRow.Deleted);
+            }
+            onDestroyRequested: row => dialog.askFor(row, kind, title)
         }
+    }
+
+    DestroyDialog {
+        id: dialog
+
+        property int row: 0
+        property int kind: DocumentRow.Deleted
+
+        function askFor(row: int, kind: int, title: string) {
+            dialog.row = row;
+            dialog.kind = kind;
+            ask(kind === DocumentRow.Deleted ? viewModel.documentId(row) : "", title);
+        }
+
+        onConfirmed: documentId => {
+            if (documentId === "")
+                viewModel.destroyAll();
+            else
+                viewModel.destroy(documentId);
+        }
+        onOpenerGone: screen.handFocusOn(row, kind)
     }
 
     NewDocumentSection {

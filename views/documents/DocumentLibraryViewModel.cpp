@@ -23,6 +23,11 @@ void DocumentLibraryViewModel::setStore(PlannerStore *store)
     connect(&library(), &DocumentLibrary::documentCategoriesChanged, this,
             &DocumentLibraryViewModel::onCategoriesChanged);
     connect(&library(), &DocumentLibrary::documentsChanged, this, &DocumentLibraryViewModel::refreshRows);
+    connect(&library(), &DocumentLibrary::deletedDocumentsChanged, this, &DocumentLibraryViewModel::refreshRows);
+    connect(store, &PlannerStore::todayChanged, this, &DocumentLibraryViewModel::refreshRows);
+    const auto show = [this](const UndoStep &step) { showChanged(step.change); };
+    connect(&store->history(), &UndoHistory::undone, this, show);
+    connect(&store->history(), &UndoHistory::redone, this, show);
     connect(&library(), &DocumentLibrary::documentSaveLocationChanged, this,
             &DocumentLibraryViewModel::saveLocationChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &DocumentLibraryViewModel::onCategoriesChanged);
@@ -65,7 +70,45 @@ void DocumentLibraryViewModel::onCategoriesChanged()
 
 void DocumentLibraryViewModel::refreshRows()
 {
-    m_rows.setRows(documentListRows(library().documentCategories(), library().documents(), m_groups));
+    m_rows.setRows(documentListRows(library().documentCategories(), library().documents(), deletedRows(), m_groups));
+}
+
+QList<DocumentListRow> DocumentLibraryViewModel::deletedRows() const
+{
+    const QList<DeletedDocument> deleted = library().deletedDocuments();
+    if (deleted.isEmpty())
+        return {};
+    const QString summary =
+        m_store->text(QStringLiteral("%1 · %2 天后彻底删除"), QStringLiteral("%1 · deleted for good after %2 days"));
+    QList<DocumentListRow> rows{{.kind = Kind::RecentlyDeleted,
+                                 .note = summary.arg(deleted.size()).arg(deletedDocumentDays),
+                                 .isExpanded = m_groups.isDeletedExpanded}};
+    const QLocale locale = interfaceLocale(m_store->isEnglish());
+    const QString pattern = m_store->text(QStringLiteral("M月d日"), QStringLiteral("MMM d"));
+    for (auto document = deleted.crbegin(); document != deleted.crend(); ++document) {
+        const QString day = locale.toString(m_store->calendar().day(document->deletedAt), pattern);
+        const int left = library().daysLeft(*document);
+        const QString note =
+            m_store->text(QStringLiteral("%1删除，还剩 %2 天"), left == 1 ? QStringLiteral("Deleted %1, %2 day left")
+                                                                          : QStringLiteral("Deleted %1, %2 days left"));
+        rows.append(
+            {.kind = Kind::Deleted, .id = document->id, .title = document->title, .note = note.arg(day).arg(left)});
+    }
+    return rows;
+}
+
+void DocumentLibraryViewModel::showChanged(const StateChange &change)
+{
+    QSet<QUuid> ids;
+    for (const auto &each : change.categories)
+        ids.insert(each.id);
+    for (const auto &each : change.documents)
+        ids.insert(each.id);
+    const QList<DocumentListRow> &rows = m_rows.rows();
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        if (ids.contains(rows.at(row).id) && rows.at(row).kind != Kind::NoDocuments)
+            emit added(int(row));
+    }
 }
 
 DocumentListRow DocumentLibraryViewModel::rowAt(int row) const
@@ -81,7 +124,7 @@ void DocumentLibraryViewModel::addCategory()
     m_categoryName.clear();
     emit formChanged();
     if (library().documentCategories().size() > count)
-        emit added(static_cast<int>(m_rows.rows().size()) - 1);
+        showChanged({.categories = {additionOf(library().documentCategories().constLast(), count)}});
 }
 
 void DocumentLibraryViewModel::addDocument()
@@ -153,6 +196,8 @@ void DocumentLibraryViewModel::setExpanded(int row, bool isExpanded)
     const DocumentListRow header = rowAt(row);
     if (header.kind == Kind::Uncategorized)
         m_groups.isUncategorizedExpanded = isExpanded;
+    else if (header.kind == Kind::RecentlyDeleted)
+        m_groups.isDeletedExpanded = isExpanded;
     else if (header.kind == Kind::Category && isExpanded)
         m_groups.expandedCategories.insert(header.id);
     else if (header.kind == Kind::Category)
@@ -189,6 +234,27 @@ void DocumentLibraryViewModel::remove(int row)
         library().deleteDocument({.id = removed.id});
 }
 
+QString DocumentLibraryViewModel::documentId(int row) const
+{
+    return uuidText(rowAt(row).id);
+}
+
+void DocumentLibraryViewModel::restore(int row)
+{
+    if (rowAt(row).kind == Kind::Deleted)
+        library().restoreDocument(rowAt(row).id);
+}
+
+void DocumentLibraryViewModel::destroy(const QString &documentId)
+{
+    library().destroyDocument(QUuid(documentId));
+}
+
+void DocumentLibraryViewModel::destroyAll()
+{
+    library().destroyDeletedDocuments();
+}
+
 int DocumentLibraryViewModel::rowToFocusAfterRemoval(int row, DocumentRow::Kind kind) const
 {
     const auto isSame = [this, kind](int candidate) { return rowAt(candidate).kind == kind; };
@@ -198,6 +264,8 @@ int DocumentLibraryViewModel::rowToFocusAfterRemoval(int row, DocumentRow::Kind 
         // The header of the group, which is empty now.
         return row - 1;
     }
+    if (kind == Kind::Deleted || kind == Kind::RecentlyDeleted)
+        return isSame(row) ? row : isSame(row - 1) ? row - 1 : 0;
     const auto count = static_cast<int>(m_rows.rows().size());
     for (int candidate = row; candidate < count; ++candidate) {
         if (isSame(candidate))

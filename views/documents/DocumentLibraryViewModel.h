@@ -64,6 +64,13 @@ public:
     Q_INVOKABLE void openDocument(int row);
     /// Deletes the document or the category without asking.
     Q_INVOKABLE void remove(int row);
+    /// The id of a row's document, as text.
+    Q_INVOKABLE QString documentId(int row) const;
+    /// Brings a deleted document back.
+    Q_INVOKABLE void restore(int row);
+    /// Removes a deleted document, or all of them, for good.
+    Q_INVOKABLE void destroy(const QString &documentId);
+    Q_INVOKABLE void destroyAll();
     /// The row whose Delete gets the focus when the row has been removed; else a header; `kind` is what was removed.
     Q_INVOKABLE int rowToFocusAfterRemoval(int row, tessaly::DocumentRow::Kind kind) const;
 
@@ -76,7 +83,7 @@ signals:
     void selectedCategoryChanged();
     /// The document is to be opened in the editor.
     void editRequested(const QString &documentId);
-    /// The category just added is shown in this row.
+    /// The category just added, or the document or category that has come back, is shown in this row.
     void added(int row);
 
 private:
@@ -85,6 +92,8 @@ private:
     [[nodiscard]] DocumentListRow rowAt(int row) const;
     void setSaveLocation(const QUrl &folder);
     void onCategoriesChanged();
+    [[nodiscard]] QList<DocumentListRow> deletedRows() const;
+    void showChanged(const StateChange &change);
     void refreshRows();
     void edit(const std::optional<MarkdownDocument> &document);
 

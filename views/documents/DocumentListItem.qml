@@ -10,6 +10,7 @@ Item {
     required property int index
     required property int kind
     required property string title
+    required property string note
     required property bool isExpanded
     required property bool isEditing
     required property bool isLast
@@ -17,9 +18,12 @@ Item {
     required property real columnWidth
     required property DocumentLibraryViewModel documents
 
-    readonly property bool isHeader: kind === DocumentRow.Uncategorized || kind === DocumentRow.Category
+    readonly property bool isHeader: kind === DocumentRow.Uncategorized || kind === DocumentRow.Category || kind === DocumentRow.RecentlyDeleted
 
     signal removed(int row, int kind)
+    signal restored(int row)
+    /// The document, or all of the group, is to be removed for good.
+    signal destroyRequested(int row)
 
     /// Focuses the row's Delete, or the header of the documents without a category.
     function takeFocus() {
@@ -29,6 +33,12 @@ Item {
             break;
         case DocumentRow.Category:
             (content.item as CategoryHeader).focusDelete();
+            break;
+        case DocumentRow.Deleted:
+            (content.item as DeletedItem).takeFocus();
+            break;
+        case DocumentRow.RecentlyDeleted:
+            (content.item as DeletedHeader).takeFocus();
             break;
         default:
             (content.item as Item).forceActiveFocus(Qt.TabFocusReason);
@@ -66,6 +76,10 @@ Item {
                 return category;
             case DocumentRow.Document:
                 return document;
+            case DocumentRow.RecentlyDeleted:
+                return recentlyDeleted;
+            case DocumentRow.Deleted:
+                return deleted;
             default:
                 return noDocuments;
             }
@@ -111,6 +125,29 @@ Item {
             isLast: row.isLast
             onOpened: row.documents.openDocument(row.index)
             onRemoved: row.removed(row.index, row.kind)
+        }
+    }
+
+    Component {
+        id: recentlyDeleted
+
+        DeletedHeader {
+            note: row.note
+            isExpanded: row.isExpanded
+            onExpansionRequested: isOpen => row.documents.setExpanded(row.index, isOpen)
+            onDestroyAllRequested: row.destroyRequested(row.index)
+        }
+    }
+
+    Component {
+        id: deleted
+
+        DeletedItem {
+            title: row.title
+            note: row.note
+            isLast: row.isLast
+            onRestored: row.restored(row.index)
+            onDestroyRequested: row.destroyRequested(row.index)
         }
     }
 

@@ -37,13 +37,15 @@ QList<DocumentListRows::Role> documentListRoles()
 {
     return {{"kind", [](const DocumentListRow &row) { return QVariant::fromValue(row.kind); }},
             {"title", [](const DocumentListRow &row) { return QVariant(row.title); }},
+            {"note", [](const DocumentListRow &row) { return QVariant(row.note); }},
             {"isExpanded", [](const DocumentListRow &row) { return QVariant(row.isExpanded); }},
             {"isEditing", [](const DocumentListRow &row) { return QVariant(row.isEditing); }},
             {"isLast", [](const DocumentListRow &row) { return QVariant(row.isLast); }}};
 }
 
 QList<DocumentListRow> documentListRows(const QList<MarkdownCategory> &categories,
-                                        const QList<MarkdownDocument> &documents, const DocumentGroupStates &states)
+                                        const QList<MarkdownDocument> &documents, const QList<DocumentListRow> &deleted,
+                                        const DocumentGroupStates &states)
 {
     const QHash<QUuid, QList<qsizetype>> groups = documentsByCategory(categories, documents);
     QList<DocumentListRow> rows;
@@ -64,6 +66,10 @@ QList<DocumentListRow> documentListRows(const QList<MarkdownCategory> &categorie
                   .title = category.name,
                   .isExpanded = states.expandedCategories.contains(category.id),
                   .isEditing = states.editingCategory == category.id});
+    if (states.isDeletedExpanded)
+        rows.append(deleted);
+    else
+        rows.append(deleted.first(std::min(deleted.size(), qsizetype(1))));
     rows.last().isLast = true;
     return rows;
 }

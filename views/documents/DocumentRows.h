@@ -23,12 +23,15 @@ enum class Kind {
     Uncategorized, ///< header of the documents without a category; begins the card
     Category,      ///< header of a category
     Document,
-    NoDocuments, ///< stands in an open group that has no documents
+    NoDocuments,     ///< stands in an open group that has no documents
+    RecentlyDeleted, ///< header of the documents that can be restored; ends the card
+    Deleted,
 };
 Q_ENUM_NS(Kind)
 } // namespace DocumentRow
 
-/// A row of the documents screen. Roles: kind, title (of a category or document), isExpanded (of headers), isEditing
+/// A row of the documents screen. Roles: kind, title (of a category or document), note (of deleted documents and their
+/// header: how long they are kept), isExpanded (of headers), isEditing
 /// (of a category whose name is being edited), isLast (of the card).
 struct DocumentListRow
 {
@@ -36,6 +39,7 @@ struct DocumentListRow
     /// Of the document, or of the category whose row or empty group it is.
     QUuid id = {};
     QString title = {};
+    QString note = {};
     bool isExpanded = false;
     bool isEditing = false;
     bool isLast = false;
@@ -52,14 +56,17 @@ using DocumentListRows = RowListModel<DocumentListRow>;
 struct DocumentGroupStates
 {
     bool isUncategorizedExpanded = true;
+    bool isDeletedExpanded = false;
     QSet<QUuid> expandedCategories = {};
     /// Null: none.
     QUuid editingCategory = {};
 };
 
-/// The groups in stored order; in each open group its documents, last changed first.
+/// The groups in stored order; in each open group its documents, last changed first. Then `deleted`: the header and its
+/// documents, of which only the header is shown while the group is closed; nothing while it is empty.
 [[nodiscard]] QList<DocumentListRow> documentListRows(const QList<MarkdownCategory> &categories,
                                                       const QList<MarkdownDocument> &documents,
+                                                      const QList<DocumentListRow> &deleted,
                                                       const DocumentGroupStates &states);
 
 } // namespace tessaly

@@ -40,9 +40,15 @@ Item {
         return true;
     }
 
+    function flash() {
+        slice.flash();
+    }
+
     height: gap + content.height
 
     CardSlice {
+        id: slice
+
         x: row.page.columnX
         y: row.gap
         width: row.page.columnWidth

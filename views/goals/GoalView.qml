@@ -29,6 +29,11 @@ Rectangle {
     GoalViewModel {
         id: viewModel
         store: PlannerStore
+        onRestored: row => {
+            // Until then the list answers with the rows of before.
+            list.forceLayout();
+            (list.itemAtIndex(row) as GoalListItem)?.flash();
+        }
     }
 
     ListPage {

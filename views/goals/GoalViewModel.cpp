@@ -49,10 +49,23 @@ void GoalViewModel::setStore(PlannerStore *store)
     m_targetDate = store->calendar().addingMonths(now, 1).value_or(now);
     connect(store, &PlannerStore::goalsChanged, this, &GoalViewModel::onChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &GoalViewModel::translateUncategorized);
+    const auto show = [this](const UndoStep &step) { showChanged(step.change); };
+    connect(&store->history(), &UndoHistory::undone, this, show);
+    connect(&store->history(), &UndoHistory::redone, this, show);
     connect(store, &PlannerStore::timeZoneChanged, this, &GoalViewModel::formChanged);
     refreshRows();
     emit storeChanged();
     emit formChanged();
+}
+
+void GoalViewModel::showChanged(const StateChange &change)
+{
+    for (const RecordChange<Goal> &each : change.goals) {
+        for (qsizetype row = 0; row < m_rows.rows().size(); ++row) {
+            if (m_rows.rows().at(row).goalID == each.id)
+                emit restored(int(row));
+        }
+    }
 }
 
 QDateTime GoalViewModel::targetDate() const

@@ -54,12 +54,15 @@ public:
 signals:
     void storeChanged();
     void formChanged();
+    /// A goal that undo or redo has brought back or changed is shown in this row.
+    void restored(int row);
 
 private:
     template <class Change>
     int leaveRow(const QUuid &goalID, Change change);
     void onChanged(const RowsChange &change);
     void refreshRows();
+    void showChanged(const StateChange &change);
     void translateUncategorized();
 
     PlannerStore *m_store = nullptr;

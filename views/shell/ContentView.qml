@@ -14,6 +14,8 @@ FocusScope {
     required property list<Component> screens
 
     property int section: ShellModel.Overview
+    /// Whether a document is open in the editor: undo then belongs to its text.
+    property bool isEditing: false
     property alias showClearConfirmation: clearDialog.isShown
     property alias showNamePrompt: namePrompt.isShown
     property alias showConsent: consentDialog.isShown
@@ -22,7 +24,7 @@ FocusScope {
     property alias showUnsaved: unsavedDialog.isShown
     readonly property Item screen: loader.item as Item
 
-    /// The part of the screen that scrolls: every screen has one.
+    /// The part of the screen that scrolls, a ScrollPage or a ListPage: every screen has one.
     readonly property Flickable scroller: view.screen?.scroll ?? null // qmllint disable property
 
     /// The user chose to quit without saving.
@@ -53,7 +55,7 @@ FocusScope {
     onShowUnreadableChanged: askForCalendars()
     onSectionChanged: {
         // The schedule screen shows it in its status line.
-        if (section === ShellModel.Schedule)
+        if (section === ShellModel.Schedule && !toast.isOfUndo)
             toast.hide();
         else if (!toast.isPassing)
             toast.show();
@@ -64,12 +66,24 @@ FocusScope {
         askForCalendars();
     }
 
+    Shortcut {
+        sequence: "Ctrl+Z"
+        enabled: view.shell.undo.canUndo && !view.isEditing
+        onActivated: view.shell.undo.undo()
+    }
+    Shortcut {
+        sequence: "Ctrl+Shift+Z"
+        enabled: view.shell.undo.canRedo && !view.isEditing
+        onActivated: view.shell.undo.redo()
+    }
+
     Sidebar {
         id: sidebar
 
         width: Theme.sidebarWidth
         height: parent.height
         shell: view.shell
+        isUndoHeld: view.isEditing
         section: view.section
         onChosen: section => view.section = section
         onClearRequested: view.showClearConfirmation = true
@@ -95,13 +109,40 @@ FocusScope {
         Toast {
             id: toast
 
+            /// What was removed or undone comes before the messages of the planner.
+            readonly property bool isOfUndo: view.shell.undo.message !== ""
+
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 24
-            message: PlannerStore.calendarSyncMessage
-            isFailure: PlannerStore.isSyncMessageFailure
-            isPassing: PlannerStore.isSyncMessagePassing
-            onDismissed: PlannerStore.dismissCalendarSyncMessage()
+            message: isOfUndo ? view.shell.undo.message : PlannerStore.calendarSyncMessage
+            isFailure: !isOfUndo && PlannerStore.isSyncMessageFailure
+            isPassing: isOfUndo || PlannerStore.isSyncMessagePassing
+            action: view.shell.undo.isUndoOffered ? Language.text("撤销", "Undo") : ""
+            onActionChosen: view.shell.undo.undo()
+            onDismissed: {
+                const hasWaited = isOfUndo && PlannerStore.calendarSyncMessage !== message;
+                view.shell.undo.dismiss();
+                if (!hasWaited)
+                    PlannerStore.dismissCalendarSyncMessage();
+                else if (view.section !== ShellModel.Schedule)
+                    show();
+            }
+        }
+
+        // Above the scroll areas' own margins, so that the toast covers no last row.
+        Binding {
+            target: view.scroller
+            property: "footRoom"
+            value: toast.visible && toast.action !== "" ? 60 : 0
+        }
+
+        Connections {
+            function onReported() {
+                toast.show();
+            }
+
+            target: view.shell.undo
         }
 
         Connections {

@@ -9,16 +9,15 @@ namespace tessaly {
 ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
                        FileDialogs &fileDialogs, QObject *parent)
     : QObject(parent), m_store(store), m_systemAppearance(systemAppearance), m_archive(store, fileDialogs),
+      m_undo(store),
       m_appearanceMode(preferences.get<QString>(keys::appearanceMode).value_or(QStringLiteral("system"))),
       m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
 {
     m_systemAppearance.setChangeHandler([this] { emit appearanceChanged(); });
     // A step such as an import may bring another appearance.
     connect(&store.history(), &UndoHistory::recorded, this, [this](const UndoStep &step) { follow(step.change); });
-    connect(&store.history(), &UndoHistory::undone, this,
-            [this](const StepDescription &, const StateChange &change) { follow(change); });
-    connect(&store.history(), &UndoHistory::redone, this,
-            [this](const StepDescription &, const StateChange &change) { follow(change); });
+    connect(&store.history(), &UndoHistory::undone, this, [this](const UndoStep &step) { follow(step.change); });
+    connect(&store.history(), &UndoHistory::redone, this, [this](const UndoStep &step) { follow(step.change); });
 }
 
 ShellModel::~ShellModel()

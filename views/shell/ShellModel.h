@@ -2,6 +2,8 @@
 
 #include "platform/SystemAppearance.h"
 #include "views/shell/ArchiveModel.h"
+#include "views/shell/UndoKeys.h"
+#include "views/shell/UndoModel.h"
 
 #include <QObject>
 #include <QString>
@@ -28,6 +30,7 @@ class ShellModel : public QObject
     Q_PROPERTY(bool isHighContrast READ isHighContrast NOTIFY appearanceChanged)
     Q_PROPERTY(bool hasReducedMotion READ hasReducedMotion NOTIFY appearanceChanged)
     Q_PROPERTY(tessaly::ArchiveModel *archive READ archive CONSTANT)
+    Q_PROPERTY(tessaly::UndoModel *undo READ undo CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString versionAndBuild READ versionAndBuild CONSTANT)
 
@@ -57,6 +60,7 @@ public:
 
     /// Export and import of everything.
     [[nodiscard]] ArchiveModel *archive() { return &m_archive; }
+    [[nodiscard]] UndoModel *undo() { return &m_undo; }
 
     [[nodiscard]] static QString version();
     /// Such as "0.0.1 (20260828)".
@@ -74,6 +78,8 @@ private:
     PlannerStore &m_store;
     SystemAppearance &m_systemAppearance;
     ArchiveModel m_archive;
+    UndoModel m_undo;
+    UndoKeys m_undoKeys;
     QString m_appearanceMode;
     bool m_hasAskedPreferredName = false;
 };

@@ -9,6 +9,8 @@ Rectangle {
 
     required property ShellModel shell
     property alias section: list.section
+    /// Whether nothing can be undone for now.
+    property bool isUndoHeld: false
 
     signal chosen(section: int)
     signal clearRequested
@@ -80,6 +82,21 @@ Rectangle {
                 AppMenuItem {
                     text: Language.text("导入…", "Import…")
                     onTriggered: sidebar.shell.archive.chooseImport()
+                }
+                AppMenuHeading {
+                    text: Language.text("编辑", "Edit")
+                }
+                AppMenuItem {
+                    text: sidebar.shell.undo.undoText
+                    keys: "Ctrl+Z"
+                    enabled: sidebar.shell.undo.canUndo && !sidebar.isUndoHeld
+                    onTriggered: sidebar.shell.undo.undo()
+                }
+                AppMenuItem {
+                    text: sidebar.shell.undo.redoText
+                    keys: "Ctrl+Shift+Z"
+                    enabled: sidebar.shell.undo.canRedo && !sidebar.isUndoHeld
+                    onTriggered: sidebar.shell.undo.redo()
                 }
             }
         }

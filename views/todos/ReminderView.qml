@@ -30,6 +30,11 @@ Rectangle {
         id: viewModel
 
         store: PlannerStore
+        onRestored: row => {
+            // Until then the list answers with the rows of before.
+            list.forceLayout();
+            (list.itemAtIndex(row) as ReminderListItem)?.flash();
+        }
         onAdded: row => {
             const item = list.itemAtIndex(row) as ReminderListItem;
             if (item)

@@ -22,6 +22,9 @@ void ReminderViewModel::setStore(PlannerStore *store)
     m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
     connect(store, &PlannerStore::remindersChanged, this, &ReminderViewModel::refreshRows);
     connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::onTimeZoneChanged);
+    const auto show = [this](const UndoStep &step) { showChanged(step.change); };
+    connect(&store->history(), &UndoHistory::undone, this, show);
+    connect(&store->history(), &UndoHistory::redone, this, show);
     onTimeZoneChanged();
     emit storeChanged();
     useForm();
@@ -82,6 +85,15 @@ bool ReminderViewModel::add()
     if (const int row = rowShowing(m_rows.rows(), item, m_store->calendar(), *m_labels); row >= 0)
         emit added(row);
     return true;
+}
+
+void ReminderViewModel::showChanged(const StateChange &change)
+{
+    for (const RecordChange<ReminderItem> &each : change.reminders) {
+        const int row = each.after ? rowShowing(m_rows.rows(), *each.after, m_store->calendar(), *m_labels) : -1;
+        if (row >= 0)
+            emit restored(row);
+    }
 }
 
 template <class Change>

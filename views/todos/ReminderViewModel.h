@@ -57,9 +57,13 @@ signals:
     void formChanged();
     /// The to-do just added is shown in this row, or this is the header of the closed group that holds it.
     void added(int row);
+    /// A to-do that undo or redo has brought back or changed is shown in this row, or this is the header of the closed
+    /// group that holds it.
+    void restored(int row);
 
 private:
     void useForm();
+    void showChanged(const StateChange &change);
     template <class Change>
     int leaveRow(int row, Change change);
     void onTimeZoneChanged();

@@ -1,0 +1,143 @@
+#include "tests/support/TestMain.h"
+#include "tests/views/shell/WindowUnderTest.h"
+
+#include <QQuickStyle>
+
+using namespace tessaly;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto button = QAccessible::Button;
+constexpr auto undoKeys = Qt::ControlModifier;
+constexpr auto redoKeys = Qt::ControlModifier | Qt::ShiftModifier;
+
+} // namespace
+
+class UndoWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QQuickStyle::setStyle(u"Basic"_s);
+        QGuiApplication::setApplicationName(u"Tessaly"_s);
+    }
+
+    void init()
+    {
+        m_ui = std::make_unique<WindowUnderTest>();
+        m_ui->planner.put(keys::hasAskedPreferredName, true);
+        m_ui->planner.put(keys::interfaceLanguage, u"en"_s);
+        const SavedData data{.reminders = {{.title = u"A"_s}, {.title = u"B"_s}}};
+        m_ui->planner.put(keys::storageKey, *encodeSavedData(data));
+        m_ui->open();
+        m_ui->setState("section", ShellModel::Reminders);
+        QTRY_VERIFY(m_ui->find(button, u"Delete, B"_s));
+    }
+
+    void cleanup() { m_ui.reset(); }
+
+    void theToastTakesARemovalBackByKey()
+    {
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::StatusBar, u"Deleted “A”"_s));
+        QVERIFY(!m_ui->find(button, u"Delete, A"_s));
+
+        m_ui->press(Qt::Key_F6);
+        QTRY_VERIFY(m_ui->hasFocus(button, u"Undo"_s));
+        m_ui->press(Qt::Key_Space);
+
+        QTRY_VERIFY(m_ui->find(button, u"Delete, A"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::StatusBar, u"Restored “A”"_s));
+        QCOMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+    }
+
+    void escapeClosesTheToastAndThePageGrowsBack()
+    {
+        const auto footRoom = [this] {
+            return m_ui->screen()->property("scroll").value<QObject *>()->property("footRoom").toReal();
+        };
+        QCOMPARE(footRoom(), 0);
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::StatusBar, u"Deleted “A”"_s));
+        QCOMPARE(footRoom(), 60);
+
+        m_ui->press(Qt::Key_F6);
+        m_ui->press(Qt::Key_Escape);
+
+        QTRY_VERIFY(!m_ui->find(QAccessible::StatusBar, u"Deleted “A”"_s));
+        QCOMPARE(footRoom(), 0);
+        QCOMPARE(titles(), QStringList{u"B"_s});
+    }
+
+    void theKeysUndoAndRedo()
+    {
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        m_ui->press(Qt::Key_Z, undoKeys);
+        QTRY_COMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+        m_ui->press(Qt::Key_Z, redoKeys);
+        QTRY_COMPARE(titles(), QStringList{u"B"_s});
+    }
+
+    void aTextFieldUndoesItsOwnTextFirst()
+    {
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        QQuickItem *field = m_ui->find(QAccessible::EditableText, u"Name"_s);
+        QVERIFY(field);
+        field->forceActiveFocus(Qt::TabFocusReason);
+        m_ui->type(u"x"_s);
+        m_ui->press(Qt::Key_Z, undoKeys);
+        QCOMPARE(field->property("text").toString(), QString());
+        QCOMPARE(titles(), QStringList{u"B"_s});
+
+        // With nothing of its own left, the field lets the key through.
+        m_ui->press(Qt::Key_Z, undoKeys);
+        QTRY_COMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+        m_ui->press(Qt::Key_Z, redoKeys);
+        QCOMPARE(field->property("text").toString(), u"x"_s);
+    }
+
+    void theMenuNamesTheStep()
+    {
+        QVERIFY(m_ui->click(button, u"Menu"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::MenuItem, u"Undo"_s));
+        QVERIFY(!m_ui->find(QAccessible::MenuItem, u"Undo"_s)->isEnabled());
+        m_ui->press(Qt::Key_Escape);
+        QTRY_VERIFY(!m_ui->find(QAccessible::MenuItem, u"Undo"_s));
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        QTRY_COMPARE(titles(), QStringList{u"B"_s});
+
+        QVERIFY(m_ui->click(button, u"Menu"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::MenuItem, u"Undo “Delete to-do”"_s));
+        QVERIFY(m_ui->click(QAccessible::MenuItem, u"Undo “Delete to-do”"_s));
+
+        QTRY_COMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+    }
+
+    void aSheetKeepsTheKeysOut()
+    {
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        m_ui->setState("showClearConfirmation", true);
+        QTRY_VERIFY(m_ui->find(QAccessible::Dialog, u"Clear content?"_s));
+
+        m_ui->press(Qt::Key_Z, undoKeys);
+
+        QCOMPARE(titles(), QStringList{u"B"_s});
+    }
+
+private:
+    [[nodiscard]] QStringList titles() const
+    {
+        QStringList titles;
+        for (const ReminderItem &item : m_ui->planner.store->reminders())
+            titles.append(item.title);
+        return titles;
+    }
+
+    std::unique_ptr<WindowUnderTest> m_ui;
+};
+
+TESSALY_TEST_MAIN(UndoWindowTest)
+#include "UndoWindowTest.moc"
