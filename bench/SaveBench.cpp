@@ -44,6 +44,15 @@ public:
         m_planner.store().updateSchedule(schedule);
     }
 
+    void deleteTheMiddleSchedule()
+    {
+        const QList<ScheduleItem> &schedules = m_planner.store().schedules();
+        m_planner.store().deleteSchedule(schedules.at(schedules.size() / 2));
+    }
+
+    void undo() { m_planner.store().undo(); }
+    void redo() { m_planner.store().redo(); }
+
     [[nodiscard]] bool isSaved() const { return !m_planner.store().hasUnsavedChanges(); }
     [[nodiscard]] const QList<ScheduleItem> &schedules() const { return m_schedules; }
     [[nodiscard]] QString directory() const { return m_directory.path(); }
@@ -151,6 +160,26 @@ TESSALY_BENCH(Save)
         report.shown(toDo, seconds[0], QStringLiteral("all bytes + fdatasync"), seconds[3]);
         report.shown(toDo, seconds[0], QStringLiteral("4 KB + fdatasync"), seconds[4]);
     }
+}
+
+TESSALY_BENCH(Undo)
+{
+    constexpr double frame = 1.0 / 60;
+    constexpr qsizetype schedules = 100'000;
+    SavedPlanner planner(schedules);
+    const auto seconds = medianSeconds(9, {{[&] { planner.undo(); }, [&] { planner.deleteTheMiddleSchedule(); }},
+                                           {[&] { planner.redo(); },
+                                            [&] {
+                                                planner.deleteTheMiddleSchedule();
+                                                planner.undo();
+                                            }},
+                                           {[&] { planner.undo(); }, [&] { planner.changeTheFirstSchedule(); }}});
+    if (!planner.isSaved())
+        return report.failed(QStringLiteral("undo"), QStringLiteral("nothing is saved"));
+    const QString limit = QStringLiteral("a frame");
+    report.atMostTimes(QStringLiteral("undo a deletion among 100000 schedules"), seconds[0], limit, frame, 1);
+    report.atMostTimes(QStringLiteral("redo a deletion among 100000 schedules"), seconds[1], limit, frame, 1);
+    report.atMostTimes(QStringLiteral("undo an edit among 100000 schedules"), seconds[2], limit, frame, 1);
 }
 
 TESSALY_BENCH(Open)

@@ -47,16 +47,26 @@ std::optional<QByteArray> DeletedDocumentFolder::read(const QUuid &documentID) c
     return m_files.read(textPath(documentID));
 }
 
+void DeletedDocumentFolder::move(const QString &from, const QString &to) const
+{
+    if (m_files.move(from, to))
+        return;
+    // A crash may have left the file in both places.
+    const std::optional<QByteArray> bytes = m_files.read(from);
+    if (bytes && m_files.read(to) == bytes)
+        m_files.remove(from);
+}
+
 void DeletedDocumentFolder::take(DocumentFolder &from, const QUuid &documentID, const QSet<QString> &keptPictures) const
 {
     m_files.makeFolder(m_path);
-    m_files.move(from.documentPath(documentID), textPath(documentID));
+    move(from.documentPath(documentID), textPath(documentID));
     from.forget(documentID);
     for (const QString &name : from.pictures(documentID)) {
         if (keptPictures.contains(name))
             continue;
         m_files.makeFolder(picturesPath());
-        m_files.move(from.picturesPath() + u'/' + name, picturesPath() + u'/' + name);
+        move(from.picturesPath() + u'/' + name, picturesPath() + u'/' + name);
     }
 }
 
@@ -64,11 +74,11 @@ void DeletedDocumentFolder::giveBack(const DocumentFolder &to, const QUuid &docu
 {
     if (m_files.exists(textPath(documentID))) {
         m_files.makeFolder(to.path());
-        m_files.move(textPath(documentID), to.documentPath(documentID));
+        move(textPath(documentID), to.documentPath(documentID));
     }
     for (const QString &name : pictures(documentID)) {
         m_files.makeFolder(to.picturesPath());
-        m_files.move(picturesPath() + u'/' + name, to.picturesPath() + u'/' + name);
+        move(picturesPath() + u'/' + name, to.picturesPath() + u'/' + name);
     }
 }
 

@@ -32,6 +32,7 @@ public:
     void destroy(const QUuid &documentID) const;
 
 private:
+    void move(const QString &from, const QString &to) const;
     [[nodiscard]] QString textPath(const QUuid &documentID) const;
     [[nodiscard]] QString picturesPath() const;
     [[nodiscard]] QStringList pictures(const QUuid &documentID) const;

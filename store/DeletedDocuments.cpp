@@ -113,6 +113,7 @@ void DocumentLibrary::destroyDocuments(const QList<QUuid> &ids)
     for (const QUuid &id : ids) {
         m_deletedFolder.destroy(id);
         m_drafts.drop(id);
+        m_versions.drop(id);
         emit documentDestroyed(id);
     }
     emit deletedDocumentsChanged();

@@ -40,10 +40,13 @@ StateChange PlannerStore::perform(const StateChange &change, const std::optional
     if (done.isEmpty())
         return done;
     StepDescription description = describe(done);
-    if (name)
+    if (name) {
+        // Such as an import, which is more than what it happens to remove.
+        if (report.chinese.isEmpty())
+            description.removed.clear();
         description.name = *name;
-    if (!report.chinese.isEmpty())
         description.report = report;
+    }
     m_history.record({description, done}, clock().now());
     return done;
 }
@@ -71,9 +74,9 @@ void PlannerStore::redo()
 PlannerStore::AppliedStep PlannerStore::applyStep(StateChange change)
 {
     if (change.leavesCalendars)
-        return apply(std::move(change));
+        return {.done = apply(std::move(change))};
     const QHash<QUuid, QString> wantedEvents = takeWantedEvents(change.schedules);
-    AppliedStep applied{apply(std::move(change))};
+    AppliedStep applied{.done = apply(std::move(change))};
     for (auto wanted = wantedEvents.cbegin(); wanted != wantedEvents.cend(); ++wanted) {
         applied.hasNewEvent = applied.hasNewEvent || m_calendarSync.canCreateEventIn(*wanted);
         createEvent(wanted.key(), *wanted);

@@ -48,6 +48,7 @@ ListView {
     cacheBuffer: 600
     topMargin: headHolder.height
     bottomMargin: belowRows + Theme.pagePadding + footRoom
+    onBottomMarginChanged: returnToBounds()
     // What grows in the head pushes the rows down and stays where it is.
     onTopMarginChanged: {
         contentY += settledTop - topMargin;

@@ -48,6 +48,7 @@ Flickable {
 
     contentWidth: width
     bottomMargin: footRoom
+    onBottomMarginChanged: returnToBounds()
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     onMovementStarted: kept = null

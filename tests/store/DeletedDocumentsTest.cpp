@@ -108,6 +108,14 @@ private slots:
         restart();
         QCOMPARE(place(), before);
 
+        // The text is in both places.
+        const auto path = [this](const char *folder) {
+            return u'/' + QString::fromLatin1(folder) + u'/' + uuidText(m_document.id) + QStringLiteral(".md");
+        };
+        QVERIFY(m_planner->files.write(path(isDeleting ? "deleted" : "documents"), "text"));
+        restart();
+        QCOMPARE(place(), before);
+
         // The list was saved, the files could not move.
         m_planner->files.setReadOnly(true);
         if (isDeleting)
