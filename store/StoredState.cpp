@@ -31,11 +31,13 @@ QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences
     QMap<QString, PreferenceValue> settings = storedSettings(preferences);
     // The window follows it at the next start only.
     settings.remove(keys::appearanceMode);
-    for (PreferenceValue &value : settings) {
-        // Those that name calendars are sets.
-        if (auto *list = std::get_if<QStringList>(&value))
+    // Lists name calendars and are sets; an empty one is as good as none.
+    settings.removeIf([](const std::pair<const QString &, PreferenceValue &> &setting) {
+        auto *list = std::get_if<QStringList>(&setting.second);
+        if (list)
             list->sort();
-    }
+        return list && list->isEmpty();
+    });
     return settings;
 }
 

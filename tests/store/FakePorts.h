@@ -63,7 +63,8 @@ struct FakePorts
                 directory + QStringLiteral("/Deleted"),
                 onDisk,
                 directory + QStringLiteral("/Import"),
-                backups};
+                backups,
+                directory + QStringLiteral("/Versions")};
     }
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)

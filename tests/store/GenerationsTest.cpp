@@ -269,6 +269,10 @@ private slots:
                 const Generation &generation = generations.at(random.below(generations.size()));
                 const PlannerState before = promised(store.state());
                 restoreAll(store, generation);
+                const StateChange left = restoration(store.state(), states.value(generationFileName(generation)));
+                const QList<DifferenceRow> rows = differenceRows(left);
+                QVERIFY2(rows.isEmpty(),
+                         qPrintable(rows.isEmpty() ? QString() : rows.constFirst().title + rows.constFirst().key));
                 QCOMPARE(promised(store.state()), states.value(generationFileName(generation)));
                 if (random.happens(0.5)) {
                     store.undo();
