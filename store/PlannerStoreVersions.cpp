@@ -40,8 +40,11 @@ void PlannerStore::compareWith(const Generation &generation,
 qsizetype PlannerStore::restore(const StateChange &change)
 {
     m_generations.keepBefore(GenerationReason::Restore);
+    // Events that a sync has brought since are the calendar's.
+    StateChange restoring = change;
+    restoring.leavesCalendars = true;
     const StateChange done =
-        perform(change, TextPair{QStringLiteral("恢复历史版本"), QStringLiteral("Restore earlier version")});
+        perform(restoring, TextPair{QStringLiteral("恢复历史版本"), QStringLiteral("Restore earlier version")});
     return differenceRows(done).size();
 }
 
