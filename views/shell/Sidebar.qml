@@ -67,10 +67,6 @@ Rectangle {
                     onTriggered: sidebar.aboutRequested()
                 }
                 AppMenuItem {
-                    text: Language.text("历史版本…", "Earlier versions…")
-                    onTriggered: sidebar.versionsRequested()
-                }
-                AppMenuItem {
                     // lint-allow(text): the menu's commands are in one language each, on purpose
                     text: "请求通知权限"
                     onTriggered: sidebar.notificationPermissionRequested()
@@ -97,6 +93,10 @@ Rectangle {
                     keys: "Ctrl+Shift+Z"
                     enabled: sidebar.shell.undo.canRedo && !sidebar.isUndoHeld
                     onTriggered: sidebar.shell.undo.redo()
+                }
+                AppMenuItem {
+                    text: Language.text("历史版本…", "Earlier versions…")
+                    onTriggered: sidebar.versionsRequested()
                 }
             }
         }
