@@ -274,7 +274,8 @@ private slots:
                 QVERIFY2(rows.isEmpty(),
                          qPrintable(rows.isEmpty() ? QString() : rows.constFirst().title + rows.constFirst().key));
                 QCOMPARE(promised(store.state()), states.value(generationFileName(generation)));
-                if (random.happens(0.5)) {
+                // What changes nothing is no step.
+                if (promised(store.state()) != before && random.happens(0.5)) {
                     store.undo();
                     QCOMPARE(promised(store.state()), before);
                 }
