@@ -88,6 +88,12 @@ struct DocumentDriver : StoreUnderTest
                 break;
             case Kind::NoDocuments:
                 lines.append(QStringLiteral("(no documents)"));
+                break;
+            case Kind::RecentlyDeleted:
+                lines.append(mark + QStringLiteral("(deleted)"));
+                break;
+            case Kind::Deleted:
+                lines.append(QStringLiteral("x ") + row.title);
             }
         }
         return lines;
