@@ -102,7 +102,7 @@ class CalendarFlow(PlannerTestCase):
         planner.wait("dialog", "日历同步")
         self.assertIsNotNone(planner.find("push button", "保留"))
         planner.press("push button", "移除")
-        planner.wait_gone("push button", "移除")
+        wait_for("the removal", lambda: planner.find("push button", "移除") is None)
         planner.press("push button", "完成")
         planner.wait_gone("push button", "编辑, Course 1")
         self.assertIsNotNone(planner.find("push button", "编辑, Course 0"))
