@@ -143,7 +143,9 @@ StepDescription edit(const ScheduleItem &before, const ScheduleItem &after)
     otherwiseSame.tasks = before.tasks;
     if (otherwiseSame != before || tasksBefore == tasksAfter)
         return {nameOf(Deed::Edit, scheduleWord())};
-    return difference(tasksBefore, tasksAfter, taskWord()).value_or(editWithin(tasksBefore, tasksAfter, taskWord()));
+    if (const auto tasks = difference(tasksBefore, tasksAfter, taskWord()))
+        return *tasks;
+    return editWithin(tasksBefore, tasksAfter, taskWord());
 }
 
 StepDescription edit(const ReminderItem &before, const ReminderItem &after)
