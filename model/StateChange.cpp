@@ -209,13 +209,13 @@ void joinEdit(QList<RecordChange<Record>> &first, const QList<RecordChange<Recor
         first.first().after = second.constFirst().after;
 }
 
-/// Whether the change touches one list only.
+/// Whether the change touches one list only. A restore or an import is never a part of typing.
 bool isOfOneList(const StateChange &change)
 {
     const int lists = int(!change.schedules.isEmpty()) + int(!change.reminders.isEmpty()) +
                       int(!change.goals.isEmpty()) + int(!change.feeds.isEmpty()) + int(!change.categories.isEmpty()) +
                       int(!change.documents.isEmpty());
-    return lists == 1 && change.deletedDocuments.isEmpty() && change.settings.isEmpty() &&
+    return lists == 1 && !change.leavesCalendars && change.deletedDocuments.isEmpty() && change.settings.isEmpty() &&
            change.waitingBefore.isEmpty() && change.waitingAfter.isEmpty();
 }
 

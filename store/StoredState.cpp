@@ -1,5 +1,6 @@
 #include "store/StoredState.h"
 
+#include "model/AppLanguage.h"
 #include "model/RecordCodec.h"
 #include "platform/Preferences.h"
 #include "store/ArchiveContents.h"
@@ -28,16 +29,21 @@ bool decodeInto(Value &value, const Preferences &preferences, const QString &key
 
 QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences)
 {
-    QMap<QString, PreferenceValue> settings = storedSettings(preferences);
-    // The window follows it at the next start only.
-    settings.remove(keys::appearanceMode);
-    // Lists name calendars and are sets; an empty one is as good as none.
-    settings.removeIf([](const std::pair<const QString &, PreferenceValue &> &setting) {
-        auto *list = std::get_if<QStringList>(&setting.second);
-        if (list)
+    // What was never stored has its default, so that there is no difference between the two.
+    QMap<QString, PreferenceValue> settings{{keys::preferredName, QString()},
+                                            {keys::interfaceLanguage, rawValue(AppLanguage::Chinese)},
+                                            {keys::appearanceMode, QStringLiteral("system")},
+                                            {keys::displayStartHour, qint64{0}},
+                                            {keys::displayEndHour, qint64{24}},
+                                            {keys::automaticCalendarSync, true},
+                                            {keys::selectedCalendarIDs, QStringList()},
+                                            {keys::visibleCalendarIDs, QStringList()}};
+    settings.insert(storedSettings(preferences));
+    for (PreferenceValue &value : settings) {
+        // Those that name calendars are sets.
+        if (auto *list = std::get_if<QStringList>(&value))
             list->sort();
-        return list && list->isEmpty();
-    });
+    }
     return settings;
 }
 

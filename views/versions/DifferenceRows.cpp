@@ -44,6 +44,7 @@ TextPair settingTitle(const QString &key)
     static const QHash<QString, TextPair> titles{
         {keys::preferredName, {u"称呼"_s, u"Name"_s}},
         {keys::interfaceLanguage, {u"语言"_s, u"Language"_s}},
+        {keys::appearanceMode, {u"外观"_s, u"Appearance"_s}},
         {keys::displayStartHour, {u"显示的开始时间"_s, u"First hour shown"_s}},
         {keys::displayEndHour, {u"显示的结束时间"_s, u"Last hour shown"_s}},
         {keys::automaticCalendarSync, {u"自动同步"_s, u"Automatic sync"_s}},
