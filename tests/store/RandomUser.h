@@ -57,7 +57,9 @@ private:
             return m_store.deleteSchedule(item);
         ScheduleItem other = m_random.schedule();
         other.id = item.id;
-        other.calendarIdentifier = item.calendarIdentifier; // No edit takes a schedule out of its link.
+        // No edit takes a schedule out of its calendar.
+        other.calendarIdentifier = item.calendarIdentifier;
+        other.calendarEventIdentifier = item.calendarEventIdentifier;
         if (m_random.happens(0.5))
             return m_store.updateSchedule(other);
         item.notes = other.notes;
