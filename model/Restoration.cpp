@@ -10,6 +10,24 @@ namespace tessaly {
 
 namespace {
 
+/// The earlier state of a record, with what no restore touches as it is now.
+template <class Record>
+Record earlier(const Record &then, const Record &now)
+{
+    Record record = then;
+    if constexpr (requires { record.calendarEventIdentifier; }) {
+        record.calendarExportRequested = now.calendarExportRequested;
+        record.calendarEventIdentifier = now.calendarEventIdentifier;
+        record.calendarIdentifier = now.calendarIdentifier;
+        record.calendarColorHex = now.calendarColorHex;
+    }
+    if constexpr (requires { record.lastUpdated; })
+        record.lastUpdated = now.lastUpdated;
+    if constexpr (requires { record.updatedAt; })
+        record.updatedAt = now.updatedAt;
+    return record;
+}
+
 // Whether what the user knows of a record is the same, and what differs first.
 
 DifferingPart difference(const ScheduleItem &a, const ScheduleItem &b)
@@ -26,7 +44,7 @@ DifferingPart difference(const ScheduleItem &a, const ScheduleItem &b)
         return DifferingPart::Category;
     if (a.colorName != b.colorName || a.customColorHex != b.customColorHex)
         return DifferingPart::Color;
-    return DifferingPart::Nothing;
+    return earlier(b, a) == a ? DifferingPart::Nothing : DifferingPart::Value;
 }
 
 DifferingPart difference(const ReminderItem &a, const ReminderItem &b)
@@ -108,24 +126,6 @@ QString titleOf(const Record &record)
         return record.title;
     else
         return record.name;
-}
-
-/// The earlier state of a record, with what no restore touches as it is now.
-template <class Record>
-Record earlier(const Record &then, const Record &now)
-{
-    Record record = then;
-    if constexpr (requires { record.calendarEventIdentifier; }) {
-        record.calendarExportRequested = now.calendarExportRequested;
-        record.calendarEventIdentifier = now.calendarEventIdentifier;
-        record.calendarIdentifier = now.calendarIdentifier;
-        record.calendarColorHex = now.calendarColorHex;
-    }
-    if constexpr (requires { record.lastUpdated; })
-        record.lastUpdated = now.lastUpdated;
-    if constexpr (requires { record.updatedAt; })
-        record.updatedAt = now.updatedAt;
-    return record;
 }
 
 template <class Record>

@@ -78,7 +78,8 @@ private slots:
             "start", [](ScheduleItem &item) { item.date = {800'003'600}; }, u"time"_s);
         addSchedule(
             "end", [](ScheduleItem &item) { item.endDate = item.date.plus(1800); }, u"time"_s);
-        addSchedule("an hour said or not", [](ScheduleItem &item) { item.endDate = item.date.plus(3600); }, {});
+        addSchedule(
+            "an hour said or not", [](ScheduleItem &item) { item.endDate = item.date.plus(3600); }, u"value"_s);
         addSchedule(
             "notes", [](ScheduleItem &item) { item.notes = u"n"_s; }, u"notes"_s);
         addSchedule(
