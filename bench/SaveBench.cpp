@@ -76,8 +76,7 @@ class PlainSave
 public:
     explicit PlainSave(const QList<ScheduleItem> &schedules) : m_schedules(schedules)
     {
-        (void)m_connection.open(m_directory.filePath(QStringLiteral("plain.sqlite")),
-                                SqliteConnection::Access::Create);
+        (void)m_connection.open(m_directory.filePath(QStringLiteral("plain.sqlite")), SqliteConnection::Access::Create);
         (void)m_connection.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL;"
                                    "CREATE TABLE preference (key TEXT PRIMARY KEY, value BLOB);"
                                    "INSERT INTO preference VALUES ('main', x''), ('backup', x'')");

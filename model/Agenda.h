@@ -43,7 +43,8 @@ struct Agenda
 /// For a terminal: a line for each day with something on it, and one for each entry; to-dos without a due date last.
 [[nodiscard]] QString agendaText(const Agenda &agenda, const UserCalendar &calendar, AppLanguage language);
 
-/// JSON (RFC 8259): an object with `overdue`, `days` and `undated`; times in the user's zone with their offset (ISO 8601).
+/// JSON (RFC 8259): an object with `overdue`, `days` and `undated`; times in the user's zone with their offset (ISO
+/// 8601).
 [[nodiscard]] QByteArray agendaJson(const Agenda &agenda, const UserCalendar &calendar);
 
 } // namespace tessaly

@@ -36,8 +36,7 @@ std::optional<QString> utf8Text(const std::optional<QByteArray> &bytes)
 DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values, Perform perform, QObject *parent)
     : QObject(parent), m_ports(ports), m_values(values), m_folder(ports.fileSystem, folderFromPreferences(ports)),
       m_deletedFolder(ports.fileSystem, ports.deletedFolder), m_drafts(ports.fileSystem, ports.draftsFolder),
-      m_versions(ports.fileSystem, ports.versionsFolder),
-      m_perform(std::move(perform))
+      m_versions(ports.fileSystem, ports.versionsFolder), m_perform(std::move(perform))
 {
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "model/ICalendarText.h"
 #include "model/UserCalendar.h"
 #include "model/ZoneTransitions.h"
-#include "model/ICalendarText.h"
 
 #include <QHash>
 
