@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Tessaly.Store
 import Tessaly.Ui
 import Tessaly.Versions
 
