@@ -20,9 +20,10 @@ bool decodeInto(Value &value, const Preferences &preferences, const QString &key
         return true;
     const auto *blob = std::get_if<QByteArray>(&*stored);
     std::optional<Value> decoded = blob ? decode(*blob) : std::nullopt;
-    if (decoded)
-        value = *std::move(decoded);
-    return decoded.has_value();
+    if (!decoded)
+        return false;
+    value = *std::move(decoded);
+    return true;
 }
 
 } // namespace

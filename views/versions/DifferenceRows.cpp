@@ -4,6 +4,7 @@
 #include "store/PreferenceKeys.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tessaly {
 
@@ -174,10 +175,12 @@ QList<DifferenceListRow> differenceListRows(const QList<DifferenceRow> &differen
     QList<DifferenceListRow> list;
     for (const StateArea area : {StateArea::Schedules, StateArea::ToDos, StateArea::Goals, StateArea::Links,
                                  StateArea::Documents, StateArea::Settings}) {
-        const auto rows = std::ranges::equal_range(differences, area, {}, &DifferenceRow::area);
+        QList<DifferenceRow> rows;
+        std::ranges::copy_if(differences, std::back_inserter(rows),
+                             [area](const DifferenceRow &row) { return row.area == area; });
         const bool isOptional = area == StateArea::Links || area == StateArea::Settings;
-        if (!rows.empty() || !isOptional)
-            appendArea(list, area, QList<DifferenceRow>(rows.begin(), rows.end()), choice, store);
+        if (!rows.isEmpty() || !isOptional)
+            appendArea(list, area, rows, choice, store);
     }
     return list;
 }
