@@ -21,8 +21,8 @@ struct VersionRow
     bool operator==(const VersionRow &) const = default;
 };
 
-/// Restore points, then what was kept today, on days of the last month, and before; each the newest first. A day or
-/// month of which there are several is told apart by the time or day.
+/// Restore points, then what was kept today, on days of the last month, and before; each the newest first. Where
+/// several rows share a day or month, they also show the time or the day.
 [[nodiscard]] QList<VersionRow> versionRows(const QList<Generation> &generations, const PlannerStore &store);
 
 /// Roles: group, title, moment.
