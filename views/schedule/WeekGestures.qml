@@ -1,0 +1,96 @@
+import QtQuick
+import Tessaly.Schedule
+import Tessaly.Ui
+
+/// The pointer on the time area of the week: a tap on empty time chooses it; a drag moves or resizes a block, or selects
+/// a span. It lies beneath the blocks, which keep their clicks. A finger that moves scrolls the page instead.
+Item {
+    id: gestures
+
+    required property ScheduleViewModel viewModel
+    required property WeekGeometry geometry
+    /// Scrolls while something is dragged close to its upper or lower edge.
+    required property ScrollPage scroll
+
+    readonly property WeekDragModel drag: viewModel.drag
+    /// Where a week is waiting: -1 at the left edge, 1 at the right.
+    property int side: 0
+    /// Pixels a second.
+    property real driftSpeed: 0
+
+    function follow() {
+        const place = mapFromItem(null, handler.centroid.scenePosition);
+        const inPage = scroll.mapFromItem(null, handler.centroid.scenePosition).y;
+        drag.moveTo(place.x, place.y, handler.centroid.modifiers & Qt.ShiftModifier);
+        side = place.x < 8 ? -1 : place.x > width - 8 ? 1 : 0;
+        const zone = Theme.driftZone / 2;
+        driftSpeed = Theme.driftPerPixel * (inPage < zone ? inPage - zone : Math.max(0, inPage - (scroll.height - zone)));
+    }
+
+    function begin() {
+        const place = mapFromItem(null, handler.centroid.scenePressPosition);
+        if (drag.begin(place.x, place.y))
+            follow();
+    }
+
+    HoverHandler {
+        id: hover
+
+        readonly property bool isOverEdge: hovered && gestures.drag.isEdgeAt(point.position.x, point.position.y)
+
+        cursorShape: gestures.drag.isMove ? Qt.ClosedHandCursor : isOverEdge || gestures.drag.isActive && !gestures.drag.isSelection ? Qt.SizeVerCursor : Qt.ArrowCursor
+    }
+
+    TapHandler {
+        onTapped: point => {
+            const place = point.position;
+            if (tapCount === 1 && gestures.drag.isEmptyAt(place.x, place.y))
+                gestures.viewModel.tapTime(Math.floor(place.x / (gestures.geometry.dayWidth + 1)), place.y);
+        }
+    }
+
+    DragHandler {
+        id: handler
+
+        target: null
+        dragThreshold: 6
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        onActiveChanged: {
+            if (active)
+                gestures.begin();
+            else
+                gestures.drag.drop();
+        }
+        onCentroidChanged: {
+            if (active && gestures.drag.isActive)
+                gestures.follow();
+        }
+    }
+
+    Shortcut {
+        enabled: gestures.drag.isActive
+        sequence: "Esc"
+        onActivated: gestures.drag.cancel()
+    }
+
+    Timer {
+        interval: 600
+        repeat: true
+        running: gestures.drag.isMove && gestures.side !== 0
+        onTriggered: {
+            if (gestures.side < 0)
+                gestures.viewModel.showPrevious();
+            else
+                gestures.viewModel.showNext();
+            gestures.follow();
+        }
+    }
+
+    FrameAnimation {
+        running: gestures.drag.isActive && gestures.driftSpeed !== 0
+        onTriggered: {
+            gestures.scroll.contentY = Scrolling.within(gestures.scroll, gestures.scroll.contentY + gestures.driftSpeed * frameTime);
+            gestures.follow();
+        }
+    }
+}
