@@ -117,6 +117,43 @@ private slots:
         QVERIFY(given.screen->property("requirement").toString().isEmpty());
     }
 
+    void aRowSaysHowItsToDoRepeats()
+    {
+        ReminderDriver given;
+        given.open({{.title = u"a"_s, .dueDate = given.at(10, 12), .recurrenceRule = u"FREQ=WEEKLY"_s},
+                    {.title = u"b"_s,
+                     .dueDate = given.at(10, 13),
+                     .recurrenceRule = u"FREQ=DAILY"_s,
+                     .recursAfterCompletion = true},
+                    {.title = u"c"_s, .dueDate = given.at(10, 14)}});
+        given.expand(u"Sep 7, 2026 – Sep 13"_s);
+        const auto texts = [&given] {
+            QStringList all;
+            for (const ReminderListRow &row : given.screen->rows()->rows())
+                all.append(row.repeatText);
+            return all.sliced(3, 3);
+        };
+        QCOMPARE(texts(), (QStringList{u"Every week"_s, u"A day after it is done"_s, QString()}));
+
+        given.store->setInterfaceLanguage(AppLanguage::Chinese);
+        QCOMPARE(texts(), (QStringList{u"每周"_s, u"完成一天后"_s, QString()}));
+    }
+
+    void theFormSaysWhenTheToDoComesNext()
+    {
+        ReminderDriver given;
+        given.open();
+        given.screen->setHasDueDate(true);
+        QVERIFY(given.screen->nextDateText().isEmpty());
+        given.screen->setRepetition(given.screen->repetitions().indexOf(u"Every day"_s));
+        QCOMPARE(given.screen->nextDateText().simplified(), u"Sep 10, 1:00 PM"_s);
+
+        given.screen->setDueDate(given.calendar.dateTime(given.at(20, 8)));
+        QCOMPARE(given.screen->nextDateText().simplified(), u"Sep 21, 8:00 AM"_s);
+        given.screen->setHasDueDate(false);
+        QVERIFY(given.screen->nextDateText().isEmpty());
+    }
+
     void weeksFollowTheUserToAnotherTimeZone()
     {
         ReminderDriver given;
