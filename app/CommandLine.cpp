@@ -1,6 +1,6 @@
 #include "app/CommandLine.h"
 
-#include "views/shell/ShellModel.h"
+#include "model/ProgramVersion.h"
 
 #include <QCommandLineParser>
 #include <QDateTime>
@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTimeZone>
+#include <QUrl>
 
 #include <cstdlib>
 #include <ctime>
@@ -19,7 +20,7 @@ namespace tessaly {
 
 namespace {
 
-/// Of a to-do that is added by a command; it has to fit into what processes tell each other.
+/// Of an entry that is added by a command; it has to fit into what processes tell each other.
 constexpr int longestTitle = 5000;
 constexpr QLatin1String folderOfCalendars("vdir:");
 
@@ -75,10 +76,28 @@ std::optional<int> daysIn(const QString &value)
     return isNumber && days >= 1 && days <= 366 ? std::optional(days) : std::nullopt;
 }
 
+/// The link or the file that the word names; empty where it names none.
+QString placeNamed(const QString &word)
+{
+    static const QStringList schemes{QStringLiteral("webcal"), QStringLiteral("webcals"), QStringLiteral("http"),
+                                     QStringLiteral("https"), QStringLiteral("file")};
+    if (schemes.contains(QUrl(word).scheme()))
+        return word;
+    const QFileInfo file(QDir::current().absoluteFilePath(word));
+    return file.isFile() ? file.absoluteFilePath() : QString();
+}
+
+/// What is to be opened in the window, where the words name nothing else.
+QString placeToOpen(const QStringList &words)
+{
+    return words.size() == 1 && !commandFrom(words) ? placeNamed(words.constFirst()) : QString();
+}
+
 /// Why the options cannot be taken together; empty where they can.
 QString objection(const QCommandLineParser &parser)
 {
-    if (const QStringList words = parser.positionalArguments(); !words.isEmpty()) {
+    const QStringList words = parser.positionalArguments();
+    if (!words.isEmpty() && placeToOpen(words).isEmpty()) {
         const std::optional<PlannerCommand> command = commandFrom(words);
         if (!command)
             return QStringLiteral("'%1' is no command, or its arguments are wrong.").arg(words.join(u' '));
@@ -175,7 +194,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
                                                 "import <file>    replace everything by an archive\n"
                                                 "verify           check the stored data\n"
                                                 "agenda           list what is ahead\n"
-                                                "add <title>      add a to-do"),
+                                                "add <text>       add a to-do or a schedule\n"
+                                                "In the window: the link or the file of a calendar, to look at it."),
                                  QStringLiteral("[command]"));
 
     if (!parser.parse(arguments))
@@ -184,7 +204,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
         return only(Task::Print,
                     parser.helpText().replace(QLatin1String("<executable_name>"), QLatin1String("tessaly")));
     if (parser.isSet(version))
-        return only(Task::Print, QStringLiteral("Tessaly %1\n").arg(ShellModel::versionAndBuild()));
+        return only(Task::Print, QStringLiteral("Tessaly %1\n").arg(programVersionAndBuild()));
     if (const QString reason = objection(parser); !reason.isEmpty())
         return only(Task::Refuse, reason);
 
@@ -205,6 +225,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
         result.command.isJson = parser.isSet(json);
         result.command.days = daysIn(parser.value(days)).value_or(result.command.days);
     }
+    result.opened = placeToOpen(parser.positionalArguments());
     if (parser.isSet(selfTest))
         result.task = Task::SelfTest;
     if (parser.isSet(pictures)) {

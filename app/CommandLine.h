@@ -25,6 +25,8 @@ struct CommandLine
     };
 
     Task task = Task::Run;
+    /// Absolute path of the planner that starts at login. Not read from the arguments.
+    QString program = {};
     /// Absolute. Everything that the program keeps lives in it.
     QString dataDirectory = {};
     bool isDataDirectoryGiven = false;
@@ -47,6 +49,8 @@ struct CommandLine
     bool isBackground = false;
     QString picturesDirectory = {};
     PlannerCommand command = {};
+    /// The link, or the absolute path of the file, whose calendar is to be shown in the window; may be empty.
+    QString opened = {};
     QString text = {};
 };
 

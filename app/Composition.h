@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/PlannerParts.h"
 #include "model/AppLanguage.h"
 #include "model/Generation.h"
 #include "model/Instant.h"
@@ -12,21 +13,18 @@
 namespace tessaly {
 
 class FileDialogs;
-class PlannerStore;
-class Preferences;
 class SystemAppearance;
-struct CommandLine;
 
-/// The planner store with its adapters. The only place that names adapters.
+/// The planner store with its adapters. With systemParts() the only place that names adapters.
 class Composition
 {
 public:
-    /// What becomes of a database that is not there although there are earlier versions of it.
-    enum class MissingData { Refused, StartsEmpty };
     /// The system's own services, over the data directory. Fails where the stored data cannot be opened. Precondition:
     /// this process is the only one on the directory.
     [[nodiscard]] static Result<std::shared_ptr<Composition>> forSystem(const CommandLine &commandLine,
                                                                         MissingData missing = MissingData::Refused);
+    /// Whether the data directory holds no data.
+    [[nodiscard]] static bool isNothingStored(const CommandLine &commandLine);
     /// The earlier version that the planner can be opened with where the error keeps it from starting, if any.
     [[nodiscard]] static std::optional<Generation> remedyFor(const Error &error, const CommandLine &commandLine);
     /// Puts the earlier version in the place of the stored data, which stay under another name.

@@ -22,6 +22,9 @@ namespace {
 /// How long to wait for the desktop's colour scheme before the window is shown in a guessed one.
 constexpr int appearanceWaitMs = 150;
 
+/// After this time the window shows its first screen, and there is time to read the others.
+constexpr int calmMs = 500;
+
 /// Where the module with the web engine is: beside the program in its build directory, or where it was installed.
 void addEngineImportPaths(QQmlEngine &engine)
 {
@@ -53,16 +56,20 @@ bool LarkspanApp::load()
     installImageProviders(m_engine);
     ignoreHeldKeysOnButtons(m_engine);
     addEngineImportPaths(m_engine);
-    m_engine.setInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}});
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
-    m_window =
-        m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
-    if (!m_window)
+    // Without QQmlApplicationEngine, which looks for variants of every file.
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Main.qml")));
+    m_window.reset(qobject_cast<QQuickWindow *>(
+        component.createWithInitialProperties({{QStringLiteral("shell"), QVariant::fromValue(&m_shell)}})));
+    if (!m_window) {
+        qWarning("tessaly: no window: %s", qUtf8Printable(component.errorString()));
         return false;
+    }
     guardClosing();
-    connect(m_window, SIGNAL(quitRequested()), this, SLOT(quit()));
+    connect(m_window.get(), SIGNAL(quitRequested()), this, SLOT(quit()));
     // What the user did elsewhere was done while another window was active.
-    connect(m_window, &QWindow::activeChanged, &m_store, &PlannerStore::readLaunchAtLogin);
+    connect(m_window.get(), &QWindow::activeChanged, &m_store, &PlannerStore::readLaunchAtLogin);
+    connect(&m_store.calendarLinks(), &CalendarLinks::openingRequested, this,
+            [this] { showSection(ShellModel::Schedule); });
     return true;
 }
 
@@ -77,12 +84,13 @@ void LarkspanApp::guardClosing()
 
 void LarkspanApp::stayWhileRemindersWait()
 {
-    connect(m_window, SIGNAL(closing(QQuickCloseEvent *)), this, SLOT(reportResidence()));
-    connect(m_window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+    connect(m_window.get(), SIGNAL(closing(QQuickCloseEvent *)), this, SLOT(reportResidence()));
+    connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
         if (isVisible)
             decideWhetherToStay();
     });
     connect(&m_store.waitingReminders(), &WaitingReminders::changed, this, &LarkspanApp::decideWhetherToStay);
+    connect(&m_store.waitingReminders(), &WaitingReminders::showRequested, this, &LarkspanApp::showReminders);
     decideWhetherToStay();
 }
 
@@ -94,7 +102,7 @@ void LarkspanApp::setResident()
 
 void LarkspanApp::decideWhetherToStay()
 {
-    const bool stays = m_isResident || !m_store.waitingReminders().list().isEmpty();
+    const bool stays = m_isResident || m_store.waitingReminders().hasPending();
     // Once without a window, the program does not end with the last reminder: a click on that opens the window again.
     if (stays || !m_hasAppeared || m_window->isVisible())
         QGuiApplication::setQuitOnLastWindowClosed(!stays);
@@ -111,7 +119,7 @@ void LarkspanApp::showNativeMenuBar()
     QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/NativeMenuBar.qml")));
     m_nativeMenuBar.reset(
         component.createWithInitialProperties({{QStringLiteral("content"), m_window->property("content")},
-                                               {QStringLiteral("window"), QVariant::fromValue(m_window)}}));
+                                               {QStringLiteral("window"), QVariant::fromValue(m_window.get())}}));
     if (!m_nativeMenuBar)
         qWarning("tessaly: no native menu bar: %s", qUtf8Printable(component.errorString()));
 }
@@ -132,6 +140,9 @@ void LarkspanApp::appear()
     if (std::exchange(m_hasAppeared, true))
         return;
     m_window->setVisible(true);
+    if (m_isAsked)
+        bringToFront();
+    QTimer::singleShot(calmMs, this, &LarkspanApp::prepareScreens);
     // The first start asks for the language, in which the planner names its own calendar.
     if (m_shell.hasAskedPreferredName())
         QTimer::singleShot(0, m_store.calendarSync(), &CalendarSync::startAutomaticCalendarSync);
@@ -140,16 +151,31 @@ void LarkspanApp::appear()
                 &CalendarSync::startAutomaticCalendarSync, Qt::SingleShotConnection);
 }
 
+void LarkspanApp::prepareScreens()
+{
+    const auto screens = m_window->property("content").value<QObject *>()->property("screens").value<QList<QUrl>>();
+    for (const QUrl &screen : screens)
+        m_screens.push_back(std::make_unique<QQmlComponent>(&m_engine, screen, QQmlComponent::Asynchronous));
+}
+
 void LarkspanApp::raise(const QByteArray &activationToken)
 {
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken); // Where Qt's Wayland plugin looks for it.
-    if (!m_windowMemory) {
+    m_isAsked = true;
+    if (!m_windowMemory)
         show();
-    } else if (m_hasAppeared && !m_window->isVisible()) {
+    if (!m_hasAppeared)
+        return;
+    if (!m_window->isVisible()) {
         m_windowMemory->putBack();
         m_window->setVisible(true);
     }
+    bringToFront();
+}
+
+void LarkspanApp::bringToFront()
+{
     if (m_window->visibility() == QWindow::Minimized)
         m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();
@@ -166,9 +192,14 @@ void LarkspanApp::quit()
 
 void LarkspanApp::showReminders()
 {
-    if (auto *content = m_window->property("content").value<QObject *>())
-        content->setProperty("section", ShellModel::Reminders);
+    showSection(ShellModel::Reminders);
     raise({});
+}
+
+void LarkspanApp::showSection(ShellModel::SidebarItem section)
+{
+    if (auto *content = m_window->property("content").value<QObject *>())
+        content->setProperty("section", section);
 }
 
 } // namespace tessaly

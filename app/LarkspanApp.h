@@ -5,10 +5,12 @@
 #include "views/shell/ShellModel.h"
 
 #include <QObject>
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 
 #include <memory>
+#include <vector>
 
+class QQmlComponent;
 class QQuickWindow;
 
 namespace tessaly {
@@ -54,7 +56,7 @@ public:
     [[nodiscard]] ShellModel &shell() { return m_shell; }
     [[nodiscard]] DocumentDesktop &documentDesktop() { return m_documentDesktop; }
 
-    [[nodiscard]] QQmlApplicationEngine &engine() { return m_engine; }
+    [[nodiscard]] QQmlEngine &engine() { return m_engine; }
 
 public slots:
     /// Closes the window as the user would, and ends the program, also one that stays without its window.
@@ -64,8 +66,12 @@ private slots:
     void reportResidence();
 
 private:
+    void showSection(ShellModel::SidebarItem section);
     void guardClosing();
     void appear();
+    void bringToFront();
+    /// Reads the screens that the start has left out, beside what the user does.
+    void prepareScreens();
     void decideWhetherToStay();
 
     PlannerStore &m_store;
@@ -74,13 +80,16 @@ private:
     ShellModel m_shell;
     DocumentDesktop m_documentDesktop;
     QtTexts m_qtTexts;
-    QQmlApplicationEngine m_engine;
-    QQuickWindow *m_window = nullptr;
+    QQmlEngine m_engine;
+    std::vector<std::unique_ptr<QQmlComponent>> m_screens;
+    std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<QObject> m_nativeMenuBar;
     std::unique_ptr<CloseGuard> m_closeGuard;
     std::unique_ptr<WindowMemory> m_windowMemory;
     bool m_isResident = false;
     bool m_hasAppeared = false;
+    /// Whether the window is to come to the front when it appears.
+    bool m_isAsked = false;
 };
 
 } // namespace tessaly

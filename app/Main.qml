@@ -1,17 +1,12 @@
 import QtQuick
-import QtQuick.Controls.Basic
-import Tessaly.Dashboard
-import Tessaly.Documents
-import Tessaly.Goals
-import Tessaly.Schedule
+import QtQuick.Templates as T
 import Tessaly.Shell
 import Tessaly.Store
-import Tessaly.Todos
 import Tessaly.Ui
-import Tessaly.Versions
 
-/// The window, and the only place that knows all screens.
-ApplicationWindow {
+/// The window, and the only place that knows all screens. It names them by their files: those that the start does not
+/// show are read afterwards.
+T.ApplicationWindow {
     id: window
 
     required property ShellModel shell
@@ -19,6 +14,18 @@ ApplicationWindow {
 
     /// The program is to end, also where closing the window would leave it running.
     signal quitRequested
+
+    /// Commands of the palette, in the order of PaletteCommand.
+    function carryOut(command: int) {
+        const screens = contentView.screens.length;
+        const actions = [() => shell.undo.undo(), () => shell.undo.redo(), () => versions.show(""), () => contentView.showShortcuts = true, () => shell.archive.exportArchive(), () => shell.archive.chooseImport()];
+        if (command < screens) {
+            editor.close();
+            contentView.section = command;
+        } else {
+            actions[command - screens]();
+        }
+    }
 
     minimumWidth: 920
     minimumHeight: Math.max(620, editor.leastHeight)
@@ -47,6 +54,116 @@ ApplicationWindow {
     locale: Qt.locale(PlannerStore.isEnglish ? "en_US" : "zh_Hans")
     // qmllint enable
 
+    // A window that is opened again shows what a start shows.
+    onVisibleChanged: {
+        if (visible)
+            contentView.reload();
+        else
+            contentView.unload();
+    }
+
+    Shortcut {
+        sequence: Shortcuts.quit
+        context: Qt.ApplicationShortcut // sheets and the editor keep shortcuts of the window out
+        onActivated: window.quitRequested()
+    }
+
+    ContentView {
+        id: contentView
+
+        anchors.fill: parent
+        shell: window.shell
+        isEditing: editor.isOpen
+        // One line for each row of the sidebar, in its order.
+        screens: [
+            Qt.resolvedUrl("Dashboard/DashboardView.qml"),
+            Qt.resolvedUrl("Schedule/ScheduleView.qml"),
+            Qt.resolvedUrl("Todos/ReminderView.qml"),
+            Qt.resolvedUrl("Goals/GoalView.qml"),
+            Qt.resolvedUrl("Documents/DocumentLibraryView.qml")
+        ]
+        // Whoever asks for another screen wants to see it.
+        onSectionChanged: editor.close()
+        onVersionsRequested: versions.show("")
+        onPaletteRequested: palette.show()
+    }
+
+    // What the screens ask for.
+    Connections {
+        function onRestorePointRequested(fileName: string) {
+            versions.show(fileName);
+        }
+        function onEditRequested(documentId: string) {
+            editor.open(documentId);
+        }
+
+        target: contentView.screen
+        ignoreUnknownSignals: true
+    }
+
+    Loader {
+        id: versions
+
+        function show(fileName: string) {
+            source = "Versions/VersionsSheet.qml";
+            // qmllint disable
+            item.show(fileName);
+            // qmllint enable
+        }
+    }
+
+    Loader {
+        id: palette
+
+        function show() {
+            source = "Palette/Palette.qml";
+            (item as T.Popup).open();
+        }
+    }
+
+    Connections {
+        function onRecordChosen(section: int, id: string) {
+            editor.close();
+            contentView.reveal(section, id);
+        }
+        function onCommandChosen(command: int) {
+            window.carryOut(command);
+        }
+
+        target: palette.item
+    }
+
+    Loader {
+        id: editor
+
+        // qmllint disable property
+        readonly property bool isOpen: item?.isOpen ?? false
+        readonly property int leastHeight: item?.leastHeight ?? 0
+        // qmllint enable property
+        property int heightBefore: 0
+
+        function open(documentId: string) {
+            source = "Documents/MarkdownEditorHost.qml";
+            item.documentId = documentId; // qmllint disable property
+        }
+        function close() {
+            item?.close(); // qmllint disable property
+        }
+
+        anchors.fill: parent
+        anchors.leftMargin: Theme.sidebarWidth
+        onLeastHeightChanged: {
+            if (leastHeight > window.height) {
+                heightBefore = window.height;
+                window.height = leastHeight;
+            } else if (leastHeight === 0 && heightBefore > 0) {
+                window.height = heightBefore;
+                heightBefore = 0;
+            }
+        }
+    }
+
+    // Last in the file, because QML completes them first then: no text is laid out in the other language.
     Binding {
         target: Language
         property: "isEnglish"
@@ -66,76 +183,5 @@ ApplicationWindow {
         target: Theme
         property: "isReducedMotion"
         value: window.shell.hasReducedMotion
-    }
-
-    // A window that is opened again shows what a start shows.
-    onVisibleChanged: {
-        if (visible)
-            contentView.reload();
-        else
-            contentView.unload();
-    }
-
-    Shortcut {
-        sequence: "Ctrl+Q"
-        context: Qt.ApplicationShortcut // sheets and the editor keep shortcuts of the window out
-        onActivated: window.quitRequested()
-    }
-
-    ContentView {
-        id: contentView
-
-        anchors.fill: parent
-        shell: window.shell
-        isEditing: editor.isOpen
-        // One line for each row of the sidebar, in its order.
-        screens: [
-            Component { DashboardView {} },
-            Component {
-                ScheduleView {
-                    onRestorePointRequested: fileName => versions.show(fileName)
-                }
-            },
-            Component { ReminderView {} },
-            Component { GoalView {} },
-            Component {
-                DocumentLibraryView {
-                    onEditRequested: documentId => editor.documentId = documentId
-                }
-            }
-        ]
-        // Whoever asks for another screen wants to see it.
-        onSectionChanged: editor.close()
-        onVersionsRequested: versions.show("")
-    }
-
-    Loader {
-        id: versions
-
-        function show(fileName: string) {
-            active = true;
-            (item as VersionsSheet).show(fileName);
-        }
-
-        active: false
-        sourceComponent: VersionsSheet {}
-    }
-
-    MarkdownEditorHost {
-        id: editor
-
-        property int heightBefore: 0
-
-        anchors.fill: parent
-        anchors.leftMargin: Theme.sidebarWidth
-        onLeastHeightChanged: {
-            if (leastHeight > window.height) {
-                heightBefore = window.height;
-                window.height = leastHeight;
-            } else if (leastHeight === 0 && heightBefore > 0) {
-                window.height = heightBefore;
-                heightBefore = 0;
-            }
-        }
     }
 }

@@ -58,5 +58,13 @@ Native.MenuBar {
             enabled: menuBar.content.shell.undo.canRedo && !menuBar.content.isEditing
             onTriggered: menuBar.content.shell.undo.redo()
         }
+        Native.MenuItem {
+            text: Language.text("查找与添加…", "Find and add…")
+            onTriggered: menuBar.content.paletteRequested()
+        }
+        Native.MenuItem {
+            text: Language.text("键盘快捷键", "Keyboard shortcuts")
+            onTriggered: menuBar.content.showShortcuts = true
+        }
     }
 }

@@ -1,6 +1,7 @@
 #include "app/PlannerCommand.h"
 
 #include "model/Agenda.h"
+#include "model/QuickAdd.h"
 #include "platform/Clock.h"
 #include "store/ErrorText.h"
 #include "store/PlannerStore.h"
@@ -20,11 +21,9 @@ namespace {
 using Verb = PlannerCommand::Verb;
 using Answer = std::function<void(const CommandAnswer &)>;
 
-const std::pair<QString, Verb> verbs[] = {{u"export"_s, Verb::Export},
-                                          {u"import"_s, Verb::Import},
-                                          {u"verify"_s, Verb::Verify},
-                                          {u"agenda"_s, Verb::Agenda},
-                                          {u"add"_s, Verb::Add}};
+const std::pair<QString, Verb> verbs[] = {{u"export"_s, Verb::Export}, {u"import"_s, Verb::Import},
+                                          {u"verify"_s, Verb::Verify}, {u"agenda"_s, Verb::Agenda},
+                                          {u"add"_s, Verb::Add},       {u"open"_s, Verb::Open}};
 
 std::optional<Verb> verbNamed(const QString &name)
 {
@@ -79,14 +78,32 @@ void verify(PlannerStore &store, const Answer &answer)
 
 CommandAnswer add(const PlannerCommand &command, PlannerStore &store)
 {
-    const QString title = command.text.simplified();
-    if (title.isEmpty())
+    if (command.text.simplified().isEmpty())
         return {.status = 2, .errors = store.text(u"待办没有标题。"_s, u"The to-do has no title."_s) + u'\n'};
-    store.addReminder({.title = title});
-    return saved(store, store.text(u"已添加待办“%1”。"_s, u"Added the to-do “%1”."_s).arg(title));
+    const Instant now = store.clock().now();
+    const QuickEntry entry = quickEntry(command.text, now, store.calendar());
+    const auto label = [&] {
+        return timeLabel(*entry.start, entry.end, now, store.calendar(), store.interfaceLanguage());
+    };
+    if (entry.kind == QuickEntry::Kind::Schedule) {
+        store.addSchedule(scheduleOf(entry, now, store.calendar()));
+        return saved(
+            store, store.text(u"已添加日程“%1”：%2。"_s, u"Added the schedule “%1”: %2."_s).arg(entry.title, label()));
+    }
+    store.addReminder(toDoOf(entry));
+    if (!entry.start)
+        return saved(store, store.text(u"已添加待办“%1”。"_s, u"Added the to-do “%1”."_s).arg(entry.title));
+    return saved(
+        store,
+        store.text(u"已添加待办“%1”，截止 %2。"_s, u"Added the to-do “%1”, due %2."_s).arg(entry.title, label()));
 }
 
 } // namespace
+
+bool onlyReads(const PlannerCommand &command)
+{
+    return command.verb == Verb::Export || command.verb == Verb::Verify || command.verb == Verb::Agenda;
+}
 
 QByteArray encodeCommand(const PlannerCommand &command)
 {
@@ -130,6 +147,8 @@ std::optional<CommandAnswer> decodeAnswer(const QByteArray &json)
 std::optional<PlannerCommand> commandFrom(const QStringList &arguments)
 {
     const std::optional<Verb> verb = verbNamed(arguments.value(0));
+    if (verb == Verb::Open)
+        return std::nullopt; // Typed without a verb.
     const bool needsArgument = verb && *verb != Verb::Verify && *verb != Verb::Agenda;
     if (!verb || arguments.size() != (needsArgument ? 2 : 1))
         return std::nullopt;
@@ -168,7 +187,20 @@ void carryOut(const PlannerCommand &command, PlannerStore &store, const Answer &
     case Verb::Verify:
         verify(store, answer);
         return;
+    case Verb::Open:
+        store.calendarLinks().requestOpening(command.text);
+        answer({});
+        return;
     }
+}
+
+void carryOutEncoded(const QByteArray &command, PlannerStore &store,
+                     const std::function<void(const QByteArray &)> &reply)
+{
+    if (const std::optional<PlannerCommand> decoded = decodeCommand(command))
+        carryOut(*decoded, store, [reply](const CommandAnswer &given) { reply(encodeAnswer(given)); });
+    else
+        reply({});
 }
 
 } // namespace tessaly

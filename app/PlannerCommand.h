@@ -19,7 +19,8 @@ struct PlannerCommand
         Import, ///< replaces everything by the archive `file`
         Verify, ///< checks what is stored
         Agenda, ///< lists what the next `days` days hold, as JSON where `isJson`
-        Add,    ///< adds a to-do named `text`
+        Add,    ///< adds the to-do or the schedule that `text` describes, see quickEntry()
+        Open,   ///< shows the calendar behind the link, or in the file, `text`; needs the running planner
     };
 
     Verb verb = Verb::Agenda;
@@ -43,6 +44,9 @@ struct CommandAnswer
 };
 
 // One line of JSON each, to pass on to another process.
+/// A command that has nothing to do where nothing is stored.
+[[nodiscard]] bool onlyReads(const PlannerCommand &command);
+
 [[nodiscard]] QByteArray encodeCommand(const PlannerCommand &command);
 [[nodiscard]] std::optional<PlannerCommand> decodeCommand(const QByteArray &json);
 [[nodiscard]] QByteArray encodeAnswer(const CommandAnswer &answer);
@@ -56,5 +60,10 @@ struct CommandAnswer
 /// that.
 void carryOut(const PlannerCommand &command, PlannerStore &store,
               const std::function<void(const CommandAnswer &)> &answer);
+
+/// Carries out what another process has passed on, as encodeCommand() makes it. The reply is empty where that is from a
+/// version with other commands.
+void carryOutEncoded(const QByteArray &command, PlannerStore &store,
+                     const std::function<void(const QByteArray &)> &reply);
 
 } // namespace tessaly

@@ -10,6 +10,9 @@ namespace tessaly {
 
 namespace {
 
+constexpr double daySeconds = 86'400;
+constexpr double hourSeconds = 3'600;
+
 /// The contents, or nothing if there is no such file. "%1" in the name stands for the language.
 QByteArray sampleFile(const QString &name, AppLanguage language)
 {
@@ -27,7 +30,6 @@ SavedData sampleData(AppLanguage language, const UserCalendar &calendar, Instant
     SavedData data = *file;
     // The file counts seconds by the clock from the start of today.
     const auto place = [&, today = calendar.day(now)](Instant &moment) {
-        constexpr double daySeconds = 86'400;
         const double day = std::floor(moment.seconds / daySeconds);
         moment = calendar.instant(today.addDays(static_cast<qint64>(day)),
                                   QTime(0, 0).addSecs(static_cast<int>(moment.seconds - day * daySeconds)));
@@ -59,8 +61,12 @@ SampleDocuments sampleDocuments(AppLanguage language, Instant now)
     for (MarkdownDocument &document : sample.library.documents) {
         document.updatedAt = now.plus(document.updatedAt.seconds);
         const QString file = QStringLiteral("document%1").arg(++number) + QStringLiteral(".%1.md");
-        sample.texts.insert(document.id, QStringLiteral("# ") + document.title + u'\n' +
-                                             QString::fromUtf8(sampleFile(file, language)));
+        const QString text =
+            QStringLiteral("# ") + document.title + u'\n' + QString::fromUtf8(sampleFile(file, language));
+        sample.texts.insert(document.id, text);
+        const QString undone = QString(text).replace(QStringLiteral("- [x]"), QStringLiteral("- [ ]"));
+        sample.formerTexts.append({document.id, document.updatedAt.plus(-hourSeconds), undone});
+        sample.formerTexts.append({document.id, document.updatedAt.plus(-daySeconds), undone.first(undone.size() / 2)});
     }
     return sample;
 }

@@ -8,7 +8,9 @@
 #include "store/PlannerStore.h"
 #include "views/documents/DocumentLibraryViewModel.h"
 #include "views/goals/GoalViewModel.h"
+#include "views/schedule/CalendarSelectionModel.h"
 #include "views/schedule/ScheduleViewModel.h"
+#include "views/todos/MissedReminders.h"
 #include "views/todos/ReminderViewModel.h"
 
 #include <QBuffer>
@@ -29,6 +31,18 @@
 namespace tessaly {
 
 namespace {
+
+constexpr int patienceMs = 20'000;
+
+/// Lets the program go on for a moment in a loop like its own: in another, nothing is deleted later and the web engine
+/// hardly moves.
+void rest()
+{
+    constexpr int restMs = 60;
+    QEventLoop loop;
+    QTimer::singleShot(restMs, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 /// A place to visit: a screen, and what opens and closes something over it.
 struct Stop
@@ -73,6 +87,27 @@ Stop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void (*c
     return {name, ShellModel::Schedule, onViewModel(open), onViewModel(close)};
 }
 
+/// The import sheet with something of its links.
+Stop onLinks(const QString &name, void (*open)(CalendarSelectionModel &))
+{
+    const auto openSheet =
+        onViewModel<ScheduleViewModel>([](ScheduleViewModel &viewModel) { viewModel.sheets()->openImportSettings(); });
+    const auto closeSheet =
+        onViewModel<ScheduleViewModel>([](ScheduleViewModel &viewModel) { viewModel.sheets()->closeSheet(); });
+    const auto openLinks = onViewModel(open);
+    const auto closeLinks = onViewModel<CalendarSelectionModel>([](CalendarSelectionModel &links) {
+        links.details()->close();
+        links.trial()->setUrl({});
+    });
+    const auto both = [](const auto &first, const auto &second) {
+        return [first, second](QObject &content, QObject &screen) {
+            first(content, screen);
+            second(content, screen);
+        };
+    };
+    return {name, ShellModel::Schedule, both(openSheet, openLinks), both(closeLinks, closeSheet)};
+}
+
 /// The next visit creates the screen again.
 void leaveToOverview(QObject &content, QObject &)
 {
@@ -98,6 +133,36 @@ void openAllGroups(ReminderViewModel &reminders)
         reminders.setExpanded(row, true);
 }
 
+/// Reminders of the to-dos with a due date, as if they had been missed; not as a step, so that no other screen says so.
+void missReminders(MissedReminders &missed)
+{
+    const PlannerStore &store = *missed.store();
+    QList<WaitingReminder> reminders;
+    for (const ReminderItem &item : store.reminders()) {
+        if (auto reminder = waitingReminder(item, {}, store.calendar())) {
+            reminder->state = ReminderState::Missed;
+            reminders.append(*reminder);
+        }
+    }
+    StateChange done;
+    missed.store()->waitingReminders().replace({}, reminders, done);
+}
+
+void forgetMissed(MissedReminders &missed)
+{
+    StateChange done;
+    WaitingReminders &reminders = missed.store()->waitingReminders();
+    reminders.replace(QList(reminders.list()), {}, done);
+}
+
+void fillInRepetition(ReminderViewModel &reminders)
+{
+    constexpr int weekly = 3;
+    reminders.setTitle(QStringLiteral("…"));
+    reminders.setHasDueDate(true);
+    reminders.setRepetition(weekly);
+}
+
 /// Edits the first goal, its first subgoal and that one's first task.
 void editFirstGoal(GoalViewModel &goals)
 {
@@ -120,6 +185,135 @@ void openLecture(DocumentLibraryViewModel &documents)
     documents.openDocument(row + 1);
 }
 
+ShellModel &shellOf(QObject &content)
+{
+    return *content.property("shell").value<ShellModel *>();
+}
+
+/// Closes a sheet or a page over the window, should it be there.
+void closeNamed(const QObject &content, const QString &name)
+{
+    const auto *item = qobject_cast<const QQuickItem *>(&content);
+    if (auto *popup = item->window()->findChild<QObject *>(name))
+        QMetaObject::invokeMethod(popup, "close");
+    else
+        qWarning("tessaly: nothing is named %s", qUtf8Printable(name));
+}
+
+/// Undoes what a stop has done, and the message about it with it.
+std::function<void(QObject &, QObject &)> undoAndLeave(int steps)
+{
+    return [steps](QObject &content, QObject &screen) {
+        UndoModel &undo = *shellOf(content).undo();
+        for (int step = 0; step < steps; ++step)
+            undo.undo();
+        undo.dismiss();
+        leaveToOverview(content, screen);
+    };
+}
+
+void deleteFirstToDo(ReminderViewModel &reminders)
+{
+    openAllGroups(reminders);
+    for (int row = 0; row < reminders.rows()->rowCount(); ++row) {
+        if (reminders.rows()->rows().at(row).kind != ReminderRowKind::Kind::Reminder)
+            continue;
+        reminders.remove(row);
+        return;
+    }
+}
+
+Stop recentlyDeleted()
+{
+    const auto open = onViewModel<DocumentLibraryViewModel>([](DocumentLibraryViewModel &documents) {
+        DocumentLibrary &library = documents.store()->documentLibrary();
+        library.deleteDocument(library.documents().constLast());
+        for (int row = 0; row < documents.rows()->rowCount(); ++row)
+            documents.setExpanded(row, documents.rows()->rows().at(row).kind == DocumentRow::Kind::RecentlyDeleted);
+    });
+    return {QStringLiteral("documents-deleted"), ShellModel::Documents, open, undoAndLeave(1)};
+}
+
+/// What has changed since a restore point.
+Stop earlierVersions()
+{
+    const auto open = [](QObject &content, QObject &screen) {
+        PlannerStore &store = *screen.findChild<ReminderViewModel *>()->store();
+        if (store.generations().list().isEmpty()) {
+            store.generations().keepBefore(GenerationReason::FirstSync);
+            store.generations().keepBefore(GenerationReason::Clear);
+        }
+        ReminderItem reminder = store.reminders().constLast();
+        reminder.title += QStringLiteral(" 2");
+        store.updateReminder(reminder);
+        store.removeReminder(store.reminders().constFirst().id);
+        store.deleteSchedule(store.schedules().constFirst());
+        store.addSchedule({.title = reminder.title, .date = store.clock().now()});
+        shellOf(content).undo()->dismiss();
+        QMetaObject::invokeMethod(&content, "versionsRequested");
+    };
+    const auto close = [](QObject &content, QObject &screen) {
+        constexpr int steps = 4;
+        closeNamed(content, QStringLiteral("versions"));
+        undoAndLeave(steps)(content, screen);
+    };
+    return {QStringLiteral("sheet-versions"), ShellModel::Reminders, open, close};
+}
+
+Stop documentVersions()
+{
+    const auto open = [](QObject &content, QObject &screen) {
+        openLecture(*screen.findChild<DocumentLibraryViewModel *>());
+        const auto *window = qobject_cast<const QQuickItem *>(&content)->window();
+        const auto openPage = [window]() -> QObject * {
+            const QObjectList pages = window->findChildren<QObject *>(QStringLiteral("editorPage"));
+            const auto open = std::ranges::find_if(pages, [](auto *page) { return page->property("opened").toBool(); });
+            return open == pages.cend() ? nullptr : *open;
+        };
+        // The text comes once the page is open.
+        const QDeadlineTimer deadline(patienceMs);
+        do
+            rest();
+        while (!openPage() && !deadline.hasExpired());
+        if (!openPage())
+            qFatal("No document opens");
+        auto *toolbar = openPage()->findChild<QObject *>(QStringLiteral("editorToolbar"));
+        QMetaObject::invokeMethod(toolbar, "versionsRequested");
+    };
+    const auto close = [](QObject &content, QObject &screen) {
+        closeNamed(content, QStringLiteral("documentVersions"));
+        leaveToOverview(content, screen);
+    };
+    return {QStringLiteral("sheet-document-versions"), ShellModel::Documents, open, close};
+}
+
+/// What is found and would be added.
+Stop paletteWithResults()
+{
+    const auto open = [](QObject &content, QObject &screen) {
+        const PlannerStore &store = *screen.findChild<ScheduleViewModel *>()->store();
+        QMetaObject::invokeMethod(&content, "paletteRequested");
+        const auto *window = qobject_cast<const QQuickItem *>(&content)->window();
+        auto *field = window->findChild<QObject *>(QStringLiteral("paletteField"));
+        field->setProperty("text",
+                           store.text(QStringLiteral("经济 明天下午3点"), QStringLiteral("micro tomorrow 3pm")));
+        // Texts of documents are found in another thread.
+        for (int pauses = 0; pauses < 10; ++pauses)
+            rest();
+    };
+    const auto close = [](QObject &content, QObject &) { closeNamed(content, QStringLiteral("palette")); };
+    return {QStringLiteral("sheet-palette"), ShellModel::Schedule, open, close};
+}
+
+Stop importQuestion()
+{
+    const auto offer = [](const QUrl &file) {
+        return [file](QObject &content, QObject &) { shellOf(content).archive()->offerImport(file); };
+    };
+    return {QStringLiteral("dialog-import"), ShellModel::Overview,
+            offer(QUrl::fromLocalFile(QStringLiteral("/Tessaly.zip"))), offer({})};
+}
+
 const QList<Stop> &stops()
 {
     using ViewModel = ScheduleViewModel;
@@ -133,6 +327,11 @@ const QList<Stop> &stops()
         onSchedule(
             QStringLiteral("sheet-import"), [](ViewModel &viewModel) { viewModel.sheets()->openImportSettings(); },
             closeSheet),
+        onLinks(QStringLiteral("sheet-import-details"), [](CalendarSelectionModel &links) { links.showDetails(0); }),
+        onLinks(QStringLiteral("sheet-import-trial"),
+                [](CalendarSelectionModel &links) {
+                    links.trial()->open(QStringLiteral("https://example.org/courses/autumn.ics"));
+                }),
         onSchedule(
             QStringLiteral("sheet-display"), [](ViewModel &viewModel) { viewModel.sheets()->openDisplaySettings(); },
             closeSheet),
@@ -152,11 +351,20 @@ const QList<Stop> &stops()
         atFoot(QStringLiteral("schedule-lower"), ShellModel::Schedule),
         {QStringLiteral("todos"), ShellModel::Reminders},
         {QStringLiteral("todos-open"), ShellModel::Reminders, onViewModel(openAllGroups), leaveToOverview},
+        {QStringLiteral("todos-missed"), ShellModel::Reminders, onViewModel(missReminders), onViewModel(forgetMissed)},
+        {QStringLiteral("todos-repeat"), ShellModel::Reminders, onViewModel(fillInRepetition), leaveToOverview},
         {QStringLiteral("goals"), ShellModel::Goals},
         {QStringLiteral("goals-edit"), ShellModel::Goals, onViewModel(editFirstGoal), leaveToOverview},
+        {QStringLiteral("todos-undo"), ShellModel::Reminders, onViewModel(deleteFirstToDo), undoAndLeave(1)},
+        earlierVersions(),
         atFoot(QStringLiteral("goals-lower"), ShellModel::Goals),
         {QStringLiteral("documents"), ShellModel::Documents},
         {QStringLiteral("editor"), ShellModel::Documents, onViewModel(openLecture), leaveToOverview},
+        documentVersions(),
+        recentlyDeleted(),
+        importQuestion(),
+        paletteWithResults(),
+        overWindow(QStringLiteral("sheet-shortcuts"), "showShortcuts"),
         overWindow(QStringLiteral("first-run"), "showNamePrompt"),
         overWindow(QStringLiteral("dialog-consent"), "showConsent"),
         overWindow(QStringLiteral("dialog-clear"), "showClearConfirmation"),
@@ -213,15 +421,11 @@ public:
     /// The window's picture once it no longer changes and a preview in it has come.
     [[nodiscard]] QImage picture() const
     {
-        constexpr int restMs = 60;
-        const QDeadlineTimer deadline(20'000);
+        const QDeadlineTimer deadline(patienceMs);
         QImage before;
         QImage now = m_app.window().grabWindow();
         while (now != before && !deadline.hasExpired()) {
-            // A loop like the program's: in another, nothing is deleted later and the web engine hardly moves.
-            QEventLoop rest;
-            QTimer::singleShot(restMs, &rest, &QEventLoop::quit);
-            rest.exec();
+            rest();
             const bool wasSettled = isSettled();
             before = std::exchange(now, m_app.window().grabWindow());
             if (!wasSettled)
@@ -268,6 +472,11 @@ int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Pre
                     composition->fileDialogs());
     if (!app.load())
         return 1;
+    DocumentLibrary &library = composition->store().documentLibrary();
+    for (const MarkdownDocument &document : library.documents()) {
+        if (library.readDocument(document).text.isEmpty())
+            qWarning("The sample has lost the text of a document");
+    }
     if (previews == Previews::Empty)
         app.documentDesktop().setSources(emptyPreview, {});
     const Tour tour(app);

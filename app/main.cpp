@@ -1,14 +1,15 @@
 #include "app/CommandLine.h"
 #include "app/Composition.h"
+#include "app/Handover.h"
 #include "app/LarkspanApp.h"
 #include "app/ScreenTour.h"
 #include "app/StartFailure.h"
+#include "model/ProgramVersion.h"
 // lint-allow(arrows): decides whether there is anything to compose
 #include "platform/common/SingleInstance.h"
 #include "store/ErrorText.h"
 #include "store/PlannerStore.h"
 #include "ui/Ui.h"
-#include "views/shell/ShellModel.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -20,28 +21,21 @@ using namespace tessaly;
 
 namespace {
 
+using Purpose = Handover::Purpose;
+
 constexpr int usageError = 2;
 
-/// The end of a session asks no questions, so lost changes are reported on standard error.
-void reportWhatIsLost(PlannerStore &store)
+/// The launcher's permission to bring a window to the front.
+QByteArray activationToken()
 {
-    store.retryUnsavedChanges();
-    if (store.hasUnsavedChanges())
-        std::fprintf(stderr, "tessaly: %s\ntessaly: %s\n", "有更改未能保存，已经丢失。",
-                     "Changes could not be saved and are lost.");
+    for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+        if (const QByteArray token = qgetenv(name); !token.isEmpty())
+            return token;
+    }
+    return {};
 }
 
-void answerCommand(const QByteArray &line, PlannerStore &store, const SingleInstance::Reply &reply)
-{
-    if (const std::optional<PlannerCommand> command = decodeCommand(line))
-        carryOut(*command, store, [reply](const CommandAnswer &answer) { reply(encodeAnswer(answer)); });
-    else
-        reply({}); // From another version.
-}
-
-enum class Start { WithWindow, InBackground };
-
-int runWindow(Composition &composition, SingleInstance *instance, Start start)
+int runWindow(Composition &composition, SingleInstance *instance, const CommandLine &commandLine, Purpose purpose)
 {
     LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance(),
                     composition.fileDialogs());
@@ -55,30 +49,26 @@ int runWindow(Composition &composition, SingleInstance *instance, Start start)
         QObject::connect(instance, &SingleInstance::residenceRequested, &app, &LarkspanApp::setResident);
         QObject::connect(instance, &SingleInstance::commandRequested, &app,
                          [&composition](const QByteArray &line, const SingleInstance::Reply &reply) {
-                             answerCommand(line, composition.store(), reply);
+                             carryOutEncoded(line, composition.store(), reply);
                          });
     }
     composition.setReminderHandler([&app](const QString &) { app.showReminders(); });
     composition.store().generations().start(QCoreApplication::applicationVersion());
-    if (start == Start::WithWindow)
-        app.show();
-    else
+    if (commandLine.isBackground)
         app.setResident();
+    if (purpose == Purpose::Reminders)
+        app.showReminders();
+    else if (purpose == Purpose::Window)
+        app.raise(activationToken());
+    else if (!commandLine.isBackground)
+        app.show();
+    if (!commandLine.opened.isEmpty())
+        composition.store().calendarLinks().requestOpening(commandLine.opened);
     composition.store().start();
     const int code = QGuiApplication::exec();
     composition.setReminderHandler({});
-    reportWhatIsLost(composition.store());
+    saveOrReportLoss(composition.store());
     return code;
-}
-
-/// The launcher's permission to bring a window to the front.
-QByteArray activationToken()
-{
-    for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
-        if (const QByteArray token = qgetenv(name); !token.isEmpty())
-            return token;
-    }
-    return {};
 }
 
 /// Sample data has one language; the desktop's is chosen.
@@ -90,7 +80,7 @@ AppLanguage demoLanguage()
 /// The planner on its data; null where it cannot be opened and the user does not choose an earlier version.
 std::shared_ptr<Composition> compose(const CommandLine &commandLine)
 {
-    auto missing = Composition::MissingData::Refused;
+    auto missing = MissingData::Refused;
     while (true) {
         const auto composition = Composition::forSystem(commandLine, missing);
         if (composition)
@@ -100,7 +90,7 @@ std::shared_ptr<Composition> compose(const CommandLine &commandLine)
         case StartChoice::Close:
             return nullptr;
         case StartChoice::StartEmpty:
-            missing = Composition::MissingData::StartsEmpty;
+            missing = MissingData::StartsEmpty;
             break;
         case StartChoice::OpenEarlier:
             if (const Result<void> opened = Composition::openEarlier(*earlier, commandLine); !opened) {
@@ -111,11 +101,20 @@ std::shared_ptr<Composition> compose(const CommandLine &commandLine)
     }
 }
 
-int runPlanner(const CommandLine &commandLine)
+/// Has the running planner, which comes to the front, show the calendar.
+int passOpeningOn(const QString &place, SingleInstance &instance)
+{
+    const auto delivered = instance.deliver(encodeCommand({.verb = PlannerCommand::Verb::Open, .text = place}));
+    return delivered && delivered.value() ? 0 : 1;
+}
+
+int runPlanner(const CommandLine &commandLine, Purpose purpose)
 {
     if (commandLine.isDemo)
-        return runWindow(*Composition::forDemo(demoLanguage()), nullptr, Start::WithWindow);
+        return runWindow(*Composition::forDemo(demoLanguage()), nullptr, commandLine, purpose);
     SingleInstance instance(commandLine.dataDirectory);
+    if (purpose != Purpose::None)
+        instance.inheritLock();
     const Result<SingleInstance::Role> role =
         instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = activationToken()});
     if (!role) {
@@ -123,11 +122,11 @@ int runPlanner(const CommandLine &commandLine)
         return 1;
     }
     if (role.value() == SingleInstance::Role::Second)
-        return 0;
+        return commandLine.opened.isEmpty() ? 0 : passOpeningOn(commandLine.opened, instance);
     const auto composition = compose(commandLine);
     if (!composition)
         return 1;
-    return runWindow(*composition, &instance, commandLine.isBackground ? Start::InBackground : Start::WithWindow);
+    return runWindow(*composition, &instance, commandLine, purpose);
 }
 
 int report(const CommandAnswer &answer)
@@ -153,6 +152,8 @@ int runCommand(const CommandLine &commandLine)
         const std::optional<CommandAnswer> answer = decodeAnswer(*delivered.value());
         return answer ? report(*answer) : reportFailure({ErrorCode::StorageNewer});
     }
+    if (onlyReads(commandLine.command) && Composition::isNothingStored(commandLine))
+        return reportFailure({ErrorCode::StorageMissing, commandLine.dataDirectory});
     const auto composition = Composition::forSystem(commandLine);
     if (!composition)
         return reportFailure(composition.error());
@@ -191,10 +192,21 @@ CommandLine readCommandLine(int argc, char *argv[])
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    return parseCommandLine(arguments);
+    CommandLine commandLine = parseCommandLine(arguments);
+    commandLine.program = Handover::program();
+    return commandLine;
 }
 
-int run(const CommandLine &commandLine, int argc, char *argv[])
+/// Whether the program for the background can do what is asked for. Where there is no desktop, the start fails here.
+bool isForBackground(const CommandLine &commandLine)
+{
+    const bool hasDesktop = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    return commandLine.task == CommandLine::Task::Run && commandLine.isBackground && !commandLine.isDemo &&
+           commandLine.opened.isEmpty() && hasDesktop;
+}
+
+int run(const CommandLine &commandLine, Purpose purpose, int argc, char *argv[])
 {
     if (commandLine.task != CommandLine::Task::Run && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -213,7 +225,7 @@ int run(const CommandLine &commandLine, int argc, char *argv[])
     case CommandLine::Task::Command:
         return runCommand(commandLine);
     default:
-        return runPlanner(commandLine);
+        return runPlanner(commandLine, purpose);
     }
 }
 
@@ -221,8 +233,9 @@ int run(const CommandLine &commandLine, int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    const Handover handover(argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tessaly"));
-    QCoreApplication::setApplicationVersion(ShellModel::version());
+    QCoreApplication::setApplicationVersion(programVersion());
     forgetRelativeBaseDirectories();
     nameTimeZone();
     const CommandLine commandLine = readCommandLine(argc, argv);
@@ -234,5 +247,7 @@ int main(int argc, char *argv[])
         std::fputs(qUtf8Printable(commandLine.text), stdout);
         return 0;
     }
-    return run(commandLine, argc, argv);
+    if (handover.purpose() == Purpose::None && isForBackground(commandLine))
+        handover.runInBackground(); // Returns where it is missing: then this program does it.
+    return run(commandLine, handover.purpose(), argc, argv);
 }

@@ -75,6 +75,11 @@ QString duration(double seconds)
     return text(seconds, "s");
 }
 
+QString megabytes(double bytes)
+{
+    return QString::number(bytes / 1e6, 'f', 0) + QStringLiteral(" MB");
+}
+
 QString factorText(double factor)
 {
     return QString::number(factor, 'f', factor < 10 ? 2 : 1) + QStringLiteral("×");
@@ -138,11 +143,25 @@ void Report::shown(const QString &name, double measured, const QString &limitNam
         QString(), QString());
 }
 
+void Report::atMostTimesBytes(const QString &name, double measured, const QString &limitName, double limit,
+                              double factor)
+{
+    const bool isMet = measured <= factor * limit;
+    m_hasMissed |= !isMet;
+    row(name, megabytes(measured), limitName + QLatin1Char(' ') + megabytes(limit), factorText(measured / limit),
+        QStringLiteral("≤ ") + factorText(factor), isMet ? QStringLiteral("ok") : QStringLiteral("FAIL"));
+}
+
 void Report::shownBytes(const QString &name, double measured, const QString &limitName, double limit)
 {
-    const auto megabytes = [](double bytes) { return QString::number(bytes / 1e6, 'f', 0) + QStringLiteral(" MB"); };
     row(name, megabytes(measured), limitName + QLatin1Char(' ') + megabytes(limit), factorText(measured / limit),
         QString(), QString());
+}
+
+void Report::skipped(const QString &name, const QString &why)
+{
+    std::printf("%s skipped: %s\n", padded(name, 44).constData(), qUtf8Printable(why));
+    std::fflush(stdout);
 }
 
 void Report::failed(const QString &name, const QString &why)

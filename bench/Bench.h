@@ -39,6 +39,9 @@ public:
     void shown(const QString &name, double measured, const QString &limitName, double limit);
     /// The same for memory.
     void shownBytes(const QString &name, double measured, const QString &limitName, double limit);
+    void atMostTimesBytes(const QString &name, double measured, const QString &limitName, double limit, double factor);
+    /// What this computer cannot measure.
+    void skipped(const QString &name, const QString &why);
     /// A bench that could not do its work counts as a missed demand.
     void failed(const QString &name, const QString &why);
 

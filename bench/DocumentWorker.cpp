@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
@@ -13,6 +15,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <vector>
+
+#include <unistd.h>
 
 using namespace tessaly;
 using namespace Qt::StringLiterals;
@@ -48,18 +52,46 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Seconds from a changed text to its rendering on screen.
-double editToPreview(DocumentUnderTest &preview, const QString &text, int samples)
+QByteArray fileContents(const QString &path)
 {
-    std::vector<double> times;
-    for (int sample = 0; sample < samples; ++sample) {
-        QElapsedTimer timer;
-        timer.start();
-        if (!preview.show(text + u"edit %1\n"_s.arg(sample)))
-            qFatal("The preview did not come");
-        times.push_back(double(timer.nsecsElapsed()) / 1e9);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The fields after the program's name, as in proc(5); the first is the state.
+QList<QByteArray> processStatus(const QString &process)
+{
+    const QByteArray stat = fileContents(u"/proc/%1/stat"_s.arg(process));
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+}
+
+bool isDescendant(const QString &process)
+{
+    QString at = process;
+    while (at.toLongLong() > 1) {
+        if (at.toLongLong() == QCoreApplication::applicationPid())
+            return true;
+        at = QString::fromLatin1(processStatus(at).value(1));
     }
-    return median(times);
+    return false;
+}
+
+QStringList ownProcesses()
+{
+    QStringList processes = QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs);
+    processes.removeIf([](const QString &process) { return !isDescendant(process); });
+    return processes;
+}
+
+/// Of this process and those it started.
+double processorSeconds()
+{
+    double ticks = 0;
+    for (const QString &process : ownProcesses()) {
+        const QList<QByteArray> status = processStatus(process);
+        ticks += status.value(11).toDouble() + status.value(12).toDouble();
+    }
+    return ticks / double(sysconf(_SC_CLK_TCK));
 }
 
 /// The longest time, in seconds, for which the main thread did not respond while it runs.
@@ -82,6 +114,68 @@ private:
     qint64 m_longest = 0;
 };
 
+/// What an edit took, in seconds.
+struct Taken
+{
+    double untilShown = 0;
+    double cpu = 0; ///< in all processes
+    double longestPause = 0;
+};
+
+/// Replaces a word in a paragraph in the middle of the text again and again.
+Taken editToPreview(DocumentUnderTest &preview, const QString &text, int samples)
+{
+    std::vector<double> times;
+    double cpu = 0;
+    double longestPause = 0;
+    const qsizetype place = std::max<qsizetype>(text.indexOf(u"Some *words*"_s, text.size() / 2), 0);
+    // The first one shows another document.
+    for (int sample = -1; sample < samples; ++sample) {
+        if (sample == 0)
+            cpu = processorSeconds();
+        const LongestPause pause;
+        QElapsedTimer timer;
+        timer.start();
+        if (!preview.show(text.first(place) + u"Edit %1. "_s.arg(sample) + text.sliced(place)))
+            qFatal("The preview did not come");
+        if (sample < 0)
+            continue;
+        times.push_back(double(timer.nsecsElapsed()) / 1e9);
+        longestPause = std::max(longestPause, pause.seconds());
+    }
+    return {median(times), (processorSeconds() - cpu) / samples, longestPause};
+}
+
+/// What marked takes for the text, without anything of ours, in the page that is shown.
+Taken markedAlone(DocumentUnderTest &preview, const QString &text, int runs)
+{
+    const QString literal = QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact));
+    const QString script = u"(() => { const module = { exports: {} }; const { exports } = module;\n%1\n"
+                           "const [text] = %2; const times = [];"
+                           "for (let run = 0; run < %3; ++run) { const start = performance.now();"
+                           " module.exports.parse(text, { gfm: true, breaks: true });"
+                           " times.push(performance.now() - start); }"
+                           "return times.sort((a, b) => a - b)[times.length >> 1]; })()"_s;
+    const QString marked = QString::fromUtf8(fileContents(QStringLiteral(BENCH_MARKED)));
+    const double cpu = processorSeconds();
+    const double median = preview.ask(script.arg(marked, literal, QString::number(runs))).toDouble() / 1e3;
+    if (median <= 0)
+        qFatal("marked did not run");
+    return {median, (processorSeconds() - cpu) / runs};
+}
+
+void measureEdits(DocumentUnderTest &preview, const QByteArray &name, qsizetype bytes, int samples)
+{
+    const QString text = document(bytes);
+    const Taken edit = editToPreview(preview, text, samples);
+    print(("edit-" + name).constData(), edit.untilShown);
+    print(("edit-cpu-" + name).constData(), edit.cpu);
+    print(("edit-pause-" + name).constData(), edit.longestPause);
+    const Taken marked = markedAlone(preview, text, samples);
+    print(("marked-" + name).constData(), marked.untilShown);
+    print(("marked-cpu-" + name).constData(), marked.cpu);
+}
+
 double copy(QQmlEngine &engine, const QString &text)
 {
     QQmlComponent component(&engine);
@@ -98,39 +192,19 @@ double copy(QQmlEngine &engine, const QString &text)
 
 qint64 proportionalBytes(const QString &process)
 {
-    QFile file(u"/proc/%1/smaps_rollup"_s.arg(process));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : file.readAll().split('\n')) {
+    for (const QByteArray &line : fileContents(u"/proc/%1/smaps_rollup"_s.arg(process)).split('\n')) {
         if (line.startsWith("Pss:"))
             return line.mid(4).trimmed().split(' ').first().toLongLong() * 1024;
     }
     return 0;
 }
 
-bool isDescendant(const QString &process)
-{
-    QString at = process;
-    while (at.toLongLong() > 1) {
-        if (at.toLongLong() == QCoreApplication::applicationPid())
-            return true;
-        QFile file(u"/proc/%1/stat"_s.arg(at));
-        if (!file.open(QIODevice::ReadOnly))
-            return false;
-        const QByteArray stat = file.readAll();
-        at = QString::fromLatin1(stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1));
-    }
-    return false;
-}
-
 /// Of this process and those it started, shared pages divided among their users.
 double memoryInUse()
 {
     qint64 bytes = 0;
-    for (const QString &entry : QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs)) {
-        if (isDescendant(entry))
-            bytes += proportionalBytes(entry);
-    }
+    for (const QString &process : ownProcesses())
+        bytes += proportionalBytes(process);
     return double(bytes);
 }
 
@@ -154,12 +228,9 @@ int main(int argc, char *argv[])
     print("first", double(timer.nsecsElapsed()) / 1e9);
     print("memory-after", memoryInUse());
 
-    print("edit-empty", editToPreview(preview, {}, 9));
-    print("edit-10k", editToPreview(preview, document(10'000), 9));
-    print("edit-100k", editToPreview(preview, document(100'000), 5));
-    const LongestPause pause;
-    print("edit-1m", editToPreview(preview, document(1'000'000), 3));
-    print("pause-1m", pause.seconds());
+    measureEdits(preview, "10k", 10'000, 60);
+    measureEdits(preview, "100k", 100'000, 30);
+    measureEdits(preview, "1m", 1'000'000, 9);
     print("copy-10k", copy(*preview.view().engine(), document(10'000)));
     print("copy-100k", copy(*preview.view().engine(), document(100'000)));
     print("copy-1m", copy(*preview.view().engine(), document(1'000'000)));

@@ -1,5 +1,6 @@
 #include "bench/Bench.h"
 #include "model/ICalendarReader.h"
+#include "platform/common/LibicalExpander.h"
 
 #include <libical/ical.h>
 #include <malloc.h>
@@ -44,6 +45,21 @@ QByteArray generatedCalendar()
         appendFolded(text, "SUMMARY:Microeconomics " + QByteArray::number(i) +
                                "\xEF\xBC\x9A\xE5\xBE\xAE\xE8\xA7\x82 lecture with a title long enough to be folded");
         appendFolded(text, "DESCRIPTION:Room " + QByteArray::number(i % 300) + "\\, building B\\nBring the reader.");
+        text += "END:VEVENT\r\n";
+    }
+    return text + "END:VCALENDAR\r\n";
+}
+
+/// Lectures of a term, once or twice a week.
+QByteArray weeklyLectures(qsizetype count)
+{
+    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Bench//EN\r\n";
+    for (int i = 0; i < count; ++i) {
+        text += "BEGIN:VEVENT\r\nUID:lecture-" + QByteArray::number(i) + "@timetable.example.org\r\n";
+        text += "DTSTAMP:20250801T000000Z\r\nSUMMARY:Lecture " + QByteArray::number(i) + "\r\n";
+        text += "DTSTART;TZID=Europe/Vienna:202509" + twoDigits(1 + i % 28) + "T" + twoDigits(8 + i % 10) + "0000\r\n";
+        text += "DURATION:PT1H30M\r\nRRULE:FREQ=WEEKLY;UNTIL=20260120T225959Z";
+        text += i % 2 == 0 ? ";BYDAY=TU,TH\r\n" : "\r\n";
         text += "END:VEVENT\r\n";
     }
     return text + "END:VCALENDAR\r\n";
@@ -111,4 +127,34 @@ TESSALY_BENCH(iCalendarReader)
     const QString name = QStringLiteral("iCalendar, 100,000 events, %1 MB").arg(text.size() / 1'000'000);
     report.timesFasterThan(name, seconds[0], QStringLiteral("libical"), seconds[2], 15);
     report.atMostTimes(name, seconds[0], QStringLiteral("memchr line scan"), seconds[1], 10);
+}
+
+TESSALY_BENCH(wholeCalendar)
+{
+    constexpr qsizetype ruleCount = 10'000;
+    const QByteArray text = weeklyLectures(ruleCount);
+    const ExpansionOptions threeYears{.from = Instant::fromUnixSeconds(1'735'689'600),  // 2025-01-01
+                                      .until = Instant::fromUnixSeconds(1'830'297'600), // 2028-01-01
+                                      .currentZone = QTimeZone("Europe/Vienna")};
+    ExpandedCalendar expanded;
+    icalcomponent *calendar = nullptr;
+    const auto giveBack = [&] {
+        expanded = {};
+        if (calendar)
+            icalcomponent_free(std::exchange(calendar, nullptr));
+        malloc_trim(0);
+    };
+    qsizetype eventCount = 0;
+    const auto expand = [&] {
+        expanded = LibicalExpander().expand(text, threeYears);
+        eventCount = expanded.eventCount;
+    };
+    const std::vector<double> seconds = bench::medianSeconds(
+        5, {{expand, giveBack}, {[&] { calendar = icalparser_parse_string(text.constData()); }, giveBack}});
+    giveBack();
+    const QString name = QStringLiteral("Whole calendar, 10,000 rules of a term");
+    if (eventCount != ruleCount)
+        report.failed(name, QStringLiteral("events are missing"));
+    else
+        report.atMostTimes(name, seconds[0], QStringLiteral("libical, text alone"), seconds[1], 3);
 }

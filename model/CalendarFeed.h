@@ -17,6 +17,12 @@ struct CalendarFeed
     QString name = {};
     QString urlString = {};
     std::optional<Instant> lastUpdated = {};
+    /// "#RRGGBB", upper-case: the colour of its schedules that have none of their own.
+    std::optional<QString> colorHex = {};
+    /// Updated by itself, every hour or as rarely as the calendar asks for.
+    std::optional<bool> isKeptUpToDate = {};
+    /// Read whole; otherwise a repeating event counts once.
+    std::optional<bool> readsRepetitions = {};
 
     bool operator==(const CalendarFeed &) const = default;
 };

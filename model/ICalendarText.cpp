@@ -29,65 +29,63 @@ void forEachParameter(const QByteArray &parameters, Visitor visit)
     }
 }
 
-/// Takes the lines of a text one after the other, folded ones joined.
-class Lines
-{
-public:
-    explicit Lines(const QByteArray &text) : m_text(text), m_next(text.startsWith("\xEF\xBB\xBF") ? 3 : 0) {}
+} // namespace
 
-    bool next()
-    {
-        if (m_next >= m_text.size())
-            return false;
-        begin = m_next;
-        content.clear();
-        do {
-            const bool isFirst = m_next == begin;
-            qsizetype feed = m_text.indexOf('\n', m_next);
-            const qsizetype after = feed < 0 ? m_text.size() : feed + 1;
-            feed = feed < 0 ? m_text.size() : feed;
-            const qsizetype from = isFirst ? m_next : m_next + 1;
-            const qsizetype to = feed > from && m_text[feed - 1] == '\r' ? feed - 1 : feed;
-            content.append(m_text.constData() + from, std::max<qsizetype>(0, to - from));
-            m_next = after;
-        } while (m_next < m_text.size() && (m_text[m_next] == ' ' || m_text[m_next] == '\t'));
-        end = m_next;
-        return true;
+PropertyReader::PropertyReader(const QByteArray &text) : m_text(text), m_next(text.startsWith("\xEF\xBB\xBF") ? 3 : 0)
+{
+}
+
+bool PropertyReader::next()
+{
+    while (nextLine()) {
+        if (divideLine())
+            return true;
     }
+    return false;
+}
 
-    qsizetype begin = 0;
-    qsizetype end = 0;
-    QByteArray content;
-
-private:
-    const QByteArray &m_text;
-    qsizetype m_next;
-};
-
-/// Nothing where the line is no property.
-std::optional<TextProperty> propertyIn(const Lines &line)
+bool PropertyReader::nextLine()
 {
-    const QByteArray &content = line.content;
+    if (m_next >= m_text.size())
+        return false;
+    property.begin = m_next;
+    line += m_linesTaken;
+    m_linesTaken = 0;
+    m_content.resize(0);
+    do {
+        const bool isFirst = m_next == property.begin;
+        qsizetype feed = m_text.indexOf('\n', m_next);
+        const qsizetype after = feed < 0 ? m_text.size() : feed + 1;
+        feed = feed < 0 ? m_text.size() : feed;
+        const qsizetype from = isFirst ? m_next : m_next + 1;
+        const qsizetype to = feed > from && m_text[feed - 1] == '\r' ? feed - 1 : feed;
+        m_content.append(m_text.constData() + from, std::max<qsizetype>(0, to - from));
+        m_next = after;
+        ++m_linesTaken;
+    } while (m_next < m_text.size() && (m_text[m_next] == ' ' || m_text[m_next] == '\t'));
+    property.end = m_next;
+    return true;
+}
+
+bool PropertyReader::divideLine()
+{
     bool isQuoted = false;
     qsizetype nameEnd = -1;
-    for (qsizetype i = 0; i < content.size(); ++i) {
-        const char c = content[i];
+    for (qsizetype i = 0; i < m_content.size(); ++i) {
+        const char c = m_content[i];
         if (nameEnd < 0 && (c == ';' || c == ':'))
             nameEnd = i;
         if (c == '"' && nameEnd >= 0)
             isQuoted = !isQuoted;
         if (c == ':' && !isQuoted) {
-            return TextProperty{.name = content.left(nameEnd).trimmed().toUpper(),
-                                .parameters = content.mid(nameEnd, i - nameEnd),
-                                .value = content.mid(i + 1),
-                                .begin = line.begin,
-                                .end = line.end};
+            property.name = m_content.left(nameEnd).trimmed().toUpper();
+            property.parameters = m_content.mid(nameEnd, i - nameEnd);
+            property.value = m_content.mid(i + 1);
+            return true;
         }
     }
-    return std::nullopt;
+    return false;
 }
-
-} // namespace
 
 std::optional<QByteArray> TextProperty::parameter(QByteArrayView parameterName) const
 {
@@ -118,24 +116,22 @@ const TextProperty *TextComponent::property(QByteArrayView propertyName) const
 std::optional<QList<TextComponent>> readComponents(const QByteArray &text)
 {
     QList<TextComponent> open{{}};
-    Lines line(text);
-    while (line.next()) {
-        std::optional<TextProperty> property = propertyIn(line);
-        if (!property)
-            continue;
-        if (property->name == "BEGIN") {
+    PropertyReader reader(text);
+    while (reader.next()) {
+        const TextProperty &property = reader.property;
+        if (property.name == "BEGIN") {
             if (open.size() > deepest)
                 return std::nullopt;
-            open.append({.name = property->value.trimmed().toUpper(), .begin = line.begin});
-        } else if (property->name == "END") {
-            if (open.size() < 2 || open.constLast().name != property->value.trimmed().toUpper())
+            open.append({.name = property.value.trimmed().toUpper(), .begin = property.begin});
+        } else if (property.name == "END") {
+            if (open.size() < 2 || open.constLast().name != property.value.trimmed().toUpper())
                 return std::nullopt;
             TextComponent closed = open.takeLast();
-            closed.contentEnd = line.begin;
-            closed.end = line.end;
+            closed.contentEnd = property.begin;
+            closed.end = property.end;
             open.last().components.append(std::move(closed));
         } else {
-            open.last().properties.append(*std::move(property));
+            open.last().properties.append(property);
         }
     }
     if (open.size() != 1)
@@ -156,6 +152,43 @@ QString unescapedText(const QByteArray &value)
         text += value[i] == 'n' || value[i] == 'N' ? '\n' : value[i];
     }
     return QString::fromUtf8(text);
+}
+
+QString unescapedLine(const QByteArray &value)
+{
+    return unescapedText(value).replace(u'\n', u' ');
+}
+
+std::optional<EventDuration> durationFrom(QByteArrayView value)
+{
+    constexpr qint64 greatest = 1'000'000'000;
+    constexpr qsizetype longest = 60;
+    const QByteArray text = value.trimmed().toByteArray().toUpper();
+    const bool isNegative = text.startsWith('-');
+    qsizetype at = isNegative || text.startsWith('+') ? 1 : 0;
+    if (text.size() > longest || text.size() < at + 3 || text[at] != 'P')
+        return std::nullopt;
+    EventDuration result;
+    bool isTime = false;
+    while (++at < text.size()) {
+        if (text[at] == 'T' && !isTime && at + 1 < text.size()) {
+            isTime = true;
+            continue;
+        }
+        const qsizetype from = at;
+        qint64 number = 0;
+        for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && number < greatest; ++at)
+            number = number * 10 + (text[at] - '0');
+        if (at == from || at == text.size())
+            return std::nullopt;
+        if (!isTime && (text[at] == 'W' || text[at] == 'D'))
+            result.days += number * (text[at] == 'W' ? 7 : 1);
+        else if (isTime && (text[at] == 'H' || text[at] == 'M' || text[at] == 'S'))
+            result.seconds += number * (text[at] == 'H' ? 3600 : text[at] == 'M' ? 60 : 1);
+        else
+            return std::nullopt;
+    }
+    return isNegative ? EventDuration{} : result;
 }
 
 QByteArray escapedText(const QString &text)

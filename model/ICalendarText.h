@@ -27,6 +27,32 @@ struct TextProperty
     [[nodiscard]] QByteArray parametersWithout(const QByteArrayList &names) const;
 };
 
+/// Takes the properties of a text one after the other, the BEGIN and END of components too. Folded lines are joined;
+/// what is no property is passed over, as is a byte-order mark.
+class PropertyReader
+{
+public:
+    /// The text has to live as long as the reader.
+    explicit PropertyReader(const QByteArray &text);
+
+    /// False at the end.
+    bool next();
+
+    TextProperty property;
+    /// Where the property begins, counted from 1.
+    qsizetype line = 1;
+
+private:
+    bool nextLine();
+    /// False where the line is no property.
+    bool divideLine();
+
+    const QByteArray &m_text;
+    qsizetype m_next;
+    qsizetype m_linesTaken = 0;
+    QByteArray m_content;
+};
+
 /// A component, from its BEGIN to the line end of its END.
 struct TextComponent
 {
@@ -49,6 +75,18 @@ struct TextComponent
 /// Text values (RFC 5545, 3.3.11).
 [[nodiscard]] QString unescapedText(const QByteArray &value);
 [[nodiscard]] QByteArray escapedText(const QString &text);
+
+/// The same on one line, for titles: a blank stands for a line break.
+[[nodiscard]] QString unescapedLine(const QByteArray &value);
+
+/// A duration (RFC 5545, 3.3.6): days of the calendar, then seconds.
+struct EventDuration
+{
+    qint64 days = 0;
+    qint64 seconds = 0;
+};
+/// Nothing where it cannot be read; negative ones are none at all. Small letters and blanks around it are no matter.
+[[nodiscard]] std::optional<EventDuration> durationFrom(QByteArrayView value);
 
 /// Puts bytes in the place of others.
 struct TextEdit

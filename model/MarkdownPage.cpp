@@ -66,9 +66,9 @@ QString templateLiteralText(const QString &text)
     return result.replace(scriptSequence, u"<\\"_s);
 }
 
-QString markdownPage(const QString &markdown, const FileReader &readFile)
+QString markdownPage(const QString &markdown)
 {
-    return page(u"preview.html"_s, embeddingLocalImages(markdown, readFile));
+    return page(u"preview.html"_s, markdown);
 }
 
 QString inlineStylePage(const QString &markdown)

@@ -29,7 +29,7 @@ using FileReader = std::function<std::optional<QByteArray>(const QUrl &)>;
 [[nodiscard]] QString templateLiteralText(const QString &text);
 
 /// The preview page: parses the Markdown, highlights code and typesets formulas with the scripts of packageRoot.
-[[nodiscard]] QString markdownPage(const QString &markdown, const FileReader &readFile);
+[[nodiscard]] QString markdownPage(const QString &markdown);
 
 /// The page that turns Markdown into HTML with inline styles for pasting: formulas become images of a public service,
 /// every element carries its computed style, none keeps class or id. Sets `window.brennicCopyReady` when done.

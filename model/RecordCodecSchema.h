@@ -34,7 +34,8 @@ struct Schema<ScheduleItem>
                   Field<"calendarExportRequested", &ScheduleItem::calendarExportRequested, Presence::Optional>,
                   Field<"calendarEventIdentifier", &ScheduleItem::calendarEventIdentifier, Presence::Optional>,
                   Field<"calendarIdentifier", &ScheduleItem::calendarIdentifier, Presence::Optional>,
-                  Field<"calendarColorHex", &ScheduleItem::calendarColorHex, Presence::Optional>>;
+                  Field<"calendarColorHex", &ScheduleItem::calendarColorHex, Presence::Optional>,
+                  Field<"leadMinutes", &ScheduleItem::leadMinutes, Presence::Optional>>;
 };
 
 template <>
@@ -45,7 +46,10 @@ struct Schema<ReminderItem>
                              Field<"dueDate", &ReminderItem::dueDate, Presence::Optional>,
                              Field<"requirement", &ReminderItem::requirement, Presence::Optional>,
                              Field<"isComplete", &ReminderItem::isComplete, Presence::Optional>,
-                             Field<"completedAt", &ReminderItem::completedAt, Presence::Optional>>;
+                             Field<"completedAt", &ReminderItem::completedAt, Presence::Optional>,
+                             Field<"recurrenceRule", &ReminderItem::recurrenceRule, Presence::Optional>,
+                             Field<"recurrenceStart", &ReminderItem::recurrenceStart, Presence::Optional>,
+                             Field<"recursAfterCompletion", &ReminderItem::recursAfterCompletion, Presence::Optional>>;
 };
 
 template <>
@@ -112,7 +116,10 @@ struct Schema<CalendarFeed>
     using Fields = FieldList<Field<"id", &CalendarFeed::id, Presence::Required>,
                              Field<"name", &CalendarFeed::name, Presence::Required>,
                              Field<"urlString", &CalendarFeed::urlString, Presence::Required>,
-                             Field<"lastUpdated", &CalendarFeed::lastUpdated, Presence::Optional>>;
+                             Field<"lastUpdated", &CalendarFeed::lastUpdated, Presence::Optional>,
+                             Field<"colorHex", &CalendarFeed::colorHex, Presence::Optional>,
+                             Field<"isKeptUpToDate", &CalendarFeed::isKeptUpToDate, Presence::Optional>,
+                             Field<"readsRepetitions", &CalendarFeed::readsRepetitions, Presence::Optional>>;
 };
 
 template <>

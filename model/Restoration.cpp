@@ -181,6 +181,18 @@ void unlink(ScheduleItem &item)
     item.calendarColorHex.reset();
 }
 
+/// Events of links whose schedule goes: an earlier schedule of the same event takes its place.
+QSet<QString> handedOverEvents(const QList<RecordChange<ScheduleItem>> &changes)
+{
+    QSet<QString> events;
+    for (const RecordChange<ScheduleItem> &change : changes) {
+        const bool isGoing = change.before && !change.after;
+        if (isGoing && isFeedCalendar(change.before->calendarIdentifier.value_or(QString())))
+            events.insert(change.before->calendarEventIdentifier.value_or(QString()));
+    }
+    return events;
+}
+
 } // namespace
 
 StateChange restoration(const PlannerState &now, const PlannerState &then)
@@ -240,8 +252,11 @@ StateChange chosenPart(const StateChange &restoration, const QSet<QString> &keys
         if (!feed.before)
             links.insert(feedCalendarIdentifier(feed.id));
     }
+    const QSet<QString> handedOver = handedOverEvents(chosen.schedules);
     for (RecordChange<ScheduleItem> &schedule : chosen.schedules) {
-        if (!schedule.before && !links.contains(schedule.after->calendarIdentifier.value_or(QString())))
+        if (schedule.before || links.contains(schedule.after->calendarIdentifier.value_or(QString())))
+            continue;
+        if (!handedOver.contains(schedule.after->calendarEventIdentifier.value_or(QString())))
             unlink(*schedule.after);
     }
     return chosen;

@@ -64,7 +64,7 @@ struct DifferenceRow
 
 /// Of a restoration, what concerns these records and settings. A schedule of a calendar that comes back is no longer
 /// linked with its event, which is gone: it was removed together with the schedule. One of a link stays with the link
-/// if that comes back, too.
+/// if that comes back, too, or if another schedule of the same event goes.
 [[nodiscard]] StateChange chosenPart(const StateChange &restoration, const QSet<QString> &keys);
 
 } // namespace tessaly

@@ -27,11 +27,15 @@ enum class ErrorCode {
     DownloadCertificateOfOther,
     DownloadCertificateUntrusted,
     DownloadProxyFailed,
+    DownloadNoNetwork,
     DownloadHostNotFound,
     DownloadConnectionFailed,
     DownloadIncomplete,
     DownloadAnswerInvalid,
+    DownloadStatus, ///< the detail is the status code of HTTP
     DownloadFailed,
+    CalendarNotFound, ///< in what was read
+    CalendarFileUnreadable,
     TextEncodingInapplicable,
     // System services
     CalendarAccessFailed,

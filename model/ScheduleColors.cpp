@@ -85,12 +85,27 @@ QString calendarColor(const std::optional<QString> &colorHex, const std::optiona
     return identifier ? paletteColor(*identifier) : blue;
 }
 
-QString scheduleColor(const ScheduleItem &schedule)
+LinkColors linkColors(const QList<CalendarFeed> &feeds)
+{
+    LinkColors colors;
+    for (const CalendarFeed &feed : feeds) {
+        if (feed.colorHex)
+            colors.insert(feedCalendarIdentifier(feed.id), *feed.colorHex);
+    }
+    return colors;
+}
+
+QString scheduleColor(const ScheduleItem &schedule, const LinkColors &linkColors)
 {
     if (const std::optional<QString> own = colorKey(schedule.customColorHex))
         return *own;
     if (schedule.colorName && std::ranges::find(namedColors, *schedule.colorName) != namedColors.end())
         return *schedule.colorName;
+    if (!linkColors.isEmpty() && schedule.calendarIdentifier) {
+        const auto chosen = linkColors.constFind(*schedule.calendarIdentifier);
+        if (chosen != linkColors.cend())
+            return calendarColor(*chosen, schedule.calendarIdentifier);
+    }
     return calendarColor(schedule.calendarColorHex, schedule.calendarIdentifier);
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "model/CalendarFeed.h"
 #include "model/ScheduleItem.h"
 
+#include <QHash>
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -28,8 +31,12 @@ struct RgbColor
 /// Colour key of a calendar: its own colour, else one chosen by the identifier, else "blue".
 [[nodiscard]] QString calendarColor(const std::optional<QString> &colorHex, const std::optional<QString> &identifier);
 
+/// The colours that the user chose for linked calendars, by their calendar identifiers.
+using LinkColors = QHash<QString, QString>;
+[[nodiscard]] LinkColors linkColors(const QList<CalendarFeed> &feeds);
+
 /// Colour key of a schedule: a palette name ("blue", "teal" …) or "#RRGGBB". The own colour counts before the named
 /// one, that before the calendar's.
-[[nodiscard]] QString scheduleColor(const ScheduleItem &schedule);
+[[nodiscard]] QString scheduleColor(const ScheduleItem &schedule, const LinkColors &linkColors = {});
 
 } // namespace tessaly

@@ -19,6 +19,18 @@ void resetFields(ScheduleDraft &draft)
     draft.endDate = draft.item.end();
     draft.tag = draft.item.tag.value_or(QString());
     draft.notes = draft.item.notes;
+    draft.leadMinutes = draft.item.leadMinutes;
+    draft.colorHex = draft.item.customColorHex;
+}
+
+QJsonValue toJson(const std::optional<double> &number)
+{
+    return number ? QJsonValue(*number) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue toJson(const std::optional<QString> &text)
+{
+    return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
 }
 
 QJsonValue toJson(const QString &text)
@@ -38,6 +50,22 @@ QJsonValue toJson(const QList<ScheduleTask> &tasks)
         json.append(
             QJsonObject{{u"id"_s, uuidText(task.id)}, {u"title"_s, task.title}, {u"isComplete"_s, task.isComplete}});
     return json;
+}
+
+void read(const QJsonValue &json, std::optional<double> &number)
+{
+    if (json.isNull())
+        number.reset();
+    else if (json.isDouble())
+        number = json.toDouble();
+}
+
+void read(const QJsonValue &json, std::optional<QString> &text)
+{
+    if (json.isNull())
+        text.reset();
+    else if (json.isString())
+        text = json.toString();
 }
 
 void read(const QJsonValue &json, QString &text)
@@ -70,6 +98,8 @@ void visitFields(Visit visit)
     visit("tag"_L1, &ScheduleDraft::tag);
     visit("startDate"_L1, &ScheduleDraft::startDate);
     visit("endDate"_L1, &ScheduleDraft::endDate);
+    visit("leadMinutes"_L1, &ScheduleDraft::leadMinutes);
+    visit("customColorHex"_L1, &ScheduleDraft::colorHex);
     visit("notes"_L1, &ScheduleDraft::notes);
     visit("tasks"_L1, &ScheduleDraft::tasks);
     visit("newTask"_L1, &ScheduleDraft::newTask);
@@ -108,10 +138,29 @@ ScheduleItem editedSchedule(const ScheduleDraft &draft)
     edited.endDate = leastEnd({draft.startDate, draft.endDate});
     edited.tag = draft.tag.isEmpty() ? std::nullopt : std::optional(draft.tag);
     edited.notes = draft.notes;
+    edited.leadMinutes = draft.leadMinutes;
+    edited.customColorHex = draft.colorHex;
     edited.tasks = draft.tasks;
     edited.taskTitle = std::nullopt;
     edited.isTaskComplete = false;
     return edited;
+}
+
+ScheduleItem duplicateOf(const ScheduleItem &schedule)
+{
+    ScheduleItem copy = schedule;
+    copy.id = QUuid::createUuid();
+    if (copy.tasks) {
+        for (ScheduleTask &task : *copy.tasks)
+            task.id = QUuid::createUuid();
+    }
+    if (!copy.customColorHex && !copy.colorName)
+        copy.customColorHex = schedule.calendarColorHex;
+    copy.calendarExportRequested.reset();
+    copy.calendarEventIdentifier.reset();
+    copy.calendarIdentifier.reset();
+    copy.calendarColorHex.reset();
+    return copy;
 }
 
 ScheduleItem scheduleWithTasks(const ScheduleDraft &draft)

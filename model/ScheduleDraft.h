@@ -18,6 +18,9 @@ struct ScheduleDraft
     Instant startDate = {};
     Instant endDate = {};
     QString tag = {};
+    std::optional<double> leadMinutes = {};
+    /// "#RRGGBB"; absent for the colour that the schedule has without one of its own.
+    std::optional<QString> colorHex = {};
     bool isEditing = false;
 
     bool operator==(const ScheduleDraft &) const = default;
@@ -35,6 +38,8 @@ void addTask(ScheduleDraft &draft);
 /// The schedule as the edit form describes it: a blank title keeps the old one, the end is at least 15 minutes after
 /// the start, an empty tag is none, and the single task of early versions is gone.
 [[nodiscard]] ScheduleItem editedSchedule(const ScheduleDraft &draft);
+/// Another schedule like it, in no calendar, as it looks.
+[[nodiscard]] ScheduleItem duplicateOf(const ScheduleItem &schedule);
 /// The schedule as it was, with the draft's tasks.
 [[nodiscard]] ScheduleItem scheduleWithTasks(const ScheduleDraft &draft);
 

@@ -43,6 +43,8 @@ struct ScheduleItem
     std::optional<QString> calendarIdentifier = {};
     /// "#RRGGBB", upper-case.
     std::optional<QString> calendarColorHex = {};
+    /// Minutes before the start at which the user is reminded; below zero never. Absent: as the calendar says.
+    std::optional<double> leadMinutes = {};
 
     /// The explicit end, or one hour after the start.
     [[nodiscard]] Instant end() const { return endDate.value_or(date.plus(defaultScheduleSeconds)); }

@@ -52,6 +52,25 @@ QString monthTitle(QDate day, bool isEnglish)
     return interfaceLocale(isEnglish).toString(day, isEnglish ? u"MMMM yyyy" : u"yyyy年M月");
 }
 
+QString shortDate(QDate day, bool isEnglish)
+{
+    return interfaceLocale(isEnglish).toString(day, isEnglish ? u"MMM d" : u"M月d日");
+}
+
+QString dayRangeText(QDate first, QDate last, bool isEnglish)
+{
+    const QLocale locale = interfaceLocale(isEnglish);
+    const bool isSameYear = first.year() == last.year();
+    const bool isSameMonth = isSameYear && first.month() == last.month();
+    if (isEnglish)
+        return locale.toString(first, isSameYear ? u"MMM d" : u"MMM d, yyyy") + QStringLiteral(" – ") +
+               locale.toString(last, isSameMonth ? u"d, yyyy" : u"MMM d, yyyy");
+    return locale.toString(first, u"yyyy年M月d日") + QStringLiteral(" – ") +
+           locale.toString(last, isSameMonth  ? u"d日"
+                                 : isSameYear ? u"M月d日"
+                                              : u"yyyy年M月d日");
+}
+
 QString timeRangeText(Instant start, const std::optional<Instant> &end, const UserCalendar &calendar)
 {
     const auto clockText = [&calendar](Instant instant) {

@@ -38,6 +38,10 @@ struct InstantRange
 [[nodiscard]] Instant movedFocus(Instant focus, CalendarScope scope, int by, const UserCalendar &calendar);
 /// "September 2026" or "2026年9月".
 [[nodiscard]] QString monthTitle(QDate day, bool isEnglish);
+/// "Nov 25" or "11月25日".
+[[nodiscard]] QString shortDate(QDate day, bool isEnglish);
+/// "Nov 22 – 28, 2026" or "2026年11月22日 – 28日"; the second month and year only where they differ.
+[[nodiscard]] QString dayRangeText(QDate first, QDate last, bool isEnglish);
 /// "09:00 – 10:40", or the start alone without an end.
 [[nodiscard]] QString timeRangeText(Instant start, const std::optional<Instant> &end, const UserCalendar &calendar);
 

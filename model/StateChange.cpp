@@ -191,12 +191,18 @@ const void *editedText(const RecordChange<Record> &change)
 }
 
 template <class Record>
-bool isSameText(const QList<RecordChange<Record>> &first, const QList<RecordChange<Record>> &second)
+bool isSameRecord(const QList<RecordChange<Record>> &first, const QList<RecordChange<Record>> &second)
 {
     const auto isEdit = [](const auto &changes) {
         return changes.size() == 1 && changes.constFirst().before && changes.constFirst().after;
     };
-    if (!isEdit(first) || !isEdit(second) || first.constFirst().id != second.constFirst().id)
+    return isEdit(first) && isEdit(second) && first.constFirst().id == second.constFirst().id;
+}
+
+template <class Record>
+bool isSameText(const QList<RecordChange<Record>> &first, const QList<RecordChange<Record>> &second)
+{
+    if (!isSameRecord(first, second))
         return false;
     const void *text = editedText(first.constFirst());
     return text && text == editedText(second.constFirst());
@@ -293,6 +299,14 @@ bool isSameText(const StateChange &first, const StateChange &second)
            (isSameText(first.schedules, second.schedules) || isSameText(first.reminders, second.reminders) ||
             isSameText(first.goals, second.goals) || isSameText(first.feeds, second.feeds) ||
             isSameText(first.categories, second.categories) || isSameText(first.documents, second.documents));
+}
+
+bool isSameRecord(const StateChange &first, const StateChange &second)
+{
+    return isOfOneList(first) && isOfOneList(second) &&
+           (isSameRecord(first.schedules, second.schedules) || isSameRecord(first.reminders, second.reminders) ||
+            isSameRecord(first.goals, second.goals) || isSameRecord(first.feeds, second.feeds) ||
+            isSameRecord(first.categories, second.categories) || isSameRecord(first.documents, second.documents));
 }
 
 StateChange joinedEdits(StateChange first, const StateChange &second)

@@ -97,7 +97,9 @@ template <class Record>
 
 /// Whether both changes are edits of one and the same text of the same record, and of nothing else.
 [[nodiscard]] bool isSameText(const StateChange &first, const StateChange &second);
-/// Both changes as one, if isSameText().
+/// Whether the second change edits the one record that the first edits, and nothing else.
+[[nodiscard]] bool isSameRecord(const StateChange &first, const StateChange &second);
+/// Both changes as one, if isSameText() or isSameRecord().
 [[nodiscard]] StateChange joinedEdits(StateChange first, const StateChange &second);
 
 } // namespace tessaly

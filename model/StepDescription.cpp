@@ -152,8 +152,12 @@ StepDescription edit(const ReminderItem &before, const ReminderItem &after)
 {
     return {nameOf(completion(before, after), toDoWord())};
 }
-StepDescription edit(const CalendarFeed &, const CalendarFeed &)
+StepDescription edit(const CalendarFeed &before, const CalendarFeed &after)
 {
+    if (before.name != after.name)
+        return {{QStringLiteral("重命名链接日历"), QStringLiteral("Rename linked calendar")}};
+    if (before.colorHex != after.colorHex)
+        return {{QStringLiteral("更改链接日历的颜色"), QStringLiteral("Change color of linked calendar")}};
     return {nameOf(Deed::Edit, linkWord())};
 }
 StepDescription edit(const MarkdownCategory &, const MarkdownCategory &)

@@ -7,10 +7,38 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 namespace tessaly {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// How the states are stored; a waiting one, as in lists of earlier versions, without a word.
+constexpr std::array<QLatin1StringView, 4> stateWords{""_L1, "due"_L1, "shown"_L1, "missed"_L1};
+
+ReminderState stateOf(const QString &word)
+{
+    const auto found = std::ranges::find(stateWords, word);
+    return found == stateWords.end() ? ReminderState::Waiting : static_cast<ReminderState>(found - stateWords.begin());
+}
+
+} // namespace
+
+ReminderState stateAfter(ReminderState state, ReminderEvent event)
+{
+    using enum ReminderState;
+    constexpr std::array<std::array<ReminderState, 4>, 4> table{{
+        // MinuteBegan, WasShown, WasReported, WasPutOff
+        {Due, Waiting, Waiting, Waiting}, // Waiting: what is shown is the one before it was put off
+        {Due, Shown, Missed, Waiting},    // Due
+        {Shown, Shown, Shown, Waiting},   // Shown
+        {Missed, Missed, Missed, Waiting} // Missed
+    }};
+    return table.at(static_cast<size_t>(state)).at(static_cast<size_t>(event));
+}
 
 std::optional<WaitingReminder> waitingReminder(const ReminderItem &item, const QString &title,
                                                const UserCalendar &calendar)
@@ -35,7 +63,8 @@ std::optional<QList<WaitingReminder>> waitingAfter(const ReminderItem *before, c
                                                    const UserCalendar &calendar, Instant now)
 {
     const bool wasOpen = before && !before->isComplete;
-    if (wasOpen == !after.isComplete)
+    const bool hasMoved = before && before->dueDate != after.dueDate;
+    if (wasOpen == !after.isComplete && !(wasOpen && hasMoved))
         return std::nullopt;
     waiting.removeIf([identifier = uuidText(after.id)](const auto &other) { return other.identifier == identifier; });
     const auto reminder = waitingReminder(after, title, calendar);
@@ -44,16 +73,44 @@ std::optional<QList<WaitingReminder>> waitingAfter(const ReminderItem *before, c
     return waiting;
 }
 
-DueReminders splitDue(const QList<WaitingReminder> &reminders, const QSet<QString> &held, const UserCalendar &calendar,
-                      Instant now)
+std::optional<WaitingReminder> putOff(WaitingReminder reminder, ReminderAnswer answer, const UserCalendar &calendar,
+                                      Instant now)
 {
-    DueReminders split;
-    for (const WaitingReminder &reminder : reminders) {
-        const bool isDue = dueInstant(reminder, calendar) <= now && !held.contains(reminder.identifier);
-        (isDue ? split.due : split.waiting).append(reminder);
+    constexpr int tenMinutes = 600;
+    constexpr int toNearestMinute = 30;
+    QDateTime wall = calendar.dateTime(now.plus(toNearestMinute));
+    switch (answer) {
+    case ReminderAnswer::Complete:
+    case ReminderAnswer::Dismiss:
+        return std::nullopt;
+    case ReminderAnswer::InTenMinutes:
+        wall = wall.addSecs(tenMinutes);
+        break;
+    case ReminderAnswer::InOneHour:
+        wall = wall.addSecs(6 * tenMinutes);
+        break;
+    case ReminderAnswer::Tomorrow:
+        wall = calendar.dateTime(calendar.instant(calendar.day(now).addDays(1), putOffTomorrow));
+        break;
     }
-    std::ranges::stable_sort(split.due, {}, [&](const auto &reminder) { return dueInstant(reminder, calendar); });
-    return split;
+    const auto setMinute = [&reminder, &wall] {
+        reminder.day = wall.date();
+        reminder.minute = QTime(wall.time().hour(), wall.time().minute());
+    };
+    setMinute();
+    // In the hour that a clock change repeats, the minute is that of the first time.
+    for (; dueInstant(reminder, calendar) <= now; setMinute())
+        wall = wall.addSecs(tenMinutes);
+    reminder.state = stateAfter(reminder.state, ReminderEvent::WasPutOff);
+    return reminder;
+}
+
+QList<WaitingReminder> unanswered(const QList<WaitingReminder> &reminders, const UserCalendar &calendar)
+{
+    QList<WaitingReminder> open;
+    std::ranges::copy_if(reminders, std::back_inserter(open), &WaitingReminder::isUnanswered);
+    std::ranges::stable_sort(open, {}, [&](const auto &reminder) { return dueInstant(reminder, calendar); });
+    return open;
 }
 
 std::optional<QList<WaitingReminder>> decodeWaitingReminders(QByteArrayView json)
@@ -69,7 +126,8 @@ std::optional<QList<WaitingReminder>> decodeWaitingReminders(QByteArrayView json
                                  .title = entry["title"_L1].toString(),
                                  .body = entry["body"_L1].toString(),
                                  .day = QDate::fromString(minute.value(0), u"yyyy-MM-dd"_s),
-                                 .minute = QTime::fromString(minute.value(1), u"HH:mm"_s)};
+                                 .minute = QTime::fromString(minute.value(1), u"HH:mm"_s),
+                                 .state = stateOf(entry["state"_L1].toString())};
         if (reminder.day.isValid() && reminder.minute.isValid())
             reminders.append(std::move(reminder));
     }
@@ -80,11 +138,14 @@ QByteArray encodeWaitingReminders(const QList<WaitingReminder> &reminders)
 {
     QJsonArray entries;
     for (const WaitingReminder &reminder : reminders) {
-        entries.append(QJsonObject{
+        QJsonObject entry{
             {u"identifier"_s, reminder.identifier},
             {u"title"_s, reminder.title},
             {u"body"_s, reminder.body},
-            {u"minute"_s, reminder.day.toString(u"yyyy-MM-dd") + u'T' + reminder.minute.toString(u"HH:mm")}});
+            {u"minute"_s, reminder.day.toString(u"yyyy-MM-dd") + u'T' + reminder.minute.toString(u"HH:mm")}};
+        if (reminder.isUnanswered())
+            entry.insert(u"state"_s, stateWords.at(static_cast<size_t>(reminder.state)));
+        entries.append(entry);
     }
     return QJsonDocument(entries).toJson(QJsonDocument::Compact);
 }

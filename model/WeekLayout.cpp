@@ -102,6 +102,16 @@ QRectF blockFrame(const MinuteSpan &span, const PositionedEvent &event, const We
     return {x, y, std::max(columnWidth - blockGap, leastBlockWidth), height};
 }
 
+std::optional<TimePlace> timePlace(Instant instant, const QList<QDate> &days, const WeekMeasures &measures,
+                                   const UserCalendar &calendar)
+{
+    const auto place = static_cast<int>(days.indexOf(calendar.day(instant)));
+    const double y = (calendar.minuteOfDay(instant) - measures.startHour * 60) * measures.hourHeight / 60;
+    if (place < 0 || y < 0 || y >= measures.totalHeight)
+        return std::nullopt;
+    return TimePlace{place, y};
+}
+
 int tappedMinute(double y, const WeekMeasures &measures)
 {
     // Compared before the conversion, so that no value leaves the range of int.

@@ -7,6 +7,8 @@
 #include <QList>
 #include <QRectF>
 
+#include <optional>
+
 namespace tessaly {
 
 /// The vertical measures of the week timeline, in points.
@@ -59,6 +61,17 @@ struct MinuteSpan
 /// beyond either end of the area is moved inside.
 [[nodiscard]] QRectF blockFrame(const MinuteSpan &span, const PositionedEvent &event, const WeekMeasures &measures,
                                 double dayWidth);
+
+/// A point of time in the shown days: the place of its day, and points below the top of the time area.
+struct TimePlace
+{
+    int place = 0;
+    double y = 0;
+};
+
+/// Where the instant lies; nothing outside the days and the shown hours.
+[[nodiscard]] std::optional<TimePlace> timePlace(Instant instant, const QList<QDate> &days,
+                                                 const WeekMeasures &measures, const UserCalendar &calendar);
 
 /// The minute of day under a point of the time area, at most 23:45.
 [[nodiscard]] int tappedMinute(double y, const WeekMeasures &measures);

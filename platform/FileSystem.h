@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-/// The files of the user. Paths are absolute.
+/// The files of the user. Paths are absolute. What changes nothing may be called in any thread.
 class FileSystem
 {
 public:
@@ -17,6 +17,8 @@ public:
     [[nodiscard]] virtual bool exists(const QString &path) const = 0;
     /// Nothing when the file cannot be read whole.
     [[nodiscard]] virtual std::optional<QByteArray> read(const QString &path) const = 0;
+    /// Differs, as a rule, once the file has changed; empty for a file that cannot be read.
+    [[nodiscard]] virtual QByteArray stamp(const QString &path) const = 0;
     /// Names of the files in a folder, in order; none when it cannot be listed.
     [[nodiscard]] virtual QStringList fileNames(const QString &folder) const = 0;
     /// Paths, relative to the folder, of the files in it and in the folders beneath it; links to folders are left out.

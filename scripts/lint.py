@@ -247,7 +247,7 @@ def arrows(source):
         "views": ("views/", "store/", "model/", "platform/", "ui/"),
         "platform": ("platform/", "model/"),
     }.get(top)
-    is_composition = re.match(r"app/(Composition|Demo)\w*\.(h|cpp)$", source.path)
+    is_composition = re.match(r"app/(Composition|SystemParts|Demo)\w*\.(h|cpp)$", source.path)
     for match in re.finditer(r'(?m)^[ \t]*#\s*include\s+"([^"]+)"', source.code):
         target = match[1]
         is_adapter = re.match(r"platform/(common|linux|macos|quick|fake)/", target)
@@ -255,7 +255,7 @@ def arrows(source):
             yield match.start(), f"{target}: {top}/ does not reach up"
         elif is_adapter and (top in ("store", "views") or (top == "app" and not is_composition)
                              or re.match(r"platform/[^/]+$", source.path)):
-            yield match.start(), f"{target}: only app/Composition names an adapter"
+            yield match.start(), f"{target}: only app/Composition and app/SystemParts name an adapter"
         elif top == "views" and (screen := re.match(r"views/(\w+)/", target)):
             if screen[1] not in ("shell", source.path.split("/")[1]):
                 yield match.start(), f"{target}: a screen does not know another screen"

@@ -21,7 +21,7 @@ run_packages=(
 # To build and run the tests and benchmarks as well.
 test_packages=(
     qml6-module-qttest nlohmann-json3-dev
-    python3 python3-gi python3-pyatspi gir1.2-atspi-2.0 python3-dbusmock
+    python3 python3-gi python3-pyatspi gir1.2-atspi-2.0 python3-dbusmock python3-dateutil
     evolution-data-server radicale
     dbus dbus-x11 at-spi2-core xdotool x11-utils xclip imagemagick dunst libnotify-bin sqlite3
     orca speech-dispatcher
@@ -70,7 +70,7 @@ explain_without_apt() {
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
         "Ninja, npm, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, zlib, ICU 60," \
         "Boost 1.75 with Boost.JSON, libical; libecal 2.0 for the calendars of GNOME (optional);" \
-        "for the tests nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock, Radicale; for the gates clang 14's tools." \
+        "for the tests nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock, python-dateutil, Radicale; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."
 }

@@ -30,9 +30,9 @@ const QString calendarName = u"schedules.ics"_s;
 
 const QStringList &settingKeys()
 {
-    static const QStringList names{keys::preferredName,      keys::interfaceLanguage,    keys::appearanceMode,
-                                   keys::displayStartHour,   keys::displayEndHour,       keys::selectedCalendarIDs,
-                                   keys::visibleCalendarIDs, keys::automaticCalendarSync};
+    static const QStringList names{keys::preferredName,      keys::interfaceLanguage,     keys::appearanceMode,
+                                   keys::displayStartHour,   keys::displayEndHour,        keys::selectedCalendarIDs,
+                                   keys::visibleCalendarIDs, keys::automaticCalendarSync, keys::leadMinutes};
     return names;
 }
 

@@ -70,14 +70,24 @@ void DocumentLibrary::deleteDocument(const MarkdownDocument &document)
     const qsizetype row = rowOf(m_library.documents, document.id);
     if (row < 0)
         return;
-    const MarkdownDocument &stored = m_library.documents.at(row);
-    const DeletedDocument deleted{.id = stored.id,
-                                  .title = stored.title,
-                                  .categoryID = stored.categoryID,
-                                  .updatedAt = stored.updatedAt,
-                                  .deletedAt = m_ports.clock.now()};
-    m_perform(
-        {.documents = {removalOf(stored, row)}, .deletedDocuments = {additionOf(deleted, deletedDocuments().size())}});
+    StateChange change{.documents = {removalOf(m_library.documents.at(row), row)}};
+    listRemoved(change);
+    m_perform(change);
+}
+
+void DocumentLibrary::listRemoved(StateChange &change) const
+{
+    qsizetype row = deletedDocuments().size();
+    for (const RecordChange<MarkdownDocument> &removal : std::as_const(change.documents)) {
+        if (removal.after || !removal.before)
+            continue;
+        const DeletedDocument deleted{.id = removal.id,
+                                      .title = removal.before->title,
+                                      .categoryID = removal.before->categoryID,
+                                      .updatedAt = removal.before->updatedAt,
+                                      .deletedAt = m_ports.clock.now()};
+        change.deletedDocuments.append(additionOf(deleted, row++));
+    }
 }
 
 void DocumentLibrary::restoreDocument(const QUuid &id)

@@ -1,5 +1,6 @@
 #include "store/DocumentFolder.h"
 
+#include "model/PictureAddress.h"
 #include "model/Uuid.h"
 #include "platform/FileSystem.h"
 
@@ -65,9 +66,17 @@ DocumentText DocumentFolder::read(const QUuid &documentID)
 bool DocumentFolder::takeFile(const QString &source, const QString &name)
 {
     const QString target = m_path + u'/' + name;
-    const std::optional<QByteArray> bytes = m_files.read(source);
+    std::optional<QByteArray> bytes = m_files.read(source);
     if (!bytes)
         return false;
+    if (!name.contains(u'/')) {
+        // The text comes from another folder, and its pictures come along.
+        const QString sources = assetsFolder(QFileInfo(source).path());
+        bytes = withPicturesIn(*bytes, QUrl::toPercentEncoding(picturesPath(), "/"), [&](QByteArrayView picture) {
+            const QString file = u'/' + QUrl::fromPercentEncoding(picture.toByteArray());
+            return m_files.exists(sources + file) || m_files.exists(picturesPath() + file);
+        });
+    }
     if (m_files.read(target) == bytes)
         return true;
     m_files.makeFolder(QFileInfo(target).path());

@@ -58,7 +58,8 @@ public:
 
     /// Remembers what it reads as the version known here.
     [[nodiscard]] DocumentText read(const QUuid &documentID);
-    /// Puts a copy of the file in place of the one of that name, a path within the folder. True when it is on the disk.
+    /// Puts a copy of the file in place of the one of that name, a path within the folder; a text names the pictures
+    /// that lie beside it where they are here. True when it is on the disk.
     bool takeFile(const QString &source, const QString &name);
     /// Whether a document can be written at all.
     [[nodiscard]] bool canWrite() const;

@@ -40,6 +40,11 @@ DocumentLibrary::DocumentLibrary(const PlannerPorts &ports, StoredValues &values
 {
 }
 
+const FileSystem &DocumentLibrary::files() const
+{
+    return m_ports.fileSystem;
+}
+
 void DocumentLibrary::load()
 {
     if (auto library = m_values.decoded(keys::documentMetadataKey, decodeDocumentLibrary))
@@ -212,6 +217,18 @@ void DocumentLibrary::keepVersion(const QUuid &id, const std::optional<QByteArra
     const qsizetype row = rowOf(m_library.documents, id);
     if (former && row >= 0 && former != m_ports.fileSystem.read(m_folder.documentPath(id)))
         m_versions.keep(id, m_library.documents.at(row).updatedAt, *former);
+}
+
+void DocumentLibrary::keepReplaced(const QString &source, const QString &name)
+{
+    const QString replaced = m_folder.path() + u'/' + name;
+    for (const MarkdownDocument &document : m_library.documents) {
+        if (m_folder.documentPath(document.id) != replaced)
+            continue;
+        const std::optional<QByteArray> former = m_ports.fileSystem.read(replaced);
+        if (former && former != m_ports.fileSystem.read(source))
+            m_versions.keep(document.id, document.updatedAt, *former);
+    }
 }
 
 bool DocumentLibrary::keepDraft(const MarkdownDocument &document, DocumentDraft draft)

@@ -16,6 +16,7 @@
 
 namespace tessaly {
 
+class FileSystem;
 class StoredValues;
 struct PlannerPorts;
 
@@ -81,6 +82,8 @@ public:
     {
         return m_folder.documentPath(document.id);
     }
+    /// For those who only read the documents' files.
+    [[nodiscard]] const FileSystem &files() const;
     /// The former texts of the documents.
     [[nodiscard]] const DocumentVersions &versions() const { return m_versions; }
     /// Keeps the former text as a version, writes the text and sets the time of the last change. On failure the former
@@ -99,6 +102,10 @@ public:
     /// Puts a copy of the file in place of the one of that name, a path within the documents' folder. True when it is
     /// on the disk.
     bool takeFile(const QString &source, const QString &name) { return m_folder.takeFile(source, name); }
+    /// Keeps the text that takeFile() would replace as a version of its document.
+    void keepReplaced(const QString &source, const QString &name);
+    /// Lists the documents that the change removes as deleted, so that each can be restored by itself.
+    void listRemoved(StateChange &change) const;
     /// Moves the document, its file and its pictures to the deleted ones. Pictures that another document names stay.
     void deleteDocument(const MarkdownDocument &document);
     /// Moves a deleted document back.

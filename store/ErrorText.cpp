@@ -1,6 +1,7 @@
 #include "store/ErrorText.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace tessaly {
 
@@ -48,6 +49,8 @@ Words words(ErrorCode code)
         return {u"服务器的证书不受信任", u"The server's certificate is not trusted"};
     case ErrorCode::DownloadProxyFailed:
         return {u"无法使用代理服务器", u"The proxy server could not be used"};
+    case ErrorCode::DownloadNoNetwork:
+        return {u"没有网络", u"There is no network"};
     case ErrorCode::DownloadHostNotFound:
         return {u"找不到服务器", u"The server could not be found"};
     case ErrorCode::DownloadConnectionFailed:
@@ -56,6 +59,12 @@ Words words(ErrorCode code)
         return {u"下载中途断开", u"The download broke off"};
     case ErrorCode::DownloadAnswerInvalid:
         return {u"服务器的应答无法识别", u"The server's answer could not be understood"};
+    case ErrorCode::DownloadStatus:
+        return {u"服务器拒绝了请求", u"The server refuses the request"};
+    case ErrorCode::CalendarNotFound:
+        return {u"这不是日历文件", u"This is not a calendar file"};
+    case ErrorCode::CalendarFileUnreadable:
+        return {u"无法读取日历文件", u"The calendar file cannot be read"};
     case ErrorCode::DownloadFailed:
         return {u"下载失败", u"The download failed"};
     case ErrorCode::TextEncodingInapplicable:
@@ -86,6 +95,45 @@ Words words(ErrorCode code)
     Q_UNREACHABLE();
 }
 
+/// What an HTTP status of 400 and above means to the user.
+Words statusWords(int status)
+{
+    switch (status) {
+    case 401:
+    case 403:
+    case 407:
+        return {u"服务器要求登录", u"The server asks for a login"};
+    case 404:
+    case 410:
+        return {u"服务器上已没有此文件", u"The server says the file is gone"};
+    case 429:
+        return {u"服务器要求稍后再试", u"The server asks to try again later"};
+    default:
+        return status >= 500 ? Words{u"服务器出错", u"The server has an error"} : words(ErrorCode::DownloadStatus);
+    }
+}
+
+Words words(const Error &error)
+{
+    return error.code == ErrorCode::DownloadStatus ? statusWords(error.detail.toInt()) : words(error.code);
+}
+
+/// As words(), where there are shorter ones that go on within a sentence.
+std::optional<Words> phraseWords(ErrorCode code)
+{
+    switch (code) {
+    case ErrorCode::DownloadNoNetwork:
+        return Words{u"没有网络", u"no network"};
+    case ErrorCode::DownloadTimedOut:
+    case ErrorCode::DownloadConnectionFailed:
+        return Words{u"服务器没有回应", u"the server does not answer"};
+    case ErrorCode::CalendarNotFound:
+        return Words{u"不是日历文件", u"not a calendar file"};
+    default:
+        return std::nullopt;
+    }
+}
+
 bool needsTranslation(const QString &detail)
 {
     return !detail.startsWith(u'/') &&
@@ -96,12 +144,22 @@ bool needsTranslation(const QString &detail)
 
 QString errorText(const Error &error, AppLanguage language)
 {
-    const Words found = words(error.code);
+    const Words found = words(error);
     const bool isEnglish = language == AppLanguage::English;
     QString text = QString::fromUtf16(isEnglish ? found.english : found.chinese);
     if (!error.detail.isEmpty() && !needsTranslation(error.detail))
         text += (isEnglish ? QStringLiteral(" (%1)") : QStringLiteral("（%1）")).arg(error.detail);
     return text + (isEnglish ? u'.' : u'。');
+}
+
+QString errorPhrase(const Error &error, AppLanguage language)
+{
+    const Words found = phraseWords(error.code).value_or(words(error));
+    QString text = QString::fromUtf16(language == AppLanguage::English ? found.english : found.chinese);
+    text[0] = text.at(0).toLower();
+    if (error.code == ErrorCode::DownloadStatus)
+        text += QStringLiteral(" (%1)").arg(error.detail);
+    return text;
 }
 
 Message failureMessage(const QString &chinese, const QString &english, const Error &error)

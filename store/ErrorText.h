@@ -10,6 +10,9 @@ namespace tessaly {
 /// brackets.
 [[nodiscard]] QString errorText(const Error &error, AppLanguage language);
 
+/// Why a link cannot be read, in words that go on within a sentence.
+[[nodiscard]] QString errorPhrase(const Error &error, AppLanguage language);
+
 /// What failed, followed by why.
 [[nodiscard]] Message failureMessage(const QString &chinese, const QString &english, const Error &error);
 

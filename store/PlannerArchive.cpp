@@ -84,21 +84,25 @@ Result<void> PlannerArchive::takeExtracted()
 Result<void> PlannerArchive::take(const ArchiveContents &imported)
 {
     const ArchiveContents current = contents();
-    const StateChange change{.schedules = differences(current.data.schedules, imported.data.schedules),
-                             .reminders = differences(current.data.reminders, imported.data.reminders),
-                             .goals = differences(current.data.goals, imported.data.goals),
-                             .feeds = differences(current.feeds, imported.feeds),
-                             .categories = differences(current.library.categories, imported.library.categories),
-                             .documents = differences(current.library.documents, imported.library.documents),
-                             .settings = settingDifferences(current.settings, imported.settings),
-                             .leavesCalendars = true};
+    StateChange change{.schedules = differences(current.data.schedules, imported.data.schedules),
+                       .reminders = differences(current.data.reminders, imported.data.reminders),
+                       .goals = differences(current.data.goals, imported.data.goals),
+                       .feeds = differences(current.feeds, imported.feeds),
+                       .categories = differences(current.library.categories, imported.library.categories),
+                       .documents = differences(current.library.documents, imported.library.documents),
+                       .settings = settingDifferences(current.settings, imported.settings),
+                       .leavesCalendars = true};
+    m_store.documentLibrary().listRemoved(change);
     m_store.generations().keepBefore(GenerationReason::Import);
+    const QStringList files = m_ports.fileSystem.filesBeneath(m_ports.importFolder + documentsInArchive);
+    for (const QString &name : files)
+        m_store.documentLibrary().keepReplaced(importedFile(name), name);
     std::optional<Error> failure;
     const QMetaObject::Connection watching =
         connect(&m_values, &StoredValues::failed, this, [&failure](const Error &error) { failure = error; });
     StateChange done;
     m_values.together([&] {
-        m_values.save(keys::importedFiles, m_ports.fileSystem.filesBeneath(m_ports.importFolder + documentsInArchive));
+        m_values.save(keys::importedFiles, files);
         done = m_store.perform(change, TextPair{QStringLiteral("导入"), QStringLiteral("Import")});
     });
     disconnect(watching);
@@ -111,6 +115,11 @@ Result<void> PlannerArchive::take(const ArchiveContents &imported)
     }
     m_values.save(keys::importedFiles, QStringList());
     return *failure;
+}
+
+QString PlannerArchive::importedFile(const QString &name) const
+{
+    return m_ports.importFolder + documentsInArchive + u'/' + name;
 }
 
 QStringList PlannerArchive::importedFiles() const
@@ -129,7 +138,7 @@ void PlannerArchive::moveFiles()
     const QStringList names = importedFiles();
     bool isComplete = true;
     for (const QString &name : names) {
-        const QString source = m_ports.importFolder + documentsInArchive + u'/' + name;
+        const QString source = importedFile(name);
         if (m_ports.fileSystem.exists(source))
             isComplete = m_store.documentLibrary().takeFile(source, name) && isComplete;
     }

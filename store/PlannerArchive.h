@@ -27,7 +27,8 @@ public:
     /// Writes everything as it is now. Text that is in an editor and not saved yet is not part of it.
     void write(const QString &path, const Completion &completion);
     /// Replaces everything by what the archive holds, as one step that can be undone; the texts of documents are not
-    /// part of that step. The calendars of the system are not touched. An archive that is not whole changes nothing.
+    /// part of that step, but versions of them are kept. The calendars of the system are not touched. An archive that
+    /// is not whole changes nothing.
     void read(const QString &path, const Completion &completion);
     /// Finishes an import during which the program ended. To be called once the store is loaded.
     void finish();
@@ -38,6 +39,8 @@ private:
     [[nodiscard]] Result<void> take(const ArchiveContents &imported);
     /// Files of a committed import that are still to be moved to the documents.
     [[nodiscard]] QStringList importedFiles() const;
+    /// Where a file of the import lies before it is moved.
+    [[nodiscard]] QString importedFile(const QString &name) const;
     void moveFiles();
 
     PlannerStore &m_store;

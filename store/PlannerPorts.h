@@ -6,6 +6,7 @@ namespace tessaly {
 
 class Archives;
 class Backups;
+class CalendarExpander;
 class Clock;
 class EventStore;
 class FeedDownloader;
@@ -39,6 +40,7 @@ struct PlannerPorts
     Backups &backups;
     /// Absolute path of the folder for the former texts of documents.
     QString versionsFolder;
+    const CalendarExpander &calendarExpander;
 };
 
 } // namespace tessaly

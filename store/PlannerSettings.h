@@ -97,6 +97,8 @@ public:
     void savePreference(const QString &key, const PreferenceValue &value) { m_values.save(key, value); }
 
     void setCalendarSyncMessage(const Message &message);
+    /// Empties the status line if it shows this message.
+    void retractCalendarSyncMessage(const Message &message);
     /// Sets the status line to the pair, each text followed by that of the error.
     void reportFailure(const QString &chinese, const QString &english, const Error &error);
 
@@ -134,9 +136,6 @@ protected:
     /// Sets the setting unless it has been changed from `before` meanwhile; of a list, adds and removes what differs.
     /// What actually changed.
     std::optional<SettingChange> applySetting(const QString &key, const SettingChange &change);
-
-    /// Empties the status line if it shows this message.
-    void retractCalendarSyncMessage(const Message &message);
 
 private:
     void load();

@@ -1,16 +1,17 @@
 #include "store/PlannerStore.h"
 
 #include "model/RecordCodec.h"
-#include "store/CalendarFeedReader.h"
 #include "store/PreferenceKeys.h"
 
 namespace tessaly {
 
 PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
-    : PlannerSettings(ports, parent), m_dataWriter(values()), m_waitingReminders(this->ports(), m_dataWriter),
+    : PlannerSettings(ports, parent), m_dataWriter(values()), m_scheduleReminders(*this, values()),
+      m_waitingReminders(this->ports(), m_dataWriter, ReminderWording(*this, m_data), m_scheduleReminders),
       m_documentLibrary(this->ports(), values(), [this](const StateChange &change) { perform(change); }),
       m_noteDrafts(values()), m_generations(this->ports(), values()), m_archive(*this, this->ports(), values()),
-      m_calendarSync(*this, this->ports()), m_feedReader(std::make_unique<CalendarFeedReader>())
+      m_calendarSync(*this, this->ports()), m_calendarLinks(*this, this->ports(), values()),
+      m_calendarFiles(*this, this->ports())
 {
     if (auto feeds = values().decoded(keys::calendarFeedsKey, decodeCalendarFeeds))
         m_calendarFeeds = *std::move(feeds);
@@ -18,6 +19,7 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
         m_data = *std::move(data);
     m_documentLibrary.load();
     m_noteDrafts.load();
+    m_calendarLinks.load();
     m_hadUnreadableData = values().hasUnreadable();
     m_archive.finish();
     connect(this, &PlannerStore::timeZoneChanged, &m_waitingReminders, &WaitingReminders::showDue);
@@ -27,6 +29,9 @@ PlannerStore::PlannerStore(const PlannerPorts &ports, QObject *parent)
     });
     connect(&m_documentLibrary, &DocumentLibrary::documentDestroyed, &m_history, &UndoHistory::forget);
     connect(this, &PlannerStore::todayChanged, &m_documentLibrary, &DocumentLibrary::destroyExpired);
+    connect(&m_scheduleReminders, &ScheduleReminders::changed, &m_waitingReminders, &WaitingReminders::showDue);
+    connect(&m_waitingReminders, &WaitingReminders::answered, this,
+            [this](const QString &identifier, ReminderAnswer answer) { answerReminders({identifier}, answer); });
     connect(&m_waitingReminders, &WaitingReminders::loginItemFailed, this, [this](const Error &error) {
         reportFailure(QStringLiteral("退出登录后可能收不到提醒："),
                       QStringLiteral("Reminders may not survive a log-out: "), error);
@@ -37,6 +42,7 @@ void PlannerStore::start()
 {
     m_documentLibrary.start();
     m_waitingReminders.start();
+    m_calendarLinks.start();
 }
 
 PlannerStore::~PlannerStore()
@@ -50,10 +56,13 @@ void PlannerStore::schedulesAssigned(const RowsChange &rows)
     emit schedulesChanged(rows);
 }
 
-void PlannerStore::calendarFeedsAssigned(const RowsChange &rows)
+void PlannerStore::editCalendarFeeds(const std::function<std::optional<RowsChange>(QList<CalendarFeed> &)> &change)
 {
+    const std::optional<RowsChange> rows = change(m_calendarFeeds);
+    if (!rows)
+        return;
     saveCalendarFeeds();
-    emit calendarFeedsChanged(rows);
+    emit calendarFeedsChanged(*rows);
 }
 
 void PlannerStore::saveCalendarFeeds()

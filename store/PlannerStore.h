@@ -3,6 +3,8 @@
 #include "model/CalendarFeed.h"
 #include "model/Restoration.h"
 #include "model/RowsChange.h"
+#include "store/CalendarFiles.h"
+#include "store/CalendarLinks.h"
 #include "store/CalendarSync.h"
 #include "store/DocumentLibrary.h"
 #include "store/Generations.h"
@@ -10,6 +12,7 @@
 #include "store/PlannerArchive.h"
 #include "store/PlannerSettings.h"
 #include "store/SavedDataWriter.h"
+#include "store/ScheduleReminders.h"
 #include "store/UndoHistory.h"
 #include "store/WaitingReminders.h"
 
@@ -17,10 +20,6 @@
 #include <memory>
 
 namespace tessaly {
-
-class CalendarFeedReader;
-struct ReadCalendar;
-struct ReadingOptions;
 
 /// The one observable object: owns every record, saves each change at once, restores everything at start. Settings and
 /// the status line are in its base. Main thread only. Every change is saved and raises its signal once.
@@ -47,14 +46,21 @@ public:
 
     /// The calendars of the system.
     [[nodiscard]] CalendarSync *calendarSync() { return &m_calendarSync; }
+    /// The linked calendars.
+    [[nodiscard]] CalendarLinks &calendarLinks() { return m_calendarLinks; }
+    [[nodiscard]] const CalendarLinks &calendarLinks() const { return m_calendarLinks; }
+    /// Calendar files that are read once.
+    [[nodiscard]] CalendarFiles &calendarFiles() { return m_calendarFiles; }
     /// The Markdown documents and their categories.
     [[nodiscard]] DocumentLibrary &documentLibrary() { return m_documentLibrary; }
     [[nodiscard]] const DocumentLibrary &documentLibrary() const { return m_documentLibrary; }
 
     /// The earlier states of the planner.
     [[nodiscard]] Generations &generations() { return m_generations; }
-    /// The reminders of to-dos that are still to come.
+    /// The reminders that are still to come or unanswered.
     [[nodiscard]] WaitingReminders &waitingReminders() { return m_waitingReminders; }
+    /// When schedules remind.
+    [[nodiscard]] ScheduleReminders &scheduleReminders() { return m_scheduleReminders; }
     /// Everything as one file.
     [[nodiscard]] PlannerArchive &archive() { return m_archive; }
     /// Unsaved text of schedule notes.
@@ -99,18 +105,26 @@ public:
     void addSchedule(const ScheduleItem &item, const std::optional<QString> &calendarIdentifier = std::nullopt);
     /// Replaces the schedule with the same id, and changes its calendar event if there is one.
     void updateSchedule(const ScheduleItem &item);
-    /// Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not
-    /// touched, and this is no step.
+    // Lets `change` edit the list in place and return the rows it changed, or nothing if none. The calendar is not
+    // touched, and this is no step.
     void editSchedules(const std::function<std::optional<RowsChange>(QList<ScheduleItem> &)> &change);
+    void editCalendarFeeds(const std::function<std::optional<RowsChange>(QList<CalendarFeed> &)> &change);
     /// Removes the schedule and its calendar event.
     void deleteSchedule(const ScheduleItem &item);
 
     /// Appends the to-do. With a due date, its reminder waits for that minute; the message says when that has passed.
     void addReminder(const ReminderItem &item);
-    /// Replaces the to-do with the same id. Completing it removes its reminder, reopening it restores the reminder.
+    /// Replaces the to-do with the same id. Completing it removes its reminder, reopening it restores the reminder. If
+    /// it repeats, completing it adds the next one, which takes the repetition over: reopened, it does not repeat.
     void updateReminder(const ReminderItem &item);
+    /// What completing the to-do then would add; nothing if it does not repeat, or has no due date.
+    [[nodiscard]] std::optional<ReminderItem> nextRepetition(const ReminderItem &item, Instant completed) const;
     /// Removes every to-do with the id. Its reminder is still shown.
     void removeReminder(const QUuid &id);
+
+    /// Does about the reminders what the user chose, as one step: completes their to-dos, puts them off, or only
+    /// removes them. The due dates stay as they are. An identifier that is not in the list is left out.
+    void answerReminders(const QStringList &identifiers, ReminderAnswer answer);
 
     /// Shows a notification, once, that the program keeps running without its window because reminders wait.
     void reportResidence();
@@ -124,18 +138,6 @@ public:
     /// Empties notes and tasks of every schedule and removes all to-dos and goals; the schedules remain.
     Q_INVOKABLE void clearPersonalContent();
 
-    // Linked calendars
-    /// Adds the link, shows its schedules and refreshes it. Anything but an http or https link is refused: the message
-    /// is set and false returned.
-    bool addCalendarFeed(const QString &urlString);
-    /// Downloads the link and applies its events; a failure is reported and changes nothing.
-    void refreshCalendarFeed(const QUuid &feedID);
-    void setCalendarFeedError(const Error &error);
-    /// Why the last update failed, in the interface language; empty after a success, and until there was an update.
-    [[nodiscard]] QString calendarFeedFailure(const QUuid &feedID) const;
-    /// Removes the feed and its schedules.
-    void deleteCalendarFeed(const QUuid &feedID);
-
 signals:
     void schedulesChanged(const tessaly::RowsChange &change);
     void remindersChanged(const tessaly::RowsChange &change);
@@ -143,9 +145,8 @@ signals:
     void calendarFeedsChanged(const tessaly::RowsChange &change);
 
 private:
-    // Each saves the list, which the caller has changed in these rows, and emits its signal.
+    /// Saves the list, which the caller has changed in these rows, and emits its signal.
     void schedulesAssigned(const RowsChange &rows);
-    void calendarFeedsAssigned(const RowsChange &rows);
     void saveCalendarFeeds();
 
     /// The rows that a change touched.
@@ -167,7 +168,10 @@ private:
     [[nodiscard]] AppliedStep applyStep(StateChange change);
     [[nodiscard]] Touched applyToLists(const StateChange &change, StateChange &done);
     void announce(const Touched &touched);
-    /// Adds what the changes of to-dos mean for the reminders that wait.
+    /// What replacing the to-do changes: itself, and the next one if it repeats and is completed.
+    [[nodiscard]] QList<RecordChange<ReminderItem>> changesFor(const ReminderItem &before, ReminderItem after,
+                                                               qsizetype row) const;
+    /// Adds what the changes of to-dos and schedules mean for the reminders that wait.
     void followReminders(StateChange &change) const;
     void takeSchedulesOfRemovedFeeds(StateChange &change);
     /// Unlinks the schedules that come back without their event; in which calendar each wants it.
@@ -177,19 +181,10 @@ private:
     /// Creates the event once access is granted.
     void createEvent(const QUuid &scheduleID, const QString &calendarIdentifier);
 
-    void forgetFeedUpdates(const QUuid &feedID);
-    void endFeedUpdate(const QUuid &feedID);
-    void failFeedUpdate(const QUuid &feedID, const Error &error);
-    void readCalendarFeed(const Result<QByteArray> &body, const QUuid &feedID);
-    void replaceFeedSchedules(QList<ScheduleItem> merged, const QUuid &feedID);
-    /// Merges what was read into the schedules of the feed, see mergeFeed(), and saves them if that changes any. Does
-    /// nothing for a feed that was deleted.
-    void applyCalendarFeed(ReadCalendar calendar, const QUuid &feedID);
-    [[nodiscard]] ReadingOptions feedReadingOptions(const QUuid &feedID) const;
-
     UndoHistory m_history;
     SavedData m_data;
     SavedDataWriter m_dataWriter;
+    ScheduleReminders m_scheduleReminders;
     WaitingReminders m_waitingReminders;
     QList<CalendarFeed> m_calendarFeeds;
     DocumentLibrary m_documentLibrary;
@@ -197,10 +192,8 @@ private:
     Generations m_generations;
     PlannerArchive m_archive;
     CalendarSync m_calendarSync;
-    std::unique_ptr<CalendarFeedReader> m_feedReader;
-    /// The feeds whose calendars are being downloaded or read, one entry for each time.
-    QList<QUuid> m_feedsUnderWay;
-    QHash<QUuid, Error> m_feedFailures;
+    CalendarLinks m_calendarLinks;
+    CalendarFiles m_calendarFiles;
     bool m_hadUnreadableData = false;
 };
 

@@ -97,6 +97,8 @@ StateChange PlannerStore::apply(StateChange change)
         }
     });
     announce(touched);
+    if (done.settings.contains(keys::leadMinutes))
+        m_scheduleReminders.readLeadMinutes();
     if (!change.leavesCalendars)
         writeToCalendar(done.schedules);
     return done;
@@ -159,6 +161,13 @@ void PlannerStore::followReminders(StateChange &change) const
         if (const auto former = before ? waitingReminder(*before, title, calendar()) : std::nullopt)
             change.waitingBefore.append(*former);
     }
+    for (const RecordChange<ScheduleItem> &each : std::as_const(change.schedules)) {
+        const bool stays = !each.before || (each.after && each.after->date == each.before->date);
+        if (!stays && !waiting.isEmpty())
+            waiting.removeIf([former = ScheduleReminders::identifier(*each.before)](const WaitingReminder &reminder) {
+                return reminder.identifier == former;
+            });
+    }
     const auto addMissing = [](QList<WaitingReminder> &to, const QList<WaitingReminder> &of,
                                const QList<WaitingReminder> &in) {
         std::ranges::copy_if(of, std::back_inserter(to), [&in](const auto &each) { return !in.contains(each); });
@@ -174,7 +183,7 @@ void PlannerStore::takeSchedulesOfRemovedFeeds(StateChange &change)
         if (feed.after || rowOf(m_calendarFeeds, feed.id) < 0)
             continue;
         calendars.insert(feedCalendarIdentifier(feed.id));
-        forgetFeedUpdates(feed.id);
+        m_calendarLinks.forgetUpdates(feed.id);
     }
     if (calendars.isEmpty())
         return;

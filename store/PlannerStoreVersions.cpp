@@ -43,6 +43,7 @@ qsizetype PlannerStore::restore(const StateChange &change)
     // Events that a sync has brought since are the calendar's.
     StateChange restoring = change;
     restoring.leavesCalendars = true;
+    m_documentLibrary.listRemoved(restoring);
     const StateChange done =
         perform(restoring, TextPair{QStringLiteral("恢复历史版本"), QStringLiteral("Restore earlier version")});
     return differenceRows(done).size();

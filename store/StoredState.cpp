@@ -38,7 +38,8 @@ QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences
                                             {keys::displayEndHour, qint64{24}},
                                             {keys::automaticCalendarSync, true},
                                             {keys::selectedCalendarIDs, QStringList()},
-                                            {keys::visibleCalendarIDs, QStringList()}};
+                                            {keys::visibleCalendarIDs, QStringList()},
+                                            {keys::leadMinutes, QStringList()}};
     settings.insert(storedSettings(preferences));
     for (PreferenceValue &value : settings) {
         // Those that name calendars are sets.

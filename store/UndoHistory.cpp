@@ -32,6 +32,15 @@ void UndoHistory::record(const UndoStep &step, Instant now)
     emit recorded(step);
 }
 
+void UndoHistory::joinLast()
+{
+    if (m_done.size() < 2 || !isSameRecord(m_done.at(m_done.size() - 2).change, m_done.back().change))
+        return;
+    const UndoStep last = takeLast(m_done);
+    m_done.back().change = joinedEdits(std::move(m_done.back().change), last.change);
+    emit changed();
+}
+
 void UndoHistory::forget(const QUuid &documentID)
 {
     const auto isOfDocument = [&documentID](const auto &change) { return change.id == documentID; };

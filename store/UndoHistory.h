@@ -35,6 +35,8 @@ public:
 
     /// Adds a step that has just been done, or continues the last one; nothing can be redone any more.
     void record(const UndoStep &step, Instant now);
+    /// Makes the last two steps one if both edit the same one record and nothing else.
+    void joinLast();
     /// Takes the step away. There must be one.
     [[nodiscard]] UndoStep takeUndo();
     [[nodiscard]] UndoStep takeRedo();

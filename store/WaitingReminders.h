@@ -1,8 +1,10 @@
 #pragma once
 
-#include "model/WaitingReminder.h"
+#include "store/ReminderWording.h"
 
+#include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 
@@ -10,59 +12,84 @@ namespace tessaly {
 
 class Alarm;
 class SavedDataWriter;
+class ScheduleReminders;
+enum class Presentation;
 struct Error;
 struct PlannerPorts;
 struct StateChange;
 
-/// The reminders that wait for their minute, saved together with the to-dos. Each is shown once: it is removed and that
-/// is saved before it is shown, and it is restored only when no notification service could show it. It then waits for
-/// a service. The program starts at login while any reminder waits. Main thread only.
+/// The reminders that wait for their minute or for an answer, saved together with the to-dos. None is forgotten and
+/// none comes twice: each is saved as due before it is shown and as shown once a service has taken it. What a planner
+/// that was killed in between left as due is reported at the next start; what no service could show waits for one.
+/// Several that are late come together, as one notification. Those of schedules join the list when they fall due. One
+/// alarm is set, for the next of all. The program starts at login while any reminder is still
+/// to be shown. Main thread only.
 class WaitingReminders : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A reminder that fell due while the planner was not running is shown at the next start unless it is older.
-    static constexpr double longestDelaySeconds = 86400;
-
-    /// Loads the reminders and does nothing else. Both must outlive the object.
-    WaitingReminders(const PlannerPorts &ports, SavedDataWriter &writer);
+    /// Loads the reminders and does nothing else. Ports, writer and schedules must outlive the object.
+    WaitingReminders(const PlannerPorts &ports, SavedDataWriter &writer, const ReminderWording &wording,
+                     ScheduleReminders &schedules);
     ~WaitingReminders() override;
     Q_DISABLE_COPY_MOVE(WaitingReminders)
 
     /// In no particular order.
     [[nodiscard]] const QList<WaitingReminder> &list() const { return m_list; }
+    /// Whether any is still to be shown.
+    [[nodiscard]] bool hasPending() const;
+    [[nodiscard]] const ReminderWording &wording() const { return m_wording; }
 
-    /// Shows missed reminders, drops those that are too old, and waits for the rest. To be called once, before the
-    /// event loop runs.
+    /// Reports what was missed and waits for the rest. To be called once, before the event loop runs.
     void start();
-    /// Removes the reminders with the identifiers of `before` and adds those of `after` whose minute has not begun;
-    /// what changed is added to `done`. The caller saves the data next, and with it what waits.
+    /// Removes the reminders with the identifiers of `before`, takes them off the desktop, and adds those of `after`
+    /// unless their minute has begun unseen; what changed is added to `done`. The caller saves the data next, and with
+    /// it what waits.
     void replace(const QList<WaitingReminder> &before, const QList<WaitingReminder> &after, StateChange &done);
     /// Shows what is due. To be called when the user's clock has changed.
     void showDue();
 
 signals:
-    /// The list has changed.
+    /// The list has changed, or hasPending().
     void changed();
+    /// The user has pressed a button of the reminder's notification.
+    void answered(const QString &identifier, tessaly::ReminderAnswer answer);
+    /// The user wants to see what was missed.
+    void showRequested();
     /// The program will not start at login although reminders wait, or will although none does.
     void loginItemFailed(const tessaly::Error &error);
 
 private:
     void assign(const QList<WaitingReminder> &list);
-    void show(const WaitingReminder &reminder);
+    void takeDue(Instant now);
+    /// Takes those out of the list whose schedule is gone or starts at another time now; their identifiers.
+    [[nodiscard]] QStringList takeGone(QList<WaitingReminder> &list) const;
+    void present(ReminderEvent event);
+    void hand(const Notification &notification, const QList<WaitingReminder> &reminders, ReminderEvent event);
+    void takeAnswer(const QStringList &identifiers, quint64 call, Presentation presentation, ReminderEvent event);
+    void takeOffDesktop(const QString &identifier);
+    void takeAction(const QString &identifier, const QString &key);
+    [[nodiscard]] bool isToBeShown(const WaitingReminder &reminder) const;
     void setAlarm();
     void setLoginItem();
 
     const PlannerPorts &m_ports;
     SavedDataWriter &m_writer;
+    ReminderWording m_wording;
+    ScheduleReminders &m_schedules;
     QList<WaitingReminder> m_list;
-    /// Identifiers of those that the desktop has been asked to show and has not answered for.
-    QSet<QString> m_askedFor;
-    /// Identifiers of those in the list that are due and that no service could show.
+    /// By their identifiers, those that the desktop has been asked to show and has not answered for: the last call.
+    QHash<QString, quint64> m_askedFor;
+    quint64 m_lastCall = 0;
+    /// Identifiers of those that are due and that no service could show.
     QSet<QString> m_held;
+    /// Identifiers of those that came together in one notification and are unanswered.
+    QSet<QString> m_together;
     std::unique_ptr<Alarm> m_alarm;
     bool m_isStarted = false;
+    /// What hasPending() was when the login item was set.
+    bool m_hadPending = false;
 };
 
 } // namespace tessaly

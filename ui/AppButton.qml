@@ -11,6 +11,8 @@ PushButton {
     property bool isSmall: false
     property bool isRaised: false
     property string iconName
+    /// Opens a menu, and has a mark for that behind its text.
+    property bool isMenu: false
     /// Shows a check mark in place of the text.
     property bool isDone: false
 
@@ -71,6 +73,14 @@ PushButton {
                 token: button.isFilled ? Theme.buttonPrimary : button.isSmall ? Theme.captionMedium : Theme.button
                 color: button.ink
                 Accessible.ignored: true
+            }
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: button.isMenu
+                name: "chevron-down"
+                size: 14
+                color: Theme.textSecondary
             }
         }
 

@@ -124,9 +124,9 @@ T.ComboBox {
         height: combo.height
         Accessible.ignored: true
 
-        AppToolTip {
+        TipSlot {
             text: combo.displayText
-            visible: combo.hovered && !combo.popup.visible && (combo.contentItem as AppText)?.truncated === true
+            isShown: combo.hovered && !combo.popup.visible && (combo.contentItem as AppText)?.truncated === true
         }
     }
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 
 /// Text in one of the type styles. On one line it is as tall as the style's line and elides at the end; with
 /// `isMultiline` it wraps with fixed line heights.
@@ -27,7 +26,6 @@ Text {
     bottomPadding: -spareAbove
     verticalAlignment: isMultiline ? Text.AlignTop : Text.AlignVCenter
     height: isMultiline ? implicitHeight : token.line
-    Layout.preferredHeight: isMultiline ? -1 : token.line
     Accessible.role: Accessible.StaticText
     Accessible.name: label.text
     Accessible.ignored: label.text === ""

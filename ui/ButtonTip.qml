@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// The tooltip of a button. Pressing the button hides it until the pointer or the focus leaves and returns.
-AppToolTip {
+TipSlot {
     id: tip
 
     required property T.AbstractButton button
@@ -15,7 +15,7 @@ AppToolTip {
 
     onIsAskedChanged: if (!isAsked)
         isSpent = false
-    visible: isNeeded && isAsked && !isSpent && popup?.visible !== true
+    isShown: isNeeded && isAsked && !isSpent && popup?.visible !== true
 
     Connections {
         function onPressed() {

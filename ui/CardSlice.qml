@@ -9,7 +9,7 @@ Item {
 
     /// Tints it for a moment: there is something new.
     function flash() {
-        flashing.restart();
+        tint.start();
     }
 
     clip: true
@@ -20,7 +20,7 @@ Item {
         anchors.bottomMargin: slice.isLast ? 0 : -radius
     }
 
-    Rectangle {
+    Flash {
         id: tint
 
         x: 1
@@ -28,18 +28,5 @@ Item {
         width: parent.width - 2
         height: parent.height - (slice.isLast ? 2 : 1)
         radius: slice.isFirst || slice.isLast ? Theme.cardRadius - 1 : 0
-        color: Theme.accentSoft
-        opacity: 0
-
-        NumberAnimation {
-            id: flashing
-
-            target: tint
-            property: "opacity"
-            from: 1
-            to: 0
-            duration: Theme.flash
-            easing.type: Easing.InQuad
-        }
     }
 }

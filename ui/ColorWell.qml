@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
@@ -23,11 +21,14 @@ PushButton {
     Accessible.role: Accessible.ButtonDropDown
     Accessible.name: name
     Accessible.description: paletteIndex < 0 ? hex : colorNames[paletteIndex]
-    onClicked: popup.open()
+    onClicked: {
+        chooser.active = true;
+        (chooser.item as RisingPopup).open();
+    }
 
     background: FieldFrame {
         color: well.down ? Theme.buttonPressed : well.hovered ? Theme.buttonHover : Theme.buttonRest
-        isFocused: popup.visible
+        isFocused: chooser.item !== null
 
         FocusRing {
             visible: well.visualFocus
@@ -52,100 +53,113 @@ PushButton {
         }
     }
 
-    RisingPopup {
-        id: popup
+    // Only while it is shown.
+    Loader {
+        id: chooser
 
-        // There is a ring on the colours, and back on the well, if the well had one.
-        property int openerReason: Qt.MouseFocusReason
+        active: false
+        // Bound components cannot be made inside those of another file in Qt 6.4.
+        // qmllint disable unqualified
+        sourceComponent: RisingPopup {
+            id: popup
 
-        name: well.name
-        restY: well.height + 4
-        x: well.width - width
-        width: 194
-        implicitHeight: contentItem.implicitHeight + 24
-        padding: 12
-        margins: 6
-        focus: true
-        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-        onAboutToShow: {
-            openerReason = FocusHandover.reasonAfter(well);
-            (swatches.itemAt(Math.max(0, well.paletteIndex)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
-        }
-        onClosed: FocusHandover.give(well, openerReason)
+            // There is a ring on the colours, and back on the well, if the well had one.
+            property int openerReason: Qt.MouseFocusReason
 
-        contentItem: Column {
-            spacing: 10
+            parent: well
+            name: well.name
+            restY: well.height + 4
+            x: well.width - width
+            width: 194
+            implicitHeight: contentItem.implicitHeight + 24
+            padding: 12
+            margins: 6
+            focus: true
+            closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+            onAboutToShow: {
+                openerReason = FocusHandover.reasonAfter(well);
+                (swatches.itemAt(Math.max(0, well.paletteIndex)) as Item)?.forceActiveFocus(Qt.PopupFocusReason);
+            }
+            onClosed: {
+                FocusHandover.give(well, openerReason);
+                chooser.active = false;
+            }
 
-            Grid {
-                columns: 4
-                spacing: 8
+            contentItem: Column {
+                spacing: 10
 
-                Repeater {
-                    id: swatches
+                Grid {
+                    columns: 4
+                    spacing: 8
 
-                    model: Theme.palette.length
+                    Repeater {
+                        id: swatches
 
-                    PushButton {
-                        id: swatch
+                        model: Theme.palette.length
 
-                        required property int index
-                        readonly property string lightHex: Theme.palette[index][1]
+                        PushButton {
+                            id: swatch
 
-                        width: 36
-                        height: 28
-                        focus: index === 0
-                        Accessible.name: well.colorNames[index]
-                        Accessible.selectable: true
-                        Accessible.selected: index === well.paletteIndex
-                        Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
-                        Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
-                        Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
-                        Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
-                        onClicked: well.edited(lightHex)
-                        onActiveFocusChanged: {
-                            if (activeFocus && focusReason === Qt.PopupFocusReason)
-                                focusReason = popup.openerReason;
-                        }
-                        Keys.onReturnPressed: popup.close()
-                        Keys.onEnterPressed: popup.close()
+                            required property int index
+                            readonly property string lightHex: Theme.palette[index][1]
 
-                        background: Rectangle {
-                            radius: Theme.actionRadius
-                            color: Theme.scheduleColor(swatch.lightHex)
-
-                            FocusRing {
-                                visible: swatch.visualFocus
-                                targetRadius: Theme.actionRadius
-                                gap: 1
+                            width: 36
+                            height: 28
+                            focus: index === 0
+                            Accessible.name: well.colorNames[index]
+                            Accessible.selectable: true
+                            Accessible.selected: index === well.paletteIndex
+                            Keys.onLeftPressed: (swatches.itemAt(index - 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                            Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                            Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                            Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
+                            onClicked: well.edited(lightHex)
+                            onActiveFocusChanged: {
+                                if (activeFocus && focusReason === Qt.PopupFocusReason)
+                                    focusReason = popup.openerReason;
                             }
-                        }
+                            Keys.onReturnPressed: popup.close()
+                            Keys.onEnterPressed: popup.close()
 
-                        contentItem: Item {
-                            Icon {
-                                anchors.centerIn: parent
-                                name: "check"
-                                color: Theme.inkOnMark
-                                visible: swatch.index === well.paletteIndex
+                            background: Rectangle {
+                                radius: Theme.actionRadius
+                                color: Theme.scheduleColor(swatch.lightHex)
+
+                                FocusRing {
+                                    visible: swatch.visualFocus
+                                    targetRadius: Theme.actionRadius
+                                    gap: 1
+                                }
+                            }
+
+                            contentItem: Item {
+                                Icon {
+                                    anchors.centerIn: parent
+                                    name: "check"
+                                    color: Theme.inkOnMark
+                                    visible: swatch.index === well.paletteIndex
+                                }
                             }
                         }
                     }
                 }
-            }
 
-            AppTextField {
-                width: parent.width
-                isSmall: true
-                text: well.hex
-                Accessible.name: well.name
-                onTextEdited: {
-                    const digits = text.trim().replace(/^#/, "");
-                    if (/^[0-9a-fA-F]{6}$/.test(digits))
-                        well.edited("#" + digits.toUpperCase());
+                AppTextField {
+                    width: parent.width
+                    isSmall: true
+                    text: well.hex
+                    Accessible.name: well.name
+                    onTextEdited: {
+                        const digits = text.trim().replace(/^#/, "");
+                        if (/^[0-9a-fA-F]{6}$/.test(digits))
+                            well.edited("#" + digits.toUpperCase());
+                    }
+                    onAccepted: popup.close()
+                    onActiveFocusChanged: if (!activeFocus)
+                        text = Qt.binding(() => well.hex)
                 }
-                onAccepted: popup.close()
-                onActiveFocusChanged: if (!activeFocus)
-                    text = Qt.binding(() => well.hex)
             }
         }
+        // qmllint enable unqualified
     }
 }

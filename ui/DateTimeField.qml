@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Tessaly.Ui
@@ -14,13 +12,15 @@ AppTextField {
 
     property alias value: editor.value
     property alias isDateOnly: editor.isDateOnly
-    property alias firstWeekday: calendar.firstWeekday
+    property int firstWeekday: 1
     /// The current moment, for the mark on today.
     property date now
     /// Name for assistive technology.
     property string name
 
     readonly property string refusal: isDateOnly ? Language.text("这不是有效的日期。可输入 2026-12-24 这样的日期，或按 Esc 恢复原值。", "Not a valid date. Type one such as 2026-12-24, or press Esc to restore the previous one.") : Language.text("这不是有效的日期和时间。可输入 2026-12-24 18:00 这样的时间，或按 Esc 恢复原值。", "Not a valid date and time. Type one such as 2026-12-24 18:00, or press Esc to restore the previous one.")
+
+    readonly property bool isCalendarShown: calendar.item !== null
 
     /// The user changed the value.
     signal edited(date value)
@@ -31,6 +31,11 @@ AppTextField {
         if (!isUnderstood)
             forceActiveFocus(Qt.OtherFocusReason);
         return isUnderstood;
+    }
+
+    function openCalendar() {
+        calendar.active = true;
+        (calendar.item as CalendarPopup).open();
     }
 
     /// Selected too, for assistive technology.
@@ -51,7 +56,7 @@ AppTextField {
         else if (event.matches(StandardKey.SelectAll)) // qmllint disable unqualified
             editor.chooseAll();
         else if (event.key === Qt.Key_F4 || event.key === Qt.Key_Down && event.modifiers & Qt.AltModifier)
-            calendar.open();
+            openCalendar();
         else if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
             return isChangeOfText(event);
         else if (event.key === Qt.Key_Left || event.key === Qt.Key_Right)
@@ -69,7 +74,7 @@ AppTextField {
         else if (!editor.type(event.text)) {
             if (event.key !== Qt.Key_Space)
                 return false;
-            calendar.open();
+            openCalendar();
         }
         return true;
     }
@@ -121,7 +126,7 @@ AppTextField {
     }
 
     background: FieldFrame {
-        isFocused: field.activeFocus || calendar.visible
+        isFocused: field.activeFocus || field.isCalendarShown
         isEnabled: field.enabled
         isRefused: editor.isRefused
 
@@ -135,7 +140,7 @@ AppTextField {
             height: 20
             radius: isCaret ? 0 : 4
             color: isCaret ? Theme.accentText : Theme.accentSoft
-            visible: field.activeFocus && !calendar.visible
+            visible: field.activeFocus && !field.isCalendarShown
         }
     }
 
@@ -155,26 +160,40 @@ AppTextField {
             anchors.fill: parent
             onClicked: {
                 field.forceActiveFocus(Qt.MouseFocusReason);
-                calendar.open();
+                field.openCalendar();
             }
         }
     }
 
     AppToolTip {
         text: field.refusal
-        visible: editor.isRefused && (field.activeFocus || field.hovered) && !calendar.visible
+        visible: editor.isRefused && (field.activeFocus || field.hovered) && !field.isCalendarShown
         delay: 0
         // Escape is for the field.
         closePolicy: T.Popup.NoAutoClose
     }
 
-    CalendarPopup {
+    // Only while it is shown: its days would follow every change of the value.
+    Loader {
         id: calendar
 
-        name: field.name
-        editor: editor
-        now: field.now
-        restY: field.height + 4
-        onClosed: field.forceActiveFocus(Qt.PopupFocusReason)
+        readonly property DateTimeEditor dateEditor: editor
+
+        active: false
+        // Bound components cannot be made inside those of another file in Qt 6.4.
+        // qmllint disable unqualified
+        sourceComponent: CalendarPopup {
+            parent: field
+            name: field.name
+            editor: calendar.dateEditor
+            firstWeekday: field.firstWeekday
+            now: field.now
+            restY: field.height + 4
+            onClosed: {
+                field.forceActiveFocus(Qt.PopupFocusReason);
+                calendar.active = false;
+            }
+        }
+        // qmllint enable unqualified
     }
 }

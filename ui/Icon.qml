@@ -15,6 +15,6 @@ Image {
     height: size
     sourceSize.width: Math.round(size * Screen.devicePixelRatio)
     sourceSize.height: Math.round(size * Screen.devicePixelRatio)
-    source: "image://icon/" + name + "?color=" + encodeURIComponent(color.toString()) + "&mark=" + encodeURIComponent(mark.toString()) + "&stroke=" + stroke
+    source: !visible ? "" : "image://icon/" + name + "?color=" + encodeURIComponent(color.toString()) + "&mark=" + encodeURIComponent(mark.toString()) + "&stroke=" + stroke
     Accessible.ignored: true
 }

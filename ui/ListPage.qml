@@ -22,7 +22,7 @@ ListView {
 
     /// Scrolls as little as needed to show the item with room to spare.
     function reveal(item: Item) {
-        contentY = Scrolling.placeFor(page, item);
+        contentY = Scrolling.placeFor(page, item, footRoom);
     }
 
     /// Scrolls automatically while something is dragged at height `y` of the rows, close to an edge of the view; not
@@ -33,6 +33,11 @@ ListView {
         drift.least = Math.max(leastContentY, Math.min(contentY, top - Scrolling.margin));
         drift.most = Math.max(contentY, bottom + Scrolling.margin - height);
         driftSpeed = above > 0 ? -Theme.driftPerPixel * above : below > 0 ? Theme.driftPerPixel * below : 0;
+    }
+
+    /// A page that does not scroll has made room for its head by itself as well.
+    function stayOnPage() {
+        contentY = Math.max(contentY, leastContentY);
     }
 
     /// Rows are created in the order in which they come into view, but Tab must go down the page.
@@ -53,6 +58,7 @@ ListView {
     onTopMarginChanged: {
         contentY += settledTop - topMargin;
         settledTop = topMargin;
+        Qt.callLater(stayOnPage); // qmllint disable
     }
     // Once the rows that changed are there.
     onCountChanged: Qt.callLater(putInOrder) // qmllint disable

@@ -20,7 +20,7 @@ Rectangle {
         z: -1
         anchors.fill: parent
         anchors.margins: -margin
-        source: "image://shadow/" + frame.elevation + "/" + (Theme.isDark ? "dark" : "light")
+        source: !visible ? "" : "image://shadow/" + frame.elevation + "/" + (Theme.isDark ? "dark" : "light")
         border.left: margin + 14
         border.right: margin + 14
         border.top: margin + 14

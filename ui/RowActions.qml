@@ -12,6 +12,7 @@ Row {
     /// Widths of the columns in which they stand at the right; 0 for their own widths.
     property real editColumn: 0
     property real deleteColumn: 0
+    readonly property bool hasFocus: editAction.activeFocus || deleteAction.activeFocus
     readonly property bool hasVisualFocus: editAction.visualFocus || deleteAction.visualFocus
 
     signal editRequested

@@ -13,7 +13,7 @@ Flickable {
 
     function reveal(item: Item) {
         if (!glide.running)
-            contentY = Scrolling.placeFor(page, item);
+            contentY = Scrolling.placeFor(page, item, footRoom);
     }
 
     /// Scrolls smoothly to the item after a click. It waits for the double-click interval, so that a second click still
@@ -62,7 +62,7 @@ Flickable {
         property Item item
         property real progress: 0
 
-        onProgressChanged: page.contentY += (Scrolling.placeFor(page, item) - page.contentY) * progress
+        onProgressChanged: page.contentY += (Scrolling.placeFor(page, item, page.footRoom) - page.contentY) * progress
 
         PauseAnimation {
             duration: Qt.styleHints.mouseDoubleClickInterval // qmllint disable

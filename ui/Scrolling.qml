@@ -9,16 +9,17 @@ QtObject {
     /// Height that stays in view when Page Up or Page Down is pressed.
     readonly property int overlap: 48
 
-    /// The nearest scroll position at which the item is in view.
-    function placeFor(page: Flickable, item: Item): real {
+    /// The nearest scroll position at which the item is in view, above the part of the page's foot that is covered.
+    function placeFor(page: Flickable, item: Item, covered: real): real {
         const top = item.mapToItem(page.contentItem, 0, 0).y - margin;
         const bottom = top + item.height + 2 * margin;
-        if (item.height > page.height)
+        const height = page.height - covered;
+        if (item.height > height)
             return page.contentY;
-        if (top < page.contentY || bottom - top > page.height)
+        if (top < page.contentY || bottom - top > height)
             return within(page, top);
-        if (bottom > page.contentY + page.height)
-            return within(page, bottom - page.height);
+        if (bottom > page.contentY + height)
+            return within(page, bottom - height);
         return page.contentY;
     }
 

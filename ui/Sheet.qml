@@ -10,6 +10,8 @@ T.Popup {
     id: sheet
 
     property string title
+    /// What the sheet is called by assistive technology.
+    property string name: title
     property TypeToken titleToken: Theme.sheetTitle
     property int titleLines: 1
     /// Whether the sheet is open; setting it opens or closes the sheet.
@@ -17,6 +19,9 @@ T.Popup {
     property int sheetWidth: 520
     property int headPadding: 22
     property int sidePadding: 24
+    /// What the window keeps free above and below.
+    property int outerSpace: 48
+    property int footHeight: 61
     property int bodyTopPadding: 16
     property int bodyBottomPadding: 20
     property int bodySpacing: 16
@@ -31,6 +36,8 @@ T.Popup {
     /// Gets the focus when the sheet has opened; if null, the primary button does, or else the sheet itself. It shows a
     /// ring if the opener did.
     property Item initialFocus: null
+    /// Whether the window's toast is shown over the sheet: for sheets that remove something.
+    property bool showsToast: false
     /// Distance to its final position while it rises.
     property real rise: 0
 
@@ -43,7 +50,7 @@ T.Popup {
     x: Math.round(((parent?.width ?? 0) - width) / 2)
     y: Math.round(((parent?.height ?? 0) - height) / 2) + rise
     width: sheetWidth
-    height: Math.min((parent?.height ?? 0) - 48, headColumn.height + bodyColumn.height + statusBox.height + footBox.height)
+    height: Math.min((parent?.height ?? 0) - outerSpace, headColumn.height + bodyColumn.height + statusBox.height + footBox.height)
     modal: true
     dim: true
     focus: true
@@ -53,14 +60,27 @@ T.Popup {
     onAboutToShow: {
         opener.remember();
         isShown = true;
+        if (showsToast)
+            ToastStage.surface = surface;
     }
-    onAboutToHide: isShown = false
+    onAboutToHide: {
+        isShown = false;
+        if (ToastStage.surface === surface)
+            ToastStage.surface = null;
+    }
     onOpened: {
         const first = initialFocus ?? primaryButton;
         if (first !== null)
             FocusHandover.give(first, opener.reason);
     }
     onClosed: opener.restore()
+
+    Binding {
+        target: ToastStage
+        property: "foot"
+        value: footBox.height + statusBox.height
+        when: ToastStage.surface === surface
+    }
 
     QtObject {
         id: opener
@@ -99,7 +119,7 @@ T.Popup {
 
     PopupName {
         popup: sheet
-        name: sheet.title
+        name: sheet.name
     }
 
     background: PopupFrame {
@@ -166,12 +186,14 @@ T.Popup {
             anchors.top: headColumn.bottom
             anchors.bottom: statusBox.top
             width: parent.width
-            clip: contentHeight > height
+            clip: interactive
             contentHeight: bodyColumn.height
-            interactive: contentHeight > height
+            interactive: contentHeight + footRoom > height
+            footRoom: ToastStage.surface === surface ? ToastStage.room : 0
             // Items that appear above the focused item push it down. When the layout is complete, it is shown again.
             onHeightChanged: Qt.callLater(followFocus) // qmllint disable
             onContentHeightChanged: Qt.callLater(followFocus) // qmllint disable
+            onFootRoomChanged: Qt.callLater(followFocus) // qmllint disable
 
             Column {
                 id: bodyColumn
@@ -213,7 +235,7 @@ T.Popup {
 
             anchors.bottom: parent.bottom
             width: parent.width
-            height: footRow.children.length > 0 ? 61 : 0
+            height: footRow.children.length > 0 ? sheet.footHeight : 0
             visible: height > 0
 
             Separator {
@@ -224,7 +246,7 @@ T.Popup {
                 id: footRow
 
                 x: sheet.sidePadding
-                y: 15
+                y: 1 + Math.floor((sheet.footHeight - 1 - height) / 2)
                 width: parent.width - 2 * sheet.sidePadding
                 height: Theme.controlHeight
             }

@@ -62,9 +62,9 @@ Item {
         maximumLineCount: line.lineLimit
         Accessible.ignored: true
 
-        AppToolTip {
+        TipSlot {
             text: line.message
-            visible: hover.hovered && label.truncated
+            isShown: hover.hovered && label.truncated
         }
     }
 

@@ -39,6 +39,7 @@ QtObject {
     readonly property color segment: isDark ? "#2A2C32" : "#EAECEF"
     readonly property color segmentOn: isDark ? "#4A4E57" : "#FFFFFF"
     readonly property color notice: isDark ? "#3A3320" : "#FFF4DC"
+    readonly property color now: isDark ? "#F5807A" : "#CC3F3B"
     readonly property color track: isDark ? "#34373E" : "#E4E6EB"
     readonly property color toggleOff: isDark ? "#767C88" : "#868C97"
     readonly property color knob: "#FFFFFF"
@@ -106,6 +107,7 @@ QtObject {
     readonly property TypeToken captionMedium: TypeToken { size: 12; line: 18; weight: Font.Medium }
     readonly property TypeToken captionBold: TypeToken { size: 12; line: 18; weight: Font.DemiBold }
     readonly property TypeToken blockTitle: TypeToken { size: 12; line: 15; weight: Font.DemiBold }
+    readonly property TypeToken hourMark: TypeToken { size: 11; line: 14; weight: Font.DemiBold }
     readonly property TypeToken mini: TypeToken { size: 11; line: 13 }
     readonly property TypeToken source: TypeToken { size: 14; line: 23 }
     /// Families of source text and code, best first.

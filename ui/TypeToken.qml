@@ -8,4 +8,11 @@ QtObject {
     property real spacing: 0
     /// Where a family is missing the next best stands in for it, see applyInterfaceFont().
     readonly property string family: size >= 20 ? "Inter Display" : "Inter"
+    /// Chinese is never letter-spaced.
+    readonly property font font: Qt.font({
+        family: family,
+        pixelSize: size,
+        weight: weight,
+        letterSpacing: Language.isEnglish ? spacing : 0
+    })
 }

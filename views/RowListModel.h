@@ -15,6 +15,10 @@ namespace tessaly {
 
 /// A list of value rows for QML. New contents are taken over by difference: a row that stays keeps its delegate, so
 /// focus and scroll position survive. `Row` needs operator== and `key()`, which identifies the row across changes.
+///
+/// replaceRows() instead keeps the delegates at their places, whatever rows come, and keeps spare ones for later: a
+/// turn of the page then makes no items. A delegate without a row shows the values of a default row and must hide
+/// itself.
 template <class Row>
 class RowListModel final : public QAbstractListModel
 {
@@ -46,9 +50,28 @@ public:
             update(index, rows.at(index));
     }
 
+    /// For rows that have nothing to do with the former ones.
+    void replaceRows(const QList<Row> &rows)
+    {
+        const qsizetype former = m_rows.size() + m_spares;
+        const qsizetype kept = std::min(former, rows.size() + mostSpares);
+        if (kept < former) {
+            beginRemoveRows({}, static_cast<int>(kept), static_cast<int>(former - 1));
+            m_rows.resize(std::min(m_rows.size(), kept));
+            m_spares = kept - m_rows.size();
+            endRemoveRows();
+        }
+        const QList<Row> before = std::exchange(m_rows, rows.first(std::min(rows.size(), kept)));
+        m_spares = kept - m_rows.size();
+        reportDifferences(before, kept);
+        if (kept < rows.size())
+            insert(kept, rows.sliced(kept));
+    }
+
+    /// Spare delegates count.
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override
     {
-        return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+        return parent.isValid() ? 0 : static_cast<int>(m_rows.size() + m_spares);
     }
 
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
@@ -56,7 +79,7 @@ public:
         const int roleIndex = role - Qt::UserRole;
         if (!checkIndex(index, CheckIndexOption::IndexIsValid) || roleIndex < 0 || roleIndex >= m_roles.size())
             return {};
-        return m_roles.at(roleIndex).read(m_rows.at(index.row()));
+        return m_roles.at(roleIndex).read(rowAt(m_rows, index.row()));
     }
 
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override
@@ -69,6 +92,27 @@ public:
 
 private:
     using Key = decltype(std::declval<Row>().key());
+
+    static constexpr qsizetype mostSpares = 100;
+
+    static const Row &rowAt(const QList<Row> &rows, qsizetype index)
+    {
+        static const Row none = {};
+        return index < rows.size() ? rows.at(index) : none;
+    }
+
+    /// One report for each run of places at which the rows, spare ones included, are no longer what they were.
+    void reportDifferences(const QList<Row> &before, qsizetype count)
+    {
+        qsizetype begin = 0;
+        for (qsizetype index = 0; index <= count; ++index) {
+            if (index < count && !(rowAt(before, index) == rowAt(m_rows, index)))
+                continue;
+            if (begin < index)
+                emit dataChanged(this->index(static_cast<int>(begin)), this->index(static_cast<int>(index - 1)));
+            begin = index + 1;
+        }
+    }
 
     static QSet<Key> keysOf(std::span<const Row> rows)
     {
@@ -159,6 +203,7 @@ private:
 
     QList<Role> m_roles;
     QList<Row> m_rows;
+    qsizetype m_spares = 0;
 };
 
 } // namespace tessaly

@@ -15,8 +15,8 @@ const rules = {
 module.exports = [
   {
     files: ["web/*.js"],
-    languageOptions: { sourceType: "script", globals: { ...globals.browser, DOMPurify: "readonly", MathJax: "readonly", marked: "readonly",
-      prepareContent: "readonly" } },
+    languageOptions: { sourceType: "script", globals: { ...globals.browser, DOMPurify: "readonly", hljs: "readonly", MathJax: "readonly",
+      marked: "readonly", morphdom: "readonly", tessaly: "readonly" } },
     rules,
   },
   { files: ["web/*.cjs", "tests/web/*.js"], languageOptions: { sourceType: "commonjs", globals: globals.node }, rules },

@@ -7,6 +7,8 @@
   // In pixels. Formulas do not wrap, so a longer inline formula scrolls if it does not fit its line.
   const longFormula = 300;
 
+  // The HTML of formulas that are typeset.
+  const sources = new WeakMap();
   let typeset = null;
   let last = Promise.resolve();
   const waiting = new Set();
@@ -19,6 +21,7 @@
   };
 
   const typesetSome = elements => last = last.then(async () => {
+    elements.forEach(element => sources.set(element, element.innerHTML));
     await typeset(elements).catch(() => {});
     MathJax.startup.document.clear(); // It keeps data of each formula for its menu only.
     elements.forEach(keepInPlace);
@@ -53,11 +56,28 @@
   const typesetPage = async () => {
     const formulas = [...document.querySelectorAll(".tessaly-formula")];
     if (formulas.length <= eager) return typesetSome(formulas);
+    return typesetLater(formulas);
+  };
+  const typesetLater = formulas => {
     for (const formula of formulas) {
       waiting.add(formula);
       observer.observe(formula);
     }
   };
+  // For formulas that come into the page.
+  const typesetFormulas = async formulas => {
+    for (const formula of [...waiting].filter(({ isConnected }) => !isConnected)) {
+      waiting.delete(formula);
+      near.delete(formula);
+      observer.unobserve(formula);
+    }
+    const others = formulas.filter(formula => !sources.has(formula) && !waiting.has(formula));
+    if (others.length === 0) return undefined;
+    if (others.length + waiting.size <= eager) return typesetSome(others);
+    typesetLater(others);
+    return MathJax.typesetInView();
+  };
+  Object.assign(tessaly, { formulaSources: sources, typesetFormulas });
 
   window.MathJax.options = { enableMenu: false };
   window.MathJax.startup = {
@@ -79,7 +99,7 @@
       document.fonts.forEach(font => /^"?MJX(ZERO|TEX|TEX-I|TEX-S1|TEX-S2|TEX-A)"?$/.test(font.family) && font.load());
       typeset = MathJax.typesetPromise;
       MathJax.typesetPromise = () => {
-        prepareContent(document.getElementById("content"));
+        tessaly.prepareContent(document.getElementById("content"));
         return (MathJax.startup.promise = MathJax.startup.promise.then(typesetPage));
       };
       // Resolves when all formulas in view are typeset.

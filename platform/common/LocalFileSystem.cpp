@@ -1,5 +1,6 @@
 #include "platform/common/LocalFileSystem.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -103,6 +104,14 @@ std::optional<QByteArray> LocalFileSystem::read(const QString &path) const
     return bytes;
 }
 
+QByteArray LocalFileSystem::stamp(const QString &path) const
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        return {};
+    return QByteArray::number(file.lastModified().toMSecsSinceEpoch()) + ' ' + QByteArray::number(file.size());
+}
+
 QStringList LocalFileSystem::fileNames(const QString &folder) const
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
@@ -172,7 +181,8 @@ bool LocalFileSystem::remove(const QString &path)
 
 bool LocalFileSystem::removeFolder(const QString &folder)
 {
-    return QDir(folder).removeRecursively();
+    // An empty path would be that of the folder in which the program was started.
+    return !folder.isEmpty() && QDir(folder).removeRecursively();
 }
 
 } // namespace tessaly

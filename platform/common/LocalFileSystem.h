@@ -26,6 +26,7 @@ class LocalFileSystem final : public FileSystem
 public:
     [[nodiscard]] bool exists(const QString &path) const override;
     [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
+    [[nodiscard]] QByteArray stamp(const QString &path) const override;
     [[nodiscard]] QStringList fileNames(const QString &folder) const override;
     [[nodiscard]] QStringList filesBeneath(const QString &folder) const override;
     [[nodiscard]] bool canOpen(const QString &folder) const override;

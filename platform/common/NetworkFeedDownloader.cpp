@@ -1,5 +1,7 @@
 #include "platform/common/NetworkFeedDownloader.h"
 
+#include <QHostAddress>
+#include <QNetworkInterface>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
@@ -27,7 +29,7 @@ bool isStatusOnly(QNetworkReply::NetworkError error)
            error >= QNetworkReply::InternalServerError;
 }
 
-QNetworkRequest requestFor(const QUrl &url)
+QNetworkRequest requestFor(const QUrl &url, const FeedVersion &known)
 {
     QNetworkRequest request(url);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
@@ -39,6 +41,10 @@ QNetworkRequest requestFor(const QUrl &url)
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     // Qt decompresses unless the header is set, but accepts a truncated gzip file as complete.
     request.setRawHeader("Accept-Encoding", "gzip");
+    if (!known.entityTag.isEmpty())
+        request.setRawHeader("If-None-Match", known.entityTag);
+    if (!known.lastModified.isEmpty())
+        request.setRawHeader("If-Modified-Since", known.lastModified);
     return request;
 }
 
@@ -94,6 +100,23 @@ ErrorCode downloadErrorCode(const QList<QSslError> &refusals)
 }
 
 namespace {
+
+bool hasNetwork()
+{
+    const QList<QNetworkInterface> interfaces = QNetworkInterface::allInterfaces();
+    return std::any_of(interfaces.cbegin(), interfaces.cend(), [](const QNetworkInterface &each) {
+        return each.flags().testFlag(QNetworkInterface::IsRunning) &&
+               !each.flags().testFlag(QNetworkInterface::IsLoopBack) && !each.addressEntries().isEmpty();
+    });
+}
+
+/// Without a network, no other machine is found or reached, but it is not the server's fault.
+ErrorCode reachabilityCode(ErrorCode code, const QString &host)
+{
+    const bool isUnreached = code == ErrorCode::DownloadHostNotFound || code == ErrorCode::DownloadConnectionFailed;
+    const bool isThisMachine = QHostAddress(host).isLoopback() || host == u"localhost";
+    return isUnreached && !isThisMachine && !hasNetwork() ? ErrorCode::DownloadNoNetwork : code;
+}
 
 /// Decompresses a gzip file (RFC 1952), also of several members, piece by piece.
 class GzipReader
@@ -208,19 +231,22 @@ private:
         m_completion(result());
     }
 
-    [[nodiscard]] Result<QByteArray> result()
+    [[nodiscard]] Result<FeedAnswer> result()
     {
         if (m_failure)
             return Error{*m_failure, {}};
         const QNetworkReply::NetworkError error = m_reply->error();
+        if (error == QNetworkReply::SslHandshakeFailedError)
+            return Error{downloadErrorCode(m_refusals)};
         if (error != QNetworkReply::NoError && !isStatusOnly(error))
-            return Error{error == QNetworkReply::SslHandshakeFailedError ? downloadErrorCode(m_refusals)
-                                                                         : downloadErrorCode(error)};
+            return Error{reachabilityCode(downloadErrorCode(error), m_reply->url().host())};
         const bool isCut = m_received != announcedLength().value_or(m_received);
         const bool isGzipCut = m_gzip && m_received > 0 && !m_gzip->isAtEnd();
         if (isCut || isGzipCut)
             return Error{ErrorCode::DownloadIncomplete, {}};
-        return std::move(m_body);
+        return FeedAnswer{.status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
+                          .body = std::move(m_body),
+                          .version = {m_reply->rawHeader("ETag"), m_reply->rawHeader("Last-Modified")}};
     }
 
     QNetworkReply *m_reply;
@@ -242,14 +268,14 @@ NetworkFeedDownloader::NetworkFeedDownloader(Limits limits) : m_limits(limits)
 {
 }
 
-void NetworkFeedDownloader::download(const QUrl &url, Completion completion)
+void NetworkFeedDownloader::download(const QUrl &url, const FeedVersion &known, Completion completion)
 {
     if (url.scheme() != u"http" && url.scheme() != u"https") {
         const auto refuse = [completion = std::move(completion)] { completion(Error{ErrorCode::DownloadFailed, {}}); };
         QMetaObject::invokeMethod(&m_network, refuse, Qt::QueuedConnection);
         return;
     }
-    new Transfer(m_network.get(requestFor(url)), m_limits, std::move(completion)); // owned by the reply
+    new Transfer(m_network.get(requestFor(url, known)), m_limits, std::move(completion)); // owned by the reply
 }
 
 } // namespace tessaly

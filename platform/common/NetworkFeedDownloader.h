@@ -19,9 +19,9 @@ namespace tessaly {
 ///
 /// A download ends in failure after `silence` without a byte (DownloadTimedOut), when the body, decompressed, grows
 /// past `largestBody` bytes (DownloadTooLarge), on a step from https to http (DownloadInsecureRedirect), after 20
-/// redirects (DownloadTooManyRedirects), on any TLS error (DownloadTlsFailed, or why the certificate was refused), and
-/// when the connection ends before the body does (DownloadIncomplete). Links that are neither http nor https fail with
-/// DownloadFailed.
+/// redirects (DownloadTooManyRedirects), on any TLS error (DownloadTlsFailed, or why the certificate was refused), when
+/// the connection ends before the body does (DownloadIncomplete), and while this machine is on no network
+/// (DownloadNoNetwork). Links that are neither http nor https fail with DownloadFailed.
 class NetworkFeedDownloader final : public FeedDownloader
 {
 public:
@@ -34,7 +34,7 @@ public:
     explicit NetworkFeedDownloader(Limits limits);
     NetworkFeedDownloader() : NetworkFeedDownloader(Limits()) {}
 
-    void download(const QUrl &url, Completion completion) override;
+    void download(const QUrl &url, const FeedVersion &known, Completion completion) override;
 
 private:
     Limits m_limits;

@@ -140,7 +140,10 @@ void SingleInstance::obey(const QByteArray &line, QLocalSocket *socket)
         });
         return;
     }
+    if (m_endsWithActivation && line != stay)
+        m_server.close();
     socket->write("done\n");
+    socket->flush();
     socket->disconnectFromServer();
     if (line == stay)
         emit residenceRequested();

@@ -45,6 +45,11 @@ public:
     /// holds the directory but does not answer within ten seconds. The lock of a killed process is taken over.
     [[nodiscard]] Result<Role> claim(const Wish &wish);
 
+    /// Takes over the lock that this process held when it ran another program. To be called before claim().
+    void inheritLock() { m_lock.removeStaleLockFile(); }
+    /// From the next activation on, later starts wait until a program that has inherited the lock listens.
+    void setEndsWithActivation() { m_endsWithActivation = true; }
+
     /// Has the process that holds the directory carry out a command and waits for its answer, however long that takes.
     /// Nothing where no process held the directory: now this one does, without listening. Fails as claim() does, and
     /// with StorageLocked where the other process ends, or is of a version that knows no commands. The command is one
@@ -74,6 +79,7 @@ private:
     QString m_serverName;
     QLockFile m_lock;
     QLocalServer m_server;
+    bool m_endsWithActivation = false;
 };
 
 } // namespace tessaly

@@ -1,30 +1,21 @@
 #include "platform/common/SqlitePreferences.h"
 
 #include "platform/common/BlobEdits.h"
+#include "platform/common/ValueDigest.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QtEndian>
 #include <sqlite3.h>
 
-#include <array>
 #include <utility>
-
-#include <zlib.h>
 
 namespace tessaly {
 
 namespace {
 
-/// Stored with each value; the numbers are part of the file format.
-enum class ValueType : qint64 { Flag = 0, Integer = 1, Text = 2, TextList = 3, Blob = 4 };
-
 // An edit that is larger, or one more edit, is worth a new row: a start reads the row and all its edits.
 constexpr qsizetype largestEdit = 16 * 1024;
 constexpr qint64 mostEdits = 256;
-
-// A digest is two checksums in one number.
-constexpr int digestShift = 32;
 
 bool isNumber(ValueType type)
 {
@@ -45,40 +36,6 @@ std::optional<QStringList> listFromText(const QByteArray &text)
     for (const QJsonValue &element : document.array())
         list.append(element.toString());
     return list;
-}
-
-/// The checksum that began with `former`, continued by the bytes.
-quint32 checksumOf(QByteArrayView bytes, quint32 former)
-{
-    if (bytes.isEmpty())
-        return former; // zlib would begin anew where there is no pointer.
-    const auto *data = reinterpret_cast<const unsigned char *>(bytes.data());
-    return static_cast<quint32>(crc32_z(former, data, static_cast<size_t>(bytes.size())));
-}
-
-quint32 checksumOf(std::initializer_list<qint64> numbers, quint32 former)
-{
-    for (const qint64 number : numbers) {
-        std::array<char, sizeof(qint64)> bytes{};
-        qToLittleEndian(number, bytes.data());
-        former = checksumOf(QByteArrayView(bytes.data(), std::ssize(bytes)), former);
-    }
-    return former;
-}
-
-quint32 checksumOfPlain(ValueType type, qint64 number, QByteArrayView text)
-{
-    return checksumOf(text, checksumOf({static_cast<qint64>(type), number}, 0));
-}
-
-quint32 checksumOfBlob(QByteArrayView blob)
-{
-    return checksumOf(blob, checksumOf({static_cast<qint64>(ValueType::Blob)}, 0));
-}
-
-quint32 checksumOfEdit(quint32 former, qint64 offset, qint64 removed, QByteArrayView inserted)
-{
-    return checksumOf(inserted, checksumOf({offset, removed}, former));
 }
 
 // What an older program changes has no digest from then on. A program that knows digests sets one afterwards.
@@ -319,16 +276,14 @@ int SqlitePreferences::find(const QString &key, Place &place) const
     if (!isFound)
         return code == SQLITE_DONE ? SQLITE_OK : code;
     if (hasDigest)
-        place.checksum = static_cast<quint32>(digest >> digestShift);
+        place.checksum = checksumIn(digest);
     return hasDigest && digest != digestOf(name, place) ? SQLITE_CORRUPT : SQLITE_OK;
 }
 
-/// The checksum of the value, and one of all that a key says, the first among it.
 qint64 SqlitePreferences::digestOf(const QByteArray &key, const Place &place)
 {
     const quint32 checksum = place.checksum.value_or(0);
-    const quint32 seal = checksumOf(key, checksumOf({place.row, place.edits, place.size, checksum}, 0));
-    return static_cast<qint64>(static_cast<quint64>(checksum) << digestShift | seal);
+    return digest(checksum, key, {place.row, place.edits, place.size});
 }
 
 int SqlitePreferences::insert(const PreferenceValue &value, Place &place)

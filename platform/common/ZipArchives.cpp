@@ -171,7 +171,7 @@ Result<void> extractArchive(const QString &path, const QString &folder)
     const Archive archive(zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY | ZIP_CHECKCONS, &reason),
                           zip_discard);
     if (!archive)
-        return Error{ErrorCode::ArchiveUnreadable, path};
+        return Error{QFile::exists(path) ? ErrorCode::ArchiveUnreadable : ErrorCode::ArchiveSourceUnreadable, path};
     if (!makePrivateFolder(folder))
         return unwritable(folder);
     Result<void> extracted = extractEntries(archive.get(), folder);

@@ -4,6 +4,8 @@
 
 #include <QMap>
 
+#include <mutex>
+
 namespace tessaly {
 
 /// Files in memory. Every folder exists. What changes files can be made to fail.
@@ -12,6 +14,7 @@ class FakeFileSystem final : public FileSystem
 public:
     [[nodiscard]] bool exists(const QString &path) const override;
     [[nodiscard]] std::optional<QByteArray> read(const QString &path) const override;
+    [[nodiscard]] QByteArray stamp(const QString &path) const override;
     [[nodiscard]] QStringList fileNames(const QString &folder) const override;
     [[nodiscard]] QStringList filesBeneath(const QString &folder) const override;
     [[nodiscard]] bool canOpen(const QString &folder) const override;
@@ -38,6 +41,8 @@ public:
 private:
     [[nodiscard]] bool canRead(const QString &path) const;
 
+    /// Files are also read in other threads.
+    mutable std::recursive_mutex m_mutex;
     QMap<QString, QByteArray> m_files;
     bool m_isReadOnly = false;
     QString m_unreadable;

@@ -14,10 +14,11 @@ namespace tessaly {
 namespace {
 
 /// Where the module is: beside the program in its build directory, or where it was installed. Empty where it is not.
+/// The planner without a window is in a folder beside the module.
 QString moduleFile()
 {
     const QString program = QCoreApplication::applicationDirPath();
-    for (const char *folder : {"/modules", "/../modules", "/" TESSALY_MODULES_FROM_PROGRAM}) {
+    for (const char *folder : {"/modules", "/../modules", "/..", "/" TESSALY_MODULES_FROM_PROGRAM}) {
         const QString file = program + QLatin1String(folder) + QStringLiteral("/libtessaly_eds.so");
         if (QFileInfo::exists(file))
             return file;

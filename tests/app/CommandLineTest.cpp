@@ -62,6 +62,40 @@ private slots:
         QVERIFY2(read.text.contains(mention), qUtf8Printable(read.text));
     }
 
+    void aLinkOrAFileIsOpenedInTheWindow_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("webcal") << QStringLiteral("webcal://example.org/a.ics")
+                                << QStringLiteral("webcal://example.org/a.ics");
+        QTest::newRow("https") << QStringLiteral("https://example.org/a.ics")
+                               << QStringLiteral("https://example.org/a.ics");
+        QTest::newRow("a file's address")
+            << QStringLiteral("file:///tmp/a%20b.ics") << QStringLiteral("file:///tmp/a%20b.ics");
+        const QString file = m_folder.filePath(QStringLiteral("课表 a.ics"));
+        QTest::newRow("a file") << file << file;
+        QTest::newRow("a file beside") << QDir::current().relativeFilePath(file) << file;
+        QTest::newRow("no file") << QStringLiteral("nothing.ics") << QString();
+        QTest::newRow("a folder") << m_folder.path() << QString();
+        QTest::newRow("another scheme") << QStringLiteral("ftp://example.org/a.ics") << QString();
+        QTest::newRow("a command") << QStringLiteral("agenda") << QString();
+        QTest::newRow("what a second start says") << QStringLiteral("open") << QString();
+    }
+
+    void aLinkOrAFileIsOpenedInTheWindow()
+    {
+        QFETCH(const QString, word);
+        QFETCH(const QString, opened);
+        QFile file(m_folder.filePath(QStringLiteral("课表 a.ics")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+
+        const CommandLine read = parseCommandLine({QStringLiteral("tessaly"), word});
+
+        QCOMPARE(read.opened, opened);
+        if (!opened.isEmpty())
+            QCOMPARE(read.task, Task::Run);
+    }
+
     void aBaseDirectoryThatIsNotAbsoluteIsNone()
     {
         const auto afterwards = [](const char *variable, const QByteArray &value) {
@@ -141,6 +175,9 @@ private slots:
         QVERIFY(read.isDataDirectoryGiven);
         QCOMPARE(QDir::cleanPath(read.dataDirectory), QDir::current().absoluteFilePath(QStringLiteral("data")));
     }
+
+private:
+    QTemporaryDir m_folder;
 };
 
 TESSALY_TEST_MAIN(CommandLineTest)

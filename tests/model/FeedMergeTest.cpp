@@ -70,6 +70,52 @@ private slots:
         QCOMPARE(merged, QList<ScheduleItem>{known});
     }
 
+    void notesSurviveReadingTheCalendarWholeAndBackAgain()
+    {
+        // A lecture on Mondays, whose second occurrence was moved by an hour, and a single event.
+        const QList<ParsedEvent> once{eventOf("UID:lecture", 1000), eventOf("UID:exam", 5000)};
+        const auto whole = [] {
+            FeedSchedules schedules(feedID);
+            schedules.add("UID:lecture", {1000}, {.title = QStringLiteral("Lecture"), .date = {1000}});
+            schedules.add("UID:lecture", {2000}, {.title = QStringLiteral("Lecture"), .date = {5600}});
+            schedules.add("UID:exam", {5000}, {.title = QStringLiteral("Exam"), .date = {5000}});
+            schedules.add("UID:exam", {5000}, {.title = QStringLiteral("Exam twice"), .date = {5000}});
+            return schedules.take();
+        };
+        QList<ScheduleItem> schedules = refreshed(once, {});
+        schedules[0].notes = QStringLiteral("first");
+        schedules[1].notes = QStringLiteral("exam");
+
+        QList<ScheduleItem> expanded = mergeFeed(whole(), feedID, schedules);
+
+        QCOMPARE(expanded.size(), 3);
+        QCOMPARE(expanded.at(0).notes, QStringLiteral("first"));
+        QCOMPARE(expanded.at(1).notes, QString());
+        QCOMPARE(expanded.at(1).date, Instant{5600});
+        QCOMPARE(expanded.at(2).notes, QStringLiteral("exam"));
+        QCOMPARE(expanded.at(2).title, QStringLiteral("Exam"));
+        expanded[1].notes = QStringLiteral("moved");
+        QCOMPARE(mergeFeed(whole(), feedID, expanded), expanded);
+
+        QCOMPARE(refreshed(once, expanded), schedules);
+    }
+
+    void aScheduleThatCameBackWithoutItsFeedIsContinued()
+    {
+        ScheduleItem detached{.title = QStringLiteral("Old"), .date = {100}, .notes = QStringLiteral("Mine")};
+        detached.calendarEventIdentifier = keyOf("UID:a", {100});
+
+        const QList<ScheduleItem> merged = refreshed({eventOf("UID:a", 100)}, {detached});
+        QCOMPARE(merged.size(), 1);
+        QCOMPARE(merged.constFirst().id, detached.id);
+        QCOMPARE(merged.constFirst().notes, QStringLiteral("Mine"));
+        QCOMPARE(merged.constFirst().calendarIdentifier, feedCalendarIdentifier(feedID));
+
+        // One that has stayed with the feed comes first.
+        const ScheduleItem linked = refreshed({eventOf("UID:a", 100)}, {}).constFirst();
+        QCOMPARE(refreshed({eventOf("UID:a", 100)}, {detached, linked}).constFirst().id, linked.id);
+    }
+
     void anEventWithAnotherStartOrOfAnotherFeedIsNew()
     {
         const QString key = keyOf("UID:a", {100});

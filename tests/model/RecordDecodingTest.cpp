@@ -193,9 +193,12 @@ void RecordDecodingTest::everyKeyChecksItsType_data()
     add(0, "number", {"endDate"});
     add(0, "text", {"notes", "taskTitle", "tag", "colorName", "customColorHex"});
     add(0, "text", {"calendarEventIdentifier", "calendarIdentifier", "calendarColorHex"});
+    add(0, "number", {"leadMinutes"});
     add(0, "flag", {"isTaskComplete", "calendarExportRequested"});
     add(0, "list", {"tasks"});
-    add(1, "number", {"dueDate", "completedAt"});
+    add(1, "number", {"dueDate", "completedAt", "recurrenceStart"});
+    add(1, "text", {"recurrenceRule"});
+    add(1, "flag", {"recursAfterCompletion"});
     add(1, "text", {"requirement"});
     add(2, "text", {"summary", "category", "colorName"});
     add(2, "number", {"targetDate", "progress"});

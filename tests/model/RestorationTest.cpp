@@ -174,6 +174,26 @@ private slots:
         QCOMPARE(change.schedules.constFirst().after->calendarEventIdentifier, u"event"_s);
     }
 
+    void aRestoredScheduleTakesThePlaceOfAnotherOfItsEvent()
+    {
+        ScheduleItem before = schedule(id1, u"a"_s);
+        before.calendarIdentifier = feedCalendarIdentifier(QUuid::createUuid());
+        before.calendarEventIdentifier = u"event"_s;
+        ScheduleItem again = before;
+        again.id = id2;
+        const PlannerState then{.data = {.schedules = {before}}};
+        const PlannerState now{.data = {.schedules = {again}}};
+
+        const StateChange all = chosenPart(restoration(now, then), {uuidText(id1), uuidText(id2)});
+        QCOMPARE(all.schedules.size(), 2);
+        for (const RecordChange<ScheduleItem> &change : all.schedules)
+            QVERIFY(!change.after || *change.after == before);
+
+        // Beside the other one it is the user's own.
+        const StateChange beside = chosenPart(restoration(now, then), {uuidText(id1)});
+        QCOMPARE(beside.schedules.constFirst().after->calendarIdentifier, std::nullopt);
+    }
+
     void onlyWhatIsChosenChanges()
     {
         const ScheduleItem a = schedule(id1, u"a"_s);

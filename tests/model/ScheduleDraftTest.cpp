@@ -47,6 +47,39 @@ private slots:
         QVERIFY(!cancelled.isEditing);
     }
 
+    void aDuplicateLooksTheSameAndIsInNoCalendar()
+    {
+        ScheduleItem item = lecture();
+        item.tasks = QList<ScheduleTask>{{.title = QStringLiteral("Read")}};
+        item.calendarIdentifier = QStringLiteral("work");
+        item.calendarEventIdentifier = QStringLiteral("event");
+        item.calendarColorHex = QStringLiteral("#112233");
+        item.calendarExportRequested = true;
+
+        const ScheduleItem copy = duplicateOf(item);
+        QVERIFY(copy.id != item.id);
+        QVERIFY(copy.tasks->first().id != item.tasks->first().id);
+        ScheduleItem expected = item;
+        expected.id = copy.id;
+        expected.tasks->first().id = copy.tasks->first().id;
+        expected.calendarIdentifier.reset();
+        expected.calendarEventIdentifier.reset();
+        expected.calendarColorHex.reset();
+        expected.calendarExportRequested.reset();
+        expected.customColorHex = QStringLiteral("#112233");
+        QCOMPARE(copy, expected);
+    }
+
+    void aTypedColourIsRestoredAndSaved()
+    {
+        const ScheduleDraft opened = draftOf(lecture(), NoteMode::Edit);
+        ScheduleDraft draft = opened;
+        draft.colorHex = QStringLiteral("#23884D");
+        ScheduleDraft again = opened;
+        takeUpTyped(again, typedFields(draft, opened));
+        QCOMPARE(editedSchedule(again).customColorHex, draft.colorHex);
+    }
+
     void aTaskListHidesTheSingleTask()
     {
         ScheduleItem item = lecture();

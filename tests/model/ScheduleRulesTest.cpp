@@ -107,6 +107,27 @@ private slots:
         QCOMPARE(movedFocus(last, CalendarScope::Month, 1, monday), last);
     }
 
+    void aWeekIsNamedByItsDays_data()
+    {
+        QTest::addColumn<QDate>("first");
+        QTest::addColumn<QString>("english");
+        QTest::addColumn<QString>("chinese");
+
+        QTest::newRow("in a month") << QDate(2026, 11, 22) << QStringLiteral("Nov 22 – 28, 2026")
+                                    << QStringLiteral("2026年11月22日 – 28日");
+        QTest::newRow("across months") << QDate(2026, 11, 29) << QStringLiteral("Nov 29 – Dec 5, 2026")
+                                       << QStringLiteral("2026年11月29日 – 12月5日");
+        QTest::newRow("across years") << QDate(2026, 12, 28) << QStringLiteral("Dec 28, 2026 – Jan 3, 2027")
+                                      << QStringLiteral("2026年12月28日 – 2027年1月3日");
+    }
+
+    void aWeekIsNamedByItsDays()
+    {
+        QFETCH(const QDate, first);
+        QTEST(dayRangeText(first, first.addDays(6), true), "english");
+        QTEST(dayRangeText(first, first.addDays(6), false), "chinese");
+    }
+
     void titlesAndTimesAreWorded()
     {
         QCOMPARE(monthTitle({2026, 9, 9}, true), QStringLiteral("September 2026"));

@@ -653,7 +653,7 @@ void EventStoreContract::twoWritersAgreeInTheEnd_data()
 void EventStoreContract::twoWritersAgreeInTheEnd()
 {
     QFETCH(const unsigned, seed);
-#ifdef __SANITIZE_ADDRESS__
+#ifdef TESSALY_SANITIZED
     constexpr int steps = 100; // each costs twenty times as much
 #else
     constexpr int steps = 2000;

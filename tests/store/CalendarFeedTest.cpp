@@ -63,7 +63,7 @@ private slots:
         QFETCH(const QString, typed);
         QFETCH(const QString, name);
 
-        const bool isAccepted = store().addCalendarFeed(typed);
+        const bool isAccepted = store().calendarLinks().addCalendarFeed(typed);
 
         QCOMPARE(isAccepted, !name.isEmpty());
         QCOMPARE(store().calendarFeeds().size(), isAccepted ? 1 : 0);
@@ -100,7 +100,7 @@ private slots:
         noted.notes = QStringLiteral("Mine");
         store().updateSchedule(noted);
         changes.clear();
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         downloads().answer(0, calendar({"b", "c"}));
 
         QCOMPARE(titles(),
@@ -119,7 +119,7 @@ private slots:
         const auto backup = m_planner->saved(keys::backupStorageKey);
         m_planner->clock.advance(60);
 
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         downloads().answer(0, calendar({"a", "b"}));
 
         QCOMPARE(changes.size(), 0);
@@ -127,7 +127,7 @@ private slots:
         QCOMPARE(store().calendarFeeds().constFirst().lastUpdated, m_planner->clock.now());
         QCOMPARE(m_planner->message(), QStringLiteral("Linked calendar updated: 2 events imported."));
         for (const auto &events : {QList<QByteArray>{"b", "a"}, {"a"}, {"a", "b", "c"}}) {
-            store().refreshCalendarFeed(feed);
+            store().calendarLinks().refreshCalendarFeed(feed);
             downloads().answer(0, calendar(events));
         }
         QCOMPARE(changes.size(), 3);
@@ -136,14 +136,14 @@ private slots:
     void messagesFollowTheLanguage()
     {
         store().setInterfaceLanguage(AppLanguage::Chinese);
-        store().addCalendarFeed(QStringLiteral("webcal://example.org"));
+        store().calendarLinks().addCalendarFeed(QStringLiteral("webcal://example.org"));
         QCOMPARE(m_planner->message(), QStringLiteral("请输入有效的 iCalendar 链接。"));
         const QUuid feed = addedFeed();
         QCOMPARE(m_planner->message(), QStringLiteral("正在更新链接日历…"));
         downloads().answer(0, QByteArray("BEGIN:VEVENT\nDTSTART:20240902\nDTEND:20240903\nEND:VEVENT"));
         QCOMPARE(m_planner->message(), QStringLiteral("链接日历已更新，共导入 1 个日程。"));
         QCOMPARE(titles(), QStringList{QStringLiteral("未命名日程")});
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         downloads().answer(0, Error{ErrorCode::DownloadTimedOut, {}});
         QCOMPARE(m_planner->message(), QStringLiteral("链接日历更新失败：服务器长时间没有响应。"));
         const QSignalSpy told(m_planner->store.get(), &PlannerStore::calendarSyncMessageReported);
@@ -173,7 +173,7 @@ private slots:
         const QList<CalendarFeed> feeds = store().calendarFeeds();
 
         m_planner->clock.advance(60);
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         if (body.isEmpty())
             downloads().answer(0, Error{ErrorCode::DownloadTimedOut, {}});
         else
@@ -188,7 +188,7 @@ private slots:
     {
         const QUuid feed = addedFeed();
         downloads().answer(0, calendar({"a"}));
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         downloads().answer(0, QByteArray("<html>404</html>"));
 
         QCOMPARE(titles(), QStringList());
@@ -198,8 +198,8 @@ private slots:
     void ofOverlappingRefreshesTheLastResultStays()
     {
         const QUuid feed = addedFeed();
-        store().refreshCalendarFeed(feed);
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
 
         downloads().answer(2, calendar({"third"}));
         downloads().answer(0, calendar({"first"}, large));
@@ -222,7 +222,7 @@ private slots:
     void aStoreMayGoWhileACalendarIsReadOrDownloaded()
     {
         const QUuid feed = addedFeed();
-        store().refreshCalendarFeed(feed);
+        store().calendarLinks().refreshCalendarFeed(feed);
         downloads().answer(0, calendar({"a"}, large));
         m_planner->store.reset();
         downloads().answer(0, calendar({"a"}));
@@ -242,7 +242,7 @@ private slots:
     {
         QFETCH(const bool, isSuccess);
         const QUuid feed = addedFeed();
-        store().deleteCalendarFeed(feed);
+        store().calendarLinks().deleteCalendarFeed(feed);
         const QString message = m_planner->message();
 
         if (isSuccess)
@@ -258,23 +258,23 @@ private slots:
     void anUpdateIsNoLongerReportedWhenNothingIsDownloaded()
     {
         const QString updating = QStringLiteral("Updating linked calendar…");
-        store().deleteCalendarFeed(addedFeed());
+        store().calendarLinks().deleteCalendarFeed(addedFeed());
         QCOMPARE(store().calendarSyncMessage(), std::nullopt);
         downloads().answer(0, calendar({"a"}));
 
         const QUuid kept = addedFeed();
         downloads().answer(0, calendar({"a"}));
-        store().deleteCalendarFeed(addedFeed());
+        store().calendarLinks().deleteCalendarFeed(addedFeed());
         QCOMPARE(store().calendarSyncMessage(), std::nullopt);
 
         const QUuid deleted = addedFeed();
-        store().refreshCalendarFeed(deleted);
-        store().refreshCalendarFeed(kept);
-        store().deleteCalendarFeed(deleted);
+        store().calendarLinks().refreshCalendarFeed(deleted);
+        store().calendarLinks().refreshCalendarFeed(kept);
+        store().calendarLinks().deleteCalendarFeed(deleted);
         QCOMPARE(m_planner->message(), updating);
         downloads().answer(3, Error{ErrorCode::DownloadTimedOut, {}});
-        store().refreshCalendarFeed(kept);
-        store().deleteCalendarFeed(kept);
+        store().calendarLinks().refreshCalendarFeed(kept);
+        store().calendarLinks().deleteCalendarFeed(kept);
         QCOMPARE(store().calendarSyncMessage(), std::nullopt);
     }
 
@@ -286,7 +286,7 @@ private slots:
         downloads().answer(0, calendar({"a"}));
         downloads().answer(0, calendar({"b"}));
 
-        store().deleteCalendarFeed(first);
+        store().calendarLinks().deleteCalendarFeed(first);
 
         QCOMPARE(titles(), (QStringList{QStringLiteral("Own"), QStringLiteral("SUMMARY:b")}));
         QCOMPARE(store().calendarFeeds().size(), 1);
@@ -297,7 +297,7 @@ private slots:
 
     void anUnknownFeedIsNotRefreshed()
     {
-        store().refreshCalendarFeed(QUuid::createUuid());
+        store().calendarLinks().refreshCalendarFeed(QUuid::createUuid());
 
         QCOMPARE(downloads().pendingCount(), 0);
         QCOMPARE(m_planner->message(), QString());
@@ -308,7 +308,7 @@ private:
     FakeFeedDownloader &downloads() { return m_planner->feedDownloader; }
     QUuid addedFeed()
     {
-        store().addCalendarFeed(QStringLiteral("https://example.org/timetable.ics"));
+        store().calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/timetable.ics"));
         return store().calendarFeeds().constLast().id;
     }
     QStringList titles()

@@ -27,10 +27,10 @@ private slots:
         library().deleteDocument(m_document);
         QVERIFY(library().documents().isEmpty());
         QCOMPARE(library().deletedDocuments().constFirst().title, m_document.title);
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
 
         restart();
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
         library().restoreDocument(m_document.id);
 
         QCOMPARE(library().documents(), QList{m_document});
@@ -44,20 +44,20 @@ private slots:
         library().restoreDocument(m_document.id);
 
         store().undo();
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
         QCOMPARE(library().deletedDocuments().size(), 1);
         store().undo();
         QCOMPARE(place(), QStringLiteral("documents"));
         QCOMPARE(library().documents(), QList{m_document});
         QVERIFY(library().deletedDocuments().isEmpty());
         store().redo();
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
         store().undo();
 
         // What was written into a document that was just added is not lost with the addition.
         store().undo();
         QVERIFY(library().documents().isEmpty());
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
         store().redo();
         QCOMPARE(place(), QStringLiteral("documents"));
     }
@@ -112,7 +112,7 @@ private slots:
         const auto path = [this](const char *folder) {
             return u'/' + QString::fromLatin1(folder) + u'/' + uuidText(m_document.id) + QStringLiteral(".md");
         };
-        QVERIFY(m_planner->files.write(path(isDeleting ? "deleted" : "documents"), "text"));
+        QVERIFY(m_planner->files.write(path(isDeleting ? "Deleted" : "documents"), "text"));
         restart();
         QCOMPARE(place(), before);
 
@@ -125,7 +125,7 @@ private slots:
         QCOMPARE(place(), before);
         m_planner->files.setReadOnly(false);
         restart();
-        QCOMPARE(place(), isDeleting ? QStringLiteral("deleted") : QStringLiteral("documents"));
+        QCOMPARE(place(), isDeleting ? QStringLiteral("Deleted") : QStringLiteral("documents"));
     }
 
     void destroyingIsFinal()
@@ -147,7 +147,7 @@ private slots:
         library().deleteDocument(m_document);
         m_planner->clock.advance(29 * 86400.0);
         QCOMPARE(library().daysLeft(library().deletedDocuments().constFirst()), 1);
-        QCOMPARE(place(), QStringLiteral("deleted"));
+        QCOMPARE(place(), QStringLiteral("Deleted"));
 
         // At midnight, while the planner runs.
         m_planner->clock.advance(86400);
@@ -169,7 +169,7 @@ private:
     [[nodiscard]] QString place() const
     {
         QStringList places;
-        for (const QString &folder : {QStringLiteral("documents"), QStringLiteral("deleted")}) {
+        for (const QString &folder : {QStringLiteral("documents"), QStringLiteral("Deleted")}) {
             const QString path = u'/' + folder + u'/';
             const auto text = m_planner->files.read(path + uuidText(m_document.id) + QStringLiteral(".md"));
             const bool hasPicture = m_planner->files.exists(path + QStringLiteral("Assets/") + m_picture);

@@ -35,9 +35,14 @@ struct SessionUnderTest : StoreUnderTest
     /// Opens it as a start after a crash does: on the files as they are now.
     void reopenAfterCrash()
     {
-        const FakeFileSystem before = files;
+        QMap<QString, QByteArray> before;
+        for (const QString &each : files.paths())
+            before.insert(each, files.read(each).value_or(QByteArray()));
         session.reset();
-        files = before;
+        for (const QString &each : files.paths())
+            files.remove(each);
+        for (auto each = before.cbegin(); each != before.cend(); ++each)
+            files.write(each.key(), each.value());
         open();
     }
     void type(const QString &more)
@@ -46,7 +51,7 @@ struct SessionUnderTest : StoreUnderTest
         session->edit();
     }
     [[nodiscard]] QString path() const { return u"/documents/"_s + uuidText(document.id) + u".md"_s; }
-    [[nodiscard]] QString draftPath() const { return u"/drafts/"_s + uuidText(document.id) + u".json"_s; }
+    [[nodiscard]] QString draftPath() const { return u"/Drafts/"_s + uuidText(document.id) + u".json"_s; }
     [[nodiscard]] QByteArray onDisk() const { return files.read(path()).value_or("(missing)"); }
     [[nodiscard]] const MarkdownDocument &stored() const { return library().documents().first(); }
     [[nodiscard]] QString says() const { return session->message().text.english; }

@@ -68,7 +68,7 @@ private slots:
     {
         m_planner->clock.advance(1);
         save(u"one"_s);
-        const QString folder = u"/versions/"_s + uuidText(m_id) + u'/';
+        const QString folder = u"/Versions/"_s + uuidText(m_id) + u'/';
         const QString file = folder + m_planner->files.fileNames(folder.chopped(1)).constFirst();
         const QByteArray bytes = *m_planner->files.read(file);
         for (qsizetype offset = 0; offset < bytes.size(); ++offset) {

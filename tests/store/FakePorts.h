@@ -2,6 +2,7 @@
 
 #include "platform/fake/FakeArchives.h"
 #include "platform/fake/FakeBackups.h"
+#include "platform/fake/FakeCalendarExpander.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
@@ -28,90 +29,74 @@ struct FakePorts
     UserCalendar calendar{QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c()};
     FakeClock clock{Instant::fromUnixSeconds(1'780'000'000)};
 
+    FakeCalendarExpander calendarExpander;
+
     [[nodiscard]] PlannerPorts ports() { return portsOver(preferences); }
-    [[nodiscard]] PlannerPorts portsOver(Preferences &stored)
-    {
-        return portsOver(stored, feedDownloader, notificationPresenter);
-    }
+    [[nodiscard]] PlannerPorts portsOver(Preferences &stored) { return portsWith({.preferences = &stored}); }
     [[nodiscard]] PlannerPorts portsOver(Preferences &stored, EventStore &service)
     {
-        return portsOver(stored, feedDownloader, notificationPresenter, service);
+        return portsWith({.preferences = &stored, .eventStore = &service});
     }
     [[nodiscard]] PlannerPorts portsOver(FeedDownloader &downloader)
     {
-        return portsOver(preferences, downloader, notificationPresenter);
+        return portsWith({.feedDownloader = &downloader});
     }
     [[nodiscard]] PlannerPorts portsOver(NotificationPresenter &presenter)
     {
-        return portsOver(preferences, feedDownloader, presenter);
+        return portsWith({.notificationPresenter = &presenter});
     }
     /// Everything in a data directory.
     [[nodiscard]] PlannerPorts portsOnDisk(Preferences &stored, FileSystem &disk, Archives &onDisk,
                                            const QString &directory)
     {
-        return {stored,
-                eventStore,
-                notificationPresenter,
-                loginItem,
-                reminderLoginItem,
-                feedDownloader,
-                clock,
-                calendar,
-                disk,
-                directory + QStringLiteral("/Documents"),
-                directory + QStringLiteral("/Drafts"),
-                directory + QStringLiteral("/Deleted"),
-                onDisk,
-                directory + QStringLiteral("/Import"),
-                backups,
-                directory + QStringLiteral("/Versions")};
+        return portsWith({.preferences = &stored,
+                          .files = &disk,
+                          .archives = &onDisk,
+                          .directory = directory,
+                          .documents = directory + QStringLiteral("/Documents")});
     }
     /// Documents in a real folder.
     [[nodiscard]] PlannerPorts portsOver(FileSystem &disk, const QString &folder)
     {
-        return {preferences,
-                eventStore,
-                notificationPresenter,
-                loginItem,
-                reminderLoginItem,
-                feedDownloader,
-                clock,
-                calendar,
-                disk,
-                folder,
-                folder + QStringLiteral("/../Drafts"),
-                folder + QStringLiteral("/../Deleted"),
-                archives,
-                folder + QStringLiteral("/../Import"),
-                backups,
-                folder + QStringLiteral("/../Versions")};
+        return portsWith({.files = &disk, .directory = folder + QStringLiteral("/.."), .documents = folder});
     }
 
-private:
-    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader,
-                                         NotificationPresenter &presenter)
+    /// What takes the place of a fake; null keeps it.
+    struct Others
     {
-        return portsOver(stored, downloader, presenter, eventStore);
-    }
-    [[nodiscard]] PlannerPorts portsOver(Preferences &stored, FeedDownloader &downloader,
-                                         NotificationPresenter &presenter, EventStore &service)
+        Preferences *preferences = nullptr;
+        EventStore *eventStore = nullptr;
+        NotificationPresenter *notificationPresenter = nullptr;
+        FeedDownloader *feedDownloader = nullptr;
+        FileSystem *files = nullptr;
+        Archives *archives = nullptr;
+        CalendarExpander *calendarExpander = nullptr;
+        QString directory = {};
+        QString documents = QStringLiteral("/documents");
+    };
+    [[nodiscard]] PlannerPorts portsWith(const Others &others)
     {
-        return {stored,
-                service,
-                presenter,
+        const auto chosen = [](auto *other, auto &fake) -> auto &
+        {
+            return other ? *other : fake;
+        };
+        return {chosen(others.preferences, static_cast<Preferences &>(preferences)),
+                chosen(others.eventStore, static_cast<EventStore &>(eventStore)),
+                chosen(others.notificationPresenter, static_cast<NotificationPresenter &>(notificationPresenter)),
                 loginItem,
                 reminderLoginItem,
-                downloader,
+                chosen(others.feedDownloader, static_cast<FeedDownloader &>(feedDownloader)),
                 clock,
                 calendar,
-                files,
-                QStringLiteral("/documents"),
-                QStringLiteral("/drafts"),
-                QStringLiteral("/deleted"),
-                archives,
-                QStringLiteral("/import"),
+                chosen(others.files, static_cast<FileSystem &>(files)),
+                others.documents,
+                others.directory + QStringLiteral("/Drafts"),
+                others.directory + QStringLiteral("/Deleted"),
+                chosen(others.archives, static_cast<Archives &>(archives)),
+                others.directory + QStringLiteral("/Import"),
                 backups,
-                QStringLiteral("/versions")};
+                others.directory + QStringLiteral("/Versions"),
+                chosen(others.calendarExpander, static_cast<CalendarExpander &>(calendarExpander))};
     }
 };
 

@@ -142,7 +142,7 @@ private slots:
         QTest::newRow("clear") << Change([](PlannerStore &store) { store.clearPersonalContent(); })
                                << GenerationReason::Clear;
         QTest::newRow("delete a link") << Change([](PlannerStore &store) {
-            store.deleteCalendarFeed(store.calendarFeeds().constFirst().id);
+            store.calendarLinks().deleteCalendarFeed(store.calendarFeeds().constFirst().id);
         }) << GenerationReason::LinkDeletion;
     }
 
@@ -153,7 +153,7 @@ private slots:
         StoreUnderTest planner;
         PlannerStore &store = planner.start();
         store.generations().start(version);
-        QVERIFY(store.addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
+        QVERIFY(store.calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
         ScheduleItem item = scheduleTitled(QStringLiteral("a"));
         item.notes = QStringLiteral("n");
         item.calendarIdentifier = feedCalendarIdentifier(store.calendarFeeds().constFirst().id);
@@ -196,14 +196,14 @@ private slots:
         StoreUnderTest planner;
         PlannerStore &store = planner.start();
         store.generations().start(version);
-        QVERIFY(store.addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
+        QVERIFY(store.calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
         planner.feedDownloader.answer(0, calendar("1"));
         QCOMPARE(store.schedules().size(), 1);
         ScheduleItem item = store.schedules().constFirst();
         item.notes = QStringLiteral("n").repeated(hasNotes ? 1 : 0);
         store.updateSchedule(item);
 
-        store.refreshCalendarFeed(store.calendarFeeds().constFirst().id);
+        store.calendarLinks().refreshCalendarFeed(store.calendarFeeds().constFirst().id);
         planner.feedDownloader.answer(0, calendar(isGone ? "2" : "1"));
 
         QTEST(static_cast<int>(planner.backups.list().size()), "restorePoints");

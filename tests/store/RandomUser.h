@@ -108,12 +108,13 @@ private:
     {
         const qsizetype row = any(m_store.calendarFeeds());
         if (row < 0) {
-            m_store.addCalendarFeed(QStringLiteral("https://example.org/%1.ics").arg(m_random.below(1'000'000)));
+            m_store.calendarLinks().addCalendarFeed(
+                QStringLiteral("https://example.org/%1.ics").arg(m_random.below(1'000'000)));
             return;
         }
         const QUuid feed = m_store.calendarFeeds().at(row).id;
         if (m_random.happens(0.3))
-            return m_store.deleteCalendarFeed(feed);
+            return m_store.calendarLinks().deleteCalendarFeed(feed);
         ScheduleItem item = m_random.schedule();
         item.calendarIdentifier = feedCalendarIdentifier(feed);
         m_store.addSchedule(item);

@@ -156,10 +156,10 @@ private slots:
             planner.store->clearPersonalContent();
         }) << true << false;
         QTest::newRow("progress") << std::function([](StoreUnderTest &planner) {
-            planner.store->addCalendarFeed(QStringLiteral("https://example.org/a.ics"));
+            planner.store->calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics"));
         }) << false << false;
         QTest::newRow("refused link") << std::function([](StoreUnderTest &planner) {
-            planner.store->addCalendarFeed(QStringLiteral("a.ics"));
+            planner.store->calendarLinks().addCalendarFeed(QStringLiteral("a.ics"));
         }) << false << true;
         QTest::newRow("failure") << std::function([](StoreUnderTest &planner) {
             planner.preferences.failWritesWith(Error{ErrorCode::StorageFull, {}});

@@ -206,7 +206,7 @@ private slots:
     void aLinkComesBackWithTheSchedulesItHadInTheEnd()
     {
         PlannerStore &store = *m_planner->store;
-        QVERIFY(store.addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
+        QVERIFY(store.calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics")));
         ScheduleItem brought = scheduleTitled(QStringLiteral("Lecture"));
         brought.calendarIdentifier = feedCalendarIdentifier(store.calendarFeeds().constFirst().id);
         store.editSchedules([&brought](QList<ScheduleItem> &schedules) {
@@ -264,10 +264,10 @@ private slots:
     {
         m_planner->put(keys::storageKey, *encodeSavedData(RecordGenerator().savedData(5, 5, 5)));
         PlannerStore &store = m_planner->startInEnglish();
-        store.addCalendarFeed(QStringLiteral("https://example.org/a.ics"));
+        store.calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics"));
         m_planner->preferences.failWritesWith(Error{ErrorCode::StorageFull});
         store.clearPersonalContent();
-        store.deleteCalendarFeed(store.calendarFeeds().constFirst().id);
+        store.calendarLinks().deleteCalendarFeed(store.calendarFeeds().constFirst().id);
         QVERIFY(store.hasUnsavedChanges());
 
         m_planner->preferences.failWritesWith(std::nullopt);

@@ -7,8 +7,10 @@
 #include <QHash>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -30,6 +32,9 @@ void check(bool isDone, GError *error, const char *what)
 }
 
 constexpr int mostAttempts = 5;
+constexpr std::chrono::milliseconds betweenLooks{50};
+/// The service is started again within a second or two, on a busy machine a few more.
+constexpr std::chrono::seconds patience{30};
 
 class Peer
 {
@@ -47,6 +52,9 @@ public:
 
 private:
     [[nodiscard]] ESourceRegistry *registry();
+    /// The calendar of that name. While the service starts again after its death the registry is empty: it is waited
+    /// for.
+    [[nodiscard]] std::shared_ptr<ESource> source(const QString &uid);
     [[nodiscard]] std::shared_ptr<ECalClient> client(const QString &calendarUid);
     /// Whether a call failed for another reason than that the event is not there. The next connects anew.
     bool hasFailed(const QString &calendarUid, GError *error, const char *what);
@@ -64,6 +72,20 @@ ESourceRegistry *Peer::registry()
         check(m_registry != nullptr, error, "registry");
     }
     return m_registry.get();
+}
+
+std::shared_ptr<ESource> Peer::source(const QString &uid)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (std::chrono::steady_clock::now() < end) {
+        while (g_main_context_iteration(nullptr, FALSE)) {
+        }
+        if (auto found = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData())))
+            return found;
+        // lint-allow(sleep): the program has no event loop, and looks again and again for what it waits for
+        std::this_thread::sleep_for(betweenLooks);
+    }
+    qFatal("%s is not among the calendars", qPrintable(uid));
 }
 
 QString Peer::addLocalCalendar(const QString &title)
@@ -115,10 +137,14 @@ void Peer::hideCalendar(const QString &uid)
 {
     m_clients.remove(uid);
     GError *error = nullptr;
-    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
-    e_source_set_display_name(source.get(), "hidden");
-    e_source_set_enabled(source.get(), FALSE);
-    const bool isDone = e_source_write_sync(source.get(), nullptr, &error);
+    bool isDone = false;
+    for (int attempt = 0; !isDone && attempt < mostAttempts; ++attempt) {
+        g_clear_error(&error);
+        const auto hidden = source(uid);
+        e_source_set_display_name(hidden.get(), "hidden");
+        e_source_set_enabled(hidden.get(), FALSE);
+        isDone = e_source_write_sync(hidden.get(), nullptr, &error);
+    }
     check(isDone, error, "hide");
 }
 
@@ -126,25 +152,27 @@ void Peer::removeCalendar(const QString &uid)
 {
     m_clients.remove(uid);
     GError *error = nullptr;
-    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
-    const bool isDone = source && e_source_remove_sync(source.get(), nullptr, &error);
+    const bool isDone = e_source_remove_sync(source(uid).get(), nullptr, &error);
     check(isDone, error, "remove");
 }
 
 void Peer::setDefaultCalendar(const QString &uid)
 {
-    const auto source = shared(e_source_registry_ref_source(registry(), uid.toUtf8().constData()));
-    e_source_registry_set_default_calendar(registry(), source.get());
+    e_source_registry_set_default_calendar(registry(), source(uid).get());
 }
 
 std::shared_ptr<ECalClient> Peer::client(const QString &calendarUid)
 {
     std::shared_ptr<ECalClient> &client = m_clients[calendarUid];
     if (!client) {
+        EClient *connected = nullptr;
         GError *error = nullptr;
-        const auto source = shared(e_source_registry_ref_source(registry(), calendarUid.toUtf8().constData()));
-        EClient *connected = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS,
-                                                       static_cast<guint32>(-1), nullptr, &error);
+        // The service may die meanwhile.
+        for (int attempt = 0; !connected && attempt < mostAttempts; ++attempt) {
+            g_clear_error(&error);
+            connected = e_cal_client_connect_sync(source(calendarUid).get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS,
+                                                  static_cast<guint32>(-1), nullptr, &error);
+        }
         check(connected != nullptr, error, "connect");
         client = shared(E_CAL_CLIENT(connected));
     }
@@ -236,12 +264,11 @@ void Peer::refresh(const QString &calendarUid)
 
 void Peer::answerPassword(const QString &calendarUid, const QString &password)
 {
-    const auto source = shared(e_source_registry_ref_source(registry(), calendarUid.toUtf8().constData()));
     ENamedParameters *credentials = e_named_parameters_new();
     e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_USERNAME, "me");
     e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_PASSWORD, password.toUtf8().constData());
     GError *error = nullptr;
-    const bool isDone = e_source_invoke_authenticate_sync(source.get(), credentials, nullptr, &error);
+    const bool isDone = e_source_invoke_authenticate_sync(source(calendarUid).get(), credentials, nullptr, &error);
     e_named_parameters_free(credentials);
     check(isDone, error, "authenticate");
 }

@@ -29,6 +29,7 @@ CalendarSession::CalendarSession()
                 {QStringLiteral("--session"), QStringLiteral("--print-address"), QStringLiteral("--nofork"),
                  QStringLiteral("--address=unix:dir=") + m_directory.filePath(QStringLiteral("run"))});
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.firstLine().toLatin1());
+    m_peer.showErrors();
     m_peer.start(QStringLiteral(CALENDAR_PEER_PROGRAM), {});
 }
 

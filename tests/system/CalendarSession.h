@@ -38,6 +38,8 @@ public:
     [[nodiscard]] QByteArray fileOfLocalCalendar(const QString &calendarUid) const;
     /// Ends the process that has this name on the bus, as a crash would.
     void kill(const QString &busName);
+    /// The desktop's bus goes away for good.
+    void endBus() { m_bus.kill(); }
 
 private:
     QByteArrayList send(const QByteArray &command, const QByteArrayList &fields);

@@ -163,7 +163,7 @@ void DocumentPictureTest::saysWhatItDoesNotShow()
 
 void DocumentPictureTest::findsOnlyFilesThatTheTextNames()
 {
-    QVERIFY(m_document->show(u"![](a.png)"_s));
+    QVERIFY(m_document->showAnew(u"![](a.png)"_s));
     (void)m_document->ask(u"window.found = ''; for (const address of ['%1', 'a.png']) { const image = new Image;"
                           " image.onload = () => found += 'found'; image.onerror = () => found += 'refused';"
                           " image.src = '/picture/1?' + encodeURIComponent(address); }"_s.arg(filledIn(u"FILE"_s)));

@@ -19,6 +19,9 @@ class DocumentPreviewTest : public QObject
 private slots:
     void rendersWhatMarkdownMeans_data();
     void rendersWhatMarkdownMeans();
+    void anEditLeavesTheRestAsItIs_data();
+    void anEditLeavesTheRestAsItIs();
+    void definitionsOfAFormulaHoldForTheOthers();
     void showsTwentyMegabytesOfPictures();
     void showsTenThousandLines();
     void typesetsManyFormulasWhereTheyAreSeen();
@@ -68,6 +71,8 @@ private:
 };
 
 const QString content = u"document.getElementById('content').textContent.trim()"_s;
+/// Without what tells the requests of pages apart.
+const QString markup = u"document.getElementById('content').innerHTML.replace(/\\/picture\\/[^?]*/g, '')"_s;
 
 QString count(const QString &selector)
 {
@@ -181,6 +186,75 @@ void DocumentPreviewTest::rendersWhatMarkdownMeans()
     QFETCH(const QString, script);
     QVERIFY(m_document->show(markdown));
     QTEST(m_document->ask(script), "expected");
+    const QVariant edited = m_document->ask(markup);
+    QVERIFY(m_document->showAnew(markdown));
+    QTEST(m_document->ask(script), "expected");
+    QCOMPARE(edited, m_document->ask(markup));
+}
+
+void DocumentPreviewTest::anEditLeavesTheRestAsItIs_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+
+    const auto row = [](const char *name, const QString &from, const QString &to) {
+        QTest::newRow(name) << from << to;
+    };
+    row("the last paragraph", u"@last"_s, u"@changed, *last*"_s);
+    row("a paragraph in front", u"@first"_s, u"@new\n\nfirst"_s);
+    row("no paragraph in front", u"@first"_s, QString());
+    row("in the same paragraph", u"@within"_s, u"@with *more* text"_s);
+    row("in the same list", u"- @item\n"_s, u"- @new\n- item\n- other\n"_s);
+    row("between the tags of an element", u"@inside"_s, u"@inside, and $y$\n\nmore"_s);
+    row("in code", u"@def"_s, u"@class"_s);
+    row("the target of a link", u"/@target"_s, u"/@other"_s);
+}
+
+void DocumentPreviewTest::anEditLeavesTheRestAsItIs()
+{
+    QFETCH(const QString, from);
+    QFETCH(const QString, to);
+    QString text =
+        u"@first\n\n@within ![](data:image/png;base64,AA==) and $x_1$ or $x_1$\n\n- @item\n- $x_2$\n- ![](%1)\n\n"
+        "<details><summary>a</summary>\n\n@inside $x_3$\n\n![](https://127.0.0.1:9/)\n\n</details>\n\n"
+        "```python\n@def f(): pass\n```\n\n[link]\n\n@last\n\n[link]: /@target\n"_s;
+    const QTemporaryDir folder;
+    text = text.arg(noisePicture(folder, u"a.png"_s, 4));
+    QString edited = text;
+    edited.replace(from, to).remove(u'@');
+    text.remove(u'@');
+    const QString things = u"[...document.querySelectorAll('#content :is(img, .tessaly-formula, details)')]"_s;
+
+    QVERIFY(m_document->showAnew(text));
+    const QVariant page = m_document->ask(u"location.pathname"_s);
+    const int count = m_document
+                          ->ask(u"window.things = %1; document.querySelector('details').open = true;"
+                                " things.length"_s.arg(things))
+                          .toInt();
+    QCOMPARE(count, 8);
+    QVERIFY(m_document->show(edited));
+    QCOMPARE(m_document->ask(u"location.pathname"_s), page);
+    QCOMPARE(m_document->ask(u"const now = %1; things.filter(thing => !now.includes(thing)).length"_s.arg(things)),
+             QVariant(0));
+    QCOMPARE(m_document->ask(u"document.querySelector('details').open"_s), QVariant(true));
+    (void)m_document->ask(u"document.querySelector('details').open = false"_s);
+    const QVariant markupOfEdit = m_document->ask(markup);
+    QVERIFY(m_document->showAnew(edited));
+    QCOMPARE(markupOfEdit, m_document->ask(markup));
+}
+
+void DocumentPreviewTest::definitionsOfAFormulaHoldForTheOthers()
+{
+    const QString content = u"document.querySelectorAll('mjx-merror').length + '/' +"
+                            " document.querySelectorAll('#content mjx-c.mjx-c1D44E').length"_s;
+    QVERIFY(m_document->showAnew(u"$\\newcommand{\\mine}{a} x$\n\n$\\mine$\n\nend"_s));
+    QCOMPARE(m_document->ask(content), QVariant(u"0/1"_s));
+    QVERIFY(m_document->show(u"$\\newcommand{\\mine}{a a} x$\n\n$\\mine$\n\nend"_s));
+    QCOMPARE(m_document->ask(content), QVariant(u"0/2"_s));
+    QVERIFY(m_document->show(u"$x$\n\n$\\mine$\n\nend"_s));
+    const QVariant undefined = m_document->ask(markup);
+    QVERIFY(m_document->showAnew(u"$x$\n\n$\\mine$\n\nend"_s));
+    QCOMPARE(undefined, m_document->ask(markup));
 }
 
 void DocumentPreviewTest::showsTwentyMegabytesOfPictures()

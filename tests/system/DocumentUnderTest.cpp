@@ -11,6 +11,8 @@
 
 namespace tessaly {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Room for a machine that does other things too.
@@ -96,9 +98,23 @@ bool DocumentUnderTest::show(const QString &markdown)
     return !isRendering() || rendered.wait(patience);
 }
 
+bool DocumentUnderTest::showAnew(const QString &markdown)
+{
+    // A document in another folder gets a page of its own.
+    m_hasOtherSpelling = !m_hasOtherSpelling;
+    QSignalSpy rendered(m_preview, SIGNAL(rendered()));
+    if (isRendering() && !rendered.wait(patience))
+        return false;
+    rendered.clear();
+    type(markdown);
+    setFolder(m_folder);
+    return rendered.wait(patience);
+}
+
 void DocumentUnderTest::setFolder(const QString &path)
 {
-    m_preview->setProperty("baseUrl", QUrl::fromLocalFile(path));
+    m_folder = path;
+    m_preview->setProperty("baseUrl", QUrl::fromLocalFile(m_hasOtherSpelling ? path + u"/."_s : path));
 }
 
 void DocumentUnderTest::setDark(bool isDark)

@@ -16,6 +16,8 @@ public:
 
     /// Gives the preview a text and waits until it is on screen.
     [[nodiscard]] bool show(const QString &markdown);
+    /// The same in a new page.
+    [[nodiscard]] bool showAnew(const QString &markdown);
     /// Gives the preview a text and does not wait.
     void type(const QString &markdown);
     [[nodiscard]] bool isRendering() const { return m_preview->property("isRendering").toBool(); }
@@ -36,6 +38,8 @@ public:
 private:
     QQuickView m_view;
     QObject *m_preview = nullptr;
+    QString m_folder = QStringLiteral("/nowhere");
+    bool m_hasOtherSpelling = false;
 };
 
 /// Must run before the application object exists: like the program, without a choice about OpenGL.

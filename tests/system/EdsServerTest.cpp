@@ -52,6 +52,12 @@ private slots:
         openStore();
         QTRY_VERIFY_WITH_TIMEOUT(isRead(), patience);
     }
+    void cleanupTestCase()
+    {
+        // The program outlives the desktop's bus, and still answers.
+        m_session.endBus();
+        QTRY_COMPARE_WITH_TIMEOUT(reason(), UnreadCalendar::Reason::Unreadable, patience);
+    }
     void cleanup()
     {
         m_store->setChangeHandler({});

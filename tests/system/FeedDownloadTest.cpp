@@ -43,10 +43,10 @@ QByteArray calendar(int events)
     return text + "END:VCALENDAR\r\n";
 }
 
-QString described(const Result<QByteArray> &result)
+QString described(const Result<FeedAnswer> &result)
 {
     if (result)
-        return QStringLiteral("body of %1 bytes").arg(result.value().size());
+        return QStringLiteral("status %1, body of %2 bytes").arg(result.value().status).arg(result.value().body.size());
     return QStringLiteral("error %1 %2").arg(static_cast<int>(result.error().code)).arg(result.error().detail);
 }
 
@@ -101,10 +101,10 @@ private slots:
         QFETCH(const QByteArray, body);
         m_server->on(QStringLiteral("/a.ics"), answer);
 
-        const Result<QByteArray> result = downloaded();
+        const Result<FeedAnswer> result = downloaded();
 
         QVERIFY2(result, qPrintable(described(result)));
-        QVERIFY2(result.value() == body, qPrintable(described(result)));
+        QVERIFY2(result.value().body == body, qPrintable(described(result)));
     }
 
     void aBrokenAnswerFails_data()
@@ -149,7 +149,7 @@ private slots:
         QFETCH(const ErrorCode, expected);
         m_server->on(QStringLiteral("/a.ics"), answer);
 
-        const Result<QByteArray> result = downloaded();
+        const Result<FeedAnswer> result = downloaded();
 
         QVERIFY2(!result && result.error().code == expected, qPrintable(described(result)));
     }
@@ -159,9 +159,9 @@ private slots:
         m_downloader = std::make_unique<NetworkFeedDownloader>(NetworkFeedDownloader::Limits{silence, 1000});
         m_server->on(QStringLiteral("/a.ics"), response("200 OK", QByteArray(1000, 'x')));
 
-        const Result<QByteArray> result = downloaded();
+        const Result<FeedAnswer> result = downloaded();
 
-        QVERIFY2(result && result.value().size() == 1000, qPrintable(described(result)));
+        QVERIFY2(result && result.value().body.size() == 1000, qPrintable(described(result)));
     }
 
     void redirectsAreFollowedButNotForEver()
@@ -171,10 +171,10 @@ private slots:
         m_server->on(QStringLiteral("/c"), response("200 OK", "here"));
         m_server->on(QStringLiteral("/loop"), redirect("302 Found", m_server->url(QStringLiteral("/loop"))));
 
-        const Result<QByteArray> result = downloaded();
-        const Result<QByteArray> loop = downloaded(QStringLiteral("/loop"));
+        const Result<FeedAnswer> result = downloaded();
+        const Result<FeedAnswer> loop = downloaded(QStringLiteral("/loop"));
 
-        QVERIFY2(result && result.value() == "here", qPrintable(described(result)));
+        QVERIFY2(result && result.value().body == "here", qPrintable(described(result)));
         QVERIFY2(!loop && loop.error().code == ErrorCode::DownloadTooManyRedirects, qPrintable(described(loop)));
     }
 
@@ -187,9 +187,9 @@ private slots:
             drip->start(silence / 10);
         });
 
-        const Result<QByteArray> result = downloaded();
+        const Result<FeedAnswer> result = downloaded();
 
-        QVERIFY2(result && result.value() == QByteArray(20, 'x'), qPrintable(described(result)));
+        QVERIFY2(result && result.value().body == QByteArray(20, 'x'), qPrintable(described(result)));
     }
 
     void aSilentServerTimesOut_data()
@@ -204,7 +204,7 @@ private slots:
         QFETCH(const QByteArray, answer);
         m_server->on(QStringLiteral("/a.ics"), [answer](QTcpSocket &socket) { socket.write(answer); });
 
-        const Result<QByteArray> result = downloaded();
+        const Result<FeedAnswer> result = downloaded();
 
         QVERIFY2(!result && result.error().code == ErrorCode::DownloadTimedOut, qPrintable(described(result)));
     }
@@ -213,12 +213,116 @@ private slots:
     {
         const QUrl url = m_server->url(QStringLiteral("/a.ics"));
         m_server->close();
-        const Result<QByteArray> refused = downloaded(url);
+        const Result<FeedAnswer> refused = downloaded(url);
         QVERIFY2(!refused && refused.error().code == ErrorCode::DownloadConnectionFailed,
                  qPrintable(described(refused)));
 
-        const Result<QByteArray> file = downloaded(QUrl(QStringLiteral("file:///etc/hostname")));
+        const Result<FeedAnswer> file = downloaded(QUrl(QStringLiteral("file:///etc/hostname")));
         QVERIFY2(!file && file.error().code == ErrorCode::DownloadFailed, qPrintable(described(file)));
+    }
+
+    void theStatusAndTheVersionAreToldAndAKnownVersionIsNamed_data()
+    {
+        QTest::addColumn<FeedVersion>("known");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<FeedAnswer>("expected");
+        QTest::addColumn<QByteArrayList>("asked");
+
+        const FeedVersion both{"\"v1\"", "Sun, 22 Nov 2026 09:10:00 GMT"};
+        const QByteArray headers = "ETag: \"v1\"\r\nLast-Modified: Sun, 22 Nov 2026 09:10:00 GMT\r\n";
+        QTest::newRow("first") << FeedVersion() << response("200 OK", "new", headers)
+                               << FeedAnswer{.status = 200, .body = "new", .version = both} << QByteArrayList();
+        QTest::newRow("modified") << FeedVersion{"W/\"v0\"", {}} << response("200 OK", "new", headers)
+                                  << FeedAnswer{.status = 200, .body = "new", .version = both}
+                                  << QByteArrayList{"If-None-Match: W/\"v0\""};
+        const QByteArray unmodified = "HTTP/1.1 304 Not Modified\r\n" + headers + "Connection: close\r\n\r\n";
+        QTest::newRow("not modified") << both << unmodified << FeedAnswer{.status = 304, .version = both}
+                                      << QByteArrayList{"If-None-Match: \"v1\"",
+                                                        "If-Modified-Since: Sun, 22 Nov 2026 09:10:00 GMT"};
+        QTest::newRow("gone") << FeedVersion{{}, both.lastModified} << response("404 Not Found", "none")
+                              << FeedAnswer{.status = 404, .body = "none"}
+                              << QByteArrayList{"If-Modified-Since: Sun, 22 Nov 2026 09:10:00 GMT"};
+        QTest::newRow("broken") << FeedVersion() << response("500 Internal Server Error", "oops")
+                                << FeedAnswer{.status = 500, .body = "oops"} << QByteArrayList();
+    }
+
+    void theStatusAndTheVersionAreToldAndAKnownVersionIsNamed()
+    {
+        QFETCH(const FeedVersion, known);
+        QFETCH(const QByteArray, answer);
+        QFETCH(const FeedAnswer, expected);
+        QFETCH(const QByteArrayList, asked);
+        m_server->on(QStringLiteral("/a.ics"), answer);
+
+        const Result<FeedAnswer> result = downloaded(m_server->url(QStringLiteral("/a.ics")), known);
+
+        QVERIFY2(result, qPrintable(described(result)));
+        QCOMPARE(result.value().status, expected.status);
+        QCOMPARE(result.value().body, expected.body);
+        QCOMPARE(result.value().version, expected.version);
+        QByteArrayList conditions;
+        for (const QByteArray &line : m_server->requests().constLast().split('\n')) {
+            if (line.startsWith("If-"))
+                conditions.append(line.trimmed());
+        }
+        std::ranges::sort(conditions);
+        QByteArrayList expectedConditions = asked;
+        std::ranges::sort(expectedConditions);
+        QCOMPARE(conditions, expectedConditions);
+    }
+
+    void aTimetableIsFollowedOverTheTerm()
+    {
+        // A link on a real server, followed for a week: it changes, fails, moves on, and is read by itself throughout.
+        FakePorts fakes;
+        PlannerStore store(fakes.portsOver(*m_downloader));
+        store.start();
+        const auto serve = [&](int events, const QByteArray &tag) {
+            const QByteArray body = calendar(events);
+            m_server->on(QStringLiteral("/timetable.ics"), [=, this](QTcpSocket &socket) {
+                const bool isKnown = m_server->requests().constLast().contains("If-None-Match: " + tag);
+                const QByteArray version = "ETag: " + tag + "\r\n";
+                socket.write(isKnown ? "HTTP/1.1 304 Not Modified\r\nConnection: close\r\n\r\n"
+                                     : response("200 OK", body, version));
+                socket.disconnectFromHost();
+            });
+        };
+        const auto readings = [&](int hours) {
+            const qsizetype asked = m_server->requests().size();
+            for (int hour = 0; hour < hours; ++hour) {
+                fakes.clock.advance(3600 * 1.1);
+                const Instant now = fakes.clock.now();
+                const CalendarFeed &link = store.calendarFeeds().constFirst();
+                if (!QTest::qWaitFor([&] { return store.calendarLinks().lastRead(link) == std::optional(now); }))
+                    return qsizetype(-1);
+            }
+            return m_server->requests().size() - asked;
+        };
+        serve(40, "\"monday\"");
+        store.calendarLinks().addCalendarFeed(m_server->url(QStringLiteral("/timetable.ics")).toString(),
+                                              {.isKeptUpToDate = true});
+        QTRY_COMPARE(store.schedules().size(), 40);
+
+        QCOMPARE(readings(24), 24);
+        QCOMPARE(m_server->requests().constLast().contains("If-None-Match: \"monday\""), true);
+        QCOMPARE(store.schedules().size(), 40);
+
+        serve(42, "\"tuesday\"");
+        QCOMPARE(readings(1), 1);
+        QTRY_COMPARE(store.schedules().size(), 42);
+
+        m_server->on(QStringLiteral("/timetable.ics"), response("404 Not Found", "<html>none</html>"));
+        fakes.clock.advance(3600 * 1.1);
+        const QUuid feed = store.calendarFeeds().constFirst().id;
+        QTRY_VERIFY(store.calendarLinks().health(feed)->failingSince);
+        QCOMPARE(store.calendarLinks().health(feed)->failure.english,
+                 QStringLiteral("the server says the file is gone (404)"));
+        QCOMPARE(store.schedules().size(), 42);
+
+        serve(41, "\"friday\"");
+        fakes.clock.advance(6 * 3600 * 1.1);
+        QTRY_COMPARE(store.schedules().size(), 41);
+        QVERIFY(!store.calendarLinks().health(feed)->failingSince);
     }
 
     void cookiesAreNotKept()
@@ -248,7 +352,7 @@ private slots:
         m_server->on(QStringLiteral("/a.ics"), response("200 OK", "open"));
         m_server->on(QStringLiteral("/up"), redirect("302 Found", secure.url(QStringLiteral("/a.ics"))));
 
-        const Result<QByteArray> untrusted = downloaded(secure.url(QStringLiteral("/a.ics")));
+        const Result<FeedAnswer> untrusted = downloaded(secure.url(QStringLiteral("/a.ics")));
         QVERIFY2(!untrusted && untrusted.error().code == ErrorCode::DownloadCertificateUntrusted,
                  qPrintable(described(untrusted)));
 
@@ -258,13 +362,13 @@ private slots:
         QSslConfiguration::setDefaultConfiguration(trusting);
         // The one before keeps the settings of hosts it has talked to.
         m_downloader = std::make_unique<NetworkFeedDownloader>();
-        const Result<QByteArray> trusted = downloaded(secure.url(QStringLiteral("/a.ics")));
-        const Result<QByteArray> upwards = downloaded(QStringLiteral("/up"));
-        const Result<QByteArray> downwards = downloaded(secure.url(QStringLiteral("/down")));
+        const Result<FeedAnswer> trusted = downloaded(secure.url(QStringLiteral("/a.ics")));
+        const Result<FeedAnswer> upwards = downloaded(QStringLiteral("/up"));
+        const Result<FeedAnswer> downwards = downloaded(secure.url(QStringLiteral("/down")));
         QSslConfiguration::setDefaultConfiguration(before);
 
-        QVERIFY2(trusted && trusted.value() == "secret", qPrintable(described(trusted)));
-        QVERIFY2(upwards && upwards.value() == "secret", qPrintable(described(upwards)));
+        QVERIFY2(trusted && trusted.value().body == "secret", qPrintable(described(trusted)));
+        QVERIFY2(upwards && upwards.value().body == "secret", qPrintable(described(upwards)));
         QVERIFY2(!downwards && downwards.error().code == ErrorCode::DownloadInsecureRedirect,
                  qPrintable(described(downwards)));
     }
@@ -273,7 +377,7 @@ private slots:
     {
         m_server->on(QStringLiteral("/a.ics"), [this](QTcpSocket &) { m_downloader.reset(); });
         bool isCompleted = false;
-        m_downloader->download(m_server->url(QStringLiteral("/a.ics")), [&](const auto &) { isCompleted = true; });
+        m_downloader->download(m_server->url(QStringLiteral("/a.ics")), {}, [&](const auto &) { isCompleted = true; });
 
         QTRY_VERIFY(!m_downloader);
         QCoreApplication::processEvents();
@@ -294,7 +398,7 @@ private slots:
         FakePorts fakes;
         PlannerStore store(fakes.portsOver(*m_downloader));
 
-        store.addCalendarFeed(m_server->url(QStringLiteral("/timetable.ics")).toString());
+        store.calendarLinks().addCalendarFeed(m_server->url(QStringLiteral("/timetable.ics")).toString());
 
         QTRY_COMPARE_WITH_TIMEOUT(store.schedules().size(), events, 60'000);
         QCOMPARE(store.schedules().constLast().date, Instant::fromUnixSeconds(1725235200));
@@ -302,19 +406,19 @@ private slots:
     }
 
 private:
-    Result<QByteArray> downloaded(const QUrl &url)
+    Result<FeedAnswer> downloaded(const QUrl &url, const FeedVersion &known = {})
     {
-        std::optional<Result<QByteArray>> result;
+        std::optional<Result<FeedAnswer>> result;
         bool isLater = false;
-        m_downloader->download(url, [&](Result<QByteArray> body) {
+        m_downloader->download(url, known, [&](Result<FeedAnswer> answer) {
             Q_ASSERT(isLater && !result);
-            result = std::move(body);
+            result = std::move(answer);
         });
         isLater = true;
         (void)QTest::qWaitFor([&] { return result.has_value(); }, 60'000);
         return result.value_or(Error{ErrorCode::StorageFailed, QStringLiteral("never completed")});
     }
-    Result<QByteArray> downloaded(const QString &path = QStringLiteral("/a.ics"))
+    Result<FeedAnswer> downloaded(const QString &path = QStringLiteral("/a.ics"))
     {
         return downloaded(m_server->url(path));
     }

@@ -44,6 +44,14 @@ private:
         return u"%1://127.0.0.1:%2%3"_s.arg(scheme).arg(m_server.serverPort()).arg(path);
     }
 
+    /// In a new page, or as an edit of a harmless text, between its paragraphs.
+    [[nodiscard]] bool showPage(const QString &markdown, bool isEdit)
+    {
+        const QString harmless = u"One *paragraph*.\n\n%1\n\nAnother with `code`.\n"_s;
+        return isEdit ? m_document->showAnew(harmless.arg(u"Between"_s)) && m_document->show(harmless.arg(markdown))
+                      : m_document->showAnew(markdown);
+    }
+
     CountingServer m_server;
     std::unique_ptr<DocumentUnderTest> m_document = std::make_unique<DocumentUnderTest>();
 };
@@ -51,8 +59,12 @@ private:
 void HostileDocumentTest::nothingRunsAndNothingIsAskedFor_data()
 {
     QTest::addColumn<QString>("markdown");
+    QTest::addColumn<bool>("isEdit");
 
-    const auto row = [](const char *name, const QString &markdown) { QTest::newRow(name) << markdown; };
+    const auto row = [](const char *name, const QString &markdown) {
+        QTest::newRow(name) << markdown << false;
+        QTest::addRow("%s, typed into a page", name) << markdown << true;
+    };
     row("script", u"<script>hacked = 1; fetch('URL')</script><script src='URL'></script>"_s);
     row("module script", u"<script type='module'>hacked = 1; import 'URL'</script>"_s);
     row("handlers", u"<img src='x' onerror='hacked = 1'><svg onload='hacked = 1'></svg>"
@@ -94,9 +106,10 @@ void HostileDocumentTest::nothingRunsAndNothingIsAskedFor_data()
 void HostileDocumentTest::nothingRunsAndNothingIsAskedFor()
 {
     QFETCH(QString, markdown);
+    QFETCH(const bool, isEdit);
     markdown.replace(u"URL"_s, address(u"/hit"_s)).replace(u"HTTPS"_s, address(u""_s, u"https"_s));
     const int before = m_server.connections();
-    QVERIFY(m_document->show(markdown));
+    QVERIFY(showPage(markdown, isEdit));
     const QVariant page = m_document->ask(u"location.pathname"_s);
     (void)m_document->ask(u"for (const e of document.body.getElementsByTagName('*')) if (e.click) e.click();"
                           "for (const form of document.forms) HTMLFormElement.prototype.submit.call(form);"_s);
@@ -105,7 +118,7 @@ void HostileDocumentTest::nothingRunsAndNothingIsAskedFor()
     QCOMPARE(m_document->ask(u"typeof hacked"_s), QVariant(u"undefined"_s));
     QCOMPARE(m_document->ask(u"location.pathname"_s), page);
     // What was on its way has arrived once the engine has made another page.
-    QVERIFY(m_document->show(u"next"_s));
+    QVERIFY(m_document->showAnew(u"next"_s));
     QCOMPARE(m_server.connections(), before);
 }
 
@@ -164,8 +177,12 @@ void HostileDocumentTest::aScriptThatGotInWouldReachNothing()
 void HostileDocumentTest::nothingLiesOverTheRestOfThePage_data()
 {
     QTest::addColumn<QString>("before");
+    QTest::addColumn<bool>("isEdit");
 
-    const auto row = [](const char *name, const QString &before) { QTest::newRow(name) << before; };
+    const auto row = [](const char *name, const QString &before) {
+        QTest::newRow(name) << before << false;
+        QTest::addRow("%s, typed into a page", name) << before << true;
+    };
     const auto styled = [&row](const char *name, const QString &style) {
         row(name, u"<div style='height:0'><a href='https://example.org/' style='display:block;width:100%;height:900px;"
                   "background:#fff;%1'>over</a></div>"_s.arg(style));
@@ -188,9 +205,11 @@ void HostileDocumentTest::nothingLiesOverTheRestOfThePage_data()
 void HostileDocumentTest::nothingLiesOverTheRestOfThePage()
 {
     QFETCH(const QString, before);
-    QVERIFY(m_document->show(before + u"\n\nthe text"_s));
+    QFETCH(const bool, isEdit);
+    QVERIFY(showPage(before + u"\n\nthe text"_s, isEdit));
     QCOMPARE(m_document->ask(u"(() => {"
-                             "  const text = [...document.querySelectorAll('#content > p')].pop();"
+                             "  const text = [...document.querySelectorAll('#content > p')]"
+                             "    .find(paragraph => paragraph.innerText === 'the text');"
                              "  text.scrollIntoView({ block: 'center' });"
                              "  const { left, top, height } = text.getBoundingClientRect();"
                              "  const hit = document.elementFromPoint(left + 300, top + height / 2);"
@@ -202,18 +221,25 @@ void HostileDocumentTest::nothingLiesOverTheRestOfThePage()
 void HostileDocumentTest::hugeNestingDoesNotStopThePreview_data()
 {
     QTest::addColumn<QString>("markdown");
+    QTest::addColumn<bool>("isEdit");
+
+    const auto row = [](const char *name, const QString &markdown) {
+        QTest::newRow(name) << markdown << false;
+        QTest::addRow("%s, typed into a page", name) << markdown << true;
+    };
     constexpr int depth = 20'000;
-    QTest::newRow("quotes") << QString(depth, u'>');
-    QTest::newRow("brackets") << QString(depth, u'[');
-    QTest::newRow("emphasis") << u"*a **b "_s.repeated(depth / 10);
-    QTest::newRow("elements") << u"<div>"_s.repeated(depth);
-    QTest::newRow("braces in a formula") << u"$"_s + QString(depth, u'{') + QString(depth, u'}') + u"$"_s;
+    row("quotes", QString(depth, u'>'));
+    row("brackets", QString(depth, u'['));
+    row("emphasis", u"*a **b "_s.repeated(depth / 10));
+    row("elements", u"<div>"_s.repeated(depth));
+    row("braces in a formula", u"$"_s + QString(depth, u'{') + QString(depth, u'}') + u"$"_s);
 }
 
 void HostileDocumentTest::hugeNestingDoesNotStopThePreview()
 {
     QFETCH(const QString, markdown);
-    QVERIFY(m_document->show(markdown));
+    QFETCH(const bool, isEdit);
+    QVERIFY(showPage(markdown, isEdit));
     QVERIFY(m_document->show(u"fine again"_s));
     QCOMPARE(m_document->ask(u"document.getElementById('content').textContent.trim()"_s), QVariant(u"fine again"_s));
 }

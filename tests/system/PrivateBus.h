@@ -21,16 +21,25 @@ public:
                const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
     {
         m_process.setProcessEnvironment(environment);
-        m_process.setStandardErrorFile(QProcess::nullDevice());
+        if (m_process.processChannelMode() != QProcess::ForwardedErrorChannel)
+            m_process.setStandardErrorFile(QProcess::nullDevice());
         m_process.start(program, arguments);
     }
     /// Empty when it says nothing in ten seconds.
     [[nodiscard]] QString firstLine() { return QString::fromUtf8(nextLine()); }
-    /// The line that it answers one with; empty when it says nothing in ten seconds.
+    /// What it says of errors is shown beside what the test says. To be called before start().
+    void showErrors() { m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel); }
+    /// The line that it answers one with; empty when it says nothing in a minute.
     [[nodiscard]] QByteArray ask(const QByteArray &line)
     {
         m_process.write(line + '\n');
-        return nextLine();
+        return nextLine(60'000);
+    }
+    /// Ends it in the middle of whatever it does.
+    void kill()
+    {
+        m_process.kill();
+        m_process.waitForFinished(5000);
     }
     void stop()
     {
@@ -43,9 +52,9 @@ public:
     }
 
 private:
-    [[nodiscard]] QByteArray nextLine()
+    [[nodiscard]] QByteArray nextLine(int milliseconds = 10'000)
     {
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(milliseconds)) {
         }
         return m_process.readLine().trimmed();
     }

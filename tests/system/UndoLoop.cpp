@@ -20,14 +20,14 @@ QList<std::function<void(PlannerStore &)>> steps()
         [](PlannerStore &store) {
             store.addReminder({.title = QStringLiteral("Call"), .dueDate = store.clock().now().plus(86400)});
         },
-        [](PlannerStore &store) { store.addCalendarFeed(QStringLiteral("https://example.org/a.ics")); },
+        [](PlannerStore &store) { store.calendarLinks().addCalendarFeed(QStringLiteral("https://example.org/a.ics")); },
         [](PlannerStore &store) {
             ScheduleItem item = RecordGenerator(7).schedule();
             item.calendarEventIdentifier.reset();
             item.calendarIdentifier = feedCalendarIdentifier(store.calendarFeeds().constFirst().id);
             store.addSchedule(item);
         },
-        [](PlannerStore &store) { store.deleteCalendarFeed(store.calendarFeeds().constFirst().id); },
+        [](PlannerStore &store) { store.calendarLinks().deleteCalendarFeed(store.calendarFeeds().constFirst().id); },
         [](PlannerStore &store) { store.clearPersonalContent(); },
         [](PlannerStore &store) {
             DocumentLibrary &library = store.documentLibrary();

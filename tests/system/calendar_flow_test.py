@@ -56,7 +56,7 @@ class CalendarFlow(PlannerTestCase):
 
     def open_schedules(self, planner):
         planner.press("list item", "日程")
-        planner.wait("heading", "本周")
+        planner.wait_like("heading", "本周")
 
     def rename(self, planner, title, new_title):
         planner.press("push button", f"编辑, {title}")

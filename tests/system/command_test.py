@@ -57,6 +57,50 @@ class CommandTest(PlannerTestCase):
         self.assertFalse((self.data / "Import").exists())
         self.succeed("verify")
 
+    def test_a_calendar_file_is_looked_at_before_its_events_are_imported(self):
+        path = os.path.join(self.home.name, "fair.ics")
+        with open(path, "w", encoding="utf-8") as calendar:
+            calendar.write("BEGIN:VCALENDAR\r\nX-WR-CALNAME:Fairs\r\nBEGIN:VEVENT\r\nDTSTART:20261122T080000Z\r\n"
+                           "DTEND:20261122T090000Z\r\nSUMMARY:Fair\\, open\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n")
+        planner = self.start_answered("--calendar", "none")
+        self.succeed("fair.ics")
+        planner.wait("dialog", "导入日历")
+        planner.wait_like("status bar", "Fairs", "1 个日程")
+        self.assertEqual(self.records()["schedules"], [])
+        planner.press("push button", "导入为自己的日程")
+        planner.wait_like("status bar", "已从日历文件导入 1 个日程")
+        self.assertEqual([item["title"] for item in self.records()["schedules"]], ["Fair, open"])
+        planner.kill()
+
+        planner = self.start("--calendar", "none", "webcal://127.0.0.1:9/a.ics")
+        planner.wait("dialog", "导入日历")
+        planner.wait_like("status bar", "无法读取", "服务器没有回应")
+        self.assertEqual(planner.text_of("text", "https://…/timetable.ics"), "https://127.0.0.1:9/a.ics")
+
+    def test_a_planner_in_the_background_carries_out_commands_and_opens_its_window_for_a_calendar(self):
+        self.start_answered("--calendar", "none").kill()
+        planner = self.start("--background")
+        self.succeed("add", "Buy milk")
+        with open(f"/proc/{planner.process.pid}/maps", encoding="utf-8") as maps:
+            self.assertNotIn("Quick", maps.read())
+        with open(os.path.join(self.home.name, "fair.ics"), "w", encoding="utf-8") as calendar:
+            calendar.write("BEGIN:VCALENDAR\r\nX-WR-CALNAME:Fairs\r\nBEGIN:VEVENT\r\nDTSTART:20261122T080000Z\r\n"
+                           "DTEND:20261122T090000Z\r\nSUMMARY:Fair\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n")
+        self.succeed("fair.ics")
+        planner.wait("dialog", "导入日历")
+        planner.wait_like("status bar", "Fairs", "1 个日程")
+        self.succeed("add", "Buy bread")
+        self.assertEqual([item["title"] for item in self.records()["reminders"]], ["Buy milk", "Buy bread"])
+
+    def test_times_in_words_are_understood(self):
+        self.succeed("add", "Call Ann by tomorrow 3pm")
+        self.succeed("add", "明天12:30-13:30 午饭")
+        state = self.records()
+        self.assertEqual([item["title"] for item in state["reminders"]], ["Call Ann"])
+        self.assertIn("dueDate", state["reminders"][0])
+        lunch = state["schedules"][0]
+        self.assertEqual((lunch["title"], lunch["endDate"] - lunch["date"]), ("午饭", 3600))
+
     def test_without_a_window(self):
         self.flow(None)
 
@@ -75,12 +119,15 @@ class CommandTest(PlannerTestCase):
         picture = self.data / "Documents" / "Assets" / f"{text.stem}-picture.png"
         picture.parent.mkdir()
         picture.write_bytes(b"picture")
+        text.write_text(f"# Plan\n\n![](file://{picture}) ![](file:///elsewhere/Assets/other.png)\n")
         self.succeed("export", "all.zip")
 
         other = self.data.with_name("other")
         self.succeed("import", "all.zip", data=other)
-        self.assertEqual((other / "Documents" / text.name).read_text(), "# Plan\n")
-        self.assertEqual((other / "Documents" / "Assets" / picture.name).read_bytes(), b"picture")
+        copy = other / "Documents" / "Assets" / picture.name
+        self.assertEqual(copy.read_bytes(), b"picture")
+        self.assertEqual((other / "Documents" / text.name).read_text(),
+                         f"# Plan\n\n![](file://{copy}) ![](file:///elsewhere/Assets/other.png)\n")
         planner = self.start_answered(data=other)
         planner.press("list item", "文档")
         planner.wait("push button", "Plan")
@@ -96,6 +143,21 @@ class CommandTest(PlannerTestCase):
         status, output, errors = self.run_command("verify")
         self.assertEqual((status, output), (1, ""))
         self.assertIn("历史版本已损坏", errors)
+
+    def test_reading_where_there_is_nothing_makes_nothing(self):
+        nowhere = self.data.with_name("nowhere")
+        for arguments in (("verify",), ("agenda",), ("export", "all.zip")):
+            with self.subTest(arguments=arguments):
+                status, output, errors = self.run_command(*arguments, data=nowhere)
+                self.assertEqual((status, output), (1, ""))
+                self.assertIn(str(nowhere), errors)
+                self.assertFalse((nowhere / "planner.sqlite").exists())
+
+    def test_a_missing_archive_is_not_called_damaged(self):
+        status, _, errors = self.run_command("import", "nowhere.zip")
+        self.assertEqual(status, 1)
+        self.assertIn("nowhere.zip", errors)
+        self.assertNotIn("损坏", errors)
 
     def test_wrong_arguments_are_refused(self):
         for arguments in (("export",), ("import", "a", "b"), ("agenda", "x"), ("frobnicate",), ("agenda", "--days", "0"),

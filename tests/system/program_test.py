@@ -144,7 +144,7 @@ class ProgramTest(PlannerTestCase):
     def test_an_open_week_uses_no_processor_time(self):
         planner = self.start("--demo")
         planner.press("list item", "Schedule")
-        planner.wait("heading", "This week")
+        planner.wait_like("heading", "This week")
         self.assertLessEqual(planner.ticks_while_idle(IDLE_SECONDS), 1)
 
     def refusal(self, data, *parts, **more):

@@ -29,7 +29,7 @@ class ScheduleFlow(PlannerTestCase):
         planner.wait_text("备注", "typed and not saved")
 
     def flow(self, planner, text):
-        planner.wait("heading", text("本周", "This week"))
+        planner.wait_like("heading", text("本周", "This week"))
         planner.wait("label", text("当天还没有日程。", "No schedules for this day."))
         self.look_for_calendars(planner, text)
         self.add(planner, text)

@@ -88,6 +88,7 @@ class ScreenReader(PlannerTestCase):
     def sidebar(self):
         self.planner.focus("text", self.text("称呼", "Name"))
         self.press("shift+Tab", self.text("菜单", "Menu"))
+        self.press("shift+Tab", self.text("查找与添加", "Find and add"))
         self.press("shift+Tab", self.text("概览", "Overview"))
         self.press("Down", self.text("日程", "Schedule"))
         self.press("Down", self.text("待办", "To-dos"))

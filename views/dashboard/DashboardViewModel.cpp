@@ -28,6 +28,7 @@ void DashboardViewModel::setStore(PlannerStore *store)
     m_alarm = store->clock().makeAlarm([this] { lookAtDay(); });
     connect(store, &PlannerStore::remindersChanged, this, &DashboardViewModel::countReminders);
     connect(store, &PlannerStore::schedulesChanged, this, &DashboardViewModel::lookAtDay);
+    connect(store, &PlannerStore::calendarFeedsChanged, this, &DashboardViewModel::dayChanged);
     connect(store, &PlannerStore::timeZoneChanged, this, &DashboardViewModel::lookAtDay);
     connect(store, &PlannerStore::goalsChanged, this, &DashboardViewModel::lookAtGoals);
     connect(store, &PlannerStore::preferredNameChanged, this, &DashboardViewModel::greetingChanged);
@@ -69,7 +70,7 @@ QString DashboardViewModel::nextDateText() const
 
 QString DashboardViewModel::nextColor() const
 {
-    return next() ? scheduleColor(*next()) : QString();
+    return next() ? scheduleColor(*next(), linkColors(m_store->calendarFeeds())) : QString();
 }
 
 void DashboardViewModel::countReminders()

@@ -17,6 +17,10 @@ Item {
         actions.focusDelete(Qt.TabFocusReason);
     }
 
+    function focusTitle() {
+        opener.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     implicitHeight: Theme.groupHeight
 
     HoverHandler {

@@ -24,6 +24,22 @@ Rectangle {
             next.takeFocus();
     }
 
+    /// Shows the document and puts the focus on it.
+    function reveal(id: string) {
+        const row = viewModel.reveal(id);
+        list.forceLayout();
+        if (row >= 0 && list.itemAtIndex(row) === null)
+            list.positionViewAtIndex(row, ListView.Contain);
+        const item = list.itemAtIndex(row) as DocumentListItem;
+        item?.focusTitle();
+        item?.flash();
+    }
+
+    /// A new entry is to be typed.
+    function startNew() {
+        section.focusTitle();
+    }
+
     color: Theme.bg
     Component.onCompleted: isReady = true
 

@@ -191,6 +191,23 @@ QString DocumentLibraryViewModel::saveLocationMessage() const
     return {};
 }
 
+int DocumentLibraryViewModel::reveal(const QString &documentId)
+{
+    const QUuid id(documentId);
+    const qsizetype libraryRow = rowOf(library().documents(), id);
+    if (libraryRow < 0)
+        return -1;
+    const std::optional<QUuid> category = library().documents().at(libraryRow).categoryID;
+    if (category && rowOf(library().documentCategories(), *category) >= 0)
+        m_groups.expandedCategories.insert(*category);
+    else
+        m_groups.isUncategorizedExpanded = true;
+    refreshRows();
+    const auto found = std::ranges::find_if(
+        m_rows.rows(), [&](const DocumentListRow &row) { return row.kind == Kind::Document && row.id == id; });
+    return found == m_rows.rows().cend() ? -1 : static_cast<int>(found - m_rows.rows().cbegin());
+}
+
 void DocumentLibraryViewModel::setExpanded(int row, bool isExpanded)
 {
     const DocumentListRow header = rowAt(row);

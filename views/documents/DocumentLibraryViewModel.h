@@ -54,6 +54,9 @@ public:
     /// Lets the user choose the folder for the documents.
     Q_INVOKABLE void chooseSaveLocation();
 
+    /// Opens the group above the document; its row, or -1 for an unknown one.
+    Q_INVOKABLE int reveal(const QString &documentId);
+
     // Of a row of the list.
     /// Opens or closes a header's group.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);

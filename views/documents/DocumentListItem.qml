@@ -45,6 +45,11 @@ Item {
         }
     }
 
+    /// Puts the focus on what opens the document of the row.
+    function focusTitle() {
+        (content.item as DocumentItem)?.focusTitle();
+    }
+
     /// Tints the row for a moment: it is new.
     function flash() {
         slice.flash();

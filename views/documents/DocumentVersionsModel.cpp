@@ -1,5 +1,7 @@
 #include "views/documents/DocumentVersionsModel.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace tessaly {
@@ -58,8 +60,15 @@ void DocumentVersionsModel::begin(const QString &documentId, const QString &pres
     m_documentID = QUuid::fromString(documentId);
     m_presentText = presentText;
     QList<DocumentVersionRow> rows;
-    for (const Instant moment : m_store->documentLibrary().versions().list(m_documentID))
+    QHash<QString, int> inMinute;
+    for (const Instant moment : m_store->documentLibrary().versions().list(m_documentID)) {
         rows.append({moment, m_store->momentText(moment)});
+        ++inMinute[rows.constLast().title];
+    }
+    for (DocumentVersionRow &row : rows) {
+        if (inMinute.value(row.title) > 1)
+            row.title += m_store->calendar().dateTime(row.moment).toString(u":ss");
+    }
     m_versions.setRows(rows);
     m_current = rows.isEmpty() ? -1 : 0;
     compare();
@@ -109,7 +118,7 @@ QString DocumentVersionsModel::summary() const
                              u"This version is damaged and cannot be restored. Choose another one."_s);
     if (!canRestore())
         return m_store->text(u"与现在的文字没有差别。"_s, u"No difference from the present text."_s);
-    return m_store->text(u"恢复会加入 %1 行，去掉 %2 行。"_s, u"Restoring would add %1 and remove %2 lines."_s)
+    return m_store->text(u"恢复会加入 %1 行，去掉 %2 行。"_s, u"Lines that restoring would add: %1, remove: %2."_s)
         .arg(m_added)
         .arg(m_removed);
 }

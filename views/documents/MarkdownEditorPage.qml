@@ -19,6 +19,7 @@ T.Popup {
     /// Below this window width the buttons with icons show no text.
     readonly property int wordsFrom: 1080
 
+    objectName: "editorPage"
     parent: T.Overlay.overlay
     width: parent?.width ?? 0
     height: parent?.height ?? 0
@@ -62,6 +63,7 @@ T.Popup {
 
         active: false
         sourceComponent: DocumentVersionsSheet {
+            objectName: "documentVersions"
             onRestored: text => viewModel.restoreText(text)
         }
     }
@@ -97,6 +99,7 @@ T.Popup {
         EditorToolbar {
             id: toolbar
 
+            objectName: "editorToolbar"
             x: 18
             y: 18
             width: parent.width - 36

@@ -10,6 +10,10 @@ Item {
     required property real columnWidth
     required property DocumentLibraryViewModel documents
 
+    function focusTitle() {
+        titleField.forceActiveFocus(Qt.ShortcutFocusReason);
+    }
+
     height: titleField.y + titleField.height
 
     Separator {

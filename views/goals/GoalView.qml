@@ -24,6 +24,20 @@ Rectangle {
             form.focusTitle();
     }
 
+    /// Shows the goal and puts the focus on it.
+    function reveal(id: string) {
+        const row = viewModel.reveal(id);
+        if (row < 0)
+            return;
+        handFocusTo(row, GoalListItem.Circle, Qt.TabFocusReason);
+        (list.itemAtIndex(row) as GoalListItem)?.flash();
+    }
+
+    /// A new entry is to be typed.
+    function startNew() {
+        form.focusTitle();
+    }
+
     color: Theme.bg
 
     GoalViewModel {

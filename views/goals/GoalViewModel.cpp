@@ -3,6 +3,7 @@
 #include "model/GoalRules.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
+#include "store/RecordRows.h"
 #include "views/FocusHeir.h"
 
 #include <algorithm>
@@ -124,6 +125,23 @@ int GoalViewModel::remove(const QString &goalId)
 {
     const QUuid id = QUuid::fromString(goalId);
     return leaveRow(id, [&] { m_store->removeGoal(id); });
+}
+
+int GoalViewModel::reveal(const QString &goalId)
+{
+    const QUuid id(goalId);
+    const qsizetype storeRow = rowOf(m_store->goals(), id);
+    if (storeRow < 0)
+        return -1;
+    const Goal &goal = m_store->goals().at(storeRow);
+    if (goal.isComplete) {
+        m_isCompletedExpanded = true;
+        m_expandedCategories.insert(
+            categoryName(goal, m_store->text(uncategorizedTexts.first, uncategorizedTexts.second)));
+        refreshRows();
+    }
+    const auto found = std::ranges::find(m_rows.rows(), id, &GoalListRow::goalID);
+    return found == m_rows.rows().cend() ? -1 : static_cast<int>(found - m_rows.rows().cbegin());
 }
 
 void GoalViewModel::setExpanded(int row, bool isExpanded)

@@ -48,6 +48,8 @@ public:
     Q_INVOKABLE int toggle(const QString &goalId);
     /// Deletes the goal without asking. Returns the row that the focus goes on to.
     Q_INVOKABLE int remove(const QString &goalId);
+    /// Opens the groups above the goal; its row, or -1 for an unknown one.
+    Q_INVOKABLE int reveal(const QString &goalId);
     /// Opens or closes the group of a header row; an empty one does not open.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 

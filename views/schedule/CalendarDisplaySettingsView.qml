@@ -142,4 +142,19 @@ Sheet {
             onChosen: (row, isChosen) => groups.chooseLink(row, isChosen)
         }
     }
+
+    Column {
+        width: parent?.width ?? 0
+        spacing: 8
+
+        AppText {
+            text: Language.text("日程提醒", "Schedule reminders")
+            token: Theme.groupLabel
+            Accessible.role: Accessible.Heading
+        }
+
+        LeadTimes {
+            width: parent.width
+        }
+    }
 }

@@ -1,23 +1,28 @@
 import QtQuick
 import Tessaly.Ui
 
-/// A linked calendar with its last update, to be updated or deleted. Beneath it why the last update failed, if it did.
+/// A linked calendar and how it is: when it was last read and what that brought, or why it cannot be read.
 Item {
     id: row
 
     required property int index
     required property string name
-    required property string lastUpdated
-    required property string failure
+    required property string health
+    required property bool isFailing
 
+    signal detailsRequested
     signal updateRequested
     signal deleteRequested
+
+    function focusDetails(reason: int) {
+        detailsButton.forceActiveFocus(reason);
+    }
 
     function focusDelete(reason: int) {
         deleteButton.forceActiveFocus(reason);
     }
 
-    implicitHeight: failure === "" ? Theme.rowHeight : failureText.y + failureText.height + 8
+    implicitHeight: health === "" ? 48 : healthText.y + healthText.height + 10
 
     Separator {
         width: parent.width
@@ -29,8 +34,8 @@ Item {
 
         x: 12
         anchors.verticalCenter: nameLabel.verticalCenter
-        name: row.failure === "" ? "link" : "circle-alert"
-        color: row.failure === "" ? Theme.textSecondary : Theme.destructive
+        name: row.isFailing ? "circle-alert" : "link"
+        color: row.isFailing ? Theme.destructive : Theme.textSecondary
     }
 
     AppText {
@@ -38,9 +43,9 @@ Item {
 
         anchors.left: mark.right
         anchors.leftMargin: 12
-        anchors.right: updateTime.left
+        anchors.right: buttons.left
         anchors.rightMargin: 12
-        y: row.failure === "" ? (Theme.rowHeight - height) / 2 : 8
+        y: row.health === "" ? (48 - height) / 2 : 11
         text: row.name
         token: Theme.button
 
@@ -48,29 +53,17 @@ Item {
     }
 
     AppText {
-        id: updateTime
-
-        anchors.right: buttons.left
-        anchors.rightMargin: 12
-        anchors.verticalCenter: nameLabel.verticalCenter
-        width: Math.ceil(implicitWidth)
-        text: row.lastUpdated
-        token: Theme.caption
-        color: Theme.textSecondary
-    }
-
-    AppText {
-        id: failureText
+        id: healthText
 
         anchors.left: nameLabel.left
-        anchors.right: updateTime.right
+        anchors.right: nameLabel.right
         anchors.top: nameLabel.bottom
-        visible: row.failure !== ""
+        visible: row.health !== ""
         isMultiline: true
         maximumLineCount: 2
-        text: row.failure === "" ? "" : Language.text("更新失败：", "Update failed: ") + row.failure
+        text: row.health
         token: Theme.caption
-        color: Theme.destructive
+        color: row.isFailing ? Theme.destructive : Theme.textSecondary
 
         ElidedTip {}
     }
@@ -80,8 +73,18 @@ Item {
 
         anchors.right: parent.right
         anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: 12
+        y: 10
+        spacing: 8
+
+        AppButton {
+            id: detailsButton
+
+            isSmall: true
+            isRaised: true
+            text: Language.text("详情", "Details")
+            Accessible.name: text + ", " + row.name
+            onClicked: row.detailsRequested()
+        }
 
         AppButton {
             isSmall: true

@@ -11,11 +11,15 @@ Card {
 
     required property ScheduleViewModel viewModel
     property int currentPlace: viewModel.focusedPlace
+    property DayCell ringed: null
     readonly property string chosenDay: viewModel.headerTitle + viewModel.focusedPlace
 
     readonly property real weekdayHeight: 32
     readonly property real cellHeight: 82
     readonly property real innerWidth: width - 2 * border.width
+
+    /// The day is to be seen in full.
+    signal dayOpened
 
     /// Column edges fall on whole pixels so that the hairlines stay sharp.
     function columnLeft(column: int): real {
@@ -53,31 +57,99 @@ Card {
         }
     }
 
+    /// The line under the pointer that pressed the cell; null when there is none.
+    function lineAt(cell: DayCell): MonthLine {
+        return content.childAt(cell.x + cell.pressX, cell.y + cell.pressY) as MonthLine;
+    }
+
+    function openDay(place: int) {
+        viewModel.focusPlace(place);
+        dayOpened();
+    }
+
     onChosenDayChanged: followDay()
 
     implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
 
     Item {
+        id: content
+
         anchors.fill: parent
         anchors.margins: grid.border.width
 
         Repeater {
+            model: grid.viewModel.weekdayNames
+
+            LineText {
+                required property int index
+                required property string modelData
+
+                x: grid.columnLeft(index) + 12
+                height: grid.weekdayHeight
+                text: modelData
+                color: Theme.textSecondary
+                token: Theme.captionMedium
+            }
+        }
+
+        Repeater {
+            model: 6
+
+            Separator {
+                required property int index
+
+                y: grid.weekdayHeight + index * grid.cellHeight
+                width: grid.innerWidth
+                color: Theme.gridLine
+            }
+        }
+
+        Repeater {
+            model: 6
+
+            Separator {
+                required property int index
+
+                x: grid.columnLeft(index + 1) - 1
+                y: grid.weekdayHeight
+                width: 1
+                height: 6 * grid.cellHeight
+                color: Theme.gridLine
+            }
+        }
+
+        Repeater {
             id: cells
 
-            model: grid.viewModel.days
+            model: grid.viewModel.monthDays
 
             DayCell {
+                id: cell
+
                 readonly property int column: index % 7
 
                 x: grid.columnLeft(column)
                 y: grid.weekdayHeight + Math.floor(index / 7) * grid.cellHeight
                 width: grid.columnLeft(column + 1) - x
                 height: grid.cellHeight
-                isLastColumn: column === 6
-                showsWeekday: index < 7
-                weekdayHeight: grid.weekdayHeight
                 activeFocusOnTab: activeFocus || index === grid.currentPlace
-                onClicked: grid.viewModel.focusPlace(index)
+                onClicked: {
+                    const line = grid.lineAt(cell);
+                    grid.viewModel.focusPlace(index);
+                    if (line?.isMore)
+                        grid.dayOpened();
+                }
+                onDoubleClicked: {
+                    const line = grid.lineAt(cell);
+                    if (line !== null && !line.isMore)
+                        grid.viewModel.openMonthLine(line.index);
+                }
+                onVisualFocusChanged: {
+                    if (visualFocus)
+                        grid.ringed = cell;
+                    else if (grid.ringed === cell)
+                        grid.ringed = null;
+                }
                 Keys.onLeftPressed: grid.focusPlace(index - 1)
                 Keys.onRightPressed: grid.focusPlace(index + 1)
                 Keys.onUpPressed: grid.focusPlace(index - 7)
@@ -100,8 +172,21 @@ Card {
                 y: grid.weekdayHeight + Math.floor(cellIndex / 7) * grid.cellHeight + 29 + slot * 19
                 width: grid.columnLeft(column + 1) - x - (isNarrow ? 4 : 7)
                 isNarrow: grid.innerWidth / 7 < 110
+                onPressed: {
+                    if (isMore)
+                        grid.openDay(cellIndex);
+                    else
+                        grid.viewModel.openMonthLine(index);
+                }
                 fill: cellIndex === grid.viewModel.focusedPlace ? Theme.focusDayCellFill : Theme.card
             }
+        }
+
+        FocusRing {
+            parent: grid.ringed?.background ?? grid
+            visible: grid.ringed !== null
+            targetRadius: Theme.blockRadius
+            gap: -2
         }
     }
 }

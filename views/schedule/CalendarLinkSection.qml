@@ -11,6 +11,10 @@ Column {
 
     required property CalendarSelectionModel viewModel
 
+    signal detailsRequested(place: int)
+    /// What is behind the typed link has appeared or changed.
+    signal trialShown
+
     /// The next link's Delete takes the focus, else the previous one's, else the field for another link.
     function deleteFeed(place: int) {
         const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
@@ -20,6 +24,15 @@ Column {
             next.focusDelete(reason);
         else
             field.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    /// Gives the focus back to the link whose details were shown.
+    function focusDetails(place: int, reason: int) {
+        const feed = feeds.itemAt(place) as CalendarFeedItem;
+        if (feed)
+            feed.focusDetails(reason);
+        else
+            field.forceActiveFocus(reason);
     }
 
     spacing: 8
@@ -63,6 +76,7 @@ Column {
 
                 CalendarFeedItem {
                     width: feedColumn.width
+                    onDetailsRequested: section.detailsRequested(index)
                     onUpdateRequested: section.viewModel.updateFeed(index)
                     onDeleteRequested: section.deleteFeed(index)
                 }
@@ -77,14 +91,25 @@ Column {
         AppTextField {
             id: field
 
-            width: addButton.x - 8
+            width: testButton.x - 8
             // lint-allow(text): a link is the same in both languages
             placeholderText: "https://…/timetable.ics"
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoAutoUppercase
-            text: section.viewModel.feedURL
+            text: section.viewModel.trial.url
             keepsReturn: true
-            onTextEdited: section.viewModel.feedURL = text
+            onTextEdited: section.viewModel.trial.url = text
             onAccepted: section.viewModel.addTypedLink()
+        }
+
+        AppButton {
+            id: testButton
+
+            anchors.right: addButton.left
+            anchors.rightMargin: 8
+            isRaised: true
+            enabled: section.viewModel.trial.canTry
+            text: Language.text("测试", "Test")
+            onClicked: section.viewModel.trial.tryLink()
         }
 
         AppButton {
@@ -94,7 +119,7 @@ Column {
             isRaised: true
             text: Language.text("添加并导入", "Add & import")
             onClicked: {
-                if (section.viewModel.feedURL.trim() === "")
+                if (section.viewModel.trial.url.trim() === "")
                     field.forceActiveFocus(Qt.OtherFocusReason);
                 section.viewModel.addTypedLink();
             }
@@ -103,5 +128,16 @@ Column {
                 anchors.fill: parent
             }
         }
+    }
+
+    LinkTrial {
+        width: parent.width
+        visible: trial.state !== LinkTrialModel.Idle
+        trial: section.viewModel.trial
+        onVisibleChanged: if (visible)
+            section.trialShown()
+        onHeightChanged: if (visible)
+            section.trialShown()
+        onFinished: field.forceActiveFocus(Qt.OtherFocusReason)
     }
 }

@@ -1,5 +1,7 @@
 #include "views/schedule/CalendarSelectionModel.h"
 
+#include "views/schedule/LinkTexts.h"
+
 namespace tessaly {
 
 namespace {
@@ -8,8 +10,8 @@ QList<RowListModel<CalendarFeedRow>::Role> feedRoles()
 {
     return {
         {"name", [](const CalendarFeedRow &row) -> QVariant { return row.name; }},
-        {"lastUpdated", [](const CalendarFeedRow &row) -> QVariant { return row.lastUpdated; }},
-        {"failure", [](const CalendarFeedRow &row) -> QVariant { return row.failure; }},
+        {"health", [](const CalendarFeedRow &row) -> QVariant { return row.health; }},
+        {"isFailing", [](const CalendarFeedRow &row) -> QVariant { return row.isFailing; }},
     };
 }
 
@@ -26,42 +28,52 @@ void CalendarSelectionModel::setStore(PlannerStore *store)
     m_store = store;
     connect(store, &PlannerStore::calendarFeedsChanged, this, &CalendarSelectionModel::refresh);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &CalendarSelectionModel::refresh);
+    connect(store, &PlannerStore::todayChanged, this, &CalendarSelectionModel::refresh);
+    connect(&store->calendarLinks(), &CalendarLinks::healthChanged, this, &CalendarSelectionModel::refresh);
+    m_trial.setStore(store);
+    m_details.setStore(store);
+    connect(&store->calendarLinks(), &CalendarLinks::openingRequested, this, &CalendarSelectionModel::takeOpening);
     emit storeChanged();
     refresh();
+    takeOpening();
 }
 
-void CalendarSelectionModel::setFeedURL(const QString &url)
+void CalendarSelectionModel::takeOpening()
 {
-    if (m_feedURL == url)
+    const QString place = m_store->calendarLinks().takeOpening();
+    if (place.isEmpty())
         return;
-    m_feedURL = url;
-    emit feedURLChanged();
+    m_details.close();
+    m_trial.open(place);
 }
 
 void CalendarSelectionModel::addTypedLink()
 {
-    if (m_store->addCalendarFeed(m_feedURL))
-        setFeedURL(QString());
+    if (m_store->calendarLinks().addCalendarFeed(m_trial.url(), m_trial.choices()))
+        m_trial.setUrl(QString());
 }
 
 void CalendarSelectionModel::updateFeed(int row)
 {
-    m_store->refreshCalendarFeed(m_feeds.rows().value(row).id);
+    m_store->calendarLinks().refreshCalendarFeed(m_feeds.rows().value(row).id);
 }
 
 void CalendarSelectionModel::deleteFeed(int row)
 {
-    m_store->deleteCalendarFeed(m_feeds.rows().value(row).id);
+    m_store->calendarLinks().deleteCalendarFeed(m_feeds.rows().value(row).id);
+}
+
+void CalendarSelectionModel::showDetails(int row)
+{
+    m_details.show(m_feeds.rows().value(row).id);
 }
 
 void CalendarSelectionModel::refresh()
 {
     const int before = feedCount();
     QList<CalendarFeedRow> rows;
-    for (const CalendarFeed &feed : m_store->calendarFeeds()) {
-        const QString lastUpdated = feed.lastUpdated ? m_store->dateText(*feed.lastUpdated, false) : QString();
-        rows.append({feed.id, feed.name, lastUpdated, m_store->calendarFeedFailure(feed.id)});
-    }
+    for (const CalendarFeed &feed : m_store->calendarFeeds())
+        rows.append({feed.id, feed.name, healthText(*m_store, feed), isFailing(*m_store, feed)});
     m_feeds.setRows(rows);
     if (feedCount() != before)
         emit feedCountChanged();

@@ -10,15 +10,25 @@ Card {
     id: list
 
     required property ScheduleViewModel viewModel
-    /// Where a schedule was removed last.
-    property int removedRow: 0
+    /// What of the list is in view, from its top.
+    required property real viewTop
+    required property real viewHeight
+    readonly property int firstInView: Math.floor((viewTop - area.y) / Theme.rowHeight)
+    readonly property int lastInView: Math.floor((viewTop + viewHeight - area.y) / Theme.rowHeight)
 
     /// The last schedule was removed: nothing in the list can take the focus.
     signal emptied
 
-    /// The row after the removed one, else the previous one; null when none is left.
+    function showView() {
+        viewModel.showListed(firstInView, lastInView);
+    }
+
+    /// The row after the one that has left, else the previous one; null when none is left.
     function heir(): DayListItem {
-        return rows.itemAt(Math.min(removedRow, rows.count - 1)) as DayListItem;
+        if (viewModel.listedCount === 0)
+            return null;
+        const place = Math.min(viewModel.departedPlace(), viewModel.listedCount - 1);
+        return rows.itemAt(viewModel.keepListed(place)) as DayListItem;
     }
 
     /// The schedule was deleted: another one's Delete takes the focus.
@@ -28,6 +38,13 @@ Card {
             next.focusDelete(reason);
         else
             list.emptied();
+    }
+
+    /// Tints the row at the place and puts the focus on it.
+    function reveal(place: int) {
+        const row = viewModel.keepListed(place);
+        (rows.itemAt(row) as DayListItem)?.focusEdit(Qt.TabFocusReason);
+        viewModel.listedRestored(row);
     }
 
     /// The schedule went elsewhere: another one's Edit takes the focus.
@@ -40,6 +57,37 @@ Card {
     }
 
     implicitHeight: column.height + 2
+    onFirstInViewChanged: showView()
+    onLastInViewChanged: showView()
+
+    Connections {
+        function onListedRestored(row: int) {
+            const item = rows.itemAt(row) as DayListItem;
+            if (item !== null)
+                (flash.createObject(item.ground, {radius: item.groundRadius}) as Flash).start();
+        }
+
+        target: list.viewModel
+    }
+
+    Component {
+        id: flash
+
+        Flash {
+            id: tint
+
+            anchors.fill: parent
+            onFaded: tint.destroy()
+
+            Connections {
+                function onListTurned() {
+                    tint.destroy();
+                }
+
+                target: list.viewModel
+            }
+        }
+    }
 
     Column {
         id: column
@@ -59,7 +107,7 @@ Card {
         }
 
         AppText {
-            visible: rows.count === 0
+            visible: list.viewModel.listedCount === 0
             height: token.line + topPadding + bottomPadding
             leftPadding: 16
             topPadding: 2
@@ -68,20 +116,41 @@ Card {
             color: Theme.textSecondary
         }
 
-        Repeater {
-            id: rows
+        // As tall as all rows, though only those in and around what is in view are made.
+        Item {
+            id: area
 
-            model: list.viewModel.dayList
-            onItemRemoved: index => list.removedRow = index
+            width: column.width
+            height: list.viewModel.listedCount * Theme.rowHeight
 
-            DayListItem {
-                width: column.width
-                isLast: index === rows.count - 1
-                onEditRequested: list.viewModel.editListed(index)
-                onDeleteRequested: {
-                    const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
-                    list.viewModel.deleteListed(index);
-                    list.focusAfterDeletion(reason);
+            MouseArea {
+                anchors.fill: parent
+                onDoubleClicked: place => {
+                    const row = area.childAt(place.x, place.y) as DayListItem;
+                    if (row !== null)
+                        list.viewModel.openListed(row.index);
+                }
+            }
+
+            Repeater {
+                id: rows
+
+                model: list.viewModel.dayList
+
+                DayListItem {
+                    y: place * Theme.rowHeight
+                    width: column.width
+                    isLast: place === list.viewModel.listedCount - 1
+                    onHasFocusChanged: {
+                        if (hasFocus)
+                            list.viewModel.keepListed(place);
+                    }
+                    onEditRequested: list.viewModel.editListed(index)
+                    onDeleteRequested: {
+                        const reason = FocusHandover.reasonAfter(Window.activeFocusItem);
+                        list.viewModel.deleteListed(index);
+                        list.focusAfterDeletion(reason);
+                    }
                 }
             }
         }

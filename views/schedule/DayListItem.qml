@@ -6,12 +6,18 @@ Item {
     id: item
 
     required property int index
+    /// Among all schedules of the day; less than 0 while it shows none.
+    required property int place
     required property string title
     required property string timeRange
     required property string tag
     required property string colorKey
     property bool isLast: false
+    /// What lies beneath its contents.
+    property alias ground: ground
+    readonly property real groundRadius: isLast ? Theme.cardRadius - 1 : 0
 
+    readonly property bool hasFocus: actions.hasFocus
     readonly property bool isActive: hover.hovered || actions.hasVisualFocus
 
     signal editRequested
@@ -25,6 +31,7 @@ Item {
         actions.focusDelete(reason);
     }
 
+    visible: place >= 0
     height: Theme.rowHeight
 
     HoverHandler {
@@ -33,9 +40,11 @@ Item {
 
     // The card's own rounding shows below the last row.
     Rectangle {
+        id: ground
+
         width: parent.width
         height: parent.height
-        radius: item.isLast ? Theme.cardRadius - 1 : 0
+        radius: item.groundRadius
         color: item.isActive ? Theme.hover : Theme.transparent
 
         Rectangle {

@@ -1,32 +1,29 @@
 import QtQuick
 
 /// Lets text run out into the fill colour over its last nine pixels, and hides it beyond.
-Row {
+Rectangle {
     id: edge
 
     required property color fill
     property real solidWidth: 0
 
-    Rectangle {
-        width: 9
-        height: edge.height
-        gradient: Gradient {
-            orientation: Gradient.Horizontal
+    readonly property real fadeWidth: 9
 
-            GradientStop {
-                position: 0
-                color: Qt.alpha(edge.fill, 0)
-            }
-            GradientStop {
-                position: 1
-                color: edge.fill
-            }
+    width: fadeWidth + solidWidth
+    gradient: Gradient {
+        orientation: Gradient.Horizontal
+
+        GradientStop {
+            position: 0
+            color: Qt.alpha(edge.fill, 0)
         }
-    }
-
-    Rectangle {
-        width: edge.solidWidth
-        height: edge.height
-        color: edge.fill
+        GradientStop {
+            position: edge.fadeWidth / edge.width
+            color: edge.fill
+        }
+        GradientStop {
+            position: 1
+            color: edge.fill
+        }
     }
 }

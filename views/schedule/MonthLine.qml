@@ -1,10 +1,11 @@
 import QtQuick
 import Tessaly.Ui
 
-/// One schedule in a cell of the month grid: mark, start time, title.
+/// One schedule in a cell of the month grid: mark, start time, title. In the last slot how many more there are.
 Item {
     id: line
 
+    required property int index
     required property int cellIndex
     required property int slot
     required property string title
@@ -16,22 +17,29 @@ Item {
     property bool isNarrow: false
     property color fill: Theme.card
 
+    readonly property bool isMore: slot === 2
     readonly property real gap: isNarrow ? 4 : 5
 
-    height: 18
+    /// By assistive technology. The pointer presses the cell beneath.
+    signal pressed
+
+    visible: cellIndex >= 0
+    height: isMore ? 13 : 18
     clip: isNarrow
-    Accessible.role: Accessible.StaticText
+    Accessible.role: isMore ? Accessible.Button : Accessible.StaticText
+    Accessible.onPressAction: pressed()
     Accessible.name: spokenName
 
     ColorMark {
         id: mark
 
         anchors.verticalCenter: parent.verticalCenter
+        visible: !line.isMore
         size: 7
         color: Theme.scheduleColor(line.colorKey)
     }
 
-    AppText {
+    LineText {
         id: time
 
         anchors.left: mark.right
@@ -40,18 +48,15 @@ Item {
         text: line.startText
         color: Theme.textSecondary
         token: Theme.mini
-        Accessible.ignored: true
     }
 
-    AppText {
-        anchors.left: time.right
-        anchors.leftMargin: line.gap
-        anchors.right: parent.right
+    LineText {
+        x: line.isMore ? 0 : time.x + time.width + line.gap
+        width: parent.width - x
         text: line.title
-        color: line.isOutside ? Theme.textSecondary : Theme.text
-        token: Theme.caption
+        color: line.isOutside || line.isMore ? Theme.textSecondary : Theme.text
+        token: line.isMore ? Theme.mini : Theme.caption
         elide: line.isNarrow ? Text.ElideNone : Text.ElideRight
-        Accessible.ignored: true
 
         ElidedTip {}
     }

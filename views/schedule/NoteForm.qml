@@ -13,6 +13,7 @@ Column {
 
     readonly property string startLabel: Language.text("开始", "Start")
     readonly property string endLabel: Language.text("结束", "End")
+    readonly property string leadLabel: Language.text("提醒", "Reminder")
 
     function focusTitle() {
         titleField.forceActiveFocus(Qt.PopupFocusReason);
@@ -77,6 +78,36 @@ Column {
             now: PlannerStore.now
             firstWeekday: PlannerStore.firstWeekday
             onEdited: value => form.note.end = value
+        }
+    }
+
+    NoteFormRow {
+        label: form.leadLabel
+
+        AppComboBox {
+            width: 200
+            isRaised: true
+            name: form.leadLabel
+            model: form.note?.leadChoices ?? []
+            currentIndex: form.note?.leadChoice ?? 0
+            // A list in another language resets it.
+            onModelChanged: currentIndex = Qt.binding(() => form.note?.leadChoice ?? 0)
+            onActivated: index => {
+                form.note.leadChoice = index;
+                currentIndex = Qt.binding(() => form.note?.leadChoice ?? 0);
+            }
+        }
+    }
+
+    NoteFormRow {
+        label: Language.text("颜色", "Color")
+
+        ColorWell {
+            readonly property string key: form.note?.colorKey ?? "blue"
+
+            name: Language.text("颜色", "Color")
+            hex: key.startsWith("#") ? key : Theme.palette.find(entry => entry[0] === key)[1]
+            onEdited: hex => form.note.setColorHex(hex)
         }
     }
 

@@ -4,6 +4,7 @@
 #include "model/DisplayTitle.h"
 #include "model/ScheduleColors.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <initializer_list>
@@ -27,6 +28,17 @@ QString countText(qsizetype count, bool isEnglish)
     return QStringLiteral("%1 个日程").arg(count);
 }
 
+QString moreText(qsizetype count, bool isEnglish)
+{
+    return (isEnglish ? QStringLiteral("%1 more") : QStringLiteral("还有 %1 项")).arg(count);
+}
+
+QString spokenMoreText(qsizetype count, QDate day, bool isEnglish)
+{
+    return (isEnglish ? QStringLiteral("%1 more on %2") : QStringLiteral("另有 %1 项，%2"))
+        .arg(QString::number(count), shortDate(day, isEnglish));
+}
+
 QString joined(std::initializer_list<QStringView> parts)
 {
     QString text;
@@ -38,7 +50,44 @@ QString joined(std::initializer_list<QStringView> parts)
     return text;
 }
 
+QRect wholeFrame(const QRectF &frame, qsizetype dayIndex, double dayWidth)
+{
+    const auto whole = [](double length) { return static_cast<int>(std::floor(length + 0.5)); };
+    const double left = static_cast<double>(dayIndex) * (dayWidth + 1) + frame.x();
+    const QPoint corner(whole(left), whole(frame.y()));
+    const QPoint end(whole(left + frame.width()), whole(frame.y() + frame.height()));
+    return {corner, QSize(end.x() - corner.x(), end.y() - corner.y())};
+}
+
+/// What of the time fits beside or under the title.
+QString timeInBlock(const QSize &size, const QString &startText, const QString &timeRange)
+{
+    if (size.height() < 36 || size.width() < 44)
+        return {};
+    return size.width() < 88 ? startText : timeRange;
+}
+
 } // namespace
+
+QList<int> ListWindow::places(int count) const
+{
+    // Steps of several rows, so that a page that scrolls does not make rows one by one.
+    constexpr int step = 8;
+    constexpr int around = 10;
+    constexpr int least = 16;
+    const int begin = std::max(0, std::min((firstInView - around) / step * step, count - least));
+    const int end = std::min(count, std::max(((lastInView + around) / step + 1) * step, begin + least));
+    QList<int> places;
+    for (int place = begin; place < end; ++place)
+        places.append(place);
+    for (const int place : {0, kept - 1, kept, kept + 1, count - 1}) {
+        if (place >= 0 && place < count && (place < begin || place >= end))
+            places.append(place);
+    }
+    std::ranges::sort(places);
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    return places;
+}
 
 QList<QList<DayEvent>> viewportSchedules(const QList<QDate> &days, const ScheduleSource &source)
 {
@@ -93,24 +142,37 @@ QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>>
             const ScheduleItem &schedule = source.schedules.at(event.row);
             const MinuteSpan span = minuteSpan(days.at(dayIndex), event, source.calendar);
             const QRectF frame = blockFrame(span, positioned.at(index), measures, dayWidth);
+            const QString timeRange = timeRangeText(event.start, event.end, source.calendar);
+            const QString tag = schedule.tag.value_or(QString());
             BlockRow row{.id = schedule.id,
                          .dayIndex = static_cast<int>(dayIndex),
-                         .x = frame.x(),
-                         .y = frame.y(),
-                         .width = frame.width(),
-                         .height = frame.height(),
+                         .frame = wholeFrame(frame, dayIndex, dayWidth),
                          .startMinute = span.start,
                          .title = displayTitle(schedule),
-                         .startText = timeRangeText(event.start, std::nullopt, source.calendar),
-                         .timeRange = timeRangeText(event.start, event.end, source.calendar),
-                         .tag = schedule.tag.value_or(QString()),
-                         .colorKey = scheduleColor(schedule),
+                         .colorKey = scheduleColor(schedule, source.linkColors),
                          .isSelected = schedule.id == selectedID};
-            row.spokenName = joined({dayText, row.title, row.timeRange, row.tag});
+            row.timeShown =
+                timeInBlock(row.frame.size(), timeRangeText(event.start, std::nullopt, source.calendar), timeRange);
+            row.hidesDetail = !tag.isEmpty() || row.timeShown != timeRange;
+            row.explanation = row.title + u'\n' + timeRange;
+            if (!tag.isEmpty())
+                row.explanation += u'\n' + tag;
+            row.spokenName = joined({dayText, row.title, timeRange, tag});
             rows.append(row);
         }
     }
     return rows;
+}
+
+QRect fullFrame(const FormTimes &times, const QList<QDate> &days, const WeekMeasures &measures, double dayWidth,
+                const UserCalendar &calendar)
+{
+    const QDate day = calendar.day(times.start);
+    const qsizetype place = days.indexOf(day);
+    if (place < 0)
+        return {};
+    const MinuteSpan span = minuteSpan(day, {.start = times.start, .end = times.end}, calendar);
+    return wholeFrame(blockFrame(span, {}, measures, dayWidth), place, dayWidth);
 }
 
 QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
@@ -128,12 +190,19 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<Da
                          .slot = static_cast<int>(slot),
                          .title = displayTitle(schedule),
                          .startText = timeRangeText(event.start, std::nullopt, source.calendar),
-                         .colorKey = scheduleColor(schedule),
+                         .colorKey = scheduleColor(schedule, source.linkColors),
                          .isOutside = isOutside,
                          .spokenName = joined({displayTitle(schedule),
                                                timeRangeText(event.start, schedule.endDate, source.calendar),
                                                schedule.tag.value_or(QString())})});
         }
+        if (const qsizetype more = dayEvents.size() - linesPerCell; more > 0)
+            rows.append({.id = source.schedules.at(dayEvents.at(linesPerCell).row).id,
+                         .cellIndex = static_cast<int>(cell),
+                         .slot = static_cast<int>(linesPerCell),
+                         .title = moreText(more, source.isEnglish),
+                         .isOutside = isOutside,
+                         .spokenName = spokenMoreText(more, days.at(cell), source.isEnglish)});
     }
     return rows;
 }
@@ -151,16 +220,17 @@ QList<qsizetype> selectedSchedules(QDate day, const ScheduleSource &source)
     return rows;
 }
 
-QList<DayListRow> dayListRows(QDate day, const ScheduleSource &source)
+QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &window, const ScheduleSource &source)
 {
     QList<DayListRow> rows;
-    for (const qsizetype row : selectedSchedules(day, source)) {
-        const ScheduleItem &schedule = source.schedules.at(row);
+    for (const int place : window.places(static_cast<int>(listed.size()))) {
+        const ScheduleItem &schedule = source.schedules.at(listed.at(place));
         rows.append({.id = schedule.id,
+                     .place = place,
                      .title = displayTitle(schedule),
                      .timeRange = timeRangeText(schedule.date, schedule.endDate, source.calendar),
                      .tag = schedule.tag.value_or(QString()),
-                     .colorKey = scheduleColor(schedule)});
+                     .colorKey = scheduleColor(schedule, source.linkColors)});
     }
     return rows;
 }

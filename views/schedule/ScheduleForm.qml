@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Tessaly.Schedule
 import Tessaly.Shell
 import Tessaly.Store
@@ -17,6 +18,17 @@ Entry {
     readonly property real gap: 12
     readonly property real lineGap: 14
 
+    /// Whether something is being entered: the focus is here, and what was entered last has not just been added.
+    readonly property bool isInUse: hasFocus && !isSpent
+    readonly property bool hasFocus: {
+        for (let item = Window.activeFocusItem as Item; item; item = item.parent) {
+            if (item === form)
+                return true;
+        }
+        return false;
+    }
+    property bool isSpent: false
+
     /// A schedule was added.
     signal added
 
@@ -24,10 +36,21 @@ Entry {
         takeFocus();
     }
 
+    /// A time that is refused takes the focus.
+    function acceptTimes(): bool {
+        return startPair.accept() && endPair.accept();
+    }
+
+    /// Whether a schedule was added.
+    function submit(): bool {
+        isSpent = acceptTimes() && viewModel.addSchedule();
+        return isSpent;
+    }
+
     function add() {
-        if (!startPair.accept() || !endPair.accept())
+        if (!acceptTimes())
             return;
-        const isAdded = viewModel.addSchedule();
+        const isAdded = submit();
         focusTitle();
         if (isAdded)
             added();
@@ -39,7 +62,16 @@ Entry {
     text: fields.title
     onTextEdited: text => form.fields.title = text
     onAccepted: add()
+    onHasFocusChanged: isSpent = false
     implicitHeight: tagField.y + tagField.height + (isWide ? gap + 1 : pad)
+
+    Connections {
+        function onFieldsChanged() {
+            form.isSpent = false;
+        }
+
+        target: form.fields
+    }
 
     LabelledDateTime {
         id: startPair

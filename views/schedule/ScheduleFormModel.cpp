@@ -118,11 +118,6 @@ void ScheduleFormModel::moveTo(QDate day)
     setTimes(formMovedTo(day, m_form.times, m_store->calendar()));
 }
 
-void ScheduleFormModel::moveTo(QDate day, int minuteOfDay)
-{
-    setTimes(formTappedAt(day, minuteOfDay, m_form.times, m_store->calendar()));
-}
-
 bool ScheduleFormModel::add()
 {
     const std::optional<ScheduleItem> schedule = newSchedule(m_form);

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] const FormTimes &times() const { return m_form.times; }
     /// Keeps the time of day and the duration.
     void moveTo(QDate day);
-    void moveTo(QDate day, int minuteOfDay);
+    void setTimes(const FormTimes &times);
     /// Adds the schedule to the store and empties title and tag; false when the title is blank.
     bool add();
 
@@ -66,7 +66,6 @@ signals:
 
 private:
     [[nodiscard]] QList<CalendarOption> choices() const;
-    void setTimes(const FormTimes &times);
 
     PlannerStore *m_store = nullptr;
     ScheduleForm m_form;

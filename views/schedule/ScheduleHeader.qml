@@ -2,8 +2,8 @@ import QtQuick
 import Tessaly.Schedule
 import Tessaly.Ui
 
-/// Title, scope, navigation and the buttons of the settings sheets. The tools go to a second line when they do not fit
-/// beside the title.
+/// Title, shown days, scope, navigation and the buttons of the settings sheets. The days go beneath the title, and the
+/// tools to a second line, when they do not fit beside it.
 Item {
     id: header
 
@@ -11,15 +11,38 @@ Item {
 
     readonly property bool isNarrow: width < 700
     readonly property real gap: isNarrow ? 8 : 12
-    readonly property bool isWrapped: title.implicitWidth + 10 + tools.width + tools.anchors.rightMargin > width
+    readonly property real toolsRoom: 10 + tools.width + tools.anchors.rightMargin
+    readonly property bool isWrapped: title.implicitWidth + toolsRoom > width
+    readonly property bool isRangeBelow: isNarrow || title.implicitWidth + 12 + rangeBeside.advanceWidth + toolsRoom > width
+    readonly property real titleHeight: title.height + (range.visible && isRangeBelow ? range.height : 0)
 
-    implicitHeight: isWrapped ? title.height + 8 + tools.height : title.height
+    implicitHeight: isWrapped ? titleHeight + 8 + tools.height : titleHeight
 
     PageTitle {
         id: title
 
         elide: Text.ElideNone
         text: header.viewModel.headerTitle
+        Accessible.name: range.visible ? text + Language.text("，", ", ") + range.text : text
+    }
+
+    TextMetrics {
+        id: rangeBeside
+
+        font: Theme.entry.font
+        text: range.text
+    }
+
+    LineText {
+        id: range
+
+        x: header.isRangeBelow ? 0 : title.implicitWidth + 12
+        y: header.isRangeBelow ? title.height : title.y + title.baselineOffset - baselineOffset
+        visible: text !== ""
+        text: header.viewModel.weekRange
+        color: Theme.textSecondary
+        token: header.isRangeBelow ? Theme.caption : Theme.entry
+        elide: Text.ElideNone
     }
 
     Row {
@@ -28,7 +51,7 @@ Item {
         anchors.right: parent.right
         // The glyphs, not the buttons' invisible outlines, end at the page's edge.
         anchors.rightMargin: header.isNarrow ? -8 : 0
-        y: header.isWrapped ? title.height + 8 : (title.height - height) / 2
+        y: header.isWrapped ? header.titleHeight + 8 : Math.round((header.titleHeight - height) / 2)
         spacing: header.gap
 
         SegmentedControl {

@@ -25,6 +25,7 @@ Sheet {
     title: isEditing ? Language.text("编辑日程", "Edit schedule") : note?.heading ?? ""
     titleLines: 2
     sheetWidth: 540
+    showsToast: true
     status: note?.isBroughtBack ? Language.text("已恢复上次未保存的修改。", "Changes that had not been saved were brought back.") : ""
     primaryButton: primary
     onOpened: {
@@ -40,6 +41,23 @@ Sheet {
     onLeaving: leave()
 
     foot: [
+        AppButton {
+            id: deleteButton
+
+            visible: !sheet.isEditing
+            kind: AppButton.Destructive
+            isRaised: true
+            text: Language.text("删除", "Delete")
+            onClicked: sheet.note.remove()
+        },
+        AppButton {
+            anchors.left: deleteButton.right
+            anchors.leftMargin: 8
+            visible: !sheet.isEditing
+            isRaised: true
+            text: Language.text("创建副本", "Duplicate")
+            onClicked: sheet.note.duplicate()
+        },
         AppButton {
             anchors.right: primary.left
             anchors.rightMargin: 8

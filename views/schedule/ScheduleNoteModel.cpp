@@ -1,7 +1,10 @@
 #include "views/schedule/ScheduleNoteModel.h"
 
+#include "model/LeadTime.h"
+#include "model/ScheduleColors.h"
 #include "store/PlannerStore.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -96,6 +99,59 @@ void ScheduleNoteModel::setEnd(const QDateTime &end)
         return;
     m_draft.endDate = m_store.calendar().instant(end.date(), end.time());
     emit fieldsChanged();
+}
+
+QString ScheduleNoteModel::colorKey() const
+{
+    ScheduleItem shown = m_draft.item;
+    shown.customColorHex = m_draft.colorHex;
+    return scheduleColor(shown, linkColors(m_store.calendarFeeds()));
+}
+
+void ScheduleNoteModel::setColorHex(const QString &hex)
+{
+    if (std::exchange(m_draft.colorHex, hex) != hex)
+        emit fieldsChanged();
+}
+
+void ScheduleNoteModel::remove()
+{
+    dropDraft();
+    emit removed(m_draft.item);
+}
+
+int ScheduleNoteModel::leadChoice() const
+{
+    if (!m_draft.leadMinutes)
+        return 0;
+    if (*m_draft.leadMinutes < 0)
+        return 1;
+    const auto found = std::ranges::find(offeredLeadMinutes, *m_draft.leadMinutes);
+    return 2 + static_cast<int>(found - offeredLeadMinutes.begin());
+}
+
+void ScheduleNoteModel::setLeadChoice(int row)
+{
+    if (row == leadChoice() || row < 0 || row > 1 + int(offeredLeadMinutes.size()))
+        return;
+    if (row == 0)
+        m_draft.leadMinutes.reset();
+    else
+        m_draft.leadMinutes = row == 1 ? -1 : offeredLeadMinutes.at(static_cast<size_t>(row - 2));
+    emit fieldsChanged();
+}
+
+QStringList ScheduleNoteModel::leadChoices() const
+{
+    const AppLanguage language = m_store.interfaceLanguage();
+    QStringList texts{m_store.text(QStringLiteral("按日历的设置"), QStringLiteral("As its calendar")),
+                      m_store.text(QStringLiteral("不提醒"), QStringLiteral("None"))};
+    for (const int minutes : offeredLeadMinutes)
+        texts.append(leadText(minutes).in(language));
+    const double opened = m_draft.item.leadMinutes.value_or(-1);
+    if (opened >= 0 && std::ranges::find(offeredLeadMinutes, opened) == offeredLeadMinutes.end())
+        texts.append(leadText(static_cast<int>(opened)).in(language));
+    return texts;
 }
 
 void ScheduleNoteModel::startEditing()

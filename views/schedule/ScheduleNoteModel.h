@@ -43,6 +43,9 @@ class ScheduleNoteModel : public QObject
     Q_PROPERTY(QString newTask READ newTask WRITE setNewTask NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime start READ start WRITE setStart NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime end READ end WRITE setEnd NOTIFY fieldsChanged)
+    Q_PROPERTY(QString colorKey READ colorKey NOTIFY fieldsChanged)
+    Q_PROPERTY(int leadChoice READ leadChoice WRITE setLeadChoice NOTIFY fieldsChanged)
+    Q_PROPERTY(QStringList leadChoices READ leadChoices NOTIFY languageChanged)
     Q_PROPERTY(QAbstractItemModel *tasks READ tasks CONSTANT)
     Q_PROPERTY(int taskCount READ taskCount NOTIFY tasksChanged)
 
@@ -71,6 +74,15 @@ public:
     void setStart(const QDateTime &start);
     [[nodiscard]] QDateTime end() const;
     void setEnd(const QDateTime &end);
+    /// The colour in which the schedule is shown: a palette name or "#RRGGBB".
+    [[nodiscard]] QString colorKey() const;
+    /// Gives it a colour of its own.
+    Q_INVOKABLE void setColorHex(const QString &hex);
+    /// When the schedule reminds: a row of leadChoices(). The first leaves that to its calendar; one that was not
+    /// chosen here stands at the end.
+    [[nodiscard]] int leadChoice() const;
+    void setLeadChoice(int row);
+    [[nodiscard]] QStringList leadChoices() const;
     [[nodiscard]] RowListModel<NoteTaskRow> *tasks() { return &m_tasks; }
     [[nodiscard]] int taskCount() const { return static_cast<int>(m_draft.tasks.size()); }
 
@@ -80,6 +92,10 @@ public:
     /// Emits saved() with the schedule as edited and returns to view mode.
     Q_INVOKABLE void save();
     Q_INVOKABLE void close() { emit closed(); }
+    /// Deletes the schedule without asking.
+    Q_INVOKABLE void remove();
+    /// Adds another schedule like it, for editing.
+    Q_INVOKABLE void duplicate() { emit duplicated(m_draft.item); }
     /// View mode: flips the task and emits saved() at once.
     Q_INVOKABLE void toggleTask(int row);
 
@@ -100,6 +116,8 @@ signals:
     void fieldsChanged();
     void tasksChanged();
     void saved(const tessaly::ScheduleItem &item);
+    void removed(const tessaly::ScheduleItem &item);
+    void duplicated(const tessaly::ScheduleItem &item);
     void closed();
 
 private:

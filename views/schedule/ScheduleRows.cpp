@@ -17,15 +17,11 @@ QList<DayModel::Role> dayRoles()
 QList<BlockModel::Role> blockRoles()
 {
     return {
-        {"dayIndex", [](const BlockRow &row) -> QVariant { return row.dayIndex; }},
-        {"blockX", [](const BlockRow &row) -> QVariant { return row.x; }},
-        {"blockY", [](const BlockRow &row) -> QVariant { return row.y; }},
-        {"blockWidth", [](const BlockRow &row) -> QVariant { return row.width; }},
-        {"blockHeight", [](const BlockRow &row) -> QVariant { return row.height; }},
+        {"frame", [](const BlockRow &row) -> QVariant { return QRectF(row.frame); }},
         {"title", [](const BlockRow &row) -> QVariant { return row.title; }},
-        {"startText", [](const BlockRow &row) -> QVariant { return row.startText; }},
-        {"timeRange", [](const BlockRow &row) -> QVariant { return row.timeRange; }},
-        {"tag", [](const BlockRow &row) -> QVariant { return row.tag; }},
+        {"timeShown", [](const BlockRow &row) -> QVariant { return row.timeShown; }},
+        {"explanation", [](const BlockRow &row) -> QVariant { return row.explanation; }},
+        {"hidesDetail", [](const BlockRow &row) -> QVariant { return row.hidesDetail; }},
         {"colorKey", [](const BlockRow &row) -> QVariant { return row.colorKey; }},
         {"isSelected", [](const BlockRow &row) -> QVariant { return row.isSelected; }},
         {"spokenName", [](const BlockRow &row) -> QVariant { return row.spokenName; }},
@@ -48,6 +44,7 @@ QList<MonthLineModel::Role> monthLineRoles()
 QList<DayListModel::Role> dayListRoles()
 {
     return {
+        {"place", [](const DayListRow &row) -> QVariant { return row.place; }},
         {"title", [](const DayListRow &row) -> QVariant { return row.title; }},
         {"timeRange", [](const DayListRow &row) -> QVariant { return row.timeRange; }},
         {"tag", [](const DayListRow &row) -> QVariant { return row.tag; }},

@@ -3,6 +3,7 @@
 #include "views/RowListModel.h"
 
 #include <QDate>
+#include <QRect>
 #include <QString>
 #include <QUuid>
 
@@ -28,21 +29,21 @@ struct DayRow
     bool operator==(const DayRow &) const = default;
 };
 
-/// A block of the week timeline; the frame is inside the day column's time area, in points.
+/// A block of the week timeline.
 struct BlockRow
 {
     QUuid id = {};
     int dayIndex = 0;
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
+    /// On whole points, from the top left corner of the first day's time area; day columns are one point apart.
+    QRect frame = {};
     int startMinute = 0;
     QString title = {};
-    QString startText = {};
-    /// Start and end; the end is one hour on when the schedule has none.
-    QString timeRange = {};
-    QString tag = {};
+    /// Start and end, the start alone or nothing, as there is room. The end is one hour on when the schedule has none.
+    QString timeShown = {};
+    /// Title, start and end, and tag, a line for each.
+    QString explanation = {};
+    /// Whether there is more to tell than title and time shown.
+    bool hidesDetail = false;
     /// Palette name or "#RRGGBB".
     QString colorKey = {};
     bool isSelected = false;
@@ -53,12 +54,13 @@ struct BlockRow
     bool operator==(const BlockRow &) const = default;
 };
 
-/// One of the at most two lines in a cell of the month grid.
+/// One of the at most two lines in a cell of the month grid, or beneath them how many more there are.
 struct MonthLineRow
 {
     QUuid id = {};
-    int cellIndex = 0;
-    /// 0 or 1
+    /// Less than 0 for no cell.
+    int cellIndex = -1;
+    /// 0 or 1; 2 for how many more, whose text is the title and whose id that of the first of them.
     int slot = 0;
     QString title = {};
     QString startText = {};
@@ -74,6 +76,8 @@ struct MonthLineRow
 struct DayListRow
 {
     QUuid id = {};
+    /// Among all schedules of the day.
+    int place = -1;
     QString title = {};
     QString timeRange = {};
     QString tag = {};

@@ -2,7 +2,18 @@
 
 #include "store/PlannerStore.h"
 
+#include <QTimer>
+
 namespace tessaly {
+
+void ScheduleSheetModel::setStore(PlannerStore *store)
+{
+    m_store = store;
+    connect(&store->calendarLinks(), &CalendarLinks::openingRequested, this, &ScheduleSheetModel::openImportSettings);
+    // The screen that shows the sheet is still being made.
+    if (store->calendarLinks().hasOpening())
+        QTimer::singleShot(0, this, &ScheduleSheetModel::openImportSettings);
+}
 
 void ScheduleSheetModel::openImportSettings()
 {
@@ -43,6 +54,18 @@ void ScheduleSheetModel::openNote(const ScheduleItem &schedule, NoteMode mode)
         m_store->updateSchedule(changed);
         closeNote();
     });
+    connect(m_note.get(), &ScheduleNoteModel::removed, this, [this](const ScheduleItem &item) {
+        closeNote();
+        m_store->deleteSchedule(item);
+    });
+    connect(
+        m_note.get(), &ScheduleNoteModel::duplicated, this,
+        [this](const ScheduleItem &item) {
+            const ScheduleItem copy = duplicateOf(item);
+            m_store->addSchedule(copy);
+            openNote(copy, NoteMode::Edit);
+        },
+        Qt::QueuedConnection); // the note that emits it is replaced
     connect(m_note.get(), &ScheduleNoteModel::closed, this, &ScheduleSheetModel::closeNote);
     emit noteChanged();
     setNoteOpen(true);

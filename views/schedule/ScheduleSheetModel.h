@@ -29,7 +29,7 @@ public:
     using QObject::QObject;
 
     /// The store must outlive the model.
-    void setStore(PlannerStore *store) { m_store = store; }
+    void setStore(PlannerStore *store);
 
     [[nodiscard]] Sheet sheet() const { return m_sheet; }
     /// The state of the note editor that is open or was last; null before the first.

@@ -11,6 +11,42 @@ Page {
     /// The user wants to see the restore point in the file.
     signal restorePointRequested(fileName: string)
 
+    /// Made when its scope is first shown and then kept, so that a change between them makes nothing.
+    component Body: Loader {
+        required property bool isShown
+
+        active: false
+        visible: isShown
+        onIsShownChanged: {
+            if (isShown)
+                active = true;
+        }
+    }
+
+    readonly property bool isUncovered: visible && model.sheets.sheet === ScheduleSheetModel.None && !model.sheets.isNoteOpen
+
+    function tell(message: string, isElsewhere: bool) {
+        toast.isElsewhere = isElsewhere;
+        toast.message = message;
+        toast.show();
+    }
+
+    /// Shows the schedule and puts the focus on it.
+    function reveal(id: string) {
+        const place = model.reveal(id);
+        if (place >= 0)
+            dayList.reveal(place);
+    }
+
+    /// A new entry is to be typed.
+    function startNew() {
+        form.focusTitle();
+    }
+
+    function showToday() {
+        model.showToday();
+    }
+
     isLimited: false
     status: PlannerStore.calendarSyncMessage
     statusLine.isFailure: PlannerStore.isSyncMessageFailure
@@ -25,10 +61,8 @@ Page {
         id: model
 
         store: PlannerStore
-        onAddedElsewhere: message => {
-            elsewhere.message = message;
-            elsewhere.show();
-        }
+        onAddedElsewhere: message => page.tell(message, true)
+        onRefused: reason => page.tell(reason, false)
     }
 
     ScheduleHeader {
@@ -36,9 +70,16 @@ Page {
         viewModel: model
     }
 
-    Loader {
+    Body {
         width: page.contentWidth
-        sourceComponent: model.scope === ScheduleViewModel.Week ? week : month
+        isShown: model.scope === ScheduleViewModel.Week
+        sourceComponent: week
+    }
+
+    Body {
+        width: page.contentWidth
+        isShown: model.scope === ScheduleViewModel.Month
+        sourceComponent: month
     }
 
     DayList {
@@ -46,6 +87,8 @@ Page {
 
         width: page.contentWidth
         viewModel: model
+        viewTop: page.scroll.contentY - Theme.pagePadding - y
+        viewHeight: page.scroll.height
         onEmptied: form.focusTitle()
     }
 
@@ -57,6 +100,24 @@ Page {
         onAdded: page.scroll.keepInView(form)
     }
 
+    Shortcut {
+        enabled: page.isUncovered
+        sequence: "Alt+Left"
+        onActivated: model.showPrevious()
+    }
+
+    Shortcut {
+        enabled: page.isUncovered
+        sequence: "Alt+Right"
+        onActivated: model.showNext()
+    }
+
+    Shortcut {
+        enabled: page.isUncovered
+        sequence: "Alt+Home"
+        onActivated: model.showToday()
+    }
+
     // Bound components cannot be made by a Loader of another file in Qt 6.4.
     // qmllint disable unqualified
 
@@ -64,10 +125,15 @@ Page {
         id: week
 
         WeekTimeline {
+            id: timeline
+
             viewModel: model
-            onTimeChosen: {
-                page.scroll.glideTo(form);
-                form.focusTitle();
+            scroll: page.scroll
+            isFormInUse: form.isInUse
+            onFormRequested: form.focusTitle()
+            onFormAccepted: {
+                if (form.submit())
+                    timeline.showAdded();
             }
         }
     }
@@ -77,19 +143,40 @@ Page {
 
         CalendarGrid {
             viewModel: model
+            onDayOpened: page.scroll.glideTo(dayList)
         }
     }
 
     // qmllint enable unqualified
 
+    RepaintArea {
+        id: all
+
+        parent: page
+        anchors.fill: parent
+
+        Connections {
+            function onWeekTurned() {
+                all.repaint();
+            }
+            function onScopeChanged() {
+                all.repaint();
+            }
+
+            target: model
+        }
+    }
+
     Toast {
-        id: elsewhere
+        id: toast
+
+        property bool isElsewhere: false
 
         parent: page
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 24 + (page.status === "" ? 0 : Theme.statusHeight)
-        action: Language.text("显示", "Show")
+        action: isElsewhere ? Language.text("显示", "Show") : ""
         onActionChosen: model.showAdded()
     }
 

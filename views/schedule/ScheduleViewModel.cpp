@@ -3,12 +3,13 @@
 #include "platform/Clock.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
 ScheduleViewModel::ScheduleViewModel(QObject *parent)
-    : QObject(parent), m_days(dayRoles()), m_blocks(blockRoles()), m_monthLines(monthLineRoles()),
-      m_dayList(dayListRoles())
+    : QObject(parent), m_week{.days = DayModel(dayRoles()), .contents = BlockModel(blockRoles())},
+      m_month{.days = DayModel(dayRoles()), .contents = MonthLineModel(monthLineRoles())}, m_dayList(dayListRoles())
 {
     m_form = std::make_unique<ScheduleFormModel>();
     m_sheets = std::make_unique<ScheduleSheetModel>();
@@ -24,15 +25,25 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     m_focusDate = store->clock().now();
     m_measures = weekMeasures(store->displayStartHour(), store->displayEndHour());
     m_form->setStore(store);
+    m_currentTime.setStore(store);
+    m_drag.setStore(store);
     m_sheets->setStore(store);
     m_index.apply({}, store->schedules());
+    m_linkColors = linkColors(store->calendarFeeds());
 
+    connect(m_form.get(), &ScheduleFormModel::fieldsChanged, this, &ScheduleViewModel::formFrameChanged);
+    connect(&m_drag, &WeekDragModel::refused, this, &ScheduleViewModel::refused);
+    connect(&m_drag, &WeekDragModel::spanSelected, this, &ScheduleViewModel::chooseTimes);
     connect(store, &PlannerStore::schedulesChanged, this, &ScheduleViewModel::onSchedulesChanged);
     connect(store, &PlannerStore::visibleCalendarIDsChanged, this, &ScheduleViewModel::refresh);
+    connect(store, &PlannerStore::calendarFeedsChanged, this, &ScheduleViewModel::onCalendarFeedsChanged);
     connect(store, &PlannerStore::displayHoursChanged, this, &ScheduleViewModel::onDisplayHoursChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::timeZoneChanged, this, &ScheduleViewModel::onTimeZoneChanged);
     connect(store, &PlannerStore::todayChanged, this, &ScheduleViewModel::refresh);
+    const auto show = [this](const UndoStep &step) { showChanged(step.change); };
+    connect(&store->history(), &UndoHistory::undone, this, show);
+    connect(&store->history(), &UndoHistory::redone, this, show);
     emit storeChanged();
     emit measuresChanged();
     refresh();
@@ -50,7 +61,8 @@ QDate ScheduleViewModel::focusDay() const
 
 ScheduleSource ScheduleViewModel::source() const
 {
-    return {m_store->schedules(), m_index, m_store->visibleCalendarIDs(), m_store->calendar(), m_store->isEnglish()};
+    return {m_store->schedules(), m_index,     m_store->visibleCalendarIDs(), m_store->calendar(),
+            m_store->isEnglish(), m_linkColors};
 }
 
 const ScheduleItem *ScheduleViewModel::scheduleWithId(const QUuid &id) const
@@ -67,6 +79,13 @@ QString ScheduleViewModel::headerTitle() const
     if (m_scope == Scope::Week)
         return m_store->text(QStringLiteral("本周"), QStringLiteral("This week"));
     return monthTitle(focusDay(), m_store->isEnglish());
+}
+
+QString ScheduleViewModel::weekRange() const
+{
+    if (m_scope == Scope::Month || m_visibleDays.isEmpty())
+        return {};
+    return dayRangeText(m_visibleDays.first(), m_visibleDays.last(), m_store->isEnglish());
 }
 
 QString ScheduleViewModel::dayListTitle() const
@@ -87,14 +106,20 @@ int ScheduleViewModel::focusedPlace() const
     return m_store ? static_cast<int>(m_visibleDays.indexOf(focusDay())) : -1;
 }
 
+QStringList ScheduleViewModel::weekdayNames() const
+{
+    const DayModel &days = m_scope == Scope::Week ? m_week.days : m_month.days;
+    QStringList names;
+    for (const DayRow &row : days.rows().first(std::min<qsizetype>(days.rows().size(), 7)))
+        names.append(row.weekday);
+    return names;
+}
+
 void ScheduleViewModel::setScope(Scope scope)
 {
     if (m_scope == scope)
         return;
     m_scope = scope;
-    // The hidden body keeps no rows: it is built again when its scope returns.
-    m_blocks.setRows({});
-    m_monthLines.setRows({});
     refresh();
     emit scopeChanged();
 }
@@ -136,7 +161,7 @@ void ScheduleViewModel::focusPlace(int place)
 
 void ScheduleViewModel::selectBlock(int row)
 {
-    const ScheduleItem *stored = scheduleWithId(m_blocks.rows().value(row).id);
+    const ScheduleItem *stored = scheduleWithId(m_week.contents.rows().value(row).id);
     if (!stored)
         return;
     const ScheduleItem schedule = *stored;
@@ -145,10 +170,100 @@ void ScheduleViewModel::selectBlock(int row)
     m_sheets->openNote(schedule, NoteMode::View);
 }
 
+int ScheduleViewModel::moveBlock(int row, int days, int minutes, bool isContinued)
+{
+    const ScheduleItem *schedule = scheduleWithId(m_week.contents.rows().value(row).id);
+    if (!schedule)
+        return -1;
+    const UserCalendar &calendar = m_store->calendar();
+    const FormTimes times = movedTimes({schedule->date, schedule->end()}, days, minutes, calendar);
+    const int moved = rescheduleBlock(*schedule, times, isContinued);
+    if (moved >= 0)
+        emit announced(m_store->text(QStringLiteral("移到%1，%2 至 %3"), QStringLiteral("Moved to %1, %2 to %3"))
+                           .arg(shortDate(calendar.day(times.start), m_store->isEnglish()),
+                                timeRangeText(times.start, std::nullopt, calendar),
+                                timeRangeText(times.end, std::nullopt, calendar)));
+    return moved;
+}
+
+int ScheduleViewModel::resizeBlock(int row, int minutes, bool isContinued)
+{
+    const ScheduleItem *schedule = scheduleWithId(m_week.contents.rows().value(row).id);
+    if (!schedule)
+        return -1;
+    const FormTimes times{schedule->date,
+                          std::max(schedule->end().plus(minutes * 60), schedule->date.plus(leastScheduleSeconds))};
+    const int resized = rescheduleBlock(*schedule, times, isContinued);
+    if (resized >= 0)
+        emit announced(m_store->text(QStringLiteral("结束改为 %1"), QStringLiteral("Ends at %1"))
+                           .arg(timeRangeText(times.end, std::nullopt, m_store->calendar())));
+    return resized;
+}
+
+int ScheduleViewModel::rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued)
+{
+    if (const QString reason = fixedReason(*m_store, schedule); !reason.isEmpty()) {
+        emit refused(reason);
+        return -1;
+    }
+    const QUuid id = schedule.id;
+    // First the week, so that the item with the focus is not removed with its row.
+    if (!m_visibleDays.contains(m_store->calendar().day(times.start)))
+        setFocusDate(times.start);
+    reschedule(*m_store, id, times, false);
+    if (isContinued)
+        m_store->history().joinLast();
+    return blockOf(id);
+}
+
+int ScheduleViewModel::blockOf(const QUuid &id) const
+{
+    const QList<BlockRow> &rows = m_week.contents.rows();
+    const auto found = std::ranges::find(rows, id, &BlockRow::id);
+    return found == rows.cend() ? -1 : static_cast<int>(found - rows.cbegin());
+}
+
+void ScheduleViewModel::deleteBlock(int row)
+{
+    if (const ScheduleItem *stored = scheduleWithId(m_week.contents.rows().value(row).id)) {
+        const ScheduleItem schedule = *stored;
+        m_store->deleteSchedule(schedule);
+    }
+}
+
+void ScheduleViewModel::openMonthLine(int row)
+{
+    openNote(m_month.contents.rows().value(row).id, NoteMode::View);
+}
+
+void ScheduleViewModel::openListed(int row)
+{
+    openNote(m_dayList.rows().value(row).id, NoteMode::View);
+}
+
 void ScheduleViewModel::editListed(int row)
 {
-    if (const ScheduleItem *schedule = scheduleWithId(m_dayList.rows().value(row).id))
-        m_sheets->openNote(*schedule, NoteMode::Edit);
+    openNote(m_dayList.rows().value(row).id, NoteMode::Edit);
+}
+
+void ScheduleViewModel::openNote(const QUuid &id, NoteMode mode)
+{
+    if (const ScheduleItem *schedule = scheduleWithId(id))
+        m_sheets->openNote(*schedule, mode);
+}
+
+int ScheduleViewModel::reveal(const QString &scheduleId)
+{
+    const QUuid id(scheduleId);
+    if (const ScheduleItem *schedule = scheduleWithId(id))
+        setFocusDate(Instant(schedule->date));
+    const int place = static_cast<int>(m_listed.indexOf(id));
+    if (place >= 0)
+        keepListed(place);
+    const int block = blockOf(id);
+    if (m_scope == Scope::Week && block >= 0)
+        emit blockRestored(block);
+    return place;
 }
 
 void ScheduleViewModel::deleteListed(int row)
@@ -163,10 +278,36 @@ void ScheduleViewModel::tapTime(int place, double y)
 {
     if (place < 0 || place >= m_visibleDays.size())
         return;
+    chooseTimes(
+        formTappedAt(m_visibleDays.at(place), tappedMinute(y, m_measures), m_form->times(), m_store->calendar()));
+}
+
+void ScheduleViewModel::chooseTimes(const FormTimes &times)
+{
     selectSchedule({});
     m_sheets->closeNote();
-    m_form->moveTo(m_visibleDays.at(place), tappedMinute(y, m_measures));
-    focusPlace(place);
+    m_form->setTimes(times);
+    const UserCalendar &calendar = m_store->calendar();
+    setFocusDate(calendar.startOfDay(calendar.day(times.start)));
+    emit timeChosen();
+}
+
+QRectF ScheduleViewModel::formFrame() const
+{
+    if (!m_store || m_scope != Scope::Week)
+        return {};
+    const FormTimes &times = m_form->times();
+    return fullFrame({times.start, leastEnd(times)}, m_visibleDays, m_measures, m_dayWidth, m_store->calendar());
+}
+
+QString ScheduleViewModel::formTimeText() const
+{
+    if (!m_store)
+        return {};
+    const QRectF frame = formFrame();
+    const FormTimes &times = m_form->times();
+    const bool isNarrow = frame.width() < 88;
+    return timeRangeText(times.start, isNarrow ? std::nullopt : std::optional(leastEnd(times)), m_store->calendar());
 }
 
 bool ScheduleViewModel::addSchedule()
@@ -175,6 +316,7 @@ bool ScheduleViewModel::addSchedule()
     if (!m_form->add())
         return false;
     m_addedDate = m_form->times().start;
+    m_addedID = m_store->schedules().last().id;
     if (!m_visibleDays.contains(m_store->calendar().day(m_addedDate)))
         emit addedElsewhere(m_store->text(QStringLiteral("“%1”已添加到%2。"), QStringLiteral("Added “%1” to %2."))
                                 .arg(title, m_store->dateText(m_addedDate, true)));
@@ -191,7 +333,7 @@ void ScheduleViewModel::selectSchedule(const QUuid &id)
 
 int ScheduleViewModel::neighbourBlock(int row, int dayStep, int timeStep) const
 {
-    const QList<BlockRow> &blocks = m_blocks.rows();
+    const QList<BlockRow> &blocks = m_week.contents.rows();
     if (row < 0 || row >= blocks.size())
         return -1;
     return static_cast<int>(dayStep != 0 ? neighbourDay(blocks, row, dayStep) : neighbourInDay(blocks, row, timeStep));
@@ -209,6 +351,23 @@ void ScheduleViewModel::onTimeZoneChanged()
     refresh();
 }
 
+void ScheduleViewModel::showChanged(const StateChange &change)
+{
+    QSet<QUuid> present;
+    for (const RecordChange<ScheduleItem> &each : change.schedules) {
+        if (each.after)
+            present.insert(each.id);
+    }
+    const auto report = [&](const auto &rows, auto restored) {
+        for (int row = 0; row < rows.size(); ++row) {
+            if (present.contains(rows.at(row).id))
+                emit(this->*restored)(row);
+        }
+    };
+    report(m_week.contents.rows(), &ScheduleViewModel::blockRestored);
+    report(m_dayList.rows(), &ScheduleViewModel::listedRestored);
+}
+
 void ScheduleViewModel::onDisplayHoursChanged()
 {
     m_measures = weekMeasures(m_store->displayStartHour(), m_store->displayEndHour());
@@ -216,23 +375,96 @@ void ScheduleViewModel::onDisplayHoursChanged()
     refresh();
 }
 
+void ScheduleViewModel::onCalendarFeedsChanged()
+{
+    LinkColors colors = linkColors(m_store->calendarFeeds());
+    if (colors == m_linkColors)
+        return;
+    m_linkColors = std::move(colors);
+    refresh();
+}
+
+void ScheduleViewModel::showListed(int first, int last)
+{
+    if (m_listWindow.firstInView == first && m_listWindow.lastInView == last)
+        return;
+    const QList<int> before = m_listWindow.places(listedCount());
+    m_listWindow.firstInView = first;
+    m_listWindow.lastInView = last;
+    if (m_store && m_listWindow.places(listedCount()) != before)
+        refreshDayList();
+}
+
+int ScheduleViewModel::keepListed(int place)
+{
+    if (std::exchange(m_listWindow.kept, place) != place)
+        refreshDayList();
+    return static_cast<int>(m_listWindow.places(listedCount()).indexOf(place));
+}
+
+namespace {
+
+/// Rows of the days before are changed one by one; those of other days are replaced.
+template <class Body, class Rows>
+bool fill(Body &body, const QList<QDate> &days, const Rows &rows)
+{
+    const bool isTurned = std::exchange(body.filledFor, days) != days;
+    if (isTurned)
+        body.contents.replaceRows(rows);
+    else
+        body.contents.setRows(rows);
+    return isTurned;
+}
+
+} // namespace
+
 void ScheduleViewModel::refresh()
 {
     m_visibleDays = visibleDays(calendarScope(), focusDay(), m_store->calendar());
     const QList<QList<DayEvent>> events = viewportSchedules(m_visibleDays, source());
-    m_days.setRows(
+    days()->setRows(
         dayRows(m_visibleDays, events, {m_store->today(), focusDay(), calendarScope()}, m_store->isEnglish()));
     if (m_scope == Scope::Week)
         refreshBlocks(events);
     else
-        m_monthLines.setRows(monthLineRows(m_visibleDays, events, source(), focusDay()));
-    m_dayList.setRows(dayListRows(focusDay(), source()));
+        fill(m_month, m_visibleDays, monthLineRows(m_visibleDays, events, source(), focusDay()));
+    m_currentTime.follow(m_scope == Scope::Week ? m_visibleDays : QList<QDate>(), m_measures);
+    refreshDayList();
     emit titlesChanged();
 }
 
 void ScheduleViewModel::refreshBlocks(const QList<QList<DayEvent>> &events)
 {
-    m_blocks.setRows(blockRows(m_visibleDays, events, source(), m_measures, m_dayWidth, m_selectedID));
+    const auto rows = blockRows(m_visibleDays, events, source(), m_measures, m_dayWidth, m_selectedID);
+    const bool isTurned = fill(m_week, m_visibleDays, rows);
+    m_drag.follow(m_visibleDays, m_measures, m_dayWidth);
+    emit formFrameChanged();
+    if (isTurned)
+        emit weekTurned();
+}
+
+void ScheduleViewModel::refreshDayList()
+{
+    const QList<qsizetype> listed = selectedSchedules(focusDay(), source());
+    QList<QUuid> identifiers;
+    identifiers.reserve(listed.size());
+    for (const qsizetype row : listed)
+        identifiers.append(m_store->schedules().at(row).id);
+    const bool isOtherDay = std::exchange(m_listedDay, focusDay()) != focusDay();
+    const QList<QUuid> before = std::exchange(m_listed, identifiers);
+    if (isOtherDay) {
+        m_listWindow.kept = -1;
+        m_dayList.replaceRows(dayListRows(listed, m_listWindow, source()));
+        emit listTurned();
+        return;
+    }
+    if (before != identifiers) {
+        const QSet<QUuid> present(identifiers.cbegin(), identifiers.cend());
+        const auto departed = std::ranges::find_if(before, [&](const QUuid &id) { return !present.contains(id); });
+        if (departed != before.cend())
+            m_departedPlace = static_cast<int>(departed - before.cbegin());
+    }
+    m_dayList.setRows(dayListRows(listed, m_listWindow, source()));
 }
 
 } // namespace tessaly

@@ -4,72 +4,162 @@ import QtQuick
 import Tessaly.Schedule
 import Tessaly.Ui
 
-/// The blocks of the week, clipped to the time area: one stop for the Tab key, arrows inside.
+/// The blocks of the week, clipped to the time area: one stop for the Tab key, arrows inside. A turn of the week makes
+/// no new blocks; what only one block has at a time, they share.
 Item {
     id: area
 
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
     property int currentRow: 0
-    /// The block under the pointer or with the keyboard focus that does not show all; one tooltip serves them all.
+    /// The block under the pointer or with the keyboard focus that does not show all.
     property EventBlock explained: null
+    property EventBlock ringed: null
+    /// The block that is dragged stays where it was.
+    property EventBlock dimmed: null
+    readonly property bool isDragging: viewModel.drag.isActive
 
-    function focusRow(row: int) {
+    /// The last block is being deleted.
+    signal emptied
+
+    function holdsFocus(): bool {
+        return (blocks.itemAt(currentRow) as EventBlock)?.activeFocus ?? false;
+    }
+
+    /// Whether there is such a block.
+    function focusRow(row: int): bool {
         const block = blocks.itemAt(row) as EventBlock;
-        if (block === null)
-            return;
+        if (block === null || !block.visible)
+            return false;
         currentRow = row;
         block.forceActiveFocus(Qt.TabFocusReason);
+        return true;
+    }
+
+    /// Arrows lead to another block; with Ctrl they move it, with Shift they move its end.
+    function step(event: KeyEvent, days: int, times: int) {
+        if (event.modifiers & Qt.ControlModifier)
+            focusRow(viewModel.moveBlock(currentRow, days, 15 * times, event.isAutoRepeat));
+        else if (!(event.modifiers & Qt.ShiftModifier))
+            focusRow(viewModel.neighbourBlock(currentRow, days, times));
+        else if (times !== 0)
+            focusRow(viewModel.resizeBlock(currentRow, 15 * times, event.isAutoRepeat));
+    }
+
+    function dimDragged() {
+        if (dimmed !== null)
+            dimmed.opacity = 1;
+        dimmed = blocks.itemAt(viewModel.drag.draggedRow()) as EventBlock;
+        if (dimmed !== null)
+            dimmed.opacity = 0.4;
     }
 
     clip: true
+    onIsDraggingChanged: dimDragged()
+    Keys.onUpPressed: event => step(event, 0, -1)
+    Keys.onDownPressed: event => step(event, 0, 1)
+    Keys.onLeftPressed: event => step(event, -1, 0)
+    Keys.onRightPressed: event => step(event, 1, 0)
+    Keys.onDeletePressed: {
+        const row = currentRow;
+        if (!focusRow(row + 1) && !focusRow(row - 1))
+            emptied();
+        viewModel.deleteBlock(row);
+    }
 
-    Repeater {
-        id: blocks
+    Connections {
+        function onBlockRestored(row: int) {
+            const block = blocks.itemAt(row) as EventBlock;
+            if (block !== null)
+                (flash.createObject(block.background) as Flash).start();
+        }
+        function onWeekTurned() {
+            area.currentRow = 0;
+            area.dimDragged();
+        }
 
-        model: area.viewModel.blocks
-        onItemRemoved: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
+        target: area.viewModel
+    }
 
-        EventBlock {
-            id: block
+    Component {
+        id: flash
 
-            readonly property real leftEdge: area.geometry.dayLeft(dayIndex) + blockX
-            readonly property bool isExplained: (hovered || visualFocus) && hidesText
+        Flash {
+            id: tint
 
-            // On whole pixels, so that edges and fades stay sharp.
-            x: Math.round(leftEdge)
-            y: Math.round(blockY)
-            width: Math.round(leftEdge + blockWidth) - x
-            height: Math.round(blockY + blockHeight) - y
-            activeFocusOnTab: activeFocus || index === area.currentRow
-            focusPolicy: index === area.currentRow ? Qt.StrongFocus : Qt.ClickFocus
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    area.currentRow = index;
+            anchors.fill: parent
+            radius: Theme.blockRadius
+            onFaded: tint.destroy()
+
+            Connections {
+                function onWeekTurned() {
+                    tint.destroy();
+                }
+
+                target: area.viewModel
             }
-            onIsExplainedChanged: {
-                if (isExplained)
-                    area.explained = block;
-                else if (area.explained === block)
-                    area.explained = null;
-            }
-            onClicked: area.viewModel.selectBlock(index)
-            Keys.onUpPressed: area.focusRow(area.viewModel.neighbourBlock(index, 0, -1))
-            Keys.onDownPressed: area.focusRow(area.viewModel.neighbourBlock(index, 0, 1))
-            Keys.onLeftPressed: area.focusRow(area.viewModel.neighbourBlock(index, -1, 0))
-            Keys.onRightPressed: area.focusRow(area.viewModel.neighbourBlock(index, 1, 0))
         }
     }
 
     Item {
-        x: area.explained?.x ?? 0
-        y: area.explained?.y ?? 0
-        width: area.explained?.width ?? 0
-        height: area.explained?.height ?? 0
+        x: area.geometry.hourColumn
 
-        AppToolTip {
-            text: area.explained?.explanation ?? ""
-            visible: area.explained !== null
+        Repeater {
+            id: blocks
+
+            model: area.viewModel.blocks
+            onItemRemoved: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
+
+            EventBlock {
+                id: block
+
+                readonly property bool isCurrent: index === area.currentRow
+                readonly property bool isExplained: (hovered || visualFocus) && hidesText()
+
+                activeFocusOnTab: activeFocus || isCurrent
+                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+                onActiveFocusChanged: {
+                    if (activeFocus)
+                        area.currentRow = index;
+                }
+                onIndexChanged: {
+                    if (activeFocus)
+                        area.currentRow = index;
+                }
+                onVisualFocusChanged: {
+                    if (visualFocus)
+                        area.ringed = block;
+                    else if (area.ringed === block)
+                        area.ringed = null;
+                }
+                onIsExplainedChanged: {
+                    if (isExplained)
+                        area.explained = block;
+                    else if (area.explained === block)
+                        area.explained = null;
+                }
+                onClicked: area.viewModel.selectBlock(index)
+            }
         }
+
+        Item {
+            x: area.explained?.x ?? 0
+            y: area.explained?.y ?? 0
+            width: area.explained?.width ?? 0
+            height: area.explained?.height ?? 0
+
+            AppToolTip {
+                text: area.explained?.explanation ?? ""
+                visible: area.explained !== null && !area.isDragging
+            }
+        }
+    }
+
+    FocusRing {
+        parent: area.ringed?.background ?? area
+        z: 1
+        visible: area.ringed !== null
+        targetRadius: Theme.blockRadius
+        gap: -1
     }
 }

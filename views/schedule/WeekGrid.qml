@@ -10,6 +10,8 @@ Item {
 
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
+    readonly property CurrentTime time: viewModel.currentTime
+    readonly property WeekDragModel drag: viewModel.drag
 
     Repeater {
         model: grid.viewModel.hourCount
@@ -23,9 +25,12 @@ Item {
             width: grid.width
 
             AppText {
+                readonly property real middle: hour.y + y + height / 2 - grid.geometry.headerHeight
+
                 y: 1
                 width: grid.geometry.hourColumn - 9
                 horizontalAlignment: Text.AlignRight
+                visible: !now.covers(middle) && !start.covers(middle) && !end.covers(middle)
                 text: String(grid.viewModel.startHour + hour.index).padStart(2, "0") + ":00"
                 color: Theme.textTertiary
                 token: Theme.mini
@@ -38,6 +43,34 @@ Item {
                 color: Theme.gridLine
             }
         }
+    }
+
+    HourMark {
+        id: now
+
+        geometry: grid.geometry
+        at: grid.time.y
+        text: grid.time.text
+        color: Theme.now
+        visible: text !== "" && !start.covers(at) && !end.covers(at)
+    }
+
+    HourMark {
+        id: start
+
+        geometry: grid.geometry
+        at: grid.drag.startY
+        text: grid.drag.startText
+        color: Theme.accentText
+    }
+
+    HourMark {
+        id: end
+
+        geometry: grid.geometry
+        at: grid.drag.endY
+        text: grid.drag.endText
+        color: Theme.accentText
     }
 
     Repeater {

@@ -27,7 +27,7 @@ Item {
     Repeater {
         id: days
 
-        model: header.viewModel.days
+        model: header.viewModel.weekDays
 
         DayHeader {
             x: header.geometry.dayLeft(index) + 3

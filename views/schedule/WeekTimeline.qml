@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tessaly.Schedule
 import Tessaly.Ui
@@ -9,16 +7,56 @@ Card {
     id: timeline
 
     required property ScheduleViewModel viewModel
+    /// What the week scrolls in.
+    required property ScrollPage scroll
+    /// Whether something is being entered in the form.
+    required property bool isFormInUse
+    /// A time was chosen in the week and has not been used yet.
+    property bool isTimeChosen: false
 
-    /// A click chose an empty time for the form.
-    signal timeChosen
+    /// Return was pressed in the form's ghost.
+    signal formAccepted
+    /// The Tab key leads from the form's ghost to the form.
+    signal formRequested
 
+    /// The block of what was just added takes the focus.
+    function showAdded() {
+        isTimeChosen = false;
+        if (!blocks.focusRow(viewModel.addedBlock()))
+            header.focusPlace(viewModel.focusedPlace);
+    }
+
+    function turn(weeks: int) {
+        const wasInBlocks = blocks.holdsFocus();
+        if (weeks < 0)
+            viewModel.showPrevious();
+        else
+            viewModel.showNext();
+        // The block with the focus shows another schedule now, or none.
+        if (wasInBlocks && !blocks.focusRow(0))
+            header.focusPlace(viewModel.focusedPlace);
+    }
+
+    Keys.onPressed: event => {
+        event.accepted = event.modifiers === Qt.NoModifier && (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown);
+        if (event.accepted)
+            turn(event.key === Qt.Key_PageUp ? -1 : 1);
+    }
     implicitHeight: geometry.headerHeight + viewModel.totalHeight + 2 * border.width
 
     WeekGeometry {
         id: geometry
 
         width: timeline.width - 2 * timeline.border.width
+    }
+
+    Connections {
+        function onTimeChosen() {
+            timeline.isTimeChosen = true;
+            (ghost.item as FormGhost).takeFocus();
+        }
+
+        target: timeline.viewModel
     }
 
     Binding {
@@ -40,41 +78,91 @@ Card {
         }
 
         WeekHeader {
+            id: header
+
             width: parent.width
             height: geometry.headerHeight
             viewModel: timeline.viewModel
             geometry: geometry
         }
 
-        Repeater {
-            model: 7
-
-            Item {
-                id: column
-
-                required property int index
-
-                x: geometry.dayLeft(index)
-                y: geometry.headerHeight
-                width: geometry.dayWidth
-                height: timeline.viewModel.totalHeight
-
-                TapHandler {
-                    onTapped: point => {
-                        if (tapCount > 1)
-                            return;
-                        timeline.viewModel.tapTime(column.index, point.position.y);
-                        timeline.timeChosen();
-                    }
-                }
-            }
+        WeekGestures {
+            x: geometry.hourColumn
+            y: geometry.headerHeight
+            width: parent.width - x
+            height: timeline.viewModel.totalHeight
+            viewModel: timeline.viewModel
+            geometry: geometry
+            scroll: timeline.scroll
         }
 
         WeekBlocks {
+            id: blocks
+
+            onEmptied: header.focusPlace(timeline.viewModel.focusedPlace)
             anchors.fill: parent
             anchors.topMargin: geometry.headerHeight
             viewModel: timeline.viewModel
             geometry: geometry
+        }
+
+        // Bound components cannot be made by a Loader of another file in Qt 6.4.
+        // qmllint disable unqualified
+
+        Loader {
+            id: ghost
+
+            readonly property bool isShown: timeline.isTimeChosen || timeline.isFormInUse || timeline.viewModel.form.title !== ""
+
+            x: geometry.hourColumn
+            y: geometry.headerHeight
+            active: false
+            visible: isShown && timeline.viewModel.formFrame.width > 0
+            onIsShownChanged: {
+                if (isShown)
+                    active = true;
+            }
+            sourceComponent: FormGhost {
+                viewModel: timeline.viewModel
+                onAccepted: timeline.formAccepted()
+                onEmptied: {
+                    timeline.isTimeChosen = false;
+                    header.focusPlace(timeline.viewModel.focusedPlace);
+                }
+                onAbandoned: timeline.isTimeChosen = false
+                onTabbed: timeline.formRequested()
+            }
+        }
+
+        // qmllint enable unqualified
+
+        // What the keys do to a block is announced.
+        Item {
+            id: announcement
+
+            Accessible.role: Accessible.StatusBar
+
+            Connections {
+                function onAnnounced(text: string) {
+                    announcement.Accessible.name = text;
+                }
+
+                target: timeline.viewModel
+            }
+        }
+
+        Item {
+            y: geometry.headerHeight
+
+            NowLine {
+                time: timeline.viewModel.currentTime
+                geometry: geometry
+            }
+
+            WeekGhost {
+                drag: timeline.viewModel.drag
+                geometry: geometry
+            }
         }
     }
 }

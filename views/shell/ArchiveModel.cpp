@@ -58,7 +58,7 @@ void ArchiveModel::chooseImport()
         .extensions = {suffix}};
     m_fileDialogs.chooseFiles(question, [self = QPointer(this)](const QList<QUrl> &files) {
         if (self && !files.isEmpty())
-            self->setImportCandidate(files.constFirst());
+            self->offerImport(files.constFirst());
     });
 }
 
@@ -76,10 +76,10 @@ void ArchiveModel::confirmImport()
 
 void ArchiveModel::dismissImport()
 {
-    setImportCandidate({});
+    offerImport({});
 }
 
-void ArchiveModel::setImportCandidate(const QUrl &file)
+void ArchiveModel::offerImport(const QUrl &file)
 {
     m_importCandidate = file;
     emit importCandidateChanged();

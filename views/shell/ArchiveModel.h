@@ -27,6 +27,8 @@ public:
     Q_INVOKABLE void chooseImport();
     /// Name of the file that the user has to be asked about before it replaces everything; empty without one.
     [[nodiscard]] QString importCandidate() const { return m_importCandidate.fileName(); }
+    /// Asks the user whether the file shall replace everything.
+    void offerImport(const QUrl &file);
     Q_INVOKABLE void confirmImport();
     Q_INVOKABLE void dismissImport();
 
@@ -34,8 +36,6 @@ signals:
     void importCandidateChanged();
 
 private:
-    void setImportCandidate(const QUrl &file);
-
     PlannerStore &m_store;
     FileDialogs &m_fileDialogs;
     QUrl m_importCandidate;

@@ -10,8 +10,8 @@ FocusScope {
     id: view
 
     required property ShellModel shell
-    /// The screens, in the order of ShellModel.SidebarItem.
-    required property list<Component> screens
+    /// The screens' files, in the order of ShellModel.SidebarItem.
+    required property list<url> screens
 
     property int section: ShellModel.Overview
     /// Whether a document is open in the editor: undo then belongs to its text.
@@ -20,6 +20,7 @@ FocusScope {
     property alias showNamePrompt: namePrompt.isShown
     property alias showConsent: consentDialog.isShown
     property alias showAbout: aboutDialog.isShown
+    property alias showShortcuts: shortcutSheet.isShown
     property alias showUnreadable: unreadableDialog.isShown
     property alias showUnsaved: unsavedDialog.isShown
     readonly property Item screen: loader.item as Item
@@ -31,6 +32,14 @@ FocusScope {
     signal quitUnsavedChosen
     /// The user wants to see the earlier versions.
     signal versionsRequested
+    /// The user wants to find or add something.
+    signal paletteRequested
+
+    /// Shows the record on its screen.
+    function reveal(section: int, id: string) {
+        view.section = section;
+        screen?.reveal?.(id); // qmllint disable property
+    }
 
     /// Destroys the screen while the window is closed. The next screen is the overview.
     function unload() {
@@ -66,17 +75,6 @@ FocusScope {
         askForCalendars();
     }
 
-    Shortcut {
-        sequence: "Ctrl+Z"
-        enabled: view.shell.undo.canUndo && !view.isEditing
-        onActivated: view.shell.undo.undo()
-    }
-    Shortcut {
-        sequence: "Ctrl+Shift+Z"
-        enabled: view.shell.undo.canRedo && !view.isEditing
-        onActivated: view.shell.undo.redo()
-    }
-
     Sidebar {
         id: sidebar
 
@@ -89,6 +87,8 @@ FocusScope {
         onClearRequested: view.showClearConfirmation = true
         onAboutRequested: view.showAbout = true
         onVersionsRequested: view.versionsRequested()
+        onPaletteRequested: view.paletteRequested()
+        onShortcutsRequested: view.showShortcuts = true
         onNotificationPermissionRequested: PlannerStore.requestNotificationPermission()
     }
 
@@ -103,7 +103,7 @@ FocusScope {
             id: loader
 
             anchors.fill: parent
-            sourceComponent: view.screens[view.section]
+            source: view.screens[view.section]
         }
 
         Toast {
@@ -112,9 +112,10 @@ FocusScope {
             /// What was removed or undone comes before the messages of the planner.
             readonly property bool isOfUndo: view.shell.undo.message !== ""
 
-            anchors.horizontalCenter: parent.horizontalCenter
-            anchors.bottom: parent.bottom
-            anchors.bottomMargin: 24
+            parent: ToastStage.surface ?? detail
+            anchors.horizontalCenter: parent?.horizontalCenter
+            anchors.bottom: parent?.bottom
+            anchors.bottomMargin: ToastStage.surface === null ? 24 : ToastStage.foot + 12
             message: isOfUndo ? view.shell.undo.message : PlannerStore.calendarSyncMessage
             isFailure: !isOfUndo && PlannerStore.isSyncMessageFailure
             isPassing: isOfUndo || PlannerStore.isSyncMessagePassing
@@ -128,13 +129,31 @@ FocusScope {
                 else if (view.section !== ShellModel.Schedule)
                     show();
             }
+
+            // Here, so that they work over a sheet with the toast and are kept out by the others.
+            Shortcut {
+                sequence: Shortcuts.undo
+                enabled: view.shell.undo.canUndo && !view.isEditing
+                onActivated: view.shell.undo.undo()
+            }
+            Shortcut {
+                sequence: Shortcuts.redo
+                enabled: view.shell.undo.canRedo && !view.isEditing
+                onActivated: view.shell.undo.redo()
+            }
         }
 
         // Above the scroll areas' own margins, so that the toast covers no last row.
         Binding {
+            target: ToastStage
+            property: "room"
+            value: toast.visible && toast.action !== "" ? 60 : 0
+        }
+
+        Binding {
             target: view.scroller
             property: "footRoom"
-            value: toast.visible && toast.action !== "" ? 60 : 0
+            value: ToastStage.surface === null ? ToastStage.room : 0
         }
 
         Connections {
@@ -155,18 +174,41 @@ FocusScope {
         }
     }
 
-    ClearDialog {
-        id: clearDialog
+    ShellKeys {
+        screen: view.screen
+        isEditing: view.isEditing
+        onSectionChosen: section => view.section = section
+        onSettingsRequested: sidebar.focusSettings()
+        onPaletteRequested: view.paletteRequested()
+        onVersionsRequested: view.versionsRequested()
+        onShortcutsRequested: view.showShortcuts = true
     }
 
-    NamePrompt {
+    SheetSlot {
+        id: shortcutSheet
+
+        file: Qt.resolvedUrl("ShortcutSheet.qml")
+    }
+
+    SheetSlot {
+        id: clearDialog
+
+        file: Qt.resolvedUrl("ClearDialog.qml")
+    }
+
+    SheetSlot {
         id: namePrompt
 
-        shell: view.shell
+        file: Qt.resolvedUrl("NamePrompt.qml")
+        requirements: ({
+                shell: view.shell
+            })
     }
 
-    CalendarConsentDialog {
+    SheetSlot {
         id: consentDialog
+
+        file: Qt.resolvedUrl("CalendarConsentDialog.qml")
     }
 
     Connections {
@@ -177,23 +219,50 @@ FocusScope {
         target: PlannerStore.calendarSync
     }
 
-    UnreadableDialog {
+    SheetSlot {
         id: unreadableDialog
+
+        file: Qt.resolvedUrl("UnreadableDialog.qml")
     }
 
-    UnsavedDialog {
+    SheetSlot {
         id: unsavedDialog
 
-        onQuitChosen: view.quitUnsavedChosen()
+        file: Qt.resolvedUrl("UnsavedDialog.qml")
     }
 
-    ImportDialog {
-        archive: view.shell.archive
+    Connections {
+        function onQuitChosen() {
+            view.quitUnsavedChosen();
+        }
+
+        target: unsavedDialog.item
     }
 
-    AboutDialog {
+    SheetSlot {
+        id: importDialog
+
+        file: Qt.resolvedUrl("ImportDialog.qml")
+        requirements: ({
+                archive: view.shell.archive
+            })
+    }
+
+    // A binding would end with the first time that the dialog opens.
+    Connections {
+        function onImportCandidateChanged() {
+            importDialog.isShown = view.shell.archive.importCandidate !== "";
+        }
+
+        target: view.shell.archive
+    }
+
+    SheetSlot {
         id: aboutDialog
 
-        shell: view.shell
+        file: Qt.resolvedUrl("AboutDialog.qml")
+        requirements: ({
+                shell: view.shell
+            })
     }
 }

@@ -13,7 +13,6 @@ Sheet {
     sheetWidth: 400
     bodyTopPadding: 6
     initialFocus: cancelButton
-    isShown: archive.importCandidate !== ""
     onLeaving: archive.dismissImport()
 
     AppText {

@@ -12,6 +12,10 @@ Item {
 
     signal clearRequested
 
+    function focusName() {
+        nameField.forceActiveFocus(Qt.ShortcutFocusReason);
+    }
+
     implicitHeight: rows.y + rows.implicitHeight + 16
 
     component Row: Item {
@@ -66,6 +70,8 @@ Item {
             label: Language.text("称呼", "Name")
 
             AppTextField {
+                id: nameField
+
                 anchors.fill: parent
                 isSmall: true
                 text: PlannerStore.preferredName

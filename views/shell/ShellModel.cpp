@@ -1,5 +1,6 @@
 #include "views/shell/ShellModel.h"
 
+#include "model/ProgramVersion.h"
 #include "platform/Preferences.h"
 #include "store/PlannerStore.h"
 #include "store/PreferenceKeys.h"
@@ -69,12 +70,12 @@ void ShellModel::postponeNamePrompt()
 
 QString ShellModel::version()
 {
-    return QStringLiteral(TESSALY_VERSION);
+    return programVersion();
 }
 
 QString ShellModel::versionAndBuild()
 {
-    return QStringLiteral(TESSALY_VERSION " (" TESSALY_BUILD ")");
+    return programVersionAndBuild();
 }
 
 } // namespace tessaly

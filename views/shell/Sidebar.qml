@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Ui
@@ -16,7 +17,13 @@ Rectangle {
     signal clearRequested
     signal aboutRequested
     signal versionsRequested
+    signal paletteRequested
+    signal shortcutsRequested
     signal notificationPermissionRequested
+
+    function focusSettings() {
+        settings.focusName();
+    }
 
     implicitWidth: Theme.sidebarWidth
     color: Theme.sidebar
@@ -45,6 +52,16 @@ Rectangle {
         }
 
         IconButton {
+            x: menuButton.x - width - 2
+            y: menuButton.y
+            width: Theme.smallControlHeight
+            height: Theme.smallControlHeight
+            iconName: "search"
+            text: Language.text("查找与添加", "Find and add")
+            onClicked: sidebar.paletteRequested()
+        }
+
+        IconButton {
             id: menuButton
 
             x: scroll.width - width - 8
@@ -53,50 +70,19 @@ Rectangle {
             height: Theme.smallControlHeight
             iconName: "ellipsis"
             text: Language.text("菜单", "Menu")
-            popup: menu
-            onClicked: menu.popup(menuButton, 0, menuButton.height + 4)
+            popup: menu.item as T.Menu
+            onClicked: menu.open()
 
-            AppMenu {
+            // Made when it is wanted.
+            Loader {
                 id: menu
 
-                title: menuButton.text
-
-                AppMenuItem {
-                    // lint-allow(text): the menu's commands are in one language each, on purpose
-                    text: "About Tessaly"
-                    onTriggered: sidebar.aboutRequested()
-                }
-                AppMenuItem {
-                    // lint-allow(text): the menu's commands are in one language each, on purpose
-                    text: "请求通知权限"
-                    onTriggered: sidebar.notificationPermissionRequested()
-                }
-                AppMenuItem {
-                    text: Language.text("导出…", "Export…")
-                    onTriggered: sidebar.shell.archive.exportArchive()
-                }
-                AppMenuItem {
-                    text: Language.text("导入…", "Import…")
-                    onTriggered: sidebar.shell.archive.chooseImport()
-                }
-                AppMenuHeading {
-                    text: Language.text("编辑", "Edit")
-                }
-                AppMenuItem {
-                    text: sidebar.shell.undo.undoText
-                    keys: "Ctrl+Z"
-                    enabled: sidebar.shell.undo.canUndo && !sidebar.isUndoHeld
-                    onTriggered: sidebar.shell.undo.undo()
-                }
-                AppMenuItem {
-                    text: sidebar.shell.undo.redoText
-                    keys: "Ctrl+Shift+Z"
-                    enabled: sidebar.shell.undo.canRedo && !sidebar.isUndoHeld
-                    onTriggered: sidebar.shell.undo.redo()
-                }
-                AppMenuItem {
-                    text: Language.text("历史版本…", "Earlier versions…")
-                    onTriggered: sidebar.versionsRequested()
+                function open() {
+                    if (status === Loader.Null)
+                        setSource("SidebarMenu.qml", {
+                            sidebar: sidebar
+                        });
+                    (item as T.Menu).popup(menuButton, 0, menuButton.height + 4);
                 }
             }
         }

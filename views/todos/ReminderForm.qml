@@ -10,6 +10,9 @@ Item {
     required property real columnX
     required property real columnWidth
     required property ReminderViewModel reminders
+    required property MissedReminders missed
+
+    readonly property bool isMissing: missed.count > 0
 
     function focusTitle() {
         entry.takeFocus();
@@ -31,13 +34,24 @@ Item {
         text: Language.text("待办", "To-dos")
     }
 
-    Entry {
-        id: entry
+    MissedCard {
+        id: missedCard
 
         x: head.columnX
         y: Theme.pagePadding + Theme.pageTitle.line + Theme.pageGap
         width: head.columnWidth
-        height: line.y + 58
+        visible: head.isMissing
+        reminders: head.missed
+        onFinished: head.focusTitle()
+    }
+
+    Entry {
+        id: entry
+
+        x: head.columnX
+        y: missedCard.y + (head.isMissing ? missedCard.height + Theme.pageGap : 0)
+        width: head.columnWidth
+        height: line.y + (head.reminders.hasDueDate ? 100 : 58)
         name: Language.text("待办名称", "To-do name")
         placeholder: Language.text("例如：提交周报", "e.g. Submit weekly report")
         text: head.reminders.title
@@ -84,6 +98,16 @@ Item {
             value: head.reminders.dueDate
             onEdited: date => head.reminders.dueDate = date
             onAccepted: head.add()
+        }
+
+        RepetitionPicker {
+            id: repetition
+
+            x: 15
+            y: line.y + 58
+            width: parent.width - 30
+            visible: head.reminders.hasDueDate
+            reminders: head.reminders
         }
 
         AppButton {

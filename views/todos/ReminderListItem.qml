@@ -18,6 +18,7 @@ Item {
     required property string title
     required property string requirement
     required property string dueText
+    required property string repeatText
     required property bool isComplete
     required property real columnX
     required property real columnWidth
@@ -110,6 +111,7 @@ Item {
             title: row.title
             requirement: row.requirement
             dueText: row.dueText
+            repeatText: row.repeatText
             isComplete: row.isComplete
             isNested: row.isNested
             isLast: row.isLast

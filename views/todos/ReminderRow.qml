@@ -8,6 +8,7 @@ Item {
     required property string title
     required property string requirement
     required property string dueText
+    required property string repeatText
     required property bool isComplete
     required property bool isNested
     required property bool isLast
@@ -86,7 +87,7 @@ Item {
 
         x: deleteAction.x - width - (text === "" ? 0 : 12)
         y: titleText.y + (titleText.height - height) / 2
-        text: row.dueText
+        text: row.repeatText === "" ? row.dueText : row.repeatText + " · " + row.dueText
         token: Theme.caption
         color: Theme.textSecondary
     }

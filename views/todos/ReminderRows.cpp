@@ -1,6 +1,7 @@
 #include "views/todos/ReminderRows.h"
 
 #include "model/ReminderRules.h"
+#include "model/Repetition.h"
 
 #include <algorithm>
 
@@ -19,11 +20,24 @@ QList<ReminderListRows::Role> reminderListRoles()
             {"title", [](const ReminderListRow &row) { return QVariant(row.title); }},
             {"requirement", [](const ReminderListRow &row) { return QVariant(row.requirement); }},
             {"dueText", [](const ReminderListRow &row) { return QVariant(row.dueText); }},
+            {"repeatText", [](const ReminderListRow &row) { return QVariant(row.repeatText); }},
             {"isComplete", [](const ReminderListRow &row) { return QVariant(row.isComplete); }}};
 }
 
+namespace {
+
+QString repeatText(const ReminderItem &item, AppLanguage language)
+{
+    if (!item.recurrenceRule || !item.dueDate)
+        return {};
+    return repetitionText(repetitionOf(*item.recurrenceRule), item.recursAfterCompletion.value_or(false)).in(language);
+}
+
+} // namespace
+
 QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, const UserCalendar &calendar,
-                                        const DateLabels &labels, Instant now, const ReminderGroupStates &states)
+                                        const DateLabels &labels, Instant now, const ReminderGroupStates &states,
+                                        AppLanguage language)
 {
     QList<ReminderListRow> rows;
     const auto addHeader = [&rows](Kind kind, bool isEmpty, bool isExpanded) {
@@ -37,6 +51,7 @@ QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, co
                          .title = item.title,
                          .requirement = item.requirement.value_or(QString()),
                          .dueText = item.dueDate ? labels.dayAndTime(*item.dueDate) : QString(),
+                         .repeatText = repeatText(item, language),
                          .isComplete = item.isComplete});
         }
     };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/AppLanguage.h"
 #include "model/DateLabels.h"
 #include "model/ReminderItem.h"
 #include "views/RowListModel.h"
@@ -30,7 +31,8 @@ Q_ENUM_NS(Kind)
 } // namespace ReminderRowKind
 
 /// A row of the to-do screen. Roles: kind, label (of a week or month), isExpanded, isEmpty (of headers), isNested (a
-/// week or month, or a to-do in one), isLast (of its card), title, requirement, dueText, isComplete (of to-dos).
+/// week or month, or a to-do in one), isLast (of its card), title, requirement, dueText, repeatText, isComplete (of
+/// to-dos).
 struct ReminderListRow
 {
     ReminderRowKind::Kind kind = ReminderRowKind::Kind::Reminder;
@@ -41,6 +43,8 @@ struct ReminderListRow
     QString requirement = {};
     /// In the words of the system's locale, empty without a due date.
     QString dueText = {};
+    /// How it repeats, in the interface language; empty when it does not.
+    QString repeatText = {};
     bool isComplete = false;
     bool isExpanded = false;
     /// A header that holds nothing does not open.
@@ -77,6 +81,7 @@ struct ReminderGroupStates
 /// Two cards, in each the headers of groups and, below a header that is open, what it holds.
 [[nodiscard]] QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders,
                                                       const UserCalendar &calendar, const DateLabels &labels,
-                                                      Instant now, const ReminderGroupStates &states);
+                                                      Instant now, const ReminderGroupStates &states,
+                                                      AppLanguage language);
 
 } // namespace tessaly

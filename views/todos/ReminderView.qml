@@ -24,6 +24,20 @@ Rectangle {
             form.focusTitle();
     }
 
+    /// Shows the to-do and puts the focus on it.
+    function reveal(id: string) {
+        const row = viewModel.reveal(id);
+        if (row < 0)
+            return;
+        handFocusTo(row, ReminderListItem.Circle, Qt.TabFocusReason);
+        (list.itemAtIndex(row) as ReminderListItem)?.flash();
+    }
+
+    /// A new entry is to be typed.
+    function startNew() {
+        form.focusTitle();
+    }
+
     color: Theme.bg
 
     ReminderViewModel {
@@ -41,6 +55,32 @@ Rectangle {
                 item.flash();
             news.text = item && !item.isReminder ? Language.text("已添加到“%1”", "Added to “%1”").arg(item.groupText) : "";
         }
+    }
+
+    MissedReminders {
+        id: missedReminders
+
+        property bool wasThere: false
+
+        store: PlannerStore
+        onChanged: {
+            if (count > 0 && !wasThere)
+                missedNews.text = (wasClosed ? Language.text("%1 个错过的提醒", count === 1 ? "1 missed reminder" : "%1 missed reminders") : Language.text("%1 个提醒等待处理", count === 1 ? "1 reminder waits for you" : "%1 reminders wait for you")).arg(count);
+            wasThere = count > 0;
+        }
+    }
+
+    // For a screen reader only: the card says it once, when it appears.
+    Item {
+        id: missedNews
+
+        property string text
+
+        width: 1
+        height: 1
+        Accessible.role: Accessible.StatusBar
+        Accessible.name: text
+        Accessible.ignored: text === "" || missedReminders.count === 0
     }
 
     // For a screen reader only: on the screen the header of the closed group flashes.
@@ -69,6 +109,7 @@ Rectangle {
             columnX: list.columnX
             columnWidth: list.columnWidth
             reminders: viewModel
+            missed: missedReminders
         }
 
         delegate: ReminderListItem {

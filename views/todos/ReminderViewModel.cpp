@@ -1,14 +1,24 @@
 #include "views/todos/ReminderViewModel.h"
 
 #include "model/ReminderRules.h"
+#include "model/Repetition.h"
 #include "store/RecordRows.h"
 #include "views/FocusHeir.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tessaly {
 
 using Kind = ReminderRowKind::Kind;
+
+namespace {
+
+/// What the form offers, in this order.
+constexpr std::array<Repetition, 6> offered{Repetition::Never,  Repetition::Daily,   Repetition::Workdays,
+                                            Repetition::Weekly, Repetition::Monthly, Repetition::Yearly};
+
+} // namespace
 
 ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(reminderListRoles())
 {
@@ -22,11 +32,14 @@ void ReminderViewModel::setStore(PlannerStore *store)
     m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
     connect(store, &PlannerStore::remindersChanged, this, &ReminderViewModel::refreshRows);
     connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::onTimeZoneChanged);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &ReminderViewModel::refreshRows);
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &ReminderViewModel::repetitionsChanged);
     const auto show = [this](const UndoStep &step) { showChanged(step.change); };
     connect(&store->history(), &UndoHistory::undone, this, show);
     connect(&store->history(), &UndoHistory::redone, this, show);
     onTimeZoneChanged();
     emit storeChanged();
+    emit repetitionsChanged();
     useForm();
 }
 
@@ -68,19 +81,64 @@ void ReminderViewModel::setDueDate(const QDateTime &dueDate)
     emit formChanged();
 }
 
-bool ReminderViewModel::add()
+void ReminderViewModel::setRepetition(int row)
 {
-    const QString title = m_title.trimmed();
-    if (title.isEmpty())
-        return false;
-    ReminderItem item{.title = title};
-    if (m_hasDueDate)
-        item.dueDate = m_dueDate;
+    if (m_repetition == row || row < 0 || row >= std::ssize(offered))
+        return;
+    m_repetition = row;
+    useForm();
+}
+
+QStringList ReminderViewModel::repetitions() const
+{
+    QStringList texts;
+    for (const Repetition each : offered)
+        texts.append(m_store ? repetitionText(each, false).in(m_store->interfaceLanguage()) : QString());
+    return texts;
+}
+
+void ReminderViewModel::setAfterCompletion(bool isAfterCompletion)
+{
+    if (m_isAfterCompletion == isAfterCompletion)
+        return;
+    m_isAfterCompletion = isAfterCompletion;
+    useForm();
+}
+
+QString ReminderViewModel::nextDateText() const
+{
+    const auto next = m_store ? m_store->nextRepetition(draft(), m_dueDate) : std::nullopt;
+    return next ? m_labels->dayAndTime(*next->dueDate) : QString();
+}
+
+ReminderItem ReminderViewModel::draft() const
+{
+    ReminderItem item{.title = m_title.trimmed()};
     if (!m_requirement.isEmpty())
         item.requirement = m_requirement;
+    if (!m_hasDueDate)
+        return item;
+    item.dueDate = m_dueDate;
+    const Repetition repetition = offered.at(static_cast<size_t>(m_repetition));
+    if (const QString rule = repetitionRule(repetition, m_store->calendar().day(m_dueDate)); !rule.isEmpty()) {
+        item.recurrenceRule = rule;
+        item.recurrenceStart = m_dueDate;
+        if (m_isAfterCompletion)
+            item.recursAfterCompletion = true;
+    }
+    return item;
+}
+
+bool ReminderViewModel::add()
+{
+    const ReminderItem item = draft();
+    if (item.title.isEmpty())
+        return false;
     m_store->addReminder(item);
     m_title.clear();
     m_requirement.clear();
+    m_repetition = 0;
+    m_isAfterCompletion = false;
     emit formChanged();
     if (const int row = rowShowing(m_rows.rows(), item, m_store->calendar(), *m_labels); row >= 0)
         emit added(row);
@@ -121,6 +179,27 @@ int ReminderViewModel::remove(int row)
 {
     const QUuid id = m_rows.rows().value(row).id;
     return id.isNull() ? -1 : leaveRow(row, [&] { m_store->removeReminder(id); });
+}
+
+int ReminderViewModel::reveal(const QString &reminderId)
+{
+    const QUuid id(reminderId);
+    const qsizetype storeRow = rowOf(m_store->reminders(), id);
+    if (storeRow < 0)
+        return -1;
+    const ReminderItem &item = m_store->reminders().at(storeRow);
+    if (item.isComplete) {
+        m_groups.isCompletedExpanded = true;
+        m_groups.expandedMonths.insert(completedByMonth({item}, *m_labels, m_store->clock().now()).constFirst().label);
+    } else if (item.dueDate) {
+        m_groups.isDueDatesExpanded = true;
+        m_groups.expandedWeeks.insert(dueDateItemsByWeek({item}, m_store->calendar(), *m_labels).constFirst().label);
+    } else {
+        m_groups.isNoDueDateExpanded = true;
+    }
+    refreshRows();
+    const auto found = std::ranges::find(m_rows.rows(), id, &ReminderListRow::id);
+    return static_cast<int>(found - m_rows.rows().cbegin());
 }
 
 void ReminderViewModel::setExpanded(int row, bool isExpanded)
@@ -174,7 +253,8 @@ void ReminderViewModel::onMonthBegun()
 void ReminderViewModel::refreshRows()
 {
     const PlannerStore &store = *m_store;
-    m_rows.setRows(reminderListRows(store.reminders(), store.calendar(), *m_labels, store.clock().now(), m_groups));
+    m_rows.setRows(reminderListRows(store.reminders(), store.calendar(), *m_labels, store.clock().now(), m_groups,
+                                    store.interfaceLanguage()));
 }
 
 } // namespace tessaly

@@ -23,6 +23,10 @@ class ReminderViewModel : public QObject
     Q_PROPERTY(QString requirement MEMBER m_requirement NOTIFY formChanged)
     Q_PROPERTY(bool hasDueDate READ hasDueDate WRITE setHasDueDate NOTIFY formChanged)
     Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY formChanged)
+    Q_PROPERTY(int repetition READ repetition WRITE setRepetition NOTIFY formChanged)
+    Q_PROPERTY(QStringList repetitions READ repetitions NOTIFY repetitionsChanged)
+    Q_PROPERTY(bool isAfterCompletion READ isAfterCompletion WRITE setAfterCompletion NOTIFY formChanged)
+    Q_PROPERTY(QString nextDateText READ nextDateText NOTIFY formChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
 public:
@@ -39,6 +43,15 @@ public:
     /// Local wall-clock time, to the minute or finer. Until it is set, one hour after the form was last used.
     [[nodiscard]] QDateTime dueDate() const;
     void setDueDate(const QDateTime &dueDate);
+    /// How the to-do with a due date repeats: a row of repetitions(), the first for never.
+    [[nodiscard]] int repetition() const { return m_repetition; }
+    void setRepetition(int row);
+    [[nodiscard]] QStringList repetitions() const;
+    /// Whether the next one counts from the day on which this one is completed.
+    [[nodiscard]] bool isAfterCompletion() const { return m_isAfterCompletion; }
+    void setAfterCompletion(bool isAfterCompletion);
+    /// When the to-do would be due the next time, completed on the day on which it is due; empty if it does not repeat.
+    [[nodiscard]] QString nextDateText() const;
     /// See reminderListRows().
     [[nodiscard]] ReminderListRows *rows() { return &m_rows; }
 
@@ -49,12 +62,15 @@ public:
     Q_INVOKABLE int toggle(int row);
     /// Deletes the to-do of a row without asking. Returns the row that the focus goes on to.
     Q_INVOKABLE int remove(int row);
+    /// Opens the groups above the to-do; its row, or -1 for an unknown one.
+    Q_INVOKABLE int reveal(const QString &reminderId);
     /// Opens or closes the group of a header row; on other rows and empty groups does nothing.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 
 signals:
     void storeChanged();
     void formChanged();
+    void repetitionsChanged();
     /// The to-do just added is shown in this row, or this is the header of the closed group that holds it.
     void added(int row);
     /// A to-do that undo or redo has brought back or changed is shown in this row, or this is the header of the closed
@@ -63,6 +79,8 @@ signals:
 
 private:
     void useForm();
+    /// The to-do as the form describes it.
+    [[nodiscard]] ReminderItem draft() const;
     void showChanged(const StateChange &change);
     template <class Change>
     int leaveRow(int row, Change change);
@@ -81,6 +99,8 @@ private:
     Instant m_dueDate;
     bool m_hasDueDate = false;
     bool m_isDueDateChosen = false;
+    int m_repetition = 0;
+    bool m_isAfterCompletion = false;
 };
 
 } // namespace tessaly

@@ -76,7 +76,7 @@ Item {
 
         FocusWatch {
             area: list.contentItem
-            onFollowed: item => list.contentY = Scrolling.placeFor(list, item)
+            onFollowed: item => list.contentY = Scrolling.placeFor(list, item, 0)
         }
     }
 }

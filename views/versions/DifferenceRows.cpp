@@ -51,6 +51,7 @@ TextPair settingTitle(const QString &key)
         {keys::automaticCalendarSync, {u"自动同步"_s, u"Automatic sync"_s}},
         {keys::selectedCalendarIDs, {u"同步的日历"_s, u"Synced calendars"_s}},
         {keys::visibleCalendarIDs, {u"显示的日历"_s, u"Shown calendars"_s}},
+        {keys::leadMinutes, {u"日程提醒"_s, u"Reminders of schedules"_s}},
     };
     return titles.value(key, {key, key});
 }

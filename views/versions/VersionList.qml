@@ -45,31 +45,15 @@ Rectangle {
         T.ScrollBar.vertical: AppScrollBar {}
 
         section.property: "group"
-        section.delegate: AppText {
-            required property string section
-
-            leftPadding: 8
-            topPadding: 6
-            height: 30
-            text: section
-            token: Theme.captionBold
-            color: Theme.textTertiary
-            Accessible.role: Accessible.Heading
-        }
 
         delegate: VersionItem {
             id: item
 
             width: list.width - 16
+            isRinged: item.isChosen && list.activeFocus && list.hasKeyFocus
             onChosen: {
                 pane.versions.current = item.index;
                 list.forceActiveFocus(Qt.MouseFocusReason);
-            }
-
-            FocusRing {
-                visible: item.isChosen && list.activeFocus && list.hasKeyFocus
-                gap: -2
-                targetRadius: Theme.smallRadius
             }
         }
 

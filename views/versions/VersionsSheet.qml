@@ -7,12 +7,20 @@ import Tessaly.Versions
 Sheet {
     id: sheet
 
+    objectName: "versions"
+
     readonly property int footHeight: 61
 
     /// Opens it with the generation of the file, or else the newest.
     function show(fileName: string) {
         versions.begin(fileName);
         open();
+    }
+
+    /// A button that has done its work is disabled, and the focus would be nowhere.
+    function passFocus(button: AppButton) {
+        if (button.activeFocus)
+            FocusHandover.give(doneButton, FocusHandover.reasonAfter(button));
     }
 
     title: Language.text("历史版本", "Earlier versions")
@@ -34,10 +42,15 @@ Sheet {
 
     foot: [
         AppButton {
+            id: allButton
+
             isRaised: true
             enabled: versions.canRestoreAll
             text: Language.text("全部恢复", "Restore all")
-            onClicked: versions.restoreAll()
+            onClicked: {
+                sheet.passFocus(allButton);
+                versions.restoreAll();
+            }
         },
         AppText {
             anchors.verticalCenter: parent?.verticalCenter
@@ -62,10 +75,15 @@ Sheet {
                 kind: AppButton.Primary
                 enabled: versions.canRestoreSelected
                 text: Language.text("恢复所选", "Restore selected")
-                onClicked: versions.restoreSelected()
+                onClicked: {
+                    sheet.passFocus(selectedButton);
+                    versions.restoreSelected();
+                }
             }
 
             AppButton {
+                id: doneButton
+
                 isRaised: true
                 text: Language.text("完成", "Done")
                 onClicked: sheet.close()

@@ -117,47 +117,36 @@ bool readRecurrence(const TextComponent &component, const FileReader &reader, Fi
     });
 }
 
-/// Brings the ids of the overrides to the clock of the pattern; of two for one occurrence the later counts.
-void settleOverrides(FileEvent &event)
-{
-    QHash<QByteArray, qsizetype> positions;
-    QList<EventPart> settled;
-    for (EventPart &part : event.overrides) {
-        if (event.pattern) {
-            EventTime onClock = event.pattern->start;
-            onClock.wall = part.recurrenceId->wallOn(event.pattern->start);
-            part.recurrenceId = onClock;
-        }
-        const QByteArray original = part.recurrenceId->text();
-        if (positions.contains(original)) {
-            settled[positions.value(original)] = part;
-        } else {
-            positions.insert(original, settled.size());
-            settled.append(part);
-        }
-    }
-    event.overrides = settled;
-}
-
 } // namespace
+
+EventDuration EventPart::length(const UserCalendar &user) const
+{
+    if (end && start.form == EventTime::Form::Date && end->form == EventTime::Form::Date)
+        return {.days = std::max<qint64>(0, (end->wall - start.wall) / daySeconds)};
+    if (end)
+        return {.seconds = std::max<qint64>(0, end->unixSeconds(user) - start.unixSeconds(user))};
+    const bool isWholeDay = !duration && start.form == EventTime::Form::Date;
+    EventDuration result = duration.value_or(EventDuration{.days = isWholeDay ? 1 : 0});
+    result.days = std::min(result.days, qint64{1'000'000});
+    return result;
+}
 
 qint64 EventPart::endSeconds(const EventTime &startTime, const UserCalendar &user) const
 {
-    const qint64 startSeconds = startTime.unixSeconds(user);
-    EventTime later = startTime;
-    if (end && start.form == EventTime::Form::Date && end->form == EventTime::Form::Date) {
-        later.wall += end->wall - start.wall;
-        return std::max(startSeconds, later.unixSeconds(user));
-    }
-    if (end)
-        return startSeconds + std::max<qint64>(0, end->unixSeconds(user) - start.unixSeconds(user));
-    const bool isWholeDay = !duration && start.form == EventTime::Form::Date;
-    const EventDuration length = duration.value_or(EventDuration{.days = isWholeDay ? 1 : 0});
-    later.wall += std::min(length.days, qint64{1'000'000}) * daySeconds;
-    return later.unixSeconds(user) + length.seconds;
+    return endAfter(startTime, startTime.unixSeconds(user), length(user), user);
 }
 
-std::optional<std::vector<qint64>> FileEvent::expandedWalls(qint64 horizon) const
+qint64 EventPart::endAfter(const EventTime &startTime, qint64 startSeconds, EventDuration length,
+                           const UserCalendar &user)
+{
+    if (length.days == 0)
+        return startSeconds + length.seconds;
+    EventTime later = startTime;
+    later.wall += length.days * daySeconds;
+    return std::max(startSeconds, later.unixSeconds(user)) + length.seconds;
+}
+
+std::optional<std::vector<qint64>> FileEvent::expandedWalls(const RuleTimes &timesOf) const
 {
     const EventTime &start = pattern->start;
     const RuleStart ruleStart{.wall = start.wall,
@@ -167,7 +156,7 @@ std::optional<std::vector<qint64>> FileEvent::expandedWalls(qint64 horizon) cons
     std::vector<qint64> excluded;
     for (const auto &[ruleList, target] : {std::pair(&rules, &walls), std::pair(&excludingRules, &excluded)}) {
         for (const QByteArray &rule : *ruleList) {
-            const auto times = expandedRule(rule, ruleStart, horizon);
+            const auto times = timesOf(rule, ruleStart);
             if (!times || target->size() + times->size() > mostOccurrences + 1)
                 return std::nullopt;
             target->insert(target->end(), times->cbegin(), times->cend());
@@ -190,7 +179,8 @@ bool FileEvent::expand(qint64 horizon)
 {
     if (!pattern || !isRecurring() || m_horizon == horizon)
         return true;
-    auto walls = expandedWalls(horizon);
+    auto walls = expandedWalls(
+        [horizon](const QByteArray &rule, const RuleStart &start) { return expandedRule(rule, start, horizon); });
     if (!walls)
         return false;
     m_walls = *std::move(walls);
@@ -198,28 +188,35 @@ bool FileEvent::expand(qint64 horizon)
     return true;
 }
 
-std::vector<EventOccurrence> FileEvent::occurrences(const UserCalendar &user) const
+bool FileEvent::expandWithin(RuleWindow &window)
 {
-    std::vector<EventOccurrence> result;
-    const auto add = [&](const EventPart &part, const QByteArray &original, const EventTime &start) {
-        result.push_back({&part, original, start.unixSeconds(user), part.endSeconds(start, user)});
-    };
+    if (!pattern || !isRecurring())
+        return true;
+    auto walls = expandedWalls(
+        [&window](const QByteArray &rule, const RuleStart &start) { return ruleTimesWithin(rule, start, window); });
+    if (walls)
+        m_walls = *std::move(walls);
+    return walls.has_value();
+}
+
+void FileEvent::forEachOccurrence(const Visitor &visit) const
+{
     if (pattern && !isRecurring())
-        add(*pattern, {}, pattern->start);
+        visit(*pattern, pattern->start, pattern->start);
     QHash<qint64, const EventPart *> overridden;
     for (const EventPart &part : overrides) {
         if (pattern)
             overridden.insert(part.recurrenceId->wall, &part);
-        add(part, part.recurrenceId->text(), part.start);
+        visit(part, *part.recurrenceId, part.start);
     }
     if (!pattern || !isRecurring())
-        return result;
+        return;
     // Where an occurrence and all that follow it were moved.
     const EventPart *current = &*pattern;
     qint64 shift = 0;
+    EventTime original = pattern->start;
+    EventTime start = pattern->start;
     for (const qint64 wall : m_walls) {
-        EventTime original = pattern->start;
-        original.wall = wall;
         if (const EventPart *part = overridden.value(wall)) {
             if (part->changesFollowing) {
                 current = part;
@@ -227,11 +224,42 @@ std::vector<EventOccurrence> FileEvent::occurrences(const UserCalendar &user) co
             }
             continue;
         }
-        EventTime start = original;
-        start.wall += shift;
-        add(*current, original.text(), start);
+        original.wall = wall;
+        start.wall = wall + shift;
+        visit(*current, original, start);
     }
+}
+
+std::vector<EventOccurrence> FileEvent::occurrences(const UserCalendar &user) const
+{
+    std::vector<EventOccurrence> result;
+    forEachOccurrence([&](const EventPart &part, const EventTime &original, const EventTime &start) {
+        const qint64 startSeconds = start.unixSeconds(user);
+        const bool isOne = pattern && &part == &*pattern && !isRecurring();
+        result.push_back({&part, isOne ? QByteArray() : original.text(), startSeconds, part.endSeconds(start, user)});
+    });
     return result;
+}
+
+void FileEvent::settleOverrides()
+{
+    QHash<QByteArray, qsizetype> positions;
+    QList<EventPart> settled;
+    for (EventPart &part : overrides) {
+        if (pattern) {
+            EventTime onClock = pattern->start;
+            onClock.wall = part.recurrenceId->wallOn(pattern->start);
+            part.recurrenceId = onClock;
+        }
+        const QByteArray original = part.recurrenceId->text();
+        if (positions.contains(original)) {
+            settled[positions.value(original)] = part;
+        } else {
+            positions.insert(original, settled.size());
+            settled.append(part);
+        }
+    }
+    overrides = settled;
 }
 
 std::optional<QList<FileEvent>> readCalendarFile(const QByteArray &text, const QString &fileName, EventZones &zones)
@@ -268,7 +296,7 @@ std::optional<QList<FileEvent>> readCalendarFile(const QByteArray &text, const Q
             return std::nullopt;
     }
     for (FileEvent &event : events)
-        settleOverrides(event);
+        event.settleOverrides();
     return events;
 }
 

@@ -25,6 +25,10 @@ struct EventPart
 
     /// Where it ends when it starts at `startTime` instead; not before that.
     [[nodiscard]] qint64 endSeconds(const EventTime &startTime, const UserCalendar &user) const;
+    /// The same in two steps, for many starts: how long it is, and where what is so long ends.
+    [[nodiscard]] EventDuration length(const UserCalendar &user) const;
+    [[nodiscard]] static qint64 endAfter(const EventTime &startTime, qint64 startSeconds, EventDuration length,
+                                         const UserCalendar &user);
 };
 
 /// An event of a calendar, or one occurrence, in seconds since 1970-01-01 UTC.
@@ -53,11 +57,19 @@ public:
     /// Finds all occurrences up to the horizon (seconds since 1970-01-01 UTC) and keeps them for the next call. False
     /// if they cannot be determined.
     [[nodiscard]] bool expand(qint64 horizon);
+    /// Likewise the occurrences that the rules put within a window, and the first one.
+    [[nodiscard]] bool expandWithin(RuleWindow &window);
     /// After expand(): the event or its occurrences. What begins after the horizon is left out of an endless one.
     [[nodiscard]] std::vector<EventOccurrence> occurrences(const UserCalendar &user) const;
+    /// The same, one by one, with the start that each had at first, on the clock of the pattern.
+    using Visitor = std::function<void(const EventPart &part, const EventTime &original, const EventTime &start)>;
+    void forEachOccurrence(const Visitor &visit) const;
+    /// Brings the ids of the overrides to the clock of the pattern; of two for one occurrence the later counts.
+    void settleOverrides();
 
 private:
-    [[nodiscard]] std::optional<std::vector<qint64>> expandedWalls(qint64 horizon) const;
+    using RuleTimes = std::function<std::optional<std::vector<qint64>>(const QByteArray &rule, const RuleStart &start)>;
+    [[nodiscard]] std::optional<std::vector<qint64>> expandedWalls(const RuleTimes &timesOf) const;
 
     std::vector<qint64> m_walls;
     std::optional<qint64> m_horizon;

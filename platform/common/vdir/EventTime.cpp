@@ -1,7 +1,5 @@
 #include "platform/common/vdir/EventTime.h"
 
-#include "platform/common/vdir/RecurrenceRule.h"
-
 #include <QDateTime>
 
 #include <algorithm>
@@ -52,26 +50,28 @@ std::optional<qint64> offsetFrom(const TextProperty *property)
 
 /// Adds the changes to STANDARD or DAYLIGHT. False if they cannot be determined.
 bool addChanges(const TextComponent &observance, std::vector<EventZone::Change> &changes, qint64 &firstBegin,
-                qint64 &firstOffset)
+                qint64 &firstOffset, RuleBudget &budget)
 {
     const std::optional<qint64> from = offsetFrom(observance.property("TZOFFSETFROM"));
     const std::optional<qint64> to = offsetFrom(observance.property("TZOFFSETTO"));
     const TextProperty *begin = observance.property("DTSTART");
-    const std::optional<qint64> start = begin ? wallFrom(begin->value) : std::nullopt;
+    const std::optional<qint64> start = begin ? wallFrom(begin->value.toUpper()) : std::nullopt;
     if (!from || !to || !start)
         return false;
     const qint64 firstWall = start.value();
     std::vector<qint64> walls(1, firstWall);
     for (const TextProperty &property : observance.properties) {
         if (property.name == "RRULE") {
-            const auto times = expandedRule(
-                property.value, {.wall = firstWall, .wallAt = [&](qint64 utc) { return utc + *from; }}, zoneHorizon);
-            if (!times)
+            RuleWindow window{.first = firstWall, .last = zoneHorizon, .budget = budget};
+            const auto times = ruleTimesWithin(
+                property.value, {.wall = firstWall, .wallAt = [&](qint64 utc) { return utc + *from; }}, window);
+            budget = window.budget;
+            if (!times || !window.unreadableRules.isEmpty())
                 return false;
             walls.insert(walls.end(), times->cbegin(), times->cend());
         } else if (property.name == "RDATE") {
             for (const QByteArray &value : property.value.split(',')) {
-                if (const auto wall = wallFrom(value))
+                if (const auto wall = wallFrom(value.toUpper()))
                     walls.push_back(*wall);
             }
         }
@@ -85,7 +85,7 @@ bool addChanges(const TextComponent &observance, std::vector<EventZone::Change> 
     return changes.size() <= mostOccurrences;
 }
 
-EventZonePointer describedZone(const TextComponent &description)
+EventZonePointer describedZone(const TextComponent &description, RuleBudget &budget)
 {
     std::vector<EventZone::Change> changes;
     qint64 firstBegin = std::numeric_limits<qint64>::max();
@@ -93,7 +93,7 @@ EventZonePointer describedZone(const TextComponent &description)
     if (description.components.isEmpty() || description.components.size() > mostObservances)
         return nullptr;
     for (const TextComponent &observance : description.components) {
-        if (!addChanges(observance, changes, firstBegin, firstOffset))
+        if (!addChanges(observance, changes, firstBegin, firstOffset, budget))
             return nullptr;
     }
     std::ranges::stable_sort(changes, {}, &EventZone::Change::begin);
@@ -149,7 +149,7 @@ EventZonePointer EventZones::zone(const QByteArray &tzid, const QByteArray &text
             const QByteArray description = text.mid(component.begin, component.end - component.begin);
             auto made = m_describedZones.constFind(description);
             if (made == m_describedZones.cend())
-                made = m_describedZones.insert(description, describedZone(component));
+                made = m_describedZones.insert(description, describedZone(component, m_budget));
             if (*made)
                 return *made;
         }

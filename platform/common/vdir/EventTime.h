@@ -3,6 +3,7 @@
 #include "model/ICalendarText.h"
 #include "model/UserCalendar.h"
 #include "model/ZoneTransitions.h"
+#include "platform/common/vdir/RecurrenceRule.h"
 
 #include <QHash>
 
@@ -45,12 +46,16 @@ using EventZonePointer = std::shared_ptr<const EventZone>;
 class EventZones
 {
 public:
+    /// What may be spent on the rules of all zones that files describe.
+    explicit EventZones(RuleBudget budget = {.steps = 100'000'000, .barrenRules = 100}) : m_budget(budget) {}
+
     /// The zone that a TZID names in a file: one of the system, also behind the prefix of a vendor, else the one that
     /// the file itself describes, else the one that Windows knows by this name. Null where it is none of these.
     [[nodiscard]] EventZonePointer zone(const QByteArray &tzid, const QByteArray &text,
                                         const QList<TextComponent> &calendars);
 
 private:
+    RuleBudget m_budget;
     QHash<QByteArray, EventZonePointer> m_systemZones;
     /// By the text of their descriptions.
     QHash<QByteArray, EventZonePointer> m_describedZones;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 
 #include <functional>
 #include <optional>
@@ -26,13 +27,32 @@ inline constexpr std::size_t mostOccurrences = 40000;
 [[nodiscard]] std::optional<std::vector<qint64>> expandedRule(const QByteArray &rule, const RuleStart &start,
                                                               qint64 horizon);
 
-/// A duration (RFC 5545, 3.3.6): days of the calendar, then seconds.
-struct EventDuration
+/// Work that may still be done on rules.
+struct RuleBudget
 {
-    qint64 days = 0;
-    qint64 seconds = 0;
+    /// Of about a microsecond.
+    qint64 steps = 0;
+    /// How many rules of months and years may still turn out to give no time at all, which takes long to find out.
+    int barrenRules = 2;
 };
-/// Nothing where it cannot be read; negative ones are none at all.
-[[nodiscard]] std::optional<EventDuration> durationFrom(const QByteArray &value);
+
+/// Which times are looked for.
+struct RuleWindow
+{
+    /// On the event's own clock, in seconds; both belong to it.
+    qint64 first = 0;
+    qint64 last = 0;
+    RuleBudget budget = {};
+    /// Those that could not be read, which give no time.
+    QByteArrayList unreadableRules = {};
+};
+
+/// Those of a rule's times that lie in the window, ascending. Takes the work from the window's steps. Nothing where
+/// these do not suffice, where one rule would need too many, or where there are more than mostOccurrences.
+[[nodiscard]] std::optional<std::vector<qint64>> ruleTimesWithin(const QByteArray &rule, const RuleStart &start,
+                                                                 RuleWindow &window);
+/// The first time after `after`, not after the window's end; nothing where there is none, and as above.
+[[nodiscard]] std::optional<qint64> ruleTimeAfter(const QByteArray &rule, const RuleStart &start, qint64 after,
+                                                  RuleWindow window);
 
 } // namespace tessaly

@@ -249,6 +249,17 @@ void EdsCalendar::completed()
 {
     if (m_phase != Phase::Loading)
         return;
+    // What was changed just before reaches the new view as well, and may be older than what it began with.
+    m_phase = Phase::Checking;
+    const QStringList doubtful = m_mirror.doubtfulSeries();
+    if (doubtful.isEmpty())
+        loaded();
+    else
+        readAgain(doubtful, [this] { loaded(); });
+}
+
+void EdsCalendar::loaded()
+{
     m_phase = Phase::Loaded;
     if (m_download == Download::Finished)
         m_context.contentChanged();
@@ -319,6 +330,7 @@ std::optional<UnreadCalendar::Reason> EdsCalendar::unreadReason() const
     switch (m_phase) {
     case Phase::Connecting:
     case Phase::Loading:
+    case Phase::Checking:
         return Reason::Loading;
     case Phase::Failed:
         return m_failure;
@@ -362,12 +374,12 @@ void EdsCalendar::added(const GSList *components)
         const QString uid = uidOf(native);
         const bool isPart = m_mirror.isSeries(uid) || isRecurring(native) ||
                             icalcomponent_get_first_property(native, ICAL_RECURRENCEID_PROPERTY) != nullptr;
-        if (m_phase == Phase::Loaded && (isPart || isWrittenLately(uid)))
+        if (m_phase != Phase::Loading && (isPart || isWrittenLately(uid)))
             uncertain.append(uid);
         else
             m_mirror.put(component);
     }
-    if (m_phase == Phase::Loaded) {
+    if (m_phase != Phase::Loading) {
         readAgain(uncertain);
         m_context.contentChanged();
     }

@@ -50,6 +50,7 @@ public:
     [[nodiscard]] const QString &identifier() const { return m_identifier; }
     [[nodiscard]] bool isWritable() const { return m_isWritable; }
     [[nodiscard]] bool isOpening() const { return m_phase == Phase::Connecting; }
+    [[nodiscard]] bool isLoaded() const { return m_phase == Phase::Loaded; }
     /// Why something may be missing from the mirror.
     [[nodiscard]] std::optional<UnreadCalendar::Reason> unreadReason() const;
     /// Whether waiting any longer is of no use.
@@ -63,7 +64,7 @@ public:
     void remove(const EventName &name, EventStore::RemoveCompletion completion);
 
 private:
-    enum class Phase { Connecting, Loading, Loaded, Failed, Gone };
+    enum class Phase { Connecting, Loading, Checking, Loaded, Failed, Gone };
     /// What a server has is here only after the service has asked it; what it had before may be a part.
     enum class Download { Unknown, Requested, Running, Finished };
     using Clock = std::chrono::steady_clock;
@@ -89,11 +90,12 @@ private:
     void added(const GSList *components);
     void removed(const GSList *ids);
     void completed();
+    void loaded();
     void progressed(const char *message);
     void downloaded();
     void statusChanged();
     void download();
-    void readAgain(QStringList uids);
+    void readAgain(QStringList uids, Continuation afterwards = {});
     [[nodiscard]] bool isWrittenLately(const QString &uid) const;
 
     [[nodiscard]] EdsAccess access() const;

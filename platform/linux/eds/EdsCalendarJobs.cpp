@@ -30,24 +30,26 @@ EdsAccess EdsCalendar::access() const
             .cancellable = referenceTo(m_context.cancellable())};
 }
 
-void EdsCalendar::readAgain(QStringList uids)
+void EdsCalendar::readAgain(QStringList uids, Continuation afterwards)
 {
     uids.removeDuplicates();
     if (uids.isEmpty() || !m_client)
         return;
-    enqueue([self = shared_from_this(), access = std::make_shared<EdsAccess>(access()), uids,
-             generation = m_generation]() -> Continuation {
+    enqueue([self = shared_from_this(), access = std::make_shared<EdsAccess>(access()), uids, generation = m_generation,
+             afterwards = std::move(afterwards)]() -> Continuation {
         QHash<QString, std::shared_ptr<Components>> read;
         for (const QString &uid : uids) {
             if (const auto components = readEvent(*access, uid))
                 read.insert(uid, components.value());
         }
-        return [self, read, generation] {
+        return [self, read, generation, afterwards] {
             if (self->m_generation != generation)
                 return;
             for (auto entry = read.cbegin(); entry != read.cend(); ++entry)
                 self->m_mirror.replace(entry.key(), **entry);
             self->m_context.contentChanged();
+            if (afterwards)
+                afterwards();
         };
     });
 }

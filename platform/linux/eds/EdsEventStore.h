@@ -41,7 +41,7 @@ private:
     std::atomic<qsizetype> m_eventsRead = 0;
     EdsCalendarList m_list;
     std::function<void()> m_changeHandler;
-    GLibThread m_thread;
+    const GLibThread &m_thread = GLibThread::shared();
     /// Belongs to the thread.
     std::unique_ptr<EdsSession> m_session;
 };

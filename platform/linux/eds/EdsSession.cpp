@@ -17,7 +17,8 @@ constexpr int mostThreads = 8;
 constexpr auto openingPatience = 2s;
 constexpr auto announcementDelay = 50ms;
 constexpr auto reopeningDelay = 1s;
-constexpr auto failedReopeningDelay = 30s;
+constexpr std::chrono::milliseconds longestReopeningDelay = 30s;
+constexpr int mostDoublings = 5;
 constexpr const char *registryName = "org.gnome.evolution.dataserver.Sources5";
 
 Instant tenYearsFromNow()
@@ -85,6 +86,12 @@ void EdsSession::openRegistry()
 {
     m_phase = Phase::Opening;
     readingBegins();
+    if (!m_bus) {
+        m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, m_cancellable.get(), nullptr));
+        // GLib would end the program together with the desktop's bus.
+        if (m_bus)
+            g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
+    }
     e_source_registry_new(
         m_cancellable.get(),
         [](GObject *, GAsyncResult *result, gpointer data) {
@@ -106,10 +113,18 @@ void EdsSession::opened(GObjectPtr<ESourceRegistry> registry, const GError *erro
         m_failure = error ? QString::fromUtf8(error->message) : QString();
         stateChanged();
         // It was there before, so it comes again.
-        if (m_nameWatch)
-            postWhileAlive([this] { openRegistry(); }, failedReopeningDelay);
+        if (m_nameWatch) {
+            const auto delay = reopeningDelay * (1 << std::min(m_failedOpenings++, mostDoublings));
+            postWhileAlive(
+                [this] {
+                    if (m_phase == Phase::Failed)
+                        openRegistry();
+                },
+                std::min<std::chrono::milliseconds>(delay, longestReopeningDelay));
+        }
         return;
     }
+    m_failedOpenings = 0;
     m_registry = std::move(registry);
     m_phase = Phase::Open;
     const auto changed = +[](ESourceRegistry *, ESource *, EdsSession *self) { self->readSources(); };
@@ -203,7 +218,9 @@ void EdsSession::publish()
         list.calendars.append(described(*calendar));
     const GObjectPtr<ESource> standard(e_source_registry_ref_default_calendar(m_registry.get()));
     const std::shared_ptr<EdsCalendar> calendar = standard ? find(EdsCalendar::identifierOf(standard.get())) : nullptr;
-    if (calendar && calendar->isWritable())
+    // One that the service is still opening passes for read-only. An event that went to another calendar meanwhile
+    // would come to stand in both.
+    if (calendar && (calendar->isWritable() || !calendar->isLoaded()))
         list.defaultIdentifier = calendar->identifier();
     else if (const auto first = std::ranges::find(list.calendars, true, &EventCalendar::isWritable);
              first != list.calendars.cend())

@@ -80,10 +80,13 @@ private:
     Listener m_listener;
     GObjectPtr<GCancellable> m_cancellable;
     QThreadPool m_pool;
+    /// Held, because GLib opens another one as soon as nobody holds it.
+    GObjectPtr<GDBusConnection> m_bus;
     GObjectPtr<ESourceRegistry> m_registry;
     guint m_nameWatch = 0;
     Phase m_phase = Phase::Closed;
     QString m_failure;
+    int m_failedOpenings = 0;
     std::map<QString, std::shared_ptr<EdsCalendar>> m_calendars;
     EdsCalendarList m_published;
     qsizetype m_eventsRead = 0;

@@ -2,6 +2,7 @@
 
 #include <QUrl>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -123,6 +124,19 @@ void EventMirror::replace(const QString &uid, const Components &components)
     m_series.erase(uid);
     for (const auto &component : components)
         put(component.get());
+}
+
+QStringList EventMirror::doubtfulSeries() const
+{
+    QStringList result;
+    for (const auto &[uid, series] : m_series) {
+        const auto isLeftOut = [&](const auto &entry) {
+            return m_text->isExcluded(nativeComponent(series.master.get()), entry.first);
+        };
+        if (series.master && std::ranges::any_of(series.overrides, isLeftOut))
+            result.append(uid);
+    }
+    return result;
 }
 
 /// What the expansion of one event goes by.

@@ -75,6 +75,10 @@ public:
     /// More than one component may belong to it.
     [[nodiscard]] bool isSeries(const QString &uid) const { return m_series.contains(uid); }
 
+    /// UIDs of events with an override of an occurrence that the event itself leaves out. The service reports changes
+    /// late, so such an override may be gone.
+    [[nodiscard]] QStringList doubtfulSeries() const;
+
     /// The event of the UID; of a recurring one some occurrence.
     [[nodiscard]] std::optional<CalendarEvent> eventOf(const QString &uid) const;
     [[nodiscard]] std::optional<CalendarEvent> event(const EventName &name) const;

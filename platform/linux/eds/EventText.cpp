@@ -270,6 +270,25 @@ IcalComponentPtr EventText::detach(icalcomponent *master, const icaltimetype &st
     return result;
 }
 
+icaltimetype EventText::exceptionTime(icalproperty *property) const
+{
+    icaltimetype time = icalvalue_get_datetime(icalproperty_get_value(property));
+    const char *tzid = icalproperty_get_parameter_as_string(property, "TZID");
+    if (tzid && !time.is_date)
+        time.zone = m_lookup(tzid);
+    return time;
+}
+
+bool EventText::isExcluded(icalcomponent *master, const QString &occurrenceKey) const
+{
+    for (icalproperty *property = icalcomponent_get_first_property(master, ICAL_EXDATE_PROPERTY); property;
+         property = icalcomponent_get_next_property(master, ICAL_EXDATE_PROPERTY)) {
+        if (this->occurrenceKey(exceptionTime(property)) == occurrenceKey)
+            return true;
+    }
+    return false;
+}
+
 bool EventText::exclude(icalcomponent *master, const icaltimetype &start) const
 {
     const QString key = occurrenceKey(start);
@@ -279,10 +298,7 @@ bool EventText::exclude(icalcomponent *master, const icaltimetype &start) const
     icalproperty *next = icalcomponent_get_first_property(master, ICAL_EXDATE_PROPERTY);
     while (icalproperty *property = next) {
         next = icalcomponent_get_next_property(master, ICAL_EXDATE_PROPERTY);
-        icaltimetype time = icalvalue_get_datetime(icalproperty_get_value(property));
-        const char *tzid = icalproperty_get_parameter_as_string(property, "TZID");
-        if (tzid && !time.is_date)
-            time.zone = m_lookup(tzid);
+        const icaltimetype time = exceptionTime(property);
         if (occurrenceKey(time) == key && time.is_date == start.is_date)
             isExcluded = true;
         // The service itself writes them without the zone, which other readers take for another time.

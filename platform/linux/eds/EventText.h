@@ -44,6 +44,8 @@ public:
     [[nodiscard]] IcalComponentPtr detach(icalcomponent *master, const icaltimetype &start) const;
     /// Takes the occurrence out of the event's repetitions. False where it is out already.
     bool exclude(icalcomponent *master, const icaltimetype &start) const;
+    /// Whether the event's repetitions leave out the occurrence of that key.
+    [[nodiscard]] bool isExcluded(icalcomponent *master, const QString &occurrenceKey) const;
 
     /// The user's zone, null where libical does not know it.
     [[nodiscard]] icaltimezone *localZone() const { return m_localZone; }
@@ -51,6 +53,8 @@ public:
 private:
     enum class Form { Date, Floating, Zoned };
     [[nodiscard]] icaltimetype written(Instant instant, Form form, icaltimezone *zone) const;
+    /// The time of an EXDATE, with its zone.
+    [[nodiscard]] icaltimetype exceptionTime(icalproperty *property) const;
     bool changeTimes(icalcomponent *event, Instant start, Instant end) const;
     [[nodiscard]] bool isMidnight(Instant instant) const;
 

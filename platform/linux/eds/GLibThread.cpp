@@ -4,24 +4,18 @@
 
 namespace tessaly {
 
-GLibThread::GLibThread()
-    : m_context(g_main_context_new()), m_loop(g_main_loop_new(m_context, FALSE)), m_thread([this] {
-          g_main_context_push_thread_default(m_context);
-          g_main_loop_run(m_loop);
-          // Subscriptions that have just ended release their data here.
-          while (g_main_context_iteration(m_context, FALSE)) {
-          }
-          g_main_context_pop_thread_default(m_context);
-      })
+const GLibThread &GLibThread::shared()
 {
+    static const auto *const thread = new GLibThread;
+    return *thread;
 }
 
-GLibThread::~GLibThread()
+GLibThread::GLibThread()
+    : m_context(g_main_context_new()), m_thread([this] {
+          g_main_context_push_thread_default(m_context);
+          g_main_loop_run(g_main_loop_new(m_context, FALSE));
+      })
 {
-    post([this] { g_main_loop_quit(m_loop); });
-    m_thread.join();
-    g_main_loop_unref(m_loop);
-    g_main_context_unref(m_context);
 }
 
 void GLibThread::post(std::function<void()> work, std::chrono::milliseconds delay) const

@@ -31,23 +31,24 @@ struct GErrorFree
 };
 using GErrorPtr = std::unique_ptr<GError, GErrorFree>;
 
-/// A thread whose main context is the default one of what is created on it: GLib delivers there, whichever event loop
-/// the main thread has.
+/// The thread whose main context is the default one of what is created on it: GLib delivers there, whichever event loop
+/// the main thread has. It lasts as long as the process, because libraries share objects between those who ask for
+/// them, and an object goes on delivering where it was created first.
 class GLibThread
 {
 public:
-    GLibThread();
-    /// Ends the thread; what is still posted does not run.
-    ~GLibThread();
+    [[nodiscard]] static const GLibThread &shared();
     GLibThread(const GLibThread &) = delete;
     GLibThread &operator=(const GLibThread &) = delete;
+    ~GLibThread() = delete;
 
     /// From any thread; in order.
     void post(std::function<void()> work, std::chrono::milliseconds delay = {}) const;
 
 private:
+    GLibThread();
+
     GMainContext *m_context;
-    GMainLoop *m_loop;
     std::thread m_thread;
 };
 

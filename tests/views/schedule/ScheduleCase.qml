@@ -14,6 +14,11 @@ ScreenCase {
         page.width = 948;
         page.height = 1300;
         TestPlanner.reset();
+        open();
+    }
+
+    function open() {
+        screen?.destroy();
         screen = createTemporaryObject(screenComponent, page);
         waitForRendering(screen);
     }

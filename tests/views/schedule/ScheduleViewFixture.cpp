@@ -5,9 +5,20 @@
 #include "ui/Ui.h"
 
 #include <QGuiApplication>
+#include <QMouseEvent>
+#include <QQuickWindow>
 #include <QtQml/qqml.h>
 
 namespace tessaly {
+
+namespace {
+
+QTime timeOf(const QString &text)
+{
+    return QTime::fromString(text, QStringLiteral("h:mm"));
+}
+
+} // namespace
 
 void ScheduleViewFixture::qmlEngineAvailable(QQmlEngine *engine)
 {
@@ -35,8 +46,28 @@ void ScheduleViewFixture::reset()
 void ScheduleViewFixture::addSchedule(const QString &title, int day, const QString &start, const QString &end,
                                       const QString &tag)
 {
-    const auto time = [](const QString &text) { return QTime::fromString(text, QStringLiteral("h:mm")); };
-    m_driver.has(title, QDate(2026, 9, day), time(start), time(end), tag);
+    m_driver.has(title, QDate(2026, 9, day), timeOf(start), timeOf(end), tag);
+}
+
+void ScheduleViewFixture::addScheduleOn(const QString &title, const QString &day, const QString &start,
+                                        const QString &end)
+{
+    m_driver.has(title, QDate::fromString(day, Qt::ISODate), timeOf(start), timeOf(end));
+}
+
+void ScheduleViewFixture::addLinkedSchedule(const QString &title, int day, const QString &start)
+{
+    const QString calendar = feedCalendarIdentifier(QUuid::createUuid());
+    m_driver.store->setVisibleCalendarIDs({calendar});
+    m_driver.hasOfCalendar(calendar, title, QDate(2026, 9, day), timeOf(start));
+}
+
+void ScheduleViewFixture::dragWithShift(QQuickItem *item, QPointF place)
+{
+    const QPointF scene = item->mapToScene(place);
+    QMouseEvent event(QEvent::MouseMove, scene, item->window()->mapToGlobal(scene), Qt::NoButton, Qt::LeftButton,
+                      Qt::ShiftModifier);
+    QGuiApplication::sendEvent(item->window(), &event);
 }
 
 void ScheduleViewFixture::offerCalendars()

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QQmlEngine>
+#include <QQuickItem>
 
 #include <memory>
 
@@ -21,6 +22,12 @@ public slots:
     void reset();
     /// Times as "9:30"; the day is in September 2026.
     void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
+    /// The day as "2026-04-01".
+    void addScheduleOn(const QString &title, const QString &day, const QString &start, const QString &end);
+    /// A schedule of one hour from a linked calendar.
+    void addLinkedSchedule(const QString &title, int day, const QString &start);
+    /// Moves the pointer there with the left button and Shift held, which Qt Quick Test cannot.
+    void dragWithShift(QQuickItem *item, QPointF place);
     void offerCalendars();
     /// Heard by a screen that is made afterwards.
     void setServiceAvailable(bool isAvailable) { m_driver.eventStore.setAvailable(isAvailable); }

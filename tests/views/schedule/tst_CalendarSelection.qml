@@ -57,6 +57,53 @@ Item {
             verify(shown("https://…/timetable.ics").activeFocus);
         }
 
+        function test_3b_a_link_is_tried_before_it_is_added() {
+            verify(!shown("Test").enabled);
+            typeInto("https://…/timetable.ics", "http://x/timetable.ics");
+            mouseClick(shown("Test"));
+            verify(shown("Testing…") !== null);
+            TestPlanner.answerDownload("BEGIN:VCALENDAR\nX-WR-CALNAME:Courses\nBEGIN:VEVENT\nDTSTART:20260909\nDTEND:20260910\nSUMMARY:Fair\nEND:VEVENT\nEND:VCALENDAR\n");
+            tryVerify(() => named("Courses") !== null);
+            const choice = shown("Keep up to date");
+            tryVerify(() => choice.mapToItem(sheet.bodyFlickable, 0, choice.height).y <= sheet.bodyFlickable.height);
+            compare(shown("1 event from Sep 9, 2026 to Sep 9, 2026.").text, "1 event from Sep 9, 2026 to Sep 9, 2026.");
+            compare(TestPlanner.scheduleCount(), 0);
+
+            mouseClick(shown("Keep up to date"));
+            shown("https://…/timetable.ics").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            TestPlanner.answerDownload("BEGIN:VCALENDAR\nX-WR-CALNAME:Courses\nBEGIN:VEVENT\nSUMMARY:Exam\nEND:VEVENT\nEND:VCALENDAR\n");
+            verify(named("Test") !== null);
+            verify(named("Keep up to date") === null);
+        }
+
+        function test_3c_details_are_in_the_same_sheet_and_give_the_focus_back() {
+            shown("Details, timetable").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Space);
+            verify(sheet.visible);
+            verify(shown("Back").activeFocus);
+            compare(named("Add & import"), null);
+            verify(shown("Keep up to date").checked);
+            verify(shown("Skipped 1") !== null);
+            verify(shown("Exam, no date, No start time · line 3") !== null);
+
+            mouseClick(shown("Use the calendar’s own name, “Courses”"));
+            compare(shown("Name").text, "Courses");
+            keyClick(Qt.Key_Escape);
+            verify(sheet.visible);
+            verify(shown("Details, Courses").activeFocus);
+
+            keyClick(Qt.Key_Space);
+            verify(shown("Back").activeFocus);
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            verify(shown("Details, Courses").activeFocus);
+
+            keyClick(Qt.Key_Space);
+            mouseClick(shown("Delete"));
+            compare(named("Details, Courses"), null);
+            verify(shown("Add & import") !== null);
+        }
+
         function test_3a_the_field_and_the_result_are_in_view_below_many_links() {
             const isInView = item => {
                 const top = item.mapToItem(sheet.contentItem, 0, 0).y;

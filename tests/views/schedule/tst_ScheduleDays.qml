@@ -68,6 +68,33 @@ Item {
             tryVerify(() => shown("Thursday, August 20, 2026").activeFocus);
         }
 
+        function test_page_keys_turn_weeks_and_keep_the_focus_in_the_week() {
+            verify(shown("This week, Sep 6 – 12, 2026") !== null);
+            TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
+            TestPlanner.addSchedule("B", 16, "9:00", "10:00", "");
+            shown("Wednesday, September 9, 2026, A").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_PageDown);
+            verify(shown("This week, Sep 13 – 19, 2026") !== null);
+            verify(shown("Wednesday, September 16, 2026, B").activeFocus);
+            keyClick(Qt.Key_PageDown);
+            verify(shown("Wednesday, September 23, 2026, 0 schedules").activeFocus);
+            keyClick(Qt.Key_PageUp);
+            verify(shown("Wednesday, September 16, 2026, 1 schedule").activeFocus);
+        }
+
+        function test_a_full_cell_says_how_many_more_and_opens_the_day() {
+            root.height = 620;
+            for (const title of "ABCDE")
+                TestPlanner.addSchedule(title, 10, "9:00", "10:00", "");
+            press("Month");
+            const more = shown("3 more on Sep 10");
+            compare(more.title, "3 more");
+            mouseClick(more);
+            verify(shown("Sep 10, 2026 schedule") !== null);
+            const last = shown("Edit, E");
+            tryVerify(() => last.mapToItem(root, 0, last.height).y <= root.height);
+        }
+
         function test_delete_acts_at_once_and_passes_the_focus_on() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
             TestPlanner.addSchedule("B", 9, "10:00", "11:00", "");

@@ -106,21 +106,52 @@ Item {
             compare(shown("End").text, "Sep 9, 2026, 18:15");
         }
 
-        function test_empty_time_sets_the_form() {
-            root.height = 620;
-            waitForRendering(screen);
-            const header = shown("Friday, September 11, 2026");
+        /// Clicks the empty time three and a half hours below the first.
+        function tap(day: string) {
+            const header = shown(day);
             const below = header.mapToItem(root, header.width / 2, header.height + 2 + 42 * 3 + 21);
             mouseClick(root, below.x, below.y);
+        }
 
-            const title = shown("Schedule name");
-            verify(title.activeFocus);
+        function test_empty_time_sets_the_form_where_it_was_tapped() {
+            root.height = 620;
+            waitForRendering(screen);
+            tap("Friday, September 11, 2026");
+
+            const ghost = shown("New schedule, 11:30 – 12:30");
+            verify(ghost.activeFocus);
             verify(shown("Sep 11, 2026 schedule") !== null);
-            const add = named("Add schedule");
-            tryVerify(() => add.mapToItem(root, 0, add.height).y <= root.height);
-            typeInto("Schedule name", "Late");
-            press("Add schedule");
+            compare(findChild(screen, "page").contentY, 0);
+            for (const character of "Late")
+                keyClick(character);
+            compare(shown("Schedule name").text, "Late");
+            keyClick(Qt.Key_Return);
             compare(TestPlanner.timesOf("Late"), "2026-09-11 11:30 – 2026-09-11 12:30");
+            verify(shown("Friday, September 11, 2026, Late").activeFocus);
+            verify(named("New schedule") === null);
+            compare(findChild(screen, "page").contentY, 0);
+        }
+
+        function test_ghost_and_form_are_one() {
+            tap("Friday, September 11, 2026");
+            const ghost = shown("New schedule, 11:30 – 12:30");
+            keyClick("a");
+            keyClick(Qt.Key_Escape);
+            compare(TestPlanner.scheduleCount(), 0);
+            compare(shown("Schedule name").text, "");
+            verify(named("New schedule") === null);
+            verify(shown("Friday, September 11, 2026").activeFocus);
+
+            tap("Friday, September 11, 2026");
+            keyClick("b");
+            keyClick(Qt.Key_Tab);
+            verify(shown("Schedule name").activeFocus);
+            keyClick("c");
+            compare(ghost.text, "bc");
+            keyClick(Qt.Key_Return);
+            compare(TestPlanner.timesOf("bc"), "2026-09-11 11:30 – 2026-09-11 12:30");
+            verify(shown("Schedule name").activeFocus);
+            verify(named("New schedule") === null, "what was just added is not covered");
         }
 
         function cleanup() {

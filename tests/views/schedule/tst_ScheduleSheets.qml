@@ -57,6 +57,41 @@ Item {
             compare(TestPlanner.scheduleCount(), 2);
         }
 
+        function test_a_double_click_opens_the_note_data() {
+            return [{tag: "in the day list", month: false}, {tag: "in the month", month: true}];
+        }
+
+        function test_a_double_click_opens_the_note(data) {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            if (data.month)
+                press("Month");
+            const target = data.month ? shown("Lecture, 09:00 – 10:00") : shown("Edit, Lecture");
+            const place = target.mapToItem(root, data.month ? 20 : -120, target.height / 2);
+            mouseDoubleClickSequence(root, place.x, place.y);
+            verify(shown("Close") !== null);
+            press("Delete");
+            tryVerify(() => named("Close") === null);
+            compare(TestPlanner.scheduleCount(), 0);
+        }
+
+        function test_a_duplicate_is_another_schedule_in_its_colour() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            press("Wednesday, September 9, 2026, Lecture");
+            press("Duplicate");
+            tryVerify(() => shown("Name").activeFocus);
+            compare(TestPlanner.scheduleCount(), 2);
+            keyClick("2");
+            press("Color");
+            press("Green");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Green") === null);
+            press("Save");
+            tryVerify(() => named("Save") === null);
+            compare(TestPlanner.colorOf("Lecture2"), "#23884D");
+            compare(TestPlanner.colorOf("Lecture"), "");
+            compare(TestPlanner.timesOf("Lecture2"), TestPlanner.timesOf("Lecture"));
+        }
+
         function test_display_settings_hide_a_calendar_and_move_the_hours() {
             TestPlanner.offerCalendars();
             const requests = TestPlanner.accessRequests();

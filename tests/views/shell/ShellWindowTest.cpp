@@ -185,7 +185,7 @@ private slots:
         openAnswered(ui);
         QQuickItem *list = ui.find(QAccessible::List, QStringLiteral("工作台"));
         QVERIFY2(!list->property("isFocusVisible").toBool(), "the ring is for the keyboard");
-        ui.find(QAccessible::Button, QStringLiteral("菜单"))->forceActiveFocus(Qt::TabFocusReason);
+        ui.find(QAccessible::Button, QStringLiteral("查找与添加"))->forceActiveFocus(Qt::TabFocusReason);
         ui.press(Qt::Key_Backtab);
         QVERIFY(list->hasActiveFocus());
         const QPointer<QQuickItem> first = ui.screen();

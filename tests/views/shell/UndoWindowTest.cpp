@@ -32,6 +32,8 @@ private slots:
         m_ui->planner.put(keys::interfaceLanguage, u"en"_s);
         const SavedData data{.reminders = {{.title = u"A"_s}, {.title = u"B"_s}}};
         m_ui->planner.put(keys::storageKey, *encodeSavedData(data));
+        m_ui->planner.put(keys::calendarFeedsKey,
+                          *encodeCalendarFeeds({{.name = u"Fair"_s, .urlString = u"https://x.test/fair.ics"_s}}));
         m_ui->open();
         m_ui->setState("section", ShellModel::Reminders);
         QTRY_VERIFY(m_ui->find(button, u"Delete, B"_s));
@@ -70,6 +72,39 @@ private slots:
         QTRY_VERIFY(!m_ui->find(QAccessible::StatusBar, u"Deleted “A”"_s));
         QCOMPARE(footRoom(), 0);
         QCOMPARE(titles(), QStringList{u"B"_s});
+    }
+
+    void anImportCanBeDeclinedAgainAndAgain()
+    {
+        for (int time = 0; time < 3; ++time) {
+            m_ui->shell().archive()->offerImport(QUrl::fromLocalFile(u"/all.zip"_s));
+            QTRY_VERIFY(m_ui->click(button, u"Cancel"_s));
+            QTRY_VERIFY(!m_ui->find(button, u"Cancel"_s));
+        }
+        QCOMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+    }
+
+    void earlierVersionsStandUnderTheirHeadings()
+    {
+        m_ui->planner.store->generations().keepBefore(GenerationReason::Clear);
+        QVERIFY(QMetaObject::invokeMethod(m_ui->app().window().property("content").value<QObject *>(),
+                                          "versionsRequested"));
+        QTRY_VERIFY(m_ui->visibleTexts().contains(u"Restore points"_s));
+        QVERIFY(m_ui->visibleTexts().contains(u"Before clearing content"_s));
+    }
+
+    void whoHasRestoredEverythingIsDone()
+    {
+        m_ui->planner.store->generations().keepBefore(GenerationReason::Clear);
+        QVERIFY(m_ui->click(button, u"Delete, A"_s));
+        QVERIFY(QMetaObject::invokeMethod(m_ui->app().window().property("content").value<QObject *>(),
+                                          "versionsRequested"));
+        QTRY_VERIFY(m_ui->find(button, u"Restore all"_s) && m_ui->find(button, u"Restore all"_s)->isEnabled());
+        m_ui->find(button, u"Restore all"_s)->forceActiveFocus(Qt::TabFocusReason);
+        m_ui->press(Qt::Key_Space);
+
+        QTRY_COMPARE(titles(), (QStringList{u"A"_s, u"B"_s}));
+        QVERIFY(m_ui->hasFocus(button, u"Done"_s));
     }
 
     void theKeysUndoAndRedo()
@@ -125,6 +160,35 @@ private slots:
         m_ui->press(Qt::Key_Z, undoKeys);
 
         QCOMPARE(titles(), QStringList{u"B"_s});
+    }
+
+    void aLinkComesBackOverTheSheetItWasDeletedIn_data()
+    {
+        QTest::addColumn<bool>("isByShortcut");
+        QTest::newRow("the toast's button") << false;
+        QTest::newRow("the shortcut") << true;
+    }
+
+    void aLinkComesBackOverTheSheetItWasDeletedIn()
+    {
+        QFETCH(const bool, isByShortcut);
+        m_ui->setState("section", ShellModel::Schedule);
+        QVERIFY(m_ui->click(button, u"Import settings"_s));
+        QTRY_VERIFY(m_ui->find(button, u"Delete, Fair"_s));
+        QVERIFY(m_ui->click(button, u"Delete, Fair"_s));
+        QTRY_VERIFY(m_ui->find(QAccessible::StatusBar, u"Deleted “Fair”"_s));
+        QVERIFY(!m_ui->find(button, u"Delete, Fair"_s));
+
+        if (isByShortcut) {
+            m_ui->press(Qt::Key_Z, undoKeys);
+        } else {
+            m_ui->press(Qt::Key_F6);
+            QTRY_VERIFY(m_ui->hasFocus(button, u"Undo"_s));
+            m_ui->press(Qt::Key_Space);
+        }
+
+        QTRY_VERIFY(m_ui->find(button, u"Delete, Fair"_s));
+        QVERIFY(m_ui->find(QAccessible::Dialog, u"Import calendars"_s));
     }
 
 private:

@@ -13,8 +13,10 @@ WebEngineView {
     /// Whether a page is shown that has a scroll position.
     readonly property bool hasPage: internal.hasPage
 
-    /// The page opened last is complete, with its formulas, local pictures, fonts and scroll position.
+    /// The page opened or revised last is complete, with its formulas, local pictures, fonts and scroll position.
     signal settled
+    /// The page cannot show the revision; a new one must.
+    signal refused
     /// The user clicked a link. Only addresses for a browser or mail program are reported.
     signal linkActivated(link: url)
     /// The page's process crashed.
@@ -26,6 +28,13 @@ WebEngineView {
         internal.mayNavigate = true;
         internal.place = place;
         pane.url = page;
+    }
+
+    /// Changes the page that is shown, which keeps its scroll position or goes to its end. The revision is PagePublisher's.
+    function revise(revision: string, goesToEnd: bool): void {
+        internal.isOpening = true;
+        patience.restart();
+        runJavaScript(internal.reviseScript(revision, goesToEnd));
     }
 
     /// Passes the place at the top of the view to the listener.
@@ -103,6 +112,8 @@ WebEngineView {
             runJavaScript(internal.settleScript());
         else if (message === "settled")
             internal.settle();
+        else if (message === "refused")
+            internal.refuseRevision();
     }
     onLoadingChanged: request => {
         if (request.status === WebEngineView.LoadSucceededStatus)
@@ -214,6 +225,17 @@ WebEngineView {
                 scroll();
                 requestAnimationFrame(() => requestAnimationFrame(() => console.info("settled")));
             })();`;
+        }
+
+        function reviseScript(revision: string, goesToEnd: bool): string {
+            return `(async () => tessaly.revise({ ...${revision}, isToEnd: ${goesToEnd} }))().catch(() => false)
+                .then(isShown => console.info(isShown ? "settled" : "refused"));`;
+        }
+
+        function refuseRevision(): void {
+            patience.stop();
+            isOpening = false;
+            pane.refused();
         }
 
         function settle(): void {

@@ -4,8 +4,8 @@ import QtQuick
 import Tessaly.DocumentEngine
 import Tessaly.Ui
 
-/// Shows Markdown as a page with a transparent background. The previous rendering stays, at its scroll position, until
-/// the next is complete. When texts arrive faster than they can be rendered, all but the last may be skipped. Renders
+/// Shows Markdown as a page with a transparent background. An edit changes the page that is there. Where that is not
+/// possible, a new page is loaded: the previous rendering stays, at its scroll position, until the next is complete. When texts arrive faster than they can be rendered, all but the last may be skipped. Renders
 /// nothing while invisible.
 Item {
     id: preview
@@ -46,6 +46,7 @@ Item {
 
         profile: PreviewProfile
         onPublished: page => internal.open(page)
+        onRevised: revision => internal.revise(revision)
     }
 
     component Pane: DocumentPane {
@@ -60,6 +61,7 @@ Item {
         cssImports: style.imports
         onLinkActivated: link => preview.linkActivated(link)
         onSettled: internal.show(place)
+        onRefused: internal.publish()
         onCrashed: internal.recover()
     }
 
@@ -78,7 +80,7 @@ Item {
         id: internal
 
         property int front: 1
-        /// 0: idle, 1: generating the page, 2: loading it behind the front page.
+        /// 0: idle, 1: generating the page or its revision, 2: loading it behind the front page, or revising that.
         property int stage: 0
         property bool isOutdated: false
         property bool goesToEnd: false
@@ -90,8 +92,27 @@ Item {
             isOutdated = stage !== 0 || !preview.visible;
             if (isOutdated || (preview.markdown === "" && !frontPane.hasPage))
                 return;
+            if (!frontPane.hasPage) {
+                publish();
+                return;
+            }
             stage = 1;
+            publisher.revise(preview.markdown, preview.baseUrl);
+        }
+
+        function publish(): void {
+            stage = 1;
+            isOutdated = false;
             publisher.publish(preview.markdown, preview.baseUrl);
+        }
+
+        function revise(revision: string): void {
+            if (!frontPane.hasPage) {
+                publish(); // It has crashed.
+                return;
+            }
+            stage = 2;
+            frontPane.revise(revision, goesToEnd);
         }
 
         function open(page: url): void {

@@ -59,15 +59,16 @@ PictureSource::~PictureSource()
     m_worker.waitForDone();
 }
 
-void PictureSource::setDocument(const QString &markdown, const QString &folder)
+void PictureSource::setDocument(const QString &markdown, const QString &folder, const QSet<QByteArray> &named)
 {
     m_markdown = markdown;
     m_folder = folder;
-    m_named = namedAddresses(markdown);
+    m_named = named;
 }
 
 void PictureSource::find(const QString &address, const Answer &answer)
 {
+    m_answered.insert(address, stateOf(address));
     const QUrl url(address);
     if (url.scheme() == u"https"_s && m_named.contains(canonicalAddress(url)))
         fetch(url, answer);
@@ -75,6 +76,25 @@ void PictureSource::find(const QString &address, const Answer &answer)
         read(*path, answer);
     else
         answer(std::nullopt);
+}
+
+QStringList PictureSource::outdated() const
+{
+    QStringList result;
+    for (const auto &[address, state] : m_answered.asKeyValueRange()) {
+        const bool isFetched = m_fetched.contains(canonicalAddress(QUrl(address)));
+        const bool mayBeThereNow = QUrl(address).scheme() == u"https"_s && !isFetched;
+        if (mayBeThereNow || stateOf(address) != state)
+            result.append(address);
+    }
+    return result;
+}
+
+PictureSource::FileState PictureSource::stateOf(const QString &address) const
+{
+    const std::optional<QString> path = localFile(address);
+    const QFileInfo info(path.value_or(QString()));
+    return path && info.exists() ? FileState{*path, info.size(), info.lastModified()} : FileState();
 }
 
 std::optional<QString> PictureSource::localFile(const QString &address) const
