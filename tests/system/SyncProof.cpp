@@ -7,7 +7,7 @@
 #include <QDeadlineTimer>
 #include <QTest>
 
-#include <algorithm>
+#include <csignal>
 
 namespace tessaly {
 
@@ -16,6 +16,8 @@ namespace {
 constexpr int patience = 60'000;
 /// From one disturbance to the next.
 constexpr int longestQuietMs = 1500;
+/// From the moment on that all is certain to the disturbance.
+constexpr int longestUncertainMs = 200;
 constexpr int theirs = 60;
 constexpr int shared = 20;
 const QString calendar = QStringLiteral("Home");
@@ -91,11 +93,12 @@ void SyncProof::note(const QByteArray &line)
     const QByteArrayList words = line.split(' ');
     if (line == "begin") {
         m_isInSync = true;
+        m_inSync.added += m_latest.added;
         m_inSync.changed.insert(m_latest.changed);
         m_inSync.deleted += m_latest.deleted;
         m_latest = {};
     } else if (line == "synced") {
-        if (std::exchange(m_isInSync, false) && std::exchange(m_isUncertain, false))
+        if (m_isReadingUncertain || (std::exchange(m_isInSync, false) && std::exchange(m_isUncertain, false)))
             loseTrack();
         m_synced.changed.insert(m_inSync.changed);
         m_synced.deleted += m_inSync.deleted;
@@ -104,6 +107,9 @@ void SyncProof::note(const QByteArray &line)
         m_isInSync = false;
     } else if (words.at(0) == "add") {
         m_added.insert(words.value(1));
+        m_latest.added.insert(words.value(1));
+        if (m_isReadingUncertain)
+            m_perhapsDeleted.insert(words.value(1));
     } else if (words.at(0) == "change") {
         m_latest.changed.insert(words.value(1), words.value(2).toInt());
     } else if (words.at(0) == "delete") {
@@ -154,7 +160,30 @@ void SyncProof::runFor(int syncs)
     read(planner);
 }
 
-int SyncProof::runDisturbed(int times, const std::function<bool()> &disturb)
+bool SyncProof::standStill(const QProcess &planner, const std::function<bool()> &settle)
+{
+    // A planner that goes on and on would keep the service from ever being idle.
+    const auto process = static_cast<pid_t>(planner.processId());
+    ::kill(process, SIGSTOP);
+    const bool isSettled = settle();
+    ::kill(process, SIGCONT);
+    return isSettled;
+}
+
+void SyncProof::readUncertain(QProcess &planner)
+{
+    // The service may have lost events that the planner knows to be there: to the planner they have been deleted.
+    m_perhapsDeleted += m_latest.added;
+    m_perhapsDeleted += m_inSync.added;
+    loseTrack();
+    m_isReadingUncertain = true;
+    read(planner);
+    m_isReadingUncertain = false;
+    loseTrack();
+    m_isUncertain = true;
+}
+
+int SyncProof::runDisturbed(int times, const std::function<bool()> &settle, const std::function<bool()> &disturb)
 {
     QProcess planner;
     start(planner, {QStringLiteral("0"), QStringLiteral("edit")});
@@ -165,17 +194,18 @@ int SyncProof::runDisturbed(int times, const std::function<bool()> &disturb)
         actAside(planner);
         if (!next.hasExpired())
             continue;
-        read(planner);
-        if (disturb()) {
-            ++disturbances;
-            // Of a sync that ended meanwhile, too, nothing is certain.
-            loseTrack();
-            read(planner);
-            loseTrack();
-            m_isUncertain = true;
-        }
         next.setRemainingTime(m_random.bounded(longestQuietMs));
+        if (!standStill(planner, settle))
+            continue;
+        read(planner);
+        QTest::qWait(m_random.bounded(longestUncertainMs));
+        if (disturb())
+            ++disturbances;
+        readUncertain(planner);
     }
+    // The service may die of the planner's end.
+    if (!standStill(planner, settle))
+        qWarning("the service is not at rest in the end");
     kill(planner);
     return disturbances;
 }
@@ -225,12 +255,12 @@ QList<CalendarEvent> SyncProof::events()
 void SyncProof::compareSides(QStringList &faults)
 {
     QHash<QString, CalendarEvent> rest;
-    QSet<QString> uids;
+    QHash<QString, QString> identifiers;
     for (const CalendarEvent &event : events()) {
-        if (rest.contains(event.eventIdentifier) || uids.contains(event.uid))
-            faults.append(QStringLiteral("two events: ") + event.eventIdentifier);
+        if (const QString other = identifiers.value(event.uid); !other.isEmpty())
+            faults.append(QStringLiteral("two events: %1 and %2").arg(other, event.eventIdentifier));
         rest.insert(event.eventIdentifier, event);
-        uids.insert(event.uid);
+        identifiers.insert(event.uid, event.eventIdentifier);
     }
     QSet<QString> scheduled;
     for (const ScheduleItem &item : schedules()) {

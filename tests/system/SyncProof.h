@@ -28,8 +28,9 @@ public:
     /// Runs the planner beside the other program for that many syncs.
     void runFor(int syncs);
     /// Runs the planner until `disturb`, which is called at random moments, has answered true that many times, or for a
-    /// minute. What the planner changes at such a moment may be lost. Answers how often that was.
-    int runDisturbed(int times, const std::function<bool()> &disturb);
+    /// minute. Before each of them, and at the end, the planner stands still until `settle` answers true: what was
+    /// synced before is certain, what comes between the two may be lost. Answers how often it was disturbed.
+    int runDisturbed(int times, const std::function<bool()> &settle, const std::function<bool()> &disturb);
     /// Syncs with nobody disturbing it; what differs from what was done, or between planner and service, in words.
     [[nodiscard]] QStringList faults();
 
@@ -41,6 +42,9 @@ private:
     void actAside(QProcess &planner);
     void read(QProcess &planner);
     void kill(QProcess &planner);
+    static bool standStill(const QProcess &planner, const std::function<bool()> &settle);
+    /// Reads what the planner said while the service was disturbed.
+    void readUncertain(QProcess &planner);
     void note(const QByteArray &line);
     /// What is on its way to the service may be lost with it, or with the planner.
     void loseTrack();
@@ -58,6 +62,7 @@ private:
     bool m_isInSync = false;
     /// Since the service was disturbed, until a sync after that has ended.
     bool m_isUncertain = false;
+    bool m_isReadingUncertain = false;
     QByteArray m_unreadOutput;
 
     /// Of the other program: the number in the title of each event that is there.
@@ -68,6 +73,7 @@ private:
     /// before.
     struct Edits
     {
+        QSet<QByteArray> added = {};
         QHash<QByteArray, int> changed = {};
         QSet<QByteArray> deleted = {};
     };
