@@ -1,4 +1,5 @@
 import QtQuick
+import Tessaly.Schedule
 import Tessaly.Ui
 
 /// One schedule in a cell of the month grid: mark, start time, title. In the last slot how many more there are.
