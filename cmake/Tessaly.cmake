@@ -50,19 +50,36 @@ function(tessaly_qml_module name)
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML}
     RESOURCES ${arg_RESOURCES})
+  # What the QML compiler makes of each file is short and reads the same headers.
+  set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+  set_source_files_properties(${arg_SOURCES} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
   use_precompiled(${name} ${arg_PRECOMPILED})
 endfunction()
 
+# tessaly_test_program(name SOURCES … LINK …): a program of the tests. It may use the store and its fakes, unless
+# TESSALY_TEST_HEADERS is "test".
+function(tessaly_test_program name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  set(headers store_test)
+  if(TESSALY_TEST_HEADERS)
+    set(headers ${TESSALY_TEST_HEADERS})
+  else()
+    list(APPEND arg_LINK tessaly_store_test_support)
+  endif()
+  qt_add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} tessaly_test_support tessaly_options)
+  # What a test itself does is short, and most of it happens once: optimising it takes longer than it saves.
+  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
+  use_precompiled(${name} ${headers})
+endfunction()
+
 # tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests
 # and, if it is set, the label TESSALY_TEST_LABEL.
 function(tessaly_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
-  qt_add_executable(${name} ${arg_SOURCES})
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${name} PRIVATE ${arg_LINK} Qt6::Test tessaly_options)
-  use_precompiled(${name} core)
+  tessaly_test_program(${name} ${ARGN})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS "${TESSALY_TEST_LABEL}"
     ENVIRONMENT "TZ=Europe/Vienna;LC_ALL=C.UTF-8;QT_HASH_SEED=0;QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QML_IMPORT_PATH=${TESSALY_ENGINE_DIRECTORY};${TESSALY_TEST_ENVIRONMENT}")
