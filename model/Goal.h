@@ -18,6 +18,8 @@ struct GoalTask
     QString title = {};
     double weight = 1.0;
     bool isComplete = false;
+    /// When it was ticked; absent while it is open, and where an earlier version of the planner ticked it.
+    std::optional<Instant> completedAt = {};
 
     bool operator==(const GoalTask &) const = default;
 };
@@ -34,6 +36,8 @@ struct Subgoal
     QString title = {};
     std::optional<QList<GoalTask>> tasks = QList<GoalTask>();
     bool isComplete = false;
+    /// As of a task.
+    std::optional<Instant> completedAt = {};
 
     bool operator==(const Subgoal &) const = default;
 };

@@ -24,11 +24,13 @@ GoalTask *findTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID)
 }
 
 template <class Record>
-bool toggle(Record *record)
+bool toggle(Record *record, Instant now)
 {
-    if (record)
-        record->isComplete = !record->isComplete;
-    return record;
+    if (!record)
+        return false;
+    record->isComplete = !record->isComplete;
+    record->completedAt = record->isComplete ? std::optional(now) : std::nullopt;
+    return true;
 }
 
 template <class Record>
@@ -56,14 +58,14 @@ bool append(std::optional<QList<Record>> &records, const Record &record)
 
 } // namespace
 
-bool toggleSubgoal(Goal &goal, const QUuid &subgoalID)
+bool toggleSubgoal(Goal &goal, const QUuid &subgoalID, Instant now)
 {
-    return toggle(findRecord(goal.subgoals, subgoalID));
+    return toggle(findRecord(goal.subgoals, subgoalID), now);
 }
 
-bool toggleTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID)
+bool toggleTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID, Instant now)
 {
-    return toggle(findTask(goal, subgoalID, taskID));
+    return toggle(findTask(goal, subgoalID, taskID), now);
 }
 
 bool removeSubgoal(Goal &goal, const QUuid &subgoalID)

@@ -11,8 +11,9 @@ namespace tessaly {
 // What can be done with a goal. Each operation finds its records by their ids and returns whether it changed anything.
 // Completing never cascades, neither to what a record holds nor to what holds it.
 
-bool toggleSubgoal(Goal &goal, const QUuid &subgoalID);
-bool toggleTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID);
+/// Completes it at `now`, or opens it again.
+bool toggleSubgoal(Goal &goal, const QUuid &subgoalID, Instant now);
+bool toggleTask(Goal &goal, const QUuid &subgoalID, const QUuid &taskID, Instant now);
 bool removeSubgoal(Goal &goal, const QUuid &subgoalID);
 bool removeTask(Goal &goal, const QUuid &taskID, const QUuid &subgoalID);
 /// Moves the dragged subgoal immediately before the target; see moveBefore().

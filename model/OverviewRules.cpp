@@ -25,6 +25,25 @@ RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalend
     return remaining;
 }
 
+QList<TodayEntry> todayEntries(const RemainingDay &remaining, const QList<ScheduleItem> &schedules,
+                               const QList<ReminderItem> &reminders, const UserCalendar &calendar, Instant now,
+                               qsizetype most)
+{
+    const QDate today = calendar.day(now);
+    const Instant midnight = calendar.startOfDay(today);
+    const Instant nextMidnight = calendar.startOfDay(today.addDays(1));
+    QList<TodayEntry> entries;
+    for (const qsizetype row : remaining.upcoming)
+        entries.append({TodayEntry::Kind::Schedule, row, schedules.at(row).date});
+    for (qsizetype row = 0; row < reminders.size(); ++row) {
+        const ReminderItem &item = reminders.at(row);
+        if (!item.isComplete && item.dueDate && *item.dueDate >= midnight && *item.dueDate < nextMidnight)
+            entries.append({TodayEntry::Kind::ToDo, row, *item.dueDate});
+    }
+    std::ranges::stable_sort(entries, {}, &TodayEntry::moment);
+    return entries.first(std::min(most, entries.size()));
+}
+
 qsizetype activeGoalCount(const QList<Goal> &goals)
 {
     return std::ranges::count_if(goals, [](const Goal &goal) { return goal.calculatedProgress() < 1; });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Goal.h"
+#include "model/ReminderItem.h"
 #include "model/ScheduleItem.h"
 #include "model/UserCalendar.h"
 
@@ -22,6 +23,25 @@ struct RemainingDay
 
 [[nodiscard]] RemainingDay remainingDay(const QList<ScheduleItem> &schedules, const UserCalendar &calendar,
                                         Instant now);
+
+/// What is left to do today: a schedule or an open to-do.
+struct TodayEntry
+{
+    enum class Kind { Schedule, ToDo };
+
+    Kind kind = Kind::Schedule;
+    /// Of the store's list.
+    qsizetype row = 0;
+    Instant moment = {};
+
+    bool operator==(const TodayEntry &) const = default;
+};
+
+/// The first `most` of what is left of the day: its remaining schedules and the open to-dos that are due today, in the
+/// order of their times; of equal ones, schedules first.
+[[nodiscard]] QList<TodayEntry> todayEntries(const RemainingDay &remaining, const QList<ScheduleItem> &schedules,
+                                             const QList<ReminderItem> &reminders, const UserCalendar &calendar,
+                                             Instant now, qsizetype most);
 
 /// Goals whose calculated progress is below 1.
 [[nodiscard]] qsizetype activeGoalCount(const QList<Goal> &goals);

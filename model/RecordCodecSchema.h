@@ -58,7 +58,8 @@ struct Schema<GoalTask>
     using Fields = FieldList<Field<"id", &GoalTask::id, Presence::FreshIfAbsent>,
                              Field<"title", &GoalTask::title, Presence::Required>,
                              Field<"weight", &GoalTask::weight, Presence::Optional>,
-                             Field<"isComplete", &GoalTask::isComplete, Presence::Optional>>;
+                             Field<"isComplete", &GoalTask::isComplete, Presence::Optional>,
+                             Field<"completedAt", &GoalTask::completedAt, Presence::Optional>>;
 };
 
 template <>
@@ -67,7 +68,8 @@ struct Schema<Subgoal>
     using Fields = FieldList<Field<"id", &Subgoal::id, Presence::FreshIfAbsent>,
                              Field<"title", &Subgoal::title, Presence::Required>,
                              Field<"tasks", &Subgoal::tasks, Presence::Optional>,
-                             Field<"isComplete", &Subgoal::isComplete, Presence::Optional>>;
+                             Field<"isComplete", &Subgoal::isComplete, Presence::Optional>,
+                             Field<"completedAt", &Subgoal::completedAt, Presence::Optional>>;
 };
 
 template <>

@@ -1,6 +1,7 @@
 #include "model/ReminderRules.h"
 
 #include "model/CodePointOrder.h"
+#include "model/Repetition.h"
 
 #include <QHash>
 
@@ -58,6 +59,48 @@ ReminderItem toggled(ReminderItem item, Instant now)
     item.isComplete = !item.isComplete;
     item.completedAt = item.isComplete ? std::optional(now) : std::nullopt;
     return item;
+}
+
+bool isOverdue(const ReminderItem &item, Instant now)
+{
+    return !item.isComplete && item.dueDate && *item.dueDate <= now;
+}
+
+std::optional<Instant> nextDueDate(const QList<ReminderItem> &reminders, Instant now)
+{
+    std::optional<Instant> next;
+    for (const ReminderItem &item : reminders) {
+        const bool isAhead = !item.isComplete && item.dueDate && *item.dueDate > now;
+        if (isAhead && (!next || *item.dueDate < *next))
+            next = item.dueDate;
+    }
+    return next;
+}
+
+ReminderItem withDueDate(ReminderItem item, std::optional<Instant> dueDate, const UserCalendar &calendar)
+{
+    if (item.dueDate == dueDate)
+        return item;
+    item.dueDate = dueDate;
+    if (!item.recurrenceRule)
+        return item;
+    if (!dueDate) {
+        item.recurrenceRule.reset();
+        item.recurrenceStart.reset();
+        item.recursAfterCompletion.reset();
+        return item;
+    }
+    item.recurrenceStart = dueDate;
+    // The rule of a to-do of the 31st is another one than that of the 5th.
+    const QString rule = repetitionRule(repetitionOf(*item.recurrenceRule), calendar.day(*dueDate));
+    if (!rule.isEmpty())
+        item.recurrenceRule = rule;
+    return item;
+}
+
+std::optional<Instant> movedToWeek(Instant dueDate, QDate firstDay, const UserCalendar &calendar)
+{
+    return calendar.addingDays(dueDate, calendar.weekStart(calendar.day(dueDate)).daysTo(firstDay));
 }
 
 QList<qsizetype> openItems(const QList<ReminderItem> &reminders)

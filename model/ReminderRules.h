@@ -6,10 +6,22 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace tessaly {
 
 /// The to-do completed at `now`, or open again.
 [[nodiscard]] ReminderItem toggled(ReminderItem item, Instant now);
+
+/// Whether it is open and its due date has come.
+[[nodiscard]] bool isOverdue(const ReminderItem &item, Instant now);
+/// When the next open to-do becomes overdue.
+[[nodiscard]] std::optional<Instant> nextDueDate(const QList<ReminderItem> &reminders, Instant now);
+
+/// The to-do with another due date. If it repeats, it does so from that date on; without a date it no longer does.
+[[nodiscard]] ReminderItem withDueDate(ReminderItem item, std::optional<Instant> dueDate, const UserCalendar &calendar);
+/// The same weekday and time of day in the week that begins on that day. Nothing when the calendar has no such day.
+[[nodiscard]] std::optional<Instant> movedToWeek(Instant dueDate, QDate firstDay, const UserCalendar &calendar);
 
 /// To-dos that stand under one label: their rows in the store's list, in the order in which they are shown.
 struct ReminderGroup

@@ -186,12 +186,18 @@ private slots:
         };
         add(
             "ticking a subgoal leaves its tasks",
-            [](Goal &goal, const QUuid &subgoal, const QUuid &) { return toggleSubgoal(goal, subgoal); },
-            [](Goal &goal) { goal.subgoals->first().isComplete = true; });
+            [](Goal &goal, const QUuid &subgoal, const QUuid &) { return toggleSubgoal(goal, subgoal, {7}); },
+            [](Goal &goal) {
+                goal.subgoals->first().isComplete = true;
+                goal.subgoals->first().completedAt = Instant{7};
+            });
         add(
             "ticking the last task leaves its subgoal",
-            [](Goal &goal, const QUuid &subgoal, const QUuid &task) { return toggleTask(goal, subgoal, task); },
-            [](Goal &goal) { goal.subgoals->first().tasks->first().isComplete = true; });
+            [](Goal &goal, const QUuid &subgoal, const QUuid &task) { return toggleTask(goal, subgoal, task, {7}); },
+            [](Goal &goal) {
+                goal.subgoals->first().tasks->first().isComplete = true;
+                goal.subgoals->first().tasks->first().completedAt = Instant{7};
+            });
         add(
             "removing a subgoal",
             [](Goal &goal, const QUuid &subgoal, const QUuid &) { return removeSubgoal(goal, subgoal); },

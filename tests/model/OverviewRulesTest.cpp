@@ -52,6 +52,30 @@ private slots:
         QTEST(!remainingDay({schedule}, vienna(), at(9, 12)).upcoming.isEmpty(), "counts");
     }
 
+    void todayMixesSchedulesWithTheToDosOfTheDay()
+    {
+        using Kind = TodayEntry::Kind;
+        const QList<ScheduleItem> schedules{{.date = at(9, 18), .endDate = at(9, 19)},
+                                            {.date = at(9, 11), .endDate = at(9, 17)},
+                                            {.date = at(9, 8), .endDate = at(9, 9)}};
+        const QList<ReminderItem> reminders{{.dueDate = at(9, 18)},
+                                            {.dueDate = at(9, 9)},
+                                            {.dueDate = at(8, 23)},
+                                            {.dueDate = at(10, 0)},
+                                            {.dueDate = at(9, 13), .isComplete = true},
+                                            {}};
+        const Instant now = at(9, 12);
+        const auto entries = [&](qsizetype most) {
+            return todayEntries(remainingDay(schedules, vienna(), now), schedules, reminders, vienna(), now, most);
+        };
+
+        QCOMPARE(entries(9), (QList<TodayEntry>{{Kind::ToDo, 1, at(9, 9)},
+                                                {Kind::Schedule, 1, at(9, 11)},
+                                                {Kind::Schedule, 0, at(9, 18)},
+                                                {Kind::ToDo, 0, at(9, 18)}}));
+        QCOMPARE(entries(2).size(), 2);
+    }
+
     void whatRemainsIsInOrderAndHoldsUntilTheFirstEnd()
     {
         const QList<ScheduleItem> schedules{{.date = at(9, 18), .endDate = at(9, 19)},

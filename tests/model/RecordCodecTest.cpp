@@ -56,9 +56,9 @@ private slots:
         const ScheduleItem schedule{
             someID, text, date, date, text, text, true, QList<ScheduleTask>{{someID, text, true}},
             text,   text, text, true, text, text, text};
-        const GoalTask task{someID, text, 2.5, true};
+        const GoalTask task{someID, text, 2.5, true, date};
         const Goal goal{
-            someID, text, text, text, date, 0.5, text, true, QList<Subgoal>{{someID, text, {{task}}, true}}};
+            someID, text, text, text, date, 0.5, text, true, QList<Subgoal>{{someID, text, {{task}}, true, date}}};
         const SavedData data{{schedule}, {{someID, text, date, text, true, date}}, {goal}};
         QCOMPARE(decodeSavedData(*encodeSavedData(data)), data);
 

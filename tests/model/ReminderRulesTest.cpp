@@ -104,6 +104,64 @@ private slots:
         QCOMPARE(completedByMonth(completed, labels, Instant()),
                  (QList<ReminderGroup>{{u"Nov 2025"_s, {0, 2, 3}}, {u"Dec 2025"_s, {1}}}));
     }
+
+    void anotherDueDateTakesTheRepetitionAlong_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<int>("day");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("weekly") << u"FREQ=WEEKLY"_s << 12 << u"FREQ=WEEKLY"_s;
+        QTest::newRow("monthly, to the last day")
+            << u"FREQ=MONTHLY"_s << 31 << u"FREQ=MONTHLY;BYMONTHDAY=28,29,30,31;BYSETPOS=-1"_s;
+        QTest::newRow("a rule of another program") << u"FREQ=HOURLY"_s << 12 << u"FREQ=HOURLY"_s;
+        QTest::newRow("no due date") << u"FREQ=WEEKLY"_s << 0 << QString();
+    }
+
+    void anotherDueDateTakesTheRepetitionAlong()
+    {
+        QFETCH(const QString, rule);
+        QFETCH(const int, day);
+        const UserCalendar calendar = calendarFor("en_US");
+        const Instant before = at(calendar, 2026, 10, 5);
+        const ReminderItem item{.dueDate = before, .recurrenceRule = rule, .recurrenceStart = before};
+        const auto dueDate = day > 0 ? std::optional(at(calendar, 2026, 10, day)) : std::nullopt;
+
+        const ReminderItem moved = withDueDate(item, dueDate, calendar);
+
+        QCOMPARE(moved.dueDate, dueDate);
+        QCOMPARE(moved.recurrenceStart, dueDate);
+        QTEST(moved.recurrenceRule.value_or(QString()), "expected");
+        QCOMPARE(withDueDate(item, before, calendar), item);
+    }
+
+    void aDueDateKeepsWeekdayAndTimeInAnotherWeek()
+    {
+        const UserCalendar calendar = calendarFor("en_US");
+        // Summer time ends in between.
+        const Instant sunday = at(calendar, 2026, 10, 18, 18);
+        QCOMPARE(movedToWeek(sunday, QDate(2026, 10, 26), calendar), at(calendar, 2026, 11, 1, 18));
+        QCOMPARE(movedToWeek(sunday, QDate(2026, 10, 5), calendar), at(calendar, 2026, 10, 11, 18));
+    }
+
+    void onlyOpenToDosBecomeOverdue()
+    {
+        const UserCalendar calendar = calendarFor("en_US");
+        const Instant now = at(calendar, 2026, 10, 5);
+        const QList<ReminderItem> reminders{{.title = u"none"_s},
+                                            {.dueDate = now},
+                                            {.dueDate = now.plus(-1), .isComplete = true},
+                                            {.dueDate = now.plus(9)},
+                                            {.dueDate = now.plus(5), .isComplete = true}};
+        QList<qsizetype> overdue;
+        for (qsizetype row = 0; row < reminders.size(); ++row) {
+            if (isOverdue(reminders.at(row), now))
+                overdue.append(row);
+        }
+        QCOMPARE(overdue, QList<qsizetype>{1});
+        QCOMPARE(nextDueDate(reminders, now), now.plus(9));
+        QCOMPARE(nextDueDate(reminders, now.plus(9)), std::nullopt);
+    }
 };
 
 TESSALY_TEST_MAIN(ReminderRulesTest)

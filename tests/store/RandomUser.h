@@ -99,7 +99,7 @@ private:
         } else if (m_random.happens(0.5)) {
             moveSubgoal(goal, subgoal.id, subgoals.constFirst().id);
         } else {
-            toggleSubgoal(goal, subgoal.id);
+            toggleSubgoal(goal, subgoal.id, m_store.clock().now());
         }
         m_store.updateGoal(goal);
     }

@@ -1,6 +1,7 @@
 #include "views/goals/GoalCardModel.h"
 
 #include "model/GoalRules.h"
+#include "platform/Clock.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -26,7 +27,7 @@ bool giveNameBack(QString &name, const QString &formerName)
 } // namespace
 
 GoalCardModel::GoalCardModel(PlannerStore &store, const QUuid &goalID, QObject *parent)
-    : QObject(parent), m_store(store), m_goalID(goalID), m_rows(goalCardRoles())
+    : QObject(parent), m_store(store), m_goalID(goalID), m_rows(goalCardRoles()), m_details(store, this)
 {
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &GoalCardModel::goalChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &GoalCardModel::goalChanged);
@@ -61,6 +62,7 @@ void GoalCardModel::refresh()
         return;
     m_goal = *found;
     refreshRows();
+    m_details.show(m_goal);
     emit goalChanged();
 }
 
@@ -160,10 +162,11 @@ bool GoalCardModel::addSubgoal()
 void GoalCardModel::toggleRow(int row)
 {
     const GoalCardRow toggled = rowAt(row);
+    const Instant now = m_store.clock().now();
     if (toggled.part == GoalRow::Part::Subgoal)
-        change([&](Goal &goal) { return toggleSubgoal(goal, toggled.id); });
+        change([&](Goal &goal) { return toggleSubgoal(goal, toggled.id, now); });
     else if (toggled.part == GoalRow::Part::Task)
-        change([&](Goal &goal) { return toggleTask(goal, toggled.subgoalID, toggled.id); });
+        change([&](Goal &goal) { return toggleTask(goal, toggled.subgoalID, toggled.id, now); });
 }
 
 void GoalCardModel::toggleRowEditing(int row)
