@@ -8,6 +8,9 @@ PushButton {
     property bool isOpen: false
     property bool isNested: false
     property bool isVoid: false
+    /// Stands after the text: how many it holds, and which of them need attention.
+    property string note
+    property string alarm
     /// Items at the header's right end.
     default property alias trailing: trailingRow.data
 
@@ -17,7 +20,7 @@ PushButton {
     rightPadding: 8
     enabled: !isVoid || trailingRow.children.length > 0
     // Qt 6.4 has no accessible state for this.
-    Accessible.description: isVoid ? "" : isOpen ? Language.text("已展开", "expanded") : Language.text("已折叠", "collapsed")
+    Accessible.description: isVoid ? "" : (note === "" ? "" : note + ", ") + (alarm === "" ? "" : alarm + ", ") + (isOpen ? Language.text("已展开", "expanded") : Language.text("已折叠", "collapsed"))
     Keys.onRightPressed: if (!isOpen)
         header.clicked()
     Keys.onLeftPressed: if (isOpen)
@@ -50,15 +53,41 @@ PushButton {
         }
 
         AppText {
+            id: label
+
+            readonly property real room: parent.width - 30 - trailingRow.width - 8
+
             anchors.verticalCenter: parent.verticalCenter
             x: 30
-            width: parent.width - 30 - trailingRow.width - 8
+            width: header.note === "" ? room : Math.min(Math.ceil(implicitWidth), room - notes.width - 12)
             text: header.text
             token: header.isNested ? Theme.button : Theme.groupLabel
             color: header.isVoid ? Theme.textTertiary : header.isNested && !header.isOpen ? Theme.textSecondary : Theme.text
             Accessible.ignored: true
 
             ElidedTip {}
+        }
+
+        Row {
+            id: notes
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: label.x + label.width + 12
+            visible: header.note !== ""
+
+            AppText {
+                text: header.alarm === "" ? header.note : header.note + " · "
+                token: Theme.caption
+                color: Theme.textSecondary
+                Accessible.ignored: true
+            }
+            AppText {
+                visible: text !== ""
+                text: header.alarm
+                token: Theme.captionMedium
+                color: Theme.destructive
+                Accessible.ignored: true
+            }
         }
 
         Row {

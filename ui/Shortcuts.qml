@@ -52,7 +52,8 @@ QtObject {
             {
                 title: Language.text("列表", "Rows"),
                 rows: [
-                    row(Language.text("移动一位", "Move one place"), [moveUp, moveDown], or)
+                    row(Language.text("移动一位", "Move one place"), [moveUp, moveDown], or),
+                    row(Language.text("待办移动一周", "Move a to-do by a week"), [moveUp, moveDown], or)
                 ]
             },
             {

@@ -6,7 +6,7 @@ import Tessaly.Ui
 Item {
     id: row
 
-    enum Part { Circle, Delete }
+    enum Part { Circle, Delete, Edit }
 
     required property int index
     required property int kind
@@ -20,9 +20,20 @@ Item {
     required property string dueText
     required property string repeatText
     required property bool isComplete
+    required property bool isOverdue
+    required property bool isEditing
+    required property int count
+    required property int overdueCount
+    required property ReminderEditor editor
     required property real columnX
     required property real columnWidth
 
+    /// How far the page has scrolled since the row began to be dragged.
+    property real scrolledBy: 0
+    /// What is dragged would land here.
+    property bool isTarget: false
+
+    readonly property bool isDragged: drag.active && !drag.isCancelled
     readonly property bool isReminder: kind === ReminderRowKind.Reminder
     readonly property bool beginsCard: kind === ReminderRowKind.NoDueDate || kind === ReminderRowKind.Completed
     readonly property int gap: kind === ReminderRowKind.Completed ? Theme.pageGap : 0
@@ -42,6 +53,14 @@ Item {
     signal expansionRequested(bool isOpen)
     signal toggled
     signal removed
+    signal editRequested
+    signal editingFinished(bool isSaved)
+    signal editingLeft
+    signal movedByWeeks(int weeks)
+    signal dragStarted
+    /// `y` is the pointer's place in the row.
+    signal draggedTo(real y)
+    signal dragEnded(bool isCancelled)
 
     /// Focuses that part of the row, or the header; false when it cannot be focused.
     function takeFocus(part: int, reason: int): bool {
@@ -52,9 +71,19 @@ Item {
             item.forceActiveFocus(reason);
         else if (part === ReminderListItem.Circle)
             (item as ReminderRow).focusCircle(reason);
+        else if (part === ReminderListItem.Edit)
+            (item as ReminderRow).focusEdit(reason);
         else
             (item as ReminderRow).focusDelete(reason);
         return true;
+    }
+
+    function focusEditor() {
+        (content.item as ReminderRow)?.focusEditor();
+    }
+
+    function reportPlace() {
+        draggedTo(drag.centroid.pressPosition.y + drag.offset + scrolledBy);
     }
 
     function flash() {
@@ -62,6 +91,14 @@ Item {
     }
 
     height: gap + content.height
+    Component.onDestruction: {
+        if (isDragged)
+            dragEnded(true);
+    }
+    onScrolledByChanged: {
+        if (isDragged)
+            reportPlace();
+    }
 
     CardSlice {
         id: slice
@@ -74,12 +111,73 @@ Item {
         isLast: row.isLast
     }
 
+    Rectangle {
+        x: row.columnX + 1
+        y: row.gap + 1
+        width: row.columnWidth - 2
+        height: content.height - (row.isLast ? 2 : 1)
+        radius: row.isLast ? Theme.cardRadius - 1 : 0
+        color: Theme.accentSoft
+        border.width: 2
+        border.color: Theme.accent
+        visible: row.isTarget
+    }
+
+    PopupFrame {
+        x: row.columnX + 8
+        y: content.y
+        width: row.columnWidth - 16
+        height: content.height
+        visible: row.isDragged
+    }
+
+    DragHandler {
+        id: drag
+
+        property real offset: 0
+        // A handler keeps the pointer until it is released.
+        property bool isCancelled: false
+
+        enabled: (content.item as ReminderRow)?.isMovable ?? false
+        target: null
+        xAxis.enabled: false
+        dragThreshold: 6
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        onActiveChanged: {
+            if (active) {
+                // The handler counts from the next event on.
+                offset = centroid.scenePosition.y - centroid.scenePressPosition.y;
+                row.dragStarted();
+                row.reportPlace();
+            } else if (!isCancelled) {
+                row.dragEnded(false);
+            }
+            isCancelled = false;
+        }
+        onActiveTranslationChanged: {
+            if (!row.isDragged)
+                return;
+            offset = activeTranslation.y;
+            row.reportPlace();
+        }
+    }
+
+    Shortcut {
+        enabled: row.isDragged
+        sequence: "Esc"
+        onActivated: {
+            drag.isCancelled = true;
+            row.dragEnded(true);
+        }
+    }
+
     Loader {
         id: content
 
         x: row.columnX
-        y: row.gap
+        y: row.gap + (row.isDragged ? drag.offset + row.scrolledBy : 0)
         width: row.columnWidth
+        opacity: row.isDragged ? Theme.draggedOpacity : 1
         sourceComponent: row.isReminder ? reminder : header
     }
 
@@ -100,6 +198,8 @@ Item {
             isOpen: row.isExpanded
             isNested: row.isNested
             isVoid: row.isEmpty
+            note: row.count > 0 ? row.count : ""
+            alarm: row.overdueCount > 0 ? Language.text("%1 项过期", "%1 overdue").arg(row.overdueCount) : ""
             onClicked: row.expansionRequested(!row.isExpanded)
         }
     }
@@ -115,8 +215,16 @@ Item {
             isComplete: row.isComplete
             isNested: row.isNested
             isLast: row.isLast
+            isOverdue: row.isOverdue
+            isEditing: row.isEditing
+            isDragged: row.isDragged
+            editor: row.editor
             onToggled: row.toggled()
             onRemoved: row.removed()
+            onEditRequested: row.editRequested()
+            onFinished: isSaved => row.editingFinished(isSaved)
+            onDeparted: row.editingLeft()
+            onMoved: weeks => row.movedByWeeks(weeks)
         }
     }
     // qmllint enable unqualified

@@ -21,7 +21,11 @@ QList<ReminderListRows::Role> reminderListRoles()
             {"requirement", [](const ReminderListRow &row) { return QVariant(row.requirement); }},
             {"dueText", [](const ReminderListRow &row) { return QVariant(row.dueText); }},
             {"repeatText", [](const ReminderListRow &row) { return QVariant(row.repeatText); }},
-            {"isComplete", [](const ReminderListRow &row) { return QVariant(row.isComplete); }}};
+            {"isComplete", [](const ReminderListRow &row) { return QVariant(row.isComplete); }},
+            {"isOverdue", [](const ReminderListRow &row) { return QVariant(row.isOverdue); }},
+            {"isEditing", [](const ReminderListRow &row) { return QVariant(row.isEditing); }},
+            {"count", [](const ReminderListRow &row) { return QVariant(row.count); }},
+            {"overdueCount", [](const ReminderListRow &row) { return QVariant(row.overdueCount); }}};
 }
 
 namespace {
@@ -33,50 +37,116 @@ QString repeatText(const ReminderItem &item, AppLanguage language)
     return repetitionText(repetitionOf(*item.recurrenceRule), item.recursAfterCompletion.value_or(false)).in(language);
 }
 
+/// Puts the rows of the screen one after the other.
+class RowWriter
+{
+public:
+    RowWriter(const QList<ReminderItem> &reminders, const UserCalendar &calendar, const DateLabels &labels, Instant now,
+              QUuid edited, AppLanguage language)
+        : m_reminders(reminders), m_calendar(calendar), m_labels(labels), m_now(now), m_edited(edited),
+          m_language(language)
+    {
+    }
+
+    [[nodiscard]] const QList<ReminderListRow> &rows() const { return m_rows; }
+
+    void addUndated(bool isExpanded)
+    {
+        const ReminderGroup group{.rows = noDueDateItems(m_reminders)};
+        addSection(Kind::NoDueDate, {group}, isExpanded && !group.rows.isEmpty());
+        if (m_rows.constLast().isExpanded)
+            addItems(group);
+    }
+
+    /// A section with its groups ends a card.
+    void addGroups(Kind section, Kind kind, const QList<ReminderGroup> &groups, bool isExpanded,
+                   const QSet<QString> &expanded)
+    {
+        addSection(section, groups, isExpanded && !groups.isEmpty());
+        for (const ReminderGroup &group : isExpanded ? groups : QList<ReminderGroup>()) {
+            ReminderListRow header = headerOf(kind, group, expanded.contains(group.label));
+            if (kind == Kind::Week)
+                header.firstDay =
+                    m_calendar.weekStart(m_calendar.day(*m_reminders.at(group.rows.constFirst()).dueDate));
+            m_rows.append(header);
+            if (header.isExpanded)
+                addItems(group);
+        }
+        m_rows.last().isLast = true;
+    }
+
+private:
+    [[nodiscard]] ReminderListRow headerOf(Kind kind, const ReminderGroup &group, bool isExpanded) const
+    {
+        const auto isLate = [this](qsizetype row) { return isOverdue(m_reminders.at(row), m_now); };
+        return {.kind = kind,
+                .label = group.label,
+                .isExpanded = isExpanded,
+                .count = static_cast<int>(group.rows.size()),
+                .overdueCount = static_cast<int>(std::ranges::count_if(group.rows, isLate))};
+    }
+
+    void addSection(Kind kind, const QList<ReminderGroup> &groups, bool isExpanded)
+    {
+        ReminderListRow section{.kind = kind, .isExpanded = isExpanded};
+        for (const ReminderGroup &group : groups) {
+            const ReminderListRow header = headerOf(kind, group, false);
+            section.count += header.count;
+            section.overdueCount += header.overdueCount;
+        }
+        section.isEmpty = section.count == 0;
+        m_rows.append(section);
+    }
+
+    void addItems(const ReminderGroup &group)
+    {
+        for (const qsizetype row : group.rows) {
+            const ReminderItem &item = m_reminders.at(row);
+            m_rows.append({.label = group.label,
+                           .id = item.id,
+                           .title = item.title,
+                           .requirement = item.requirement.value_or(QString()),
+                           .dueText = item.dueDate ? m_labels.dayAndTime(*item.dueDate) : QString(),
+                           .repeatText = repeatText(item, m_language),
+                           .isComplete = item.isComplete,
+                           .isOverdue = isOverdue(item, m_now),
+                           .isEditing = item.id == m_edited});
+        }
+    }
+
+    const QList<ReminderItem> &m_reminders;
+    const UserCalendar &m_calendar;
+    const DateLabels &m_labels;
+    Instant m_now;
+    QUuid m_edited;
+    AppLanguage m_language;
+    QList<ReminderListRow> m_rows;
+};
+
 } // namespace
 
 QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, const UserCalendar &calendar,
                                         const DateLabels &labels, Instant now, const ReminderGroupStates &states,
                                         AppLanguage language)
 {
-    QList<ReminderListRow> rows;
-    const auto addHeader = [&rows](Kind kind, bool isEmpty, bool isExpanded) {
-        rows.append({.kind = kind, .isExpanded = isExpanded && !isEmpty, .isEmpty = isEmpty});
-    };
-    const auto addItems = [&](const ReminderGroup &group) {
-        for (const qsizetype row : group.rows) {
-            const ReminderItem &item = reminders.at(row);
-            rows.append({.label = group.label,
-                         .id = item.id,
-                         .title = item.title,
-                         .requirement = item.requirement.value_or(QString()),
-                         .dueText = item.dueDate ? labels.dayAndTime(*item.dueDate) : QString(),
-                         .repeatText = repeatText(item, language),
-                         .isComplete = item.isComplete});
-        }
-    };
-    const auto addGroups = [&](Kind kind, const QList<ReminderGroup> &groups, const QSet<QString> &expanded) {
-        for (const ReminderGroup &group : groups) {
-            rows.append({.kind = kind, .label = group.label, .isExpanded = expanded.contains(group.label)});
-            if (rows.constLast().isExpanded)
-                addItems(group);
-        }
-    };
+    RowWriter writer(reminders, calendar, labels, now, states.edited, language);
+    writer.addUndated(states.isNoDueDateExpanded);
+    writer.addGroups(Kind::DueDates, Kind::Week, dueDateItemsByWeek(reminders, calendar, labels),
+                     states.isDueDatesExpanded, states.expandedWeeks);
+    writer.addGroups(Kind::Completed, Kind::Month, completedByMonth(reminders, labels, now), states.isCompletedExpanded,
+                     states.expandedMonths);
+    return writer.rows();
+}
 
-    const QList<qsizetype> undated = noDueDateItems(reminders);
-    addHeader(Kind::NoDueDate, undated.isEmpty(), states.isNoDueDateExpanded);
-    if (states.isNoDueDateExpanded)
-        addItems({.rows = undated});
-    const QList<ReminderGroup> weeks = dueDateItemsByWeek(reminders, calendar, labels);
-    addHeader(Kind::DueDates, weeks.isEmpty(), states.isDueDatesExpanded);
-    if (states.isDueDatesExpanded)
-        addGroups(Kind::Week, weeks, states.expandedWeeks);
-    rows.last().isLast = true;
-    addHeader(Kind::Completed, !std::ranges::any_of(reminders, &ReminderItem::isComplete), states.isCompletedExpanded);
-    if (states.isCompletedExpanded)
-        addGroups(Kind::Month, completedByMonth(reminders, labels, now), states.expandedMonths);
-    rows.last().isLast = true;
-    return rows;
+int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow)
+{
+    const QString own = rows.value(draggedRow).label;
+    const QString week = rows.value(hoveredRow).label;
+    if (own.isEmpty() || week.isEmpty() || own == week)
+        return -1;
+    const auto found = std::ranges::find_if(
+        rows, [&week](const ReminderListRow &row) { return row.kind == Kind::Week && row.label == week; });
+    return found == rows.cend() ? -1 : static_cast<int>(found - rows.cbegin());
 }
 
 int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,

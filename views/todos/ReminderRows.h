@@ -30,9 +30,9 @@ enum class Kind {
 Q_ENUM_NS(Kind)
 } // namespace ReminderRowKind
 
-/// A row of the to-do screen. Roles: kind, label (of a week or month), isExpanded, isEmpty (of headers), isNested (a
-/// week or month, or a to-do in one), isLast (of its card), title, requirement, dueText, repeatText, isComplete (of
-/// to-dos).
+/// A row of the to-do screen. Roles: kind, label (of a week or month), isExpanded, isEmpty, count, overdueCount (of
+/// headers), isNested (a week or month, or a to-do in one), isLast (of its card), title, requirement, dueText,
+/// repeatText, isComplete, isOverdue, isEditing (of to-dos).
 struct ReminderListRow
 {
     ReminderRowKind::Kind kind = ReminderRowKind::Kind::Reminder;
@@ -50,6 +50,12 @@ struct ReminderListRow
     /// A header that holds nothing does not open.
     bool isEmpty = false;
     bool isLast = false;
+    bool isOverdue = false;
+    bool isEditing = false;
+    int count = 0;
+    int overdueCount = 0;
+    /// First day, of a week.
+    QDate firstDay = {};
 
     [[nodiscard]] bool isNested() const { return !label.isEmpty(); }
     /// A to-do that changes its group leaves one row and gets another.
@@ -72,7 +78,13 @@ struct ReminderGroupStates
     bool isCompletedExpanded = false;
     QSet<QString> expandedWeeks = {};
     QSet<QString> expandedMonths = {};
+    /// The to-do that is being edited.
+    QUuid edited = {};
 };
+
+/// The header of the week to which a to-do that is dragged over a row would move: that of the week in which the row
+/// stands, if it is another one; -1 otherwise.
+[[nodiscard]] int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow);
 
 /// The row in which an open to-do stands, else the header of the closed group that holds it; -1 without either.
 [[nodiscard]] int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,

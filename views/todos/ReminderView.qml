@@ -12,6 +12,39 @@ Rectangle {
 
     readonly property alias scroll: list
 
+    /// The row that is dragged and the header of the week that it would move to; -1 for none.
+    property int draggedRow: -1
+    property int targetRow: -1
+    property real pageYAtStart: 0
+
+    /// For a screen reader only; the same words again are news again.
+    function announce(text: string) {
+        news.text = "";
+        news.text = text;
+    }
+
+    /// Edits the to-do of the row.
+    function edit(row: int) {
+        const place = viewModel.edit(row);
+        list.forceLayout();
+        (list.itemAtIndex(place) as ReminderListItem)?.focusEditor();
+    }
+
+    /// Looks for the week to which what is dragged would move, `y` being a place in the list's content.
+    function dragTo(y: real) {
+        list.driftNear(y, list.originY, list.originY + list.contentHeight);
+        targetRow = viewModel.weekHeaderFor(draggedRow, list.indexAt(list.columnX + 1, y));
+    }
+
+    function endDrag(isCancelled: bool) {
+        const [dragged, target] = [draggedRow, isCancelled ? -1 : targetRow];
+        draggedRow = -1;
+        targetRow = -1;
+        list.driftSpeed = 0;
+        if (target >= 0)
+            viewModel.moveToWeek(dragged, target);
+    }
+
     /// Puts the focus on that part of the row, or on the form's title where it cannot be.
     function handFocusTo(row: int, part: int, reason: int) {
         // Until then the list answers with the rows of before.
@@ -50,10 +83,13 @@ Rectangle {
             (list.itemAtIndex(row) as ReminderListItem)?.flash();
         }
         onAdded: row => {
-            const item = list.itemAtIndex(row) as ReminderListItem;
-            if (item)
-                item.flash();
-            news.text = item && !item.isReminder ? Language.text("已添加到“%1”", "Added to “%1”").arg(item.groupText) : "";
+            (list.itemAtIndex(row) as ReminderListItem)?.flash();
+            screen.announce(Language.text("已添加到“%1”", "Added to “%1”").arg(groupTitle(row)));
+        }
+        onMoved: row => {
+            list.forceLayout();
+            (list.itemAtIndex(row) as ReminderListItem)?.flash();
+            screen.announce(Language.text("已移到“%1”", "Moved to “%1”").arg(groupTitle(row)));
         }
     }
 
@@ -101,6 +137,8 @@ Rectangle {
 
         anchors.fill: parent
         model: viewModel.rows
+        // What is dragged must stay while the page scrolls.
+        cacheBuffer: screen.draggedRow >= 0 ? 6000 : 600
 
         ReminderForm {
             id: form
@@ -116,6 +154,24 @@ Rectangle {
             width: list.width
             columnX: list.columnX
             columnWidth: list.columnWidth
+            editor: viewModel.editor
+            z: isDragged ? 1 : 0
+            isTarget: index === screen.targetRow
+            scrolledBy: isDragged ? list.contentY - screen.pageYAtStart : 0
+            onEditRequested: screen.edit(index)
+            onEditingFinished: isSaved => screen.handFocusTo(viewModel.endEditing(isSaved), ReminderListItem.Edit, Qt.TabFocusReason)
+            onEditingLeft: viewModel.leaveEditing()
+            onMovedByWeeks: weeks => {
+                const row = viewModel.moveByWeeks(index, weeks);
+                if (row >= 0)
+                    screen.handFocusTo(row, ReminderListItem.Circle, Qt.TabFocusReason);
+            }
+            onDragStarted: {
+                screen.pageYAtStart = list.contentY;
+                screen.draggedRow = index;
+            }
+            onDraggedTo: y => screen.dragTo(mapToItem(list.contentItem, 0, y).y)
+            onDragEnded: isCancelled => screen.endDrag(isCancelled)
             onExpansionRequested: isOpen => viewModel.setExpanded(index, isOpen)
             onToggled: {
                 const reason = FocusHandover.reasonAfter(Window.activeFocusItem);

@@ -24,13 +24,27 @@ ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(
 {
 }
 
+ReminderViewModel::~ReminderViewModel()
+{
+    m_editor.save();
+}
+
 void ReminderViewModel::setStore(PlannerStore *store)
 {
     if (m_store || !store)
         return;
     m_store = store;
+    m_editor.setStore(store);
     m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
-    connect(store, &PlannerStore::remindersChanged, this, &ReminderViewModel::refreshRows);
+    m_nextDue = store->clock().makeAlarm([this] {
+        refreshRows();
+        waitForNextDue();
+    });
+    connect(store, &PlannerStore::remindersChanged, this, [this] {
+        refreshRows();
+        waitForNextDue();
+    });
+    connect(&m_editor, &ReminderEditor::idChanged, this, &ReminderViewModel::refreshRows);
     connect(store, &PlannerStore::timeZoneChanged, this, &ReminderViewModel::onTimeZoneChanged);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &ReminderViewModel::refreshRows);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &ReminderViewModel::repetitionsChanged);
@@ -168,17 +182,29 @@ int ReminderViewModel::leaveRow(int row, Change change)
 
 int ReminderViewModel::toggle(int row)
 {
-    const qsizetype storeRow = rowOf(m_store->reminders(), m_rows.rows().value(row).id);
+    const QUuid id = m_rows.rows().value(row).id;
+    if (m_editor.id() == id)
+        m_editor.save();
+    const qsizetype storeRow = rowOf(m_store->reminders(), id);
     if (storeRow < 0)
         return -1;
     const ReminderItem item = toggled(m_store->reminders().at(storeRow), m_store->clock().now());
-    return leaveRow(row, [&] { m_store->updateReminder(item); });
+    const int shownRow = rowOfItem(id);
+    if (shownRow < 0) {
+        m_store->updateReminder(item);
+        return -1;
+    }
+    return leaveRow(shownRow, [&] { m_store->updateReminder(item); });
 }
 
 int ReminderViewModel::remove(int row)
 {
     const QUuid id = m_rows.rows().value(row).id;
-    return id.isNull() ? -1 : leaveRow(row, [&] { m_store->removeReminder(id); });
+    if (id.isNull())
+        return -1;
+    if (m_editor.id() == id)
+        m_editor.cancel();
+    return leaveRow(row, [&] { m_store->removeReminder(id); });
 }
 
 int ReminderViewModel::reveal(const QString &reminderId)
@@ -198,8 +224,7 @@ int ReminderViewModel::reveal(const QString &reminderId)
         m_groups.isNoDueDateExpanded = true;
     }
     refreshRows();
-    const auto found = std::ranges::find(m_rows.rows(), id, &ReminderListRow::id);
-    return static_cast<int>(found - m_rows.rows().cbegin());
+    return rowOfItem(id);
 }
 
 void ReminderViewModel::setExpanded(int row, bool isExpanded)
@@ -245,6 +270,7 @@ void ReminderViewModel::onTimeZoneChanged()
 void ReminderViewModel::onMonthBegun()
 {
     refreshRows();
+    waitForNextDue();
     const UserCalendar &calendar = m_store->calendar();
     const QDate today = calendar.day(m_store->clock().now());
     m_nextMonth->set(calendar.startOfDay(UserCalendar::monthStart(today).addMonths(1)));
@@ -253,6 +279,7 @@ void ReminderViewModel::onMonthBegun()
 void ReminderViewModel::refreshRows()
 {
     const PlannerStore &store = *m_store;
+    m_groups.edited = m_editor.id();
     m_rows.setRows(reminderListRows(store.reminders(), store.calendar(), *m_labels, store.clock().now(), m_groups,
                                     store.interfaceLanguage()));
 }

@@ -3,6 +3,7 @@
 #include "model/DateLabels.h"
 #include "platform/Clock.h"
 #include "store/PlannerStore.h"
+#include "views/todos/ReminderEditor.h"
 #include "views/todos/ReminderRows.h"
 
 #include <QDateTime>
@@ -28,9 +29,12 @@ class ReminderViewModel : public QObject
     Q_PROPERTY(bool isAfterCompletion READ isAfterCompletion WRITE setAfterCompletion NOTIFY formChanged)
     Q_PROPERTY(QString nextDateText READ nextDateText NOTIFY formChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
+    Q_PROPERTY(tessaly::ReminderEditor *editor READ editor CONSTANT)
 
 public:
     explicit ReminderViewModel(QObject *parent = nullptr);
+    /// Saves the to-do that is being edited.
+    ~ReminderViewModel() override;
 
     [[nodiscard]] PlannerStore *store() const { return m_store; }
     /// Takes effect once; the store must outlive the view-model.
@@ -54,6 +58,8 @@ public:
     [[nodiscard]] QString nextDateText() const;
     /// See reminderListRows().
     [[nodiscard]] ReminderListRows *rows() { return &m_rows; }
+    /// The to-do that is being edited.
+    [[nodiscard]] ReminderEditor *editor() { return &m_editor; }
 
     /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
@@ -64,6 +70,20 @@ public:
     Q_INVOKABLE int remove(int row);
     /// Opens the groups above the to-do; its row, or -1 for an unknown one.
     Q_INVOKABLE int reveal(const QString &reminderId);
+    /// Edits the to-do of a row, after saving the one that was edited until then. Its row now, or -1.
+    Q_INVOKABLE int edit(int row);
+    /// Ends editing with or without saving, and opens the groups above the to-do: its row, or -1 if it is gone.
+    Q_INVOKABLE int endEditing(bool isSaved);
+    /// Saves the to-do that is being edited. If that takes it to another group, moved() tells.
+    Q_INVOKABLE void leaveEditing();
+    /// See tessaly::weekHeaderFor(). Only open to-dos with a due date move.
+    Q_INVOKABLE [[nodiscard]] int weekHeaderFor(int draggedRow, int hoveredRow) const;
+    /// Moves the due date to the week of a header row, on its weekday and at its time.
+    Q_INVOKABLE void moveToWeek(int row, int header);
+    /// Moves the due date by so many weeks and opens the groups above the to-do: its row, or -1 where it does not move.
+    Q_INVOKABLE int moveByWeeks(int row, int weeks);
+    /// The title of the group in which the row stands, or which it heads.
+    Q_INVOKABLE [[nodiscard]] QString groupTitle(int row) const;
     /// Opens or closes the group of a header row; on other rows and empty groups does nothing.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 
@@ -76,9 +96,15 @@ signals:
     /// A to-do that undo or redo has brought back or changed is shown in this row, or this is the header of the closed
     /// group that holds it.
     void restored(int row);
+    /// A to-do has got to another group. It is shown in this row, or this is the header of the closed group.
+    void moved(int row);
 
 private:
     void useForm();
+    /// Moves the due date as one step; whether the to-do can be moved there.
+    bool setWeek(const QUuid &id, QDate firstDay, bool isReported);
+    /// The row of the to-do, or -1.
+    [[nodiscard]] int rowOfItem(const QUuid &id) const;
     /// The to-do as the form describes it.
     [[nodiscard]] ReminderItem draft() const;
     void showChanged(const StateChange &change);
@@ -88,12 +114,16 @@ private:
     /// To-dos without a completion time are listed in the current month.
     void onMonthBegun();
     void refreshRows();
+    /// Waits for the next to-do that becomes overdue.
+    void waitForNextDue();
 
     PlannerStore *m_store = nullptr;
     ReminderListRows m_rows;
     ReminderGroupStates m_groups;
+    ReminderEditor m_editor;
     std::unique_ptr<DateLabels> m_labels;
     std::unique_ptr<Alarm> m_nextMonth;
+    std::unique_ptr<Alarm> m_nextDue;
     QString m_title;
     QString m_requirement;
     Instant m_dueDate;
