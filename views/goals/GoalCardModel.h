@@ -2,6 +2,7 @@
 
 #include "model/GoalOperations.h"
 #include "store/PlannerStore.h"
+#include "views/goals/GoalDetails.h"
 #include "views/goals/GoalRows.h"
 
 #include <QHash>
@@ -26,6 +27,7 @@ class GoalCardModel : public QObject
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
     Q_PROPERTY(QString newSubgoal MEMBER m_newSubgoal NOTIFY newSubgoalChanged)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
+    Q_PROPERTY(tessaly::GoalDetails *details READ details CONSTANT)
 
 public:
     /// The store must outlive the card.
@@ -45,6 +47,7 @@ public:
     [[nodiscard]] QString explanation() const;
     [[nodiscard]] bool isEditing() const { return m_editing.contains(m_goalID); }
     [[nodiscard]] GoalCardRows *rows() { return &m_rows; }
+    [[nodiscard]] GoalDetails *details() { return &m_details; }
 
     Q_INVOKABLE void toggle();
     /// Begins or ends editing. What ends without a name gets its former one back; so with rows.
@@ -104,6 +107,7 @@ private:
     QUuid m_goalID;
     Goal m_goal;
     GoalCardRows m_rows;
+    GoalDetails m_details;
     QString m_newSubgoal;
     /// By subgoal.
     QHash<QUuid, NewTask> m_newTasks;

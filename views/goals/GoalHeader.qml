@@ -32,7 +32,7 @@ Item {
         if (card.isEditing)
             endEditing();
     }
-    height: (card.isEditing ? 88 : 72) + (card.dueText === "" ? 0 : 18)
+    height: card.isEditing ? 50 + editor.height : 72 + (notes.height > 0 ? notes.height : 0)
 
     HoverHandler {
         id: hover
@@ -53,7 +53,7 @@ Item {
         x: 49
         y: 14
         width: track.x - x - 12
-        text: Language.text("总目标", "Main goal")
+        text: Language.text("总目标", "Main goal") + (header.card.details.category === "" ? "" : " · " + header.card.details.category)
         token: Theme.caption
         color: Theme.textSecondary
     }
@@ -72,57 +72,69 @@ Item {
 
         x: 49
         y: 36
-        width: Math.min(420, track.x - x - 12)
+        width: parent.width - 68
         active: header.card.isEditing
         // Bound components cannot be made inside those of another file in Qt 6.4.
         // qmllint disable unqualified
-        sourceComponent: AppTextField {
-            Accessible.name: Language.text("总目标", "Main goal")
-            font.pixelSize: Theme.heading.size
-            font.weight: Theme.heading.weight
-            text: header.card.title
-            onTextEdited: header.card.title = text
-            onAccepted: header.endEditing()
+        sourceComponent: GoalHeaderEditor {
+            card: header.card
+            titleWidth: track.x - 61
+            onFinished: header.endEditing()
         }
         // qmllint enable unqualified
     }
-    AppText {
+    Column {
+        id: notes
+
         x: 49
-        y: header.card.isEditing ? 74 : 58
-        visible: text !== ""
+        y: 58
         width: track.x - x - 12
-        text: header.card.dueText
-        token: Theme.caption
-        color: Theme.textSecondary
+        visible: !header.card.isEditing
+
+        AppText {
+            width: parent.width
+            visible: text !== ""
+            text: header.card.details.summary
+            token: Theme.control
+            isMultiline: true
+            maximumLineCount: 3
+            bottomPadding: 2
+            color: Theme.textSecondary
+
+            ElidedTip {}
+        }
+        AppText {
+            width: parent.width
+            visible: text !== ""
+            text: header.card.dueText
+            token: Theme.caption
+            color: Theme.textSecondary
+        }
+        AppText {
+            width: parent.width
+            visible: text !== ""
+            text: header.card.details.forecast
+            token: Theme.caption
+            isMultiline: true
+            color: Theme.textSecondary
+        }
     }
 
     ProgressTrack {
         id: track
 
-        x: percentage.x - 10 - width
+        x: percentage.x - 6 - width
         y: header.middle - 2
         value: header.card.progress
         itemTitle: header.card.title
         Accessible.description: percentage.text
     }
-    AppText {
+    GoalPercentage {
         id: percentage
 
-        x: rail.x - 12 - width
-        y: header.middle - 13
-        width: 48
-        text: header.card.percentageText
-        token: Theme.headline
-        horizontalAlignment: Text.AlignRight
-        Accessible.description: header.card.explanation
-
-        HoverHandler {
-            id: percentageHover
-        }
-        AppToolTip {
-            visible: percentageHover.hovered && text !== ""
-            text: header.card.explanation
-        }
+        x: rail.x - 8 - width
+        y: header.middle - height / 2
+        card: header.card
     }
 
     GoalRail {
@@ -135,7 +147,7 @@ Item {
         onEditRequested: {
             header.card.toggleEditing();
             if (header.card.isEditing)
-                (editor.item as Item).forceActiveFocus();
+                (editor.item as GoalHeaderEditor).takeFocus();
         }
         onDeleteRequested: header.deleteRequested()
     }
