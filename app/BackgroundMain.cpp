@@ -35,7 +35,10 @@ public:
                          [this](const QByteArray &line, const SingleInstance::Reply &reply) { carryOut(line, reply); });
         QObject::connect(&m_store.waitingReminders(), &WaitingReminders::showRequested, &m_context,
                          [this] { endFor(Purpose::Reminders); });
-        parts.notificationPresenter->setActivationHandler([this](const QString &) { endFor(Purpose::Reminders); });
+        parts.notificationPresenter->setActivationHandler([this](const QString &reminder) {
+            m_reminder = reminder;
+            endFor(Purpose::Reminders);
+        });
         // The session is over: the next one has a bus of its own.
         QDBusConnection::sessionBus().connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                                               QStringLiteral("org.freedesktop.DBus.Local"),
@@ -52,6 +55,8 @@ public:
     }
 
     [[nodiscard]] const QByteArray &activationToken() const { return m_activationToken; }
+    /// The one that was clicked.
+    [[nodiscard]] const QString &reminder() const { return m_reminder; }
 
 private:
     void endFor(Purpose purpose)
@@ -81,6 +86,7 @@ private:
     PlannerStore &m_store;
     QObject m_context;
     QByteArray m_activationToken;
+    QString m_reminder;
     Purpose m_purpose = Purpose::None;
     int m_commandsUnderWay = 0;
 };
@@ -90,6 +96,7 @@ struct Request
 {
     Purpose purpose = Purpose::None;
     QByteArray activationToken = {};
+    QString reminder = {};
 };
 
 Request waitForReminders(const CommandLine &commandLine, SingleInstance &instance)
@@ -104,7 +111,7 @@ Request waitForReminders(const CommandLine &commandLine, SingleInstance &instanc
     const Purpose purpose = planner.run();
     parts->notificationPresenter->setActivationHandler({});
     saveOrReportLoss(*parts->store);
-    return {purpose, planner.activationToken()};
+    return {purpose, planner.activationToken(), planner.reminder()};
 }
 
 int run(const CommandLine &commandLine, const Handover &handover)
@@ -117,7 +124,7 @@ int run(const CommandLine &commandLine, const Handover &handover)
     if (request.purpose == Purpose::None)
         return 0;
     // Here, so that the directory stays locked.
-    handover.runWithWindow(request.purpose, request.activationToken);
+    handover.runWithWindow(request.purpose, request.activationToken, request.reminder);
     std::fprintf(stderr, "tessaly: %s is missing.\n", qUtf8Printable(handover.windowProgram()));
     return 1;
 }

@@ -13,6 +13,7 @@ namespace tessaly {
 namespace {
 
 const QByteArray variable("TESSALY_STARTED_FOR=");
+const QByteArray reminderVariable("TESSALY_REMINDER=");
 const std::array<QByteArray, 4> purposes{"", "background", "window", "reminders"};
 
 /// Beside the program in its build directory, or where it was installed.
@@ -42,6 +43,10 @@ Handover::Handover(char *argv[]) : m_arguments(argv)
 {
     for (char **line = environ; *line != nullptr; ++line) {
         const QByteArray text(*line);
+        if (text.startsWith(reminderVariable)) {
+            m_reminder = QString::fromUtf8(text.sliced(reminderVariable.size()));
+            continue;
+        }
         if (!text.startsWith(variable)) {
             m_environment.push_back(text);
             continue;
@@ -52,6 +57,7 @@ Handover::Handover(char *argv[]) : m_arguments(argv)
     }
     // What this process starts was started by someone else.
     qunsetenv(variable.chopped(1).constData());
+    qunsetenv(reminderVariable.chopped(1).constData());
 }
 
 QString Handover::program()
@@ -69,10 +75,12 @@ void Handover::runInBackground() const
     run(backgroundProgram(), program(), m_environment);
 }
 
-void Handover::runWithWindow(Purpose purpose, const QByteArray &activationToken) const
+void Handover::runWithWindow(Purpose purpose, const QByteArray &activationToken, const QString &reminder) const
 {
     std::vector<QByteArray> environment = m_environment;
     environment.push_back(variable + purposes.at(std::size_t(purpose)));
+    if (!reminder.isEmpty())
+        environment.push_back(reminderVariable + reminder.toUtf8());
     if (!activationToken.isEmpty()) {
         const QByteArray token("XDG_ACTIVATION_TOKEN=");
         std::erase_if(environment, [&token](const QByteArray &line) { return line.startsWith(token); });

@@ -25,6 +25,8 @@ public:
     explicit Handover(char *argv[]);
 
     [[nodiscard]] Purpose purpose() const { return m_purpose; }
+    /// The reminder that the user clicked, see WaitingReminder::identifier; empty for none or for several.
+    [[nodiscard]] const QString &reminder() const { return m_reminder; }
 
     /// Absolute path of the running program.
     [[nodiscard]] static QString program();
@@ -34,8 +36,8 @@ public:
     /// Runs the program for the background, with the same arguments. Returns where it is missing.
     void runInBackground() const;
     /// Runs the program with a window, which inherits the lock. Returns where that is impossible. `activationToken`
-    /// lets its window come to the front; may be empty.
-    void runWithWindow(Purpose purpose, const QByteArray &activationToken) const;
+    /// lets its window come to the front; it and `reminder` may be empty.
+    void runWithWindow(Purpose purpose, const QByteArray &activationToken, const QString &reminder) const;
 
 private:
     void run(const QString &file, const QString &name, std::vector<QByteArray> environment) const;
@@ -43,6 +45,7 @@ private:
     char **m_arguments;
     std::vector<QByteArray> m_environment;
     Purpose m_purpose = Purpose::None;
+    QString m_reminder;
 };
 
 } // namespace tessaly

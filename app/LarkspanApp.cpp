@@ -2,6 +2,7 @@
 
 #include "app/CloseGuard.h"
 #include "app/WindowMemory.h"
+#include "model/Uuid.h"
 #include "platform/SystemAppearance.h"
 #include "store/PlannerStore.h"
 #include "store/PlannerStoreQml.h"
@@ -90,7 +91,7 @@ void LarkspanApp::stayWhileRemindersWait()
             decideWhetherToStay();
     });
     connect(&m_store.waitingReminders(), &WaitingReminders::changed, this, &LarkspanApp::decideWhetherToStay);
-    connect(&m_store.waitingReminders(), &WaitingReminders::showRequested, this, &LarkspanApp::showReminders);
+    connect(&m_store.waitingReminders(), &WaitingReminders::showRequested, this, [this] { showReminders(); });
     decideWhetherToStay();
 }
 
@@ -190,10 +191,13 @@ void LarkspanApp::quit()
         QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
-void LarkspanApp::showReminders()
+void LarkspanApp::showReminders(const QString &reminder)
 {
     showSection(ShellModel::Reminders);
     raise({});
+    if (const QUuid id(reminder); !id.isNull())
+        QMetaObject::invokeMethod(m_window.get(), "reveal", Q_ARG(int, ShellModel::Reminders),
+                                  Q_ARG(QString, uuidText(id)));
 }
 
 void LarkspanApp::showSection(ShellModel::SidebarItem section)

@@ -48,8 +48,9 @@ public:
     /// Brings the window to the front, with the token that the desktop gave for that, if any. Shows it when it was
     /// closed or never shown.
     void raise(const QByteArray &activationToken);
-    /// Brings the window to the front with the to-do screen.
-    void showReminders();
+    /// Brings the window to the front with the to-do screen, at the to-do of the reminder if there is one, see
+    /// WaitingReminder::identifier.
+    void showReminders(const QString &reminder = {});
 
     /// Precondition of both: load().
     [[nodiscard]] QQuickWindow &window() const { return *m_window; }

@@ -15,6 +15,15 @@ T.ApplicationWindow {
     /// The program is to end, also where closing the window would leave it running.
     signal quitRequested
 
+    /// Shows the record on its screen, or the screen where there is no id.
+    function reveal(section: int, id: string) {
+        editor.close();
+        if (id === "")
+            contentView.section = section;
+        else
+            contentView.reveal(section, id);
+    }
+
     /// Commands of the palette, in the order of PaletteCommand.
     function carryOut(command: int) {
         const screens = contentView.screens.length;
@@ -93,6 +102,11 @@ T.ApplicationWindow {
         function onRestorePointRequested(fileName: string) {
             versions.show(fileName);
         }
+        function onPlaceRequested(section: int, id: string) {
+            // The screen that asks is gone with the next one.
+            contentView.forceActiveFocus();
+            window.reveal(section, id);
+        }
         function onEditRequested(documentId: string) {
             editor.open(documentId);
         }
@@ -123,8 +137,7 @@ T.ApplicationWindow {
 
     Connections {
         function onRecordChosen(section: int, id: string) {
-            editor.close();
-            contentView.reveal(section, id);
+            window.reveal(section, id);
         }
         function onCommandChosen(command: int) {
             window.carryOut(command);

@@ -46,8 +46,17 @@ SavedData sampleData(AppLanguage language, const UserCalendar &calendar, Instant
         placeOptional(item.dueDate);
         placeOptional(item.completedAt);
     }
-    for (Goal &goal : data.goals)
+    for (Goal &goal : data.goals) {
         placeOptional(goal.targetDate);
+        if (!goal.subgoals)
+            continue;
+        for (Subgoal &subgoal : *goal.subgoals) {
+            if (!subgoal.tasks)
+                continue;
+            for (GoalTask &task : *subgoal.tasks)
+                placeOptional(task.completedAt);
+        }
+    }
     return data;
 }
 

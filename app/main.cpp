@@ -35,7 +35,8 @@ QByteArray activationToken()
     return {};
 }
 
-int runWindow(Composition &composition, SingleInstance *instance, const CommandLine &commandLine, Purpose purpose)
+int runWindow(Composition &composition, SingleInstance *instance, const CommandLine &commandLine,
+              const Handover &handover)
 {
     LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance(),
                     composition.fileDialogs());
@@ -52,13 +53,13 @@ int runWindow(Composition &composition, SingleInstance *instance, const CommandL
                              carryOutEncoded(line, composition.store(), reply);
                          });
     }
-    composition.setReminderHandler([&app](const QString &) { app.showReminders(); });
+    composition.setReminderHandler([&app](const QString &reminder) { app.showReminders(reminder); });
     composition.store().generations().start(QCoreApplication::applicationVersion());
     if (commandLine.isBackground)
         app.setResident();
-    if (purpose == Purpose::Reminders)
-        app.showReminders();
-    else if (purpose == Purpose::Window)
+    if (handover.purpose() == Purpose::Reminders)
+        app.showReminders(handover.reminder());
+    else if (handover.purpose() == Purpose::Window)
         app.raise(activationToken());
     else if (!commandLine.isBackground)
         app.show();
@@ -108,12 +109,12 @@ int passOpeningOn(const QString &place, SingleInstance &instance)
     return delivered && delivered.value() ? 0 : 1;
 }
 
-int runPlanner(const CommandLine &commandLine, Purpose purpose)
+int runPlanner(const CommandLine &commandLine, const Handover &handover)
 {
     if (commandLine.isDemo)
-        return runWindow(*Composition::forDemo(demoLanguage()), nullptr, commandLine, purpose);
+        return runWindow(*Composition::forDemo(demoLanguage()), nullptr, commandLine, handover);
     SingleInstance instance(commandLine.dataDirectory);
-    if (purpose != Purpose::None)
+    if (handover.purpose() != Purpose::None)
         instance.inheritLock();
     const Result<SingleInstance::Role> role =
         instance.claim({.isWindowWanted = !commandLine.isBackground, .activationToken = activationToken()});
@@ -126,7 +127,7 @@ int runPlanner(const CommandLine &commandLine, Purpose purpose)
     const auto composition = compose(commandLine);
     if (!composition)
         return 1;
-    return runWindow(*composition, &instance, commandLine, purpose);
+    return runWindow(*composition, &instance, commandLine, handover);
 }
 
 int report(const CommandAnswer &answer)
@@ -206,7 +207,7 @@ bool isForBackground(const CommandLine &commandLine)
            commandLine.opened.isEmpty() && hasDesktop;
 }
 
-int run(const CommandLine &commandLine, Purpose purpose, int argc, char *argv[])
+int run(const CommandLine &commandLine, const Handover &handover, int argc, char *argv[])
 {
     if (commandLine.task != CommandLine::Task::Run && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -225,7 +226,7 @@ int run(const CommandLine &commandLine, Purpose purpose, int argc, char *argv[])
     case CommandLine::Task::Command:
         return runCommand(commandLine);
     default:
-        return runPlanner(commandLine, purpose);
+        return runPlanner(commandLine, handover);
     }
 }
 
@@ -249,5 +250,5 @@ int main(int argc, char *argv[])
     }
     if (handover.purpose() == Purpose::None && isForBackground(commandLine))
         handover.runInBackground(); // Returns where it is missing: then this program does it.
-    return run(commandLine, handover.purpose(), argc, argv);
+    return run(commandLine, handover, argc, argv);
 }

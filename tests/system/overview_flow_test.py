@@ -32,11 +32,12 @@ class OverviewFlow(PlannerTestCase):
         planner.press("list item", text("概览", "Overview"))
         self.wait_figure(planner, text("待办事项", "Open to-dos"), 1)
         self.wait_figure(planner, text("进行中的目标", "Active goals"), 1)
-        planner.wait("label", "0%")
         planner.wait("progress bar", "Sail around the island")
+        planner.press("push button", "Sail around the island, 0%")
+        planner.wait("check box", "Sail around the island")
 
     def wait_figure(self, planner, title, value):
-        planner.wait_like("label", title, str(value))
+        planner.wait_like("push button", title, str(value))
 
 
 if __name__ == "__main__":

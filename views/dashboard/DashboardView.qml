@@ -6,14 +6,22 @@ import Tessaly.Shell
 import Tessaly.Store
 import Tessaly.Ui
 
-/// The overview: a greeting, three figures, the next schedule of today and the first goals.
+/// The overview: a greeting, three figures, the next schedule of today, the first goals and what is left of the day.
 Page {
     id: screen
+
+    /// The user wants to see the record on its screen, or the screen where there is no id.
+    signal placeRequested(int section, string id)
 
     title: Language.text("概览", "Overview")
 
     DashboardViewModel {
         id: overview
+        store: PlannerStore
+    }
+
+    TodayModel {
+        id: todayModel
         store: PlannerStore
     }
 
@@ -37,22 +45,27 @@ Page {
         spacing: 16
 
         Metric {
+            id: toDos
+
             width: tiles.widthOf(0)
             title: Language.text("待办事项", "Open to-dos")
             value: overview.openReminderCount
             figureColor: Theme.orange
+            onClicked: screen.placeRequested(ShellModel.Reminders, "")
         }
         Metric {
             width: tiles.widthOf(1)
             title: Language.text("今日剩余日程", "Remaining today")
             value: overview.remainingCount
             figureColor: Theme.blue
+            onClicked: screen.placeRequested(ShellModel.Schedule, "")
         }
         Metric {
             width: tiles.widthOf(2)
             title: Language.text("进行中的目标", "Active goals")
             value: overview.activeGoalCount
             figureColor: Theme.purple
+            onClicked: screen.placeRequested(ShellModel.Goals, "")
         }
     }
 
@@ -69,6 +82,7 @@ Page {
             title: overview.nextTitle
             dateText: overview.nextDateText
             colorKey: overview.nextColor
+            onChosen: screen.placeRequested(ShellModel.Schedule, overview.nextId)
         }
     }
 
@@ -83,6 +97,23 @@ Page {
             width: parent.width
             goals: overview.goals
             count: overview.goalCount
+            onChosen: id => screen.placeRequested(ShellModel.Goals, id)
+        }
+    }
+
+    Column {
+        width: parent.width
+        spacing: 10
+        visible: todayModel.count > 0
+
+        HeadingText {
+            text: Language.text("今天", "Today")
+        }
+        TodayList {
+            width: parent.width
+            today: todayModel
+            onChosen: (section, id) => screen.placeRequested(section, id)
+            onEmptied: toDos.forceActiveFocus(Qt.OtherFocusReason)
         }
     }
 }

@@ -4,6 +4,7 @@
 #include "model/GoalRules.h"
 #include "model/ReminderRules.h"
 #include "model/ScheduleColors.h"
+#include "model/Uuid.h"
 #include "platform/Clock.h"
 
 #include <algorithm>
@@ -14,7 +15,8 @@ DashboardViewModel::DashboardViewModel(QObject *parent)
     : QObject(parent),
       m_goals({{"title", [](const GoalProgressRow &row) { return QVariant(row.title); }},
                {"progress", [](const GoalProgressRow &row) { return QVariant(row.progress); }},
-               {"percentage", [](const GoalProgressRow &row) { return QVariant(percentage(row.progress)); }}})
+               {"percentage", [](const GoalProgressRow &row) { return QVariant(percentage(row.progress)); }},
+               {"goalId", [](const GoalProgressRow &row) { return QVariant(uuidText(row.id)); }}})
 {
 }
 
@@ -66,6 +68,11 @@ QString DashboardViewModel::nextTitle() const
 QString DashboardViewModel::nextDateText() const
 {
     return next() ? m_store->dateText(next()->date, false) : QString();
+}
+
+QString DashboardViewModel::nextId() const
+{
+    return next() ? uuidText(next()->id) : QString();
 }
 
 QString DashboardViewModel::nextColor() const

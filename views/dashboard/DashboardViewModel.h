@@ -14,7 +14,7 @@ namespace tessaly {
 
 class Alarm;
 
-/// One of the first goals with its progress. Roles: title, progress (0 to 1), percentage.
+/// One of the first goals with its progress. Roles: title, progress (0 to 1), percentage, goalId.
 struct GoalProgressRow
 {
     QUuid id = {};
@@ -39,6 +39,7 @@ class DashboardViewModel : public QObject
     Q_PROPERTY(bool hasNext READ hasNext NOTIFY dayChanged)
     Q_PROPERTY(QString nextTitle READ nextTitle NOTIFY dayChanged)
     Q_PROPERTY(QString nextDateText READ nextDateText NOTIFY dayChanged)
+    Q_PROPERTY(QString nextId READ nextId NOTIFY dayChanged)
     Q_PROPERTY(QString nextColor READ nextColor NOTIFY dayChanged)
     Q_PROPERTY(QAbstractItemModel *goals READ goals CONSTANT)
     Q_PROPERTY(int goalCount READ goalCount NOTIFY goalsChanged)
@@ -60,6 +61,7 @@ public:
     /// Of the first schedule that remains; empty without one.
     [[nodiscard]] QString nextTitle() const;
     [[nodiscard]] QString nextDateText() const;
+    [[nodiscard]] QString nextId() const;
     /// Name of a palette colour, or "#RRGGBB".
     [[nodiscard]] QString nextColor() const;
     /// The first three goals, complete or not.

@@ -4,12 +4,14 @@ import QtQuick
 import Tessaly.Shell
 import Tessaly.Ui
 
-/// The first goals with their progress, or what to read when there are none.
+/// The first goals with their progress, each of which leads to it, or what to read when there are none.
 Card {
     id: list
 
     required property var goals
     required property int count
+
+    signal chosen(string id)
 
     implicitHeight: count > 0 ? rows.height : nothing.height + 36
 
@@ -22,16 +24,21 @@ Card {
         Repeater {
             model: list.goals
 
-            Item {
+            PlaceButton {
                 id: row
 
                 required property int index
+                required property string goalId
                 required property string title
                 required property real progress
                 required property int percentage
 
                 width: rows.width
                 height: row.index > 0 ? 49 : 48
+                isFirst: row.index === 0
+                isLast: row.index === list.count - 1
+                Accessible.name: row.title + ", " + row.percentage + "%"
+                onClicked: list.chosen(row.goalId)
 
                 Separator {
                     x: 1
@@ -44,6 +51,7 @@ Card {
                     width: track.x - x - 20
                     text: row.title
                     token: Theme.rowTitle
+                    Accessible.ignored: true
 
                     ElidedTip {}
                 }
@@ -66,6 +74,7 @@ Card {
                     token: Theme.rowTitle
                     color: Theme.textSecondary
                     horizontalAlignment: Text.AlignRight
+                    Accessible.ignored: true
                 }
             }
         }

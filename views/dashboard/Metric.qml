@@ -1,8 +1,8 @@
 import QtQuick
 import Tessaly.Ui
 
-/// One figure: the value, large and in its colour, above the title.
-Card {
+/// One figure: the value, large and in its colour, above the title. It leads to what it counts.
+PlaceButton {
     id: metric
 
     required property string title
@@ -10,7 +10,7 @@ Card {
     required property color figureColor
 
     implicitHeight: 100
-    Accessible.role: Accessible.StaticText
+    isCard: true
     Accessible.name: title + " " + value
 
     AppText {
