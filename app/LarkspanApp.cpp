@@ -4,6 +4,7 @@
 #include "app/WindowMemory.h"
 #include "model/Uuid.h"
 #include "platform/SystemAppearance.h"
+#include "store/PlannerSearch.h"
 #include "store/PlannerStore.h"
 #include "store/PlannerStoreQml.h"
 #include "ui/Ui.h"
@@ -25,6 +26,9 @@ constexpr int appearanceWaitMs = 150;
 
 /// After this time the window shows its first screen, and there is time to read the others.
 constexpr int calmMs = 500;
+
+/// After this time the start is over for good, and there is time to prepare a search.
+constexpr int idleMs = 15'000;
 
 /// Where the module with the web engine is: beside the program in its build directory, or where it was installed.
 void addEngineImportPaths(QQmlEngine &engine)
@@ -144,6 +148,7 @@ void LarkspanApp::appear()
     if (m_isAsked)
         bringToFront();
     QTimer::singleShot(calmMs, this, &LarkspanApp::prepareScreens);
+    QTimer::singleShot(idleMs, this, [this] { PlannerSearch::of(m_store).prepare(PlannerSearch::Pace::Calm); });
     // The first start asks for the language, in which the planner names its own calendar.
     if (m_shell.hasAskedPreferredName())
         QTimer::singleShot(0, m_store.calendarSync(), &CalendarSync::startAutomaticCalendarSync);

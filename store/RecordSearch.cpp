@@ -2,32 +2,62 @@
 
 #include "model/DisplayTitle.h"
 #include "model/ScheduleRules.h"
+#include "model/SearchText.h"
 #include "platform/Clock.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tessaly {
 
 namespace {
 
-/// Brings the keys up to the records after a change.
-template <class Record, class Title>
-void follow(QList<SearchKey> &keys, const QList<Record> &records, const RowsChange &change, Title title)
+/// More rows than this are worked out again in steps.
+constexpr qsizetype mostAtOnce = 500;
+/// Ranks of texts come after those of titles.
+constexpr int textRank = 100;
+
+QString titleOf(const ScheduleItem &item)
 {
-    const bool isRows = change.kind != RowsChange::Kind::Reset;
-    if (!isRows)
-        keys.resize(records.size());
-    else if (change.kind == RowsChange::Kind::Inserted)
-        keys.insert(change.first, change.count, {});
-    else if (change.kind == RowsChange::Kind::Removed)
-        keys.remove(change.first, change.count);
-    if (change.kind == RowsChange::Kind::Removed)
-        return;
-    const qsizetype first = isRows ? change.first : 0;
-    const qsizetype end = isRows ? first + change.count : records.size();
+    return displayTitle(item);
+}
+template <class Record>
+QString titleOf(const Record &record)
+{
+    return record.title;
+}
+
+QString textOf(const ScheduleItem &item)
+{
+    return item.notes;
+}
+QString textOf(const ReminderItem &item)
+{
+    return item.requirement.value_or(QString());
+}
+QString textOf(const MarkdownDocument &)
+{
+    return {};
+}
+
+template <class Record>
+RecordKey keyOf(const Record &record)
+{
+    RecordKey key{.title = SearchKey::of(titleOf(record))};
+    if (const QString text = textOf(record); !text.isEmpty())
+        key.text = TextSignature(searchFolded(text), text.toUtf8().size());
+    return key;
+}
+
+template <class Keys, class Record>
+qsizetype learn(Keys &keys, const QList<Record> &records, qsizetype count)
+{
+    const qsizetype end = std::min(keys.known + count, records.size());
+    const qsizetype first = std::exchange(keys.known, end);
     for (qsizetype row = first; row < end; ++row)
-        keys[row] = SearchKey::of(title(records.at(row)));
+        keys.keys[row] = keyOf(records.at(row));
+    return end - first;
 }
 
 /// The best hits by rank, then by what `order` says of their rows; less is better.
@@ -48,16 +78,32 @@ RecordSearch::Hits bestOf(QList<RecordSearch::Hit> hits, qsizetype most, Order o
     return {.best = hits, .count = count};
 }
 
-template <class IsWanted>
-QList<RecordSearch::Hit> matching(const QList<SearchKey> &keys, const SearchQuery &query, IsWanted isWanted)
+/// Whether the words are long enough for a signature to tell of a text that it does not have them.
+bool isForTexts(const SearchQuery &query)
+{
+    return !query.isEmpty() && !TextSignature(QString(), 1).mayHave(query);
+}
+
+template <class Keys, class Record, class IsWanted>
+QList<RecordSearch::Hit> matching(const Keys &keys, const QList<Record> &records, const SearchQuery &query,
+                                  IsWanted isWanted)
 {
     QList<RecordSearch::Hit> hits;
     if (query.isEmpty())
         return hits;
-    for (qsizetype row = 0; row < keys.size(); ++row) {
-        const std::optional<SearchMatch> found = match(keys.at(row), query);
-        if (found && isWanted(row))
-            hits.append({.row = row, .match = *found});
+    const bool looksIntoTexts = isForTexts(query);
+    for (qsizetype row = 0; row < keys.known; ++row) {
+        const RecordKey &key = keys.keys.at(row);
+        if (const std::optional<SearchMatch> found = match(key.title, query)) {
+            if (isWanted(row))
+                hits.append({.row = row, .match = *found});
+        } else if (looksIntoTexts && key.text.bytes() > 0 && key.text.mayHave(query) && isWanted(row)) {
+            const QString text = textOf(records.at(row));
+            if (const std::optional<SearchExcerpt> piece = excerpt(text, searchFolded(text), query))
+                hits.append({.row = row,
+                             .match = {.rank = textRank, .start = piece->start, .length = piece->length},
+                             .part = piece->text});
+        }
     }
     return hits;
 }
@@ -82,24 +128,63 @@ std::optional<RecordSearch::Hit> matchOf(const Goal &goal, const SearchQuery &qu
 
 } // namespace
 
+template <class Record>
+void RecordSearch::follow(Keys &keys, const QList<Record> &records, const RowsChange &change)
+{
+    const bool isWhole = change.kind == RowsChange::Kind::Reset;
+    if (isWhole)
+        keys.keys.resize(records.size());
+    else if (change.kind == RowsChange::Kind::Inserted)
+        keys.keys.insert(change.first, change.count, {});
+    else if (change.kind == RowsChange::Kind::Removed)
+        keys.keys.remove(change.first, change.count);
+    const qsizetype first = isWhole ? 0 : change.first;
+    const qsizetype count = isWhole ? records.size() : change.count;
+    const bool isInserted = change.kind == RowsChange::Kind::Inserted;
+    if (first > keys.known || (first == keys.known && !isInserted && !isWhole))
+        return;
+    if (change.kind == RowsChange::Kind::Removed) {
+        keys.known -= std::min(count, keys.known - first);
+        return;
+    }
+    if (count > mostAtOnce) {
+        keys.known = first;
+        emit fellBehind();
+        return;
+    }
+    if (isWhole)
+        keys.known = count;
+    else if (isInserted)
+        keys.known += count;
+    for (qsizetype row = first; row < std::min(first + count, keys.known); ++row)
+        keys.keys[row] = keyOf(records.at(row));
+}
+
 RecordSearch::RecordSearch(const PlannerStore &store, QObject *parent) : QObject(parent), m_store(store)
 {
-    const auto followSchedules = [this](const RowsChange &change) {
-        follow(m_schedules, m_store.schedules(), change, [](const ScheduleItem &item) { return displayTitle(item); });
-    };
-    const auto followReminders = [this](const RowsChange &change) {
-        follow(m_reminders, m_store.reminders(), change, [](const ReminderItem &item) { return item.title; });
-    };
-    const auto followDocuments = [this](const RowsChange &change) {
-        follow(m_documents, m_store.documentLibrary().documents(), change,
-               [](const MarkdownDocument &document) { return document.title; });
-    };
-    connect(&store, &PlannerStore::schedulesChanged, this, followSchedules);
-    connect(&store, &PlannerStore::remindersChanged, this, followReminders);
-    connect(&store.documentLibrary(), &DocumentLibrary::documentsChanged, this, followDocuments);
-    followSchedules({});
-    followReminders({});
-    followDocuments({});
+    m_schedules.keys.resize(store.schedules().size());
+    m_reminders.keys.resize(store.reminders().size());
+    m_documents.keys.resize(store.documentLibrary().documents().size());
+    connect(&store, &PlannerStore::schedulesChanged, this,
+            [this](const RowsChange &change) { follow(m_schedules, m_store.schedules(), change); });
+    connect(&store, &PlannerStore::remindersChanged, this,
+            [this](const RowsChange &change) { follow(m_reminders, m_store.reminders(), change); });
+    connect(&store.documentLibrary(), &DocumentLibrary::documentsChanged, this,
+            [this](const RowsChange &change) { follow(m_documents, m_store.documentLibrary().documents(), change); });
+}
+
+qsizetype RecordSearch::prepareSome(qsizetype count)
+{
+    qsizetype done = learn(m_reminders, m_store.reminders(), count);
+    done += learn(m_documents, m_store.documentLibrary().documents(), count - done);
+    done += learn(m_schedules, m_store.schedules(), count - done);
+    return done;
+}
+
+void RecordSearch::prepare()
+{
+    while (prepareSome(mostAtOnce) > 0) {
+    }
 }
 
 RecordSearch::Hits RecordSearch::schedules(const SearchQuery &query, qsizetype most) const
@@ -108,14 +193,14 @@ RecordSearch::Hits RecordSearch::schedules(const SearchQuery &query, qsizetype m
     const QSet<QString> visible = m_store.visibleCalendarIDs();
     const double now = m_store.clock().now().seconds;
     const auto isShown = [&](qsizetype row) { return isDisplayed(schedules.at(row), visible); };
-    return bestOf(matching(m_schedules, query, isShown), most,
+    return bestOf(matching(m_schedules, schedules, query, isShown), most,
                   [&](qsizetype row) { return std::abs(schedules.at(row).date.seconds - now); });
 }
 
 RecordSearch::Hits RecordSearch::reminders(const SearchQuery &query, qsizetype most) const
 {
     const QList<ReminderItem> &reminders = m_store.reminders();
-    return bestOf(matching(m_reminders, query, [](qsizetype) { return true; }), most,
+    return bestOf(matching(m_reminders, reminders, query, [](qsizetype) { return true; }), most,
                   [&](qsizetype row) { return reminders.at(row).isComplete; });
 }
 
@@ -135,7 +220,7 @@ RecordSearch::Hits RecordSearch::goals(const SearchQuery &query, qsizetype most)
 RecordSearch::Hits RecordSearch::documents(const SearchQuery &query, qsizetype most) const
 {
     const QList<MarkdownDocument> &documents = m_store.documentLibrary().documents();
-    return bestOf(matching(m_documents, query, [](qsizetype) { return true; }), most,
+    return bestOf(matching(m_documents, documents, query, [](qsizetype) { return true; }), most,
                   [&](qsizetype row) { return -documents.at(row).updatedAt.seconds; });
 }
 

@@ -8,8 +8,15 @@
 
 namespace tessaly {
 
-/// Searches the titles of everything that the store has. What it compares is worked out once and follows each change
-/// row by row.
+/// A text as it is searched: its title, and a signature of the longer text that belongs to it.
+struct RecordKey
+{
+    SearchKey title = {};
+    TextSignature text = {};
+};
+
+/// Searches the titles of everything that the store has, the notes of schedules and the requirements of to-dos. What it
+/// compares is worked out once, in steps, and follows each change row by row.
 class RecordSearch : public QObject
 {
     Q_OBJECT
@@ -20,7 +27,8 @@ public:
         /// In the store's list.
         qsizetype row = 0;
         SearchMatch match = {};
-        /// The title of the subgoal or task that has the words; empty where the record's own has them.
+        /// What has the words, where it is not the record's own title: that of the subgoal or task, or a piece of the
+        /// notes or the requirement. The match is a place in it.
         QString part = {};
     };
     struct Hits
@@ -30,11 +38,16 @@ public:
         qsizetype count = 0;
     };
 
-    /// The store must outlive the search.
+    /// Finds nothing until it has been prepared. The store must outlive the search.
     explicit RecordSearch(const PlannerStore &store, QObject *parent = nullptr);
 
+    /// Works out what is compared for so many more records; how many there were.
+    qsizetype prepareSome(qsizetype count);
+    void prepare();
+
     // At most `most` of each. Of equal ones, those nearest to now come first, open to-dos before completed ones, and
-    // documents as they were last changed.
+    // documents as they were last changed. Titles come before texts. A text is searched for two letters or more, three
+    // of the alphabet.
     /// Of calendars that are shown.
     [[nodiscard]] Hits schedules(const SearchQuery &query, qsizetype most) const;
     [[nodiscard]] Hits reminders(const SearchQuery &query, qsizetype most) const;
@@ -42,11 +55,24 @@ public:
     [[nodiscard]] Hits goals(const SearchQuery &query, qsizetype most) const;
     [[nodiscard]] Hits documents(const SearchQuery &query, qsizetype most) const;
 
+signals:
+    /// So much has changed at once that there is something to prepare again.
+    void fellBehind();
+
 private:
+    /// The keys of a list; those of the first rows are known.
+    struct Keys
+    {
+        QList<RecordKey> keys = {};
+        qsizetype known = 0;
+    };
+    template <class Record>
+    void follow(Keys &keys, const QList<Record> &records, const RowsChange &change);
+
     const PlannerStore &m_store;
-    QList<SearchKey> m_schedules;
-    QList<SearchKey> m_reminders;
-    QList<SearchKey> m_documents;
+    Keys m_schedules;
+    Keys m_reminders;
+    Keys m_documents;
 };
 
 } // namespace tessaly

@@ -46,6 +46,12 @@ T.Popup {
     /// The sheet has closed, but the item that would get the focus back with that reason no longer exists.
     signal openerGone(int reason)
 
+    /// Closes, and hands the focus back before the sheet has faded out.
+    function dismiss() {
+        close();
+        opener.restore();
+    }
+
     parent: T.Overlay.overlay
     x: Math.round(((parent?.width ?? 0) - width) / 2)
     y: Math.round(((parent?.height ?? 0) - height) / 2) + rise
@@ -101,6 +107,7 @@ T.Popup {
             else if (isAwaited && item === null)
                 sheet.openerGone(reason);
             item = null;
+            isAwaited = false;
         }
     }
 

@@ -35,7 +35,8 @@ private slots:
         ScheduleItem hidden = scheduleTitled(QStringLiteral("Report hidden"), now);
         hidden.calendarIdentifier = QStringLiteral("other");
         store.addSchedule(hidden);
-        const RecordSearch search(store);
+        RecordSearch search(store);
+        search.prepare();
         const RecordSearch::Hits hits = search.schedules(query(QStringLiteral("REPORT")), 2);
         QCOMPARE(hits.count, 3);
         QCOMPARE(hits.best.size(), 2);
@@ -51,10 +52,56 @@ private slots:
         Goal goal{.title = QStringLiteral("编写教材")};
         goal.subgoals = {{.title = QStringLiteral("第一章"), .tasks = {{{.title = QStringLiteral("画图")}}}}};
         store.addGoal(goal);
-        const RecordSearch search(store);
+        RecordSearch search(store);
+        search.prepare();
         QCOMPARE(search.goals(query(QStringLiteral("bxjc")), 5).best.value(0).part, QString());
         QCOMPARE(search.goals(query(QStringLiteral("画圖")), 5).best.value(0).part, QStringLiteral("画图"));
         QCOMPARE(search.goals(query(QStringLiteral("第一")), 5).best.value(0).part, QStringLiteral("第一章"));
+    }
+
+    void notesAndRequirementsAreFoundAfterTitles()
+    {
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        ScheduleItem noted = scheduleTitled(QStringLiteral("Lecture"));
+        noted.notes = QStringLiteral("Bring the exercises\nof chapter two");
+        store.addSchedule(noted);
+        store.addSchedule(scheduleTitled(QStringLiteral("Exercises")));
+        store.addReminder({.title = QStringLiteral("Report"), .requirement = QStringLiteral("附上本周的数据")});
+        RecordSearch search(store);
+        search.prepare();
+
+        const RecordSearch::Hits hits = search.schedules(query(QStringLiteral("exerc")), 5);
+        QCOMPARE(hits.count, 2);
+        QCOMPARE(store.schedules().at(hits.best.at(0).row).title, QStringLiteral("Exercises"));
+        QCOMPARE(hits.best.at(1).part, QStringLiteral("Bring the exercises"));
+        QCOMPARE(hits.best.at(1).match.start, 10);
+        QCOMPARE(search.reminders(query(QStringLiteral("數據")), 5).best.value(0).part,
+                 QStringLiteral("附上本周的数据"));
+        // Two letters would be found in nearly every text.
+        QCOMPARE(search.schedules(query(QStringLiteral("br")), 5).count, 0);
+    }
+
+    void itIsPreparedInStepsAndFollowsMeanwhile()
+    {
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        for (int number = 0; number < 10; ++number)
+            store.addSchedule(scheduleTitled(QStringLiteral("a%1").arg(number)));
+        RecordSearch search(store);
+        const auto found = [&search] { return search.schedules(query(QStringLiteral("a")), 99).count; };
+        QCOMPARE(found(), 0);
+        QCOMPARE(search.prepareSome(4), 4);
+        QCOMPARE(found(), 4);
+        store.deleteSchedule(store.schedules().at(2));
+        store.deleteSchedule(store.schedules().at(7));
+        store.addSchedule(scheduleTitled(QStringLiteral("a new")));
+        QCOMPARE(found(), 3);
+        QCOMPARE(search.prepareSome(99), 6);
+        QCOMPARE(found(), 9);
+        store.undo();
+        QCOMPARE(found(), 8);
+        QCOMPARE(search.prepareSome(99), 0);
     }
 
     // A random walk: after each change the search finds what a new one would find.
@@ -62,9 +109,11 @@ private slots:
     {
         StoreUnderTest planner;
         PlannerStore &store = planner.start();
-        const RecordSearch search(store);
+        RecordSearch search(store);
+        search.prepare();
         const auto agrees = [&] {
-            const RecordSearch fresh(store);
+            RecordSearch fresh(store);
+            fresh.prepare();
             for (const Area area : {&RecordSearch::schedules, &RecordSearch::reminders, &RecordSearch::documents}) {
                 for (const char16_t letter : {u'1', u'2', u'a', u'z'}) {
                     const RecordSearch::Hits left = (search.*area)(query(QString(letter)), 100);

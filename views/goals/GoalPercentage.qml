@@ -27,7 +27,9 @@ Item {
         id: button
 
         objectName: "goalPercentage"
-        anchors.fill: parent
+        anchors.right: parent.right
+        width: Math.ceil(contentItem.implicitWidth)
+        height: parent.height
         visible: percentage.hasSum
         text: percentage.text
         Accessible.name: text + ", " + percentage.card.title
@@ -51,7 +53,7 @@ Item {
         contentItem: AppText {
             text: button.text
             token: Theme.headline
-            horizontalAlignment: Text.AlignRight
+            leftPadding: 4
             rightPadding: 4
             Accessible.ignored: true
         }

@@ -17,14 +17,6 @@ Sheet {
     /// See PaletteCommand.
     signal commandChosen(command: int)
 
-    property var afterwards: null
-
-    /// The opener gets the focus back first.
-    function closeAndThen(action: var) {
-        afterwards = action;
-        close();
-    }
-
     /// What is typed is searched at once, not after a pause.
     function settle() {
         pause.stop();
@@ -70,11 +62,6 @@ Sheet {
     closePolicy: T.Popup.CloseOnPressOutside
     initialFocus: field
     onLeaving: close()
-    onClosed: {
-        const action = afterwards;
-        afterwards = null;
-        action?.();
-    }
     onAboutToShow: {
         field.clear();
         finder.begin();
@@ -183,8 +170,14 @@ Sheet {
         id: finder
 
         store: PlannerStore
-        onRecordChosen: (section, id) => palette.closeAndThen(() => palette.recordChosen(section, id))
-        onCommandChosen: command => palette.closeAndThen(() => palette.commandChosen(command))
+        onRecordChosen: (section, id) => {
+            palette.dismiss();
+            palette.recordChosen(section, id);
+        }
+        onCommandChosen: command => {
+            palette.dismiss();
+            palette.commandChosen(command);
+        }
         onCurrentChanged: Qt.callLater(palette.showCurrent) // qmllint disable
     }
 

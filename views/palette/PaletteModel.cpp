@@ -23,14 +23,19 @@ PaletteModel::PaletteModel(QObject *parent) : QObject(parent), m_rows(paletteRol
 {
 }
 
-PaletteModel::~PaletteModel() = default;
+PaletteModel::~PaletteModel()
+{
+    if (m_search)
+        m_search->documents().cancel();
+}
 
 void PaletteModel::setStore(PlannerStore *store)
 {
     if (m_store || !store)
         return;
     m_store = store;
-    m_documentSearch = std::make_unique<DocumentSearch>(store->documentLibrary().files());
+    m_search = &PlannerSearch::of(*store);
+    connect(m_search, &PlannerSearch::prepared, this, &PaletteModel::search);
     connect(store, &PlannerStore::interfaceLanguageChanged, this, &PaletteModel::refresh);
     emit storeChanged();
 }
@@ -38,7 +43,7 @@ void PaletteModel::setStore(PlannerStore *store)
 void PaletteModel::begin()
 {
     setText({});
-    m_documentSearch->prepare(documentFiles(), [this] { static_cast<void>(recordSearch()); });
+    m_search->prepare(PlannerSearch::Pace::Soon);
 }
 
 void PaletteModel::setText(const QString &text)
@@ -56,12 +61,12 @@ void PaletteModel::search()
     m_entry = quickEntry(m_text, m_store->clock().now(), m_store->calendar());
     // What is understood as a time is not what is looked for.
     const SearchQuery query = SearchQuery::of(m_entry.title);
-    m_results = std::make_unique<PaletteResults>(*m_store, recordSearch(), query);
-    m_documentSearch->cancel();
+    m_results = std::make_unique<PaletteResults>(*m_store, m_search->records(), query);
+    m_search->documents().cancel();
     refresh();
     if (query.isEmpty())
         return;
-    m_documentSearch->find(documentFiles(), query, [this](const QList<DocumentHit> &hits) {
+    m_search->documents().find(m_search->documentFiles(), query, [this](const QList<DocumentHit> &hits) {
         m_results->setTexts(hits);
         refresh();
     });
@@ -165,23 +170,6 @@ void PaletteModel::addReminder()
     const ReminderItem item = toDoOf(m_entry);
     m_store->addReminder(item);
     emit recordChosen(static_cast<int>(PaletteArea::Reminders) + 1, uuidText(item.id));
-}
-
-const RecordSearch &PaletteModel::recordSearch()
-{
-    if (!m_search)
-        m_search = std::make_unique<RecordSearch>(*m_store);
-    return *m_search;
-}
-
-QList<DocumentSearch::File> PaletteModel::documentFiles() const
-{
-    const DocumentLibrary &library = m_store->documentLibrary();
-    QList<DocumentSearch::File> files;
-    files.reserve(library.documents().size());
-    for (const MarkdownDocument &document : library.documents())
-        files.append({document.id, library.documentPath(document)});
-    return files;
 }
 
 } // namespace tessaly

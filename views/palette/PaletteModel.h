@@ -1,9 +1,11 @@
 #pragma once
 
+#include "store/PlannerSearch.h"
 #include "store/PlannerStore.h"
 #include "views/palette/PaletteRows.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QtQml/qqml.h>
 
 #include <memory>
@@ -67,13 +69,9 @@ private:
     void refresh();
     void chooseFirst();
     void addSchedule();
-    /// Made when it is first needed.
-    [[nodiscard]] const RecordSearch &recordSearch();
-    [[nodiscard]] QList<DocumentSearch::File> documentFiles() const;
 
     PlannerStore *m_store = nullptr;
-    std::unique_ptr<RecordSearch> m_search;
-    std::unique_ptr<DocumentSearch> m_documentSearch;
+    QPointer<PlannerSearch> m_search;
     std::unique_ptr<PaletteResults> m_results;
     RowListModel<PaletteRow> m_rows;
     QString m_text;

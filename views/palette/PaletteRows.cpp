@@ -37,6 +37,16 @@ FoundText found(const QString &title, const SearchMatch &match)
     return {.text = title, .start = match.start, .length = match.length};
 }
 
+FoundText titleFound(const QString &title, const RecordSearch::Hit &hit)
+{
+    return hit.part.isEmpty() ? found(title, hit.match) : FoundText{title};
+}
+
+FoundText partFound(const RecordSearch::Hit &hit)
+{
+    return hit.part.isEmpty() ? FoundText{} : found(hit.part, hit.match);
+}
+
 /// "11月25日 周三" or "Wed, Nov 25"; with the year in other years than the present one.
 QString dayText(Instant moment, const PlannerStore &store)
 {
@@ -169,7 +179,8 @@ void PaletteResults::addSchedules()
         const ScheduleItem &item = m_store.schedules().at(hit.row);
         rows.append({.id = item.id,
                      .colorKey = scheduleColor(item, colors),
-                     .title = found(displayTitle(item), hit.match),
+                     .title = titleFound(displayTitle(item), hit),
+                     .part = partFound(hit),
                      .detail = dayText(item.date, m_store) + u' ' +
                                timeRangeText(item.date, item.endDate, m_store.calendar())});
     }
@@ -184,7 +195,8 @@ void PaletteResults::addReminders()
         const ReminderItem &item = m_store.reminders().at(hit.row);
         rows.append({.id = item.id,
                      .icon = item.isComplete ? u"circle-check"_s : u"circle"_s,
-                     .title = found(item.title, hit.match),
+                     .title = titleFound(item.title, hit),
+                     .part = partFound(hit),
                      .detail = item.dueDate ? m_store.momentText(*item.dueDate) : QString()});
     }
     append(PaletteArea::Reminders, rows, hits.count);
@@ -196,11 +208,10 @@ void PaletteResults::addGoals()
     QList<PaletteRow> rows;
     for (const RecordSearch::Hit &hit : hits.best) {
         const Goal &goal = m_store.goals().at(hit.row);
-        const bool isPart = !hit.part.isEmpty();
         rows.append({.id = goal.id,
                      .icon = u"target"_s,
-                     .title = isPart ? FoundText{goal.title} : found(goal.title, hit.match),
-                     .part = isPart ? found(hit.part, hit.match) : FoundText{},
+                     .title = titleFound(goal.title, hit),
+                     .part = partFound(hit),
                      .detail = QString::number(std::lround(goal.calculatedProgress() * 100)) + u'%'});
     }
     append(PaletteArea::Goals, rows, hits.count);
