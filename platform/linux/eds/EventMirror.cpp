@@ -130,7 +130,7 @@ QStringList EventMirror::doubtfulSeries() const
 {
     QStringList result;
     for (const auto &[uid, series] : m_series) {
-        const auto isLeftOut = [&](const auto &entry) {
+        const auto isLeftOut = [this, &series = series](const auto &entry) {
             return m_text->isExcluded(nativeComponent(series.master.get()), entry.first);
         };
         if (series.master && std::ranges::any_of(series.overrides, isLeftOut))
