@@ -56,14 +56,46 @@ Entry {
             added();
     }
 
+    /// Return in the title: what was understood there are the times of this schedule alone.
+    function addAsUnderstood() {
+        if (reading.label === "") {
+            add();
+            return;
+        }
+        const [start, end] = [fields.start, fields.end];
+        takeOver();
+        add();
+        fields.start = start;
+        fields.end = end;
+    }
+
+    /// Puts what was understood into the fields.
+    function takeOver() {
+        const [title, start, end] = [reading.title, reading.start, reading.end];
+        fields.title = title;
+        fields.start = start;
+        fields.end = end;
+        focusTitle();
+    }
+
     field.width: (isWide ? startPair.x - gap : width - pad) - pad
     name: Language.text("日程名称", "Schedule name")
     placeholder: Language.text("例如：微观经济学 第1讲", "e.g. Microeconomics lecture 1")
     text: fields.title
     onTextEdited: text => form.fields.title = text
-    onAccepted: add()
+    suggestion: reading.label
+    onAccepted: addAsUnderstood()
+    onSuggestionTaken: takeOver()
+    onSuggestionDismissed: reading.dismiss()
     onHasFocusChanged: isSpent = false
     implicitHeight: tagField.y + tagField.height + (isWide ? gap + 1 : pad)
+
+    PhraseReader {
+        id: reading
+
+        store: PlannerStore
+        phrase: form.fields.title
+    }
 
     Connections {
         function onFieldsChanged() {

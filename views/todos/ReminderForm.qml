@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Shell
+import Tessaly.Store
 import Tessaly.Todos
 import Tessaly.Ui
 
@@ -25,7 +26,34 @@ Item {
         focusTitle();
     }
 
+    /// Return in the title: what was understood there is the due date of this to-do alone.
+    function addAsUnderstood() {
+        if (reading.label === "") {
+            add();
+            return;
+        }
+        reminders.addUnderstood(reading.title, reading.start);
+        focusTitle();
+    }
+
+    /// Puts what was understood into the fields.
+    function takeOver() {
+        const [title, due] = [reading.title, reading.start];
+        reminders.title = title;
+        reminders.hasDueDate = true;
+        reminders.dueDate = due;
+        focusTitle();
+    }
+
     height: heading.y + heading.height + 11
+
+    PhraseReader {
+        id: reading
+
+        store: PlannerStore
+        isForToDo: true
+        phrase: head.reminders.title
+    }
 
     PageTitle {
         x: head.columnX
@@ -55,8 +83,11 @@ Item {
         name: Language.text("待办名称", "To-do name")
         placeholder: Language.text("例如：提交周报", "e.g. Submit weekly report")
         text: head.reminders.title
+        suggestion: reading.label
         onTextEdited: text => head.reminders.title = text
-        onAccepted: head.add()
+        onAccepted: head.addAsUnderstood()
+        onSuggestionTaken: head.takeOver()
+        onSuggestionDismissed: reading.dismiss()
 
         MultilineField {
             id: requirement

@@ -63,6 +63,8 @@ public:
 
     /// Adds the form's to-do and empties title and requirement; a blank title does nothing and returns false.
     Q_INVOKABLE bool add();
+    /// Adds the form's to-do with that title and due date, which the form does not keep.
+    Q_INVOKABLE bool addUnderstood(const QString &title, const QDateTime &dueDate);
     /// Completes or reopens the to-do of a row. Returns the row that the focus goes on to, see
     /// focusHeirAfter().
     Q_INVOKABLE int toggle(int row);

@@ -4,6 +4,7 @@
 #include "views/todos/ReminderViewModel.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -20,6 +21,18 @@ int ReminderViewModel::rowOfItem(const QUuid &id) const
 {
     const auto found = std::ranges::find(m_rows.rows(), id, &ReminderListRow::id);
     return id.isNull() || found == m_rows.rows().cend() ? -1 : static_cast<int>(found - m_rows.rows().cbegin());
+}
+
+bool ReminderViewModel::addUnderstood(const QString &title, const QDateTime &dueDate)
+{
+    m_title = title;
+    const Instant formerDueDate = std::exchange(m_dueDate, m_store->calendar().instant(dueDate.date(), dueDate.time()));
+    const bool hadDueDate = std::exchange(m_hasDueDate, true);
+    const bool isAdded = add();
+    m_dueDate = formerDueDate;
+    m_hasDueDate = hadDueDate;
+    emit formChanged();
+    return isAdded;
 }
 
 int ReminderViewModel::edit(int row)
