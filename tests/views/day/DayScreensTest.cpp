@@ -1,7 +1,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/shell/WindowUnderTest.h"
 
-#include <QQuickStyle>
 #include <QStyleHints>
 
 using namespace Qt::StringLiterals;
@@ -73,12 +72,6 @@ class DayScreensTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void aToDoIsTypedTickedAndDeleted()
     {
         DayWindow ui;

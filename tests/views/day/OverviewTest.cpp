@@ -1,8 +1,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/shell/WindowUnderTest.h"
 
-#include <QQuickStyle>
-
 using namespace Qt::StringLiterals;
 using namespace tessaly;
 
@@ -51,12 +49,6 @@ class OverviewTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void eachPartLeadsToItsPlace_data()
     {
         QTest::addColumn<QString>("language");

@@ -2,7 +2,6 @@
 #include "tests/views/shell/WindowUnderTest.h"
 
 #include <QInputMethodEvent>
-#include <QQuickStyle>
 
 using namespace Qt::StringLiterals;
 using namespace tessaly;
@@ -43,12 +42,6 @@ class SuggestionTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void enterAddsAToDoAsItWasUnderstood()
     {
         FormWindow ui;

@@ -2,8 +2,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/shell/WindowUnderTest.h"
 
-#include <QQuickStyle>
-
 using namespace Qt::StringLiterals;
 using namespace tessaly;
 
@@ -49,12 +47,6 @@ class ToDoScreenTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void withoutMissedRemindersThereIsNoCard()
     {
         ToDoWindow ui;

@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QQmlEngine>
-#include <QQuickStyle>
 #include <QRegularExpression>
 
 using namespace tessaly;
@@ -21,12 +20,6 @@ class PaletteWindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void init()
     {
         m_ui = std::make_unique<WindowUnderTest>();

@@ -4,7 +4,6 @@
 #include "app/WindowFrame.h"
 
 #include <QPointer>
-#include <QQuickStyle>
 #include <QRegularExpression>
 #include <QSignalSpy>
 
@@ -33,12 +32,6 @@ class ShellWindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
-        QGuiApplication::setApplicationName(QStringLiteral("Tessaly"));
-    }
-
     void theFirstStartAsksForTheNameOnce()
     {
         WindowUnderTest ui;

@@ -1,8 +1,6 @@
 #include "tests/support/TestMain.h"
 #include "tests/views/shell/WindowUnderTest.h"
 
-#include <QQuickStyle>
-
 using namespace tessaly;
 using namespace Qt::StringLiterals;
 
@@ -19,12 +17,6 @@ class UndoWindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QQuickStyle::setStyle(u"Basic"_s);
-        QGuiApplication::setApplicationName(u"Tessaly"_s);
-    }
-
     void init()
     {
         m_ui = std::make_unique<WindowUnderTest>();

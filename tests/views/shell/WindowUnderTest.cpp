@@ -1,6 +1,7 @@
 #include "tests/views/shell/WindowUnderTest.h"
 
 #include <QAccessible>
+#include <QQuickStyle>
 #include <QTest>
 
 #include <algorithm>
@@ -34,6 +35,13 @@ QList<QQuickItem *> visibleItems(const QQuickWindow &window)
 
 void WindowUnderTest::open()
 {
+    // As main() does, before any QML is read.
+    static const bool isPrepared = [] {
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+        QGuiApplication::setApplicationName(QStringLiteral("Tessaly"));
+        return true;
+    }();
+    Q_UNUSED(isPrepared)
     m_app.reset();
     PlannerStore &store = planner.start();
     m_app = std::make_unique<LarkspanApp>(store, planner.preferences, appearance, fileDialogs);
