@@ -4,15 +4,32 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <iterator>
 
 namespace tessaly {
 
-QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar &calendar)
+namespace {
+
+/// The Monday that stands for the day's week: of the user's week where that holds Monday to Friday in one piece, else
+/// of the week of ISO 8601.
+QDate workWeekStart(QDate day, const UserCalendar &calendar)
+{
+    const Qt::DayOfWeek first = calendar.firstWeekday();
+    if (first == Qt::Saturday || first == Qt::Sunday)
+        return calendar.weekStart(day).addDays((Qt::Monday - first + 7) % 7);
+    return day.addDays(Qt::Monday - day.dayOfWeek());
+}
+
+} // namespace
+
+QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar &calendar, const WeekOptions &options)
 {
     const bool isWeek = scope == CalendarScope::Week;
-    const QDate start = calendar.weekStart(isWeek ? focusDay : UserCalendar::monthStart(focusDay));
-    const int count = isWeek ? 7 : 42;
+    const bool isWorkWeek = isWeek && options.hidesWeekend;
+    const QDate start = isWorkWeek ? workWeekStart(focusDay, calendar)
+                                   : calendar.weekStart(isWeek ? focusDay : UserCalendar::monthStart(focusDay));
+    const int count = isWorkWeek ? 5 : isWeek ? 7 : 42;
     QList<QDate> days;
     days.reserve(count);
     for (int index = 0; index < count; ++index) {
@@ -21,6 +38,27 @@ QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar
             days.append(day);
     }
     return days;
+}
+
+QDate shownDayOn(QDate day, int days, const WeekOptions &options)
+{
+    const int step = days < 0 ? -1 : 1;
+    for (int left = std::abs(days); left > 0; --left) {
+        day = day.addDays(step);
+        while (options.hidesWeekend && day.dayOfWeek() > Qt::Friday)
+            day = day.addDays(step);
+    }
+    return day;
+}
+
+int weekNumber(QDate firstDay)
+{
+    return firstDay.addDays((Qt::Thursday - firstDay.dayOfWeek() + 7) % 7).weekNumber();
+}
+
+QString weekNumberText(QDate firstDay, bool isEnglish)
+{
+    return (isEnglish ? QStringLiteral("Week %1") : QStringLiteral("第 %1 周")).arg(weekNumber(firstDay));
 }
 
 std::optional<InstantRange> viewport(const QList<QDate> &days, const UserCalendar &calendar)

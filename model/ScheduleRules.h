@@ -3,6 +3,7 @@
 #include "model/CalendarOption.h"
 #include "model/ScheduleItem.h"
 #include "model/UserCalendar.h"
+#include "model/WeekOptions.h"
 
 #include <QDate>
 #include <QList>
@@ -23,9 +24,16 @@ struct InstantRange
     Instant to = {};
 };
 
-/// The 7 days of the focus day's week, or the 42 days of the six weeks that begin on the first weekday on or before
-/// the 1st of the focus day's month.
-[[nodiscard]] QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar &calendar);
+/// The 7 days of the focus day's week, or its Monday to Friday when the weekend is hidden; or the 42 days of the six
+/// weeks that begin on the first weekday on or before the 1st of the focus day's month. Always consecutive.
+[[nodiscard]] QList<QDate> visibleDays(CalendarScope scope, QDate focusDay, const UserCalendar &calendar,
+                                       const WeekOptions &options = {});
+/// The day that is so many shown days on in the week: hidden weekends do not count.
+[[nodiscard]] QDate shownDayOn(QDate day, int days, const WeekOptions &options);
+/// The ISO 8601 number of the week in which most of the seven days from this one are.
+[[nodiscard]] int weekNumber(QDate firstDay);
+/// "Week 48" or "第 48 周".
+[[nodiscard]] QString weekNumberText(QDate firstDay, bool isEnglish);
 /// From the start of the first day to the end of the last; nothing without days.
 [[nodiscard]] std::optional<InstantRange> viewport(const QList<QDate> &days, const UserCalendar &calendar);
 

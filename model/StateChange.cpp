@@ -215,14 +215,28 @@ void joinEdit(QList<RecordChange<Record>> &first, const QList<RecordChange<Recor
         first.first().after = second.constFirst().after;
 }
 
-/// Whether the change touches one list only. A restore or an import is never a part of typing.
+/// Whether the change touches one list of records only. A restore or an import is never a part of typing.
 bool isOfOneList(const StateChange &change)
 {
     const int lists = int(!change.schedules.isEmpty()) + int(!change.reminders.isEmpty()) +
                       int(!change.goals.isEmpty()) + int(!change.feeds.isEmpty()) + int(!change.categories.isEmpty()) +
                       int(!change.documents.isEmpty());
-    return lists == 1 && !change.leavesCalendars && change.deletedDocuments.isEmpty() && change.settings.isEmpty() &&
-           change.waitingBefore.isEmpty() && change.waitingAfter.isEmpty();
+    return lists == 1 && !change.leavesCalendars && change.deletedDocuments.isEmpty() && change.settings.isEmpty();
+}
+
+bool touchesWaiting(const StateChange &change)
+{
+    return !change.waitingBefore.isEmpty() || !change.waitingAfter.isEmpty();
+}
+
+/// What the first put there and the second took away again is in neither.
+void joinWaiting(StateChange &first, const StateChange &second)
+{
+    for (const auto &gone : second.waitingBefore) {
+        if (!first.waitingAfter.removeOne(gone))
+            first.waitingBefore.append(gone);
+    }
+    first.waitingAfter.append(second.waitingAfter);
 }
 
 } // namespace
@@ -295,7 +309,7 @@ template AppliedChanges<DeletedDocument> applyChanges(QList<DeletedDocument> &,
 
 bool isSameText(const StateChange &first, const StateChange &second)
 {
-    return isOfOneList(first) && isOfOneList(second) &&
+    return isOfOneList(first) && isOfOneList(second) && !touchesWaiting(first) && !touchesWaiting(second) &&
            (isSameText(first.schedules, second.schedules) || isSameText(first.reminders, second.reminders) ||
             isSameText(first.goals, second.goals) || isSameText(first.feeds, second.feeds) ||
             isSameText(first.categories, second.categories) || isSameText(first.documents, second.documents));
@@ -317,6 +331,7 @@ StateChange joinedEdits(StateChange first, const StateChange &second)
     joinEdit(first.feeds, second.feeds);
     joinEdit(first.categories, second.categories);
     joinEdit(first.documents, second.documents);
+    joinWaiting(first, second);
     return first;
 }
 

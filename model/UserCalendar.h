@@ -24,6 +24,8 @@ public:
     [[nodiscard]] static UserCalendar system();
     /// The same user's calendar in another place.
     [[nodiscard]] UserCalendar inZone(const QTimeZone &zone) const { return {zone, m_firstWeekday, m_locale}; }
+    /// The same user's calendar with weeks that begin on another day.
+    [[nodiscard]] UserCalendar withFirstWeekday(Qt::DayOfWeek weekday) const { return {m_zone, weekday, m_locale}; }
 
     [[nodiscard]] const QTimeZone &zone() const { return m_zone; }
     [[nodiscard]] Qt::DayOfWeek firstWeekday() const { return m_firstWeekday; }

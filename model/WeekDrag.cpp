@@ -50,12 +50,13 @@ public:
     [[nodiscard]] FormTimes withEnd() const
     {
         const FormTimes &times = m_drag.times;
-        const bool endsSameDay = m_calendar.day(times.end) == m_day;
-        const int former = endsSameDay ? m_calendar.minuteOfDay(times.end) : minutesPerDay;
+        // A schedule over midnight may be taken by its end on the day where that is.
+        const QDate endDay = m_drag.pressed.day == m_calendar.day(times.end) ? m_drag.pressed.day : m_day;
+        const int former = m_calendar.day(times.end) == endDay ? m_calendar.minuteOfDay(times.end) : minutesPerDay;
         const int minute = steppedFrom(former, m_drag.lastMinute);
         if (minute == former)
             return times;
-        return {times.start, std::max(at(m_day, minute, m_calendar), times.start.plus(leastScheduleSeconds))};
+        return {times.start, std::max(at(endDay, minute, m_calendar), times.start.plus(leastScheduleSeconds))};
     }
 
     [[nodiscard]] FormTimes selected() const

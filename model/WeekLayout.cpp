@@ -1,6 +1,7 @@
 #include "model/WeekLayout.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <queue>
 #include <utility>
@@ -88,6 +89,23 @@ MinuteSpan minuteSpan(QDate day, const DayEvent &event, const UserCalendar &cale
 {
     const int start = calendar.minuteOfDay(event.start);
     return {start, calendar.day(event.end) == day ? calendar.minuteOfDay(event.end) : minutesPerDay};
+}
+
+MinuteSpan shownPart(const MinuteSpan &span, const WeekMeasures &measures)
+{
+    const int first = measures.startHour * 60;
+    const int last =
+        std::max(first, first + static_cast<int>(std::lround(measures.totalHeight / measures.hourHeight)) * 60);
+    return {std::clamp(span.start, first, last), std::clamp(span.end, first, last)};
+}
+
+HourSide sideOf(const MinuteSpan &span, const WeekMeasures &measures)
+{
+    const int first = measures.startHour * 60;
+    const double last = first + measures.totalHeight / measures.hourHeight * 60;
+    if (span.start < first && span.end <= first)
+        return HourSide::Before;
+    return span.start >= last ? HourSide::After : HourSide::Within;
 }
 
 QRectF blockFrame(const MinuteSpan &span, const PositionedEvent &event, const WeekMeasures &measures, double dayWidth)

@@ -57,6 +57,15 @@ struct MinuteSpan
 /// Start and end on the clock of the day; an end on another day runs to midnight (1440).
 [[nodiscard]] MinuteSpan minuteSpan(QDate day, const DayEvent &event, const UserCalendar &calendar);
 
+/// The part of it inside the shown hours; empty, at their edge, when there is none.
+[[nodiscard]] MinuteSpan shownPart(const MinuteSpan &span, const WeekMeasures &measures);
+
+/// Where a block lies.
+enum class HourSide { Within, Before, After };
+
+/// Before or after the shown hours when no minute of it is inside them.
+[[nodiscard]] HourSide sideOf(const MinuteSpan &span, const WeekMeasures &measures);
+
 /// The block's frame inside its day column, whose time area begins at y 0. At least 22 points high and 20 wide; a block
 /// beyond either end of the area is moved inside.
 [[nodiscard]] QRectF blockFrame(const MinuteSpan &span, const PositionedEvent &event, const WeekMeasures &measures,

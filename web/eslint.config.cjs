@@ -19,5 +19,5 @@ module.exports = [
       marked: "readonly", morphdom: "readonly", tessaly: "readonly" } },
     rules,
   },
-  { files: ["web/*.cjs", "tests/web/*.js"], languageOptions: { sourceType: "commonjs", globals: globals.node }, rules },
+  { files: ["web/*.cjs", "tests/web/*.{js,cjs}"], languageOptions: { sourceType: "commonjs", globals: globals.node }, rules },
 ];

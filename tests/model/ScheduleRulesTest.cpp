@@ -57,6 +57,57 @@ private slots:
         QCOMPARE(days.last(), last);
     }
 
+    void weeksWithoutWeekendAreMondayToFriday_data()
+    {
+        QTest::addColumn<Qt::DayOfWeek>("firstWeekday");
+        QTest::addColumn<QDate>("focus");
+        QTest::addColumn<QDate>("first");
+
+        const QDate before(2026, 9, 7);
+        const QDate after(2026, 9, 14);
+        QTest::newRow("Monday, a Wednesday") << Qt::Monday << QDate(2026, 9, 9) << before;
+        QTest::newRow("Monday, a Sunday") << Qt::Monday << QDate(2026, 9, 13) << before;
+        QTest::newRow("Sunday, a Sunday") << Qt::Sunday << QDate(2026, 9, 13) << after;
+        QTest::newRow("Sunday, a Saturday") << Qt::Sunday << QDate(2026, 9, 12) << before;
+        QTest::newRow("Saturday, a Saturday") << Qt::Saturday << QDate(2026, 9, 12) << after;
+        QTest::newRow("Friday, a Friday") << Qt::Friday << QDate(2026, 9, 11) << before;
+    }
+
+    void weeksWithoutWeekendAreMondayToFriday()
+    {
+        QFETCH(const Qt::DayOfWeek, firstWeekday);
+        QFETCH(const QDate, focus);
+        const QList<QDate> days =
+            visibleDays(CalendarScope::Week, focus, monday.withFirstWeekday(firstWeekday), {.hidesWeekend = true});
+        QCOMPARE(days.size(), 5);
+        QTEST(days.first(), "first");
+    }
+
+    void hiddenDaysAreSteppedOver()
+    {
+        const QDate friday(2026, 9, 11);
+        QCOMPARE(shownDayOn(friday, 1, {}), QDate(2026, 9, 12));
+        QCOMPARE(shownDayOn(friday, 1, {.hidesWeekend = true}), QDate(2026, 9, 14));
+        QCOMPARE(shownDayOn(QDate(2026, 9, 14), -2, {.hidesWeekend = true}), QDate(2026, 9, 10));
+    }
+
+    void aWeekHasTheNumberOfItsThursday_data()
+    {
+        QTest::addColumn<QDate>("first");
+        QTest::addColumn<int>("number");
+        QTest::newRow("Monday") << QDate(2026, 11, 23) << 48;
+        QTest::newRow("Sunday") << QDate(2026, 11, 22) << 48;
+        QTest::newRow("the 53rd") << QDate(2026, 12, 28) << 53;
+        QTest::newRow("of the year before") << QDate(2026, 12, 27) << 53;
+        QTest::newRow("the first, in December") << QDate(2025, 12, 29) << 1;
+    }
+
+    void aWeekHasTheNumberOfItsThursday()
+    {
+        QFETCH(const QDate, first);
+        QTEST(weekNumber(first), "number");
+    }
+
     void aScheduleIsInViewUntilItsEnd_data()
     {
         QTest::addColumn<Instant>("start");

@@ -181,6 +181,31 @@ private slots:
         QCOMPARE(blockFrame({540, 600}, {0, 9, 10}, measures, 106).width(), 20.0);
     }
 
+    void schedulesOutsideTheShownHoursAreKnown_data()
+    {
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("end");
+        QTest::addColumn<HourSide>("side");
+        QTest::addColumn<int>("shownMinutes");
+        QTest::newRow("inside") << 540 << 600 << HourSide::Within << 60;
+        QTest::newRow("until the first hour") << 420 << 480 << HourSide::Before << 0;
+        QTest::newRow("into the first hour") << 420 << 490 << HourSide::Within << 10;
+        QTest::newRow("no time at the first hour") << 480 << 480 << HourSide::Within << 0;
+        QTest::newRow("until the last hour") << 1190 << 1200 << HourSide::Within << 10;
+        QTest::newRow("from the last hour on") << 1200 << 1260 << HourSide::After << 0;
+        QTest::newRow("all day") << 0 << 1440 << HourSide::Within << 720;
+    }
+
+    void schedulesOutsideTheShownHoursAreKnown()
+    {
+        QFETCH(const int, start);
+        QFETCH(const int, end);
+        const WeekMeasures measures = weekMeasures(8, 20);
+        QTEST(sideOf({start, end}, measures), "side");
+        const MinuteSpan part = shownPart({start, end}, measures);
+        QTEST(part.end - part.start, "shownMinutes");
+    }
+
     void emptyTimeIsTappedToTheMinute_data()
     {
         QTest::addColumn<double>("y");
