@@ -5,6 +5,7 @@
 #include "model/UserCalendar.h"
 #include "model/Uuid.h"
 #include "platform/FileSystem.h"
+#include "store/DisplayChoices.h"
 #include "store/PreferenceKeys.h"
 
 #include <QCoreApplication>
@@ -30,9 +31,11 @@ const QString calendarName = u"schedules.ics"_s;
 
 const QStringList &settingKeys()
 {
-    static const QStringList names{keys::preferredName,      keys::interfaceLanguage,     keys::appearanceMode,
-                                   keys::displayStartHour,   keys::displayEndHour,        keys::selectedCalendarIDs,
-                                   keys::visibleCalendarIDs, keys::automaticCalendarSync, keys::leadMinutes};
+    static const QStringList names =
+        QStringList{keys::preferredName,      keys::interfaceLanguage,     keys::appearanceMode,
+                    keys::displayStartHour,   keys::displayEndHour,        keys::selectedCalendarIDs,
+                    keys::visibleCalendarIDs, keys::automaticCalendarSync, keys::leadMinutes} +
+        DisplayChoices::storedKeys();
     return names;
 }
 

@@ -22,7 +22,9 @@ QSet<QString> storedIdentifiers(const Preferences &preferences, const QString &k
 } // namespace
 
 PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
-    : QObject(parent), m_ports(ports), m_values(m_ports)
+    : QObject(parent), m_ports(ports), m_values(m_ports),
+      m_displayChoices([this](const QString &key, const PreferenceValue &value) { savePreference(key, value); }),
+      m_firstWeekday(ports.calendar.firstWeekday())
 {
     m_zoneWatch = m_ports.clock.watchZone([this] {
         m_ports.calendar = m_ports.calendar.inZone(m_ports.clock.zone());
@@ -36,6 +38,10 @@ PlannerSettings::PlannerSettings(const PlannerPorts &ports, QObject *parent)
     });
     readDay();
     load();
+    connect(&m_displayChoices, &DisplayChoices::firstWeekdayChanged, this, [this] {
+        applyFirstWeekday();
+        emit timeZoneChanged();
+    });
     connect(&m_values, &StoredValues::failed, this, &PlannerSettings::reportSaveFailed);
     connect(&m_values, &StoredValues::recovered, this, &PlannerSettings::reportSaveRecovered);
 }
@@ -54,9 +60,19 @@ bool PlannerSettings::readDay()
     return std::exchange(m_today, day) != day;
 }
 
+void PlannerSettings::applyFirstWeekday()
+{
+    const int chosen = m_displayChoices.firstWeekday();
+    m_ports.calendar =
+        m_ports.calendar.withFirstWeekday(chosen == 0 ? m_firstWeekday : static_cast<Qt::DayOfWeek>(chosen));
+}
+
 void PlannerSettings::load()
 {
     const Preferences &preferences = m_ports.preferences;
+    m_displayChoices.load(preferences);
+    if (m_displayChoices.firstWeekday() != 0)
+        applyFirstWeekday();
     m_automaticCalendarSync = preferences.get<bool>(keys::automaticCalendarSync).value_or(true);
     m_displayStartHour = static_cast<int>(preferences.get<qint64>(keys::displayStartHour).value_or(0));
     m_displayEndHour = static_cast<int>(preferences.get<qint64>(keys::displayEndHour).value_or(24));
@@ -221,6 +237,8 @@ std::optional<PreferenceValue> PlannerSettings::setting(const QString &key) cons
         return rawValue(m_interfaceLanguage);
     if (key == keys::preferredName)
         return m_preferredName;
+    if (DisplayChoices::storedKeys().contains(key))
+        return m_displayChoices.stored(key);
     return m_ports.preferences.value(key);
 }
 
@@ -250,6 +268,8 @@ void PlannerSettings::setSetting(const QString &key, const std::optional<Prefere
         setInterfaceLanguage(appLanguageFromRawValue(get(QString())));
     else if (key == keys::preferredName)
         setPreferredName(get(QString()));
+    else if (DisplayChoices::storedKeys().contains(key))
+        m_displayChoices.setStored(key, value);
     else if (value || key == keys::appearanceMode)
         savePreference(key, value.value_or(QStringLiteral("system")));
 }

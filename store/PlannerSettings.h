@@ -4,6 +4,7 @@
 #include "model/Instant.h"
 #include "model/StateChange.h"
 #include "platform/Preferences.h"
+#include "store/DisplayChoices.h"
 #include "store/Message.h"
 #include "store/PlannerPorts.h"
 #include "store/StoredValues.h"
@@ -37,9 +38,10 @@ class PlannerSettings : public QObject
                    automaticCalendarSyncChanged)
     Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY hasUnsavedChangesChanged)
     Q_PROPERTY(QDateTime now READ now NOTIFY todayChanged)
-    Q_PROPERTY(int firstWeekday READ firstWeekday CONSTANT)
+    Q_PROPERTY(int firstWeekday READ firstWeekday NOTIFY timeZoneChanged)
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
+    Q_PROPERTY(tessaly::DisplayChoices *displayChoices READ displayChoices CONSTANT)
 
 public:
     ~PlannerSettings() override;
@@ -64,6 +66,8 @@ public:
     [[nodiscard]] bool automaticCalendarSync() const { return m_automaticCalendarSync; }
     [[nodiscard]] int displayStartHour() const { return m_displayStartHour; }
     [[nodiscard]] int displayEndHour() const { return m_displayEndHour; }
+    [[nodiscard]] DisplayChoices *displayChoices() { return &m_displayChoices; }
+    [[nodiscard]] const WeekOptions &weekOptions() const { return m_displayChoices.options(); }
     [[nodiscard]] AppLanguage interfaceLanguage() const { return m_interfaceLanguage; }
     [[nodiscard]] bool isEnglish() const { return m_interfaceLanguage == AppLanguage::English; }
     [[nodiscard]] const QString &preferredName() const { return m_preferredName; }
@@ -139,6 +143,7 @@ protected:
 
 private:
     void load();
+    void applyFirstWeekday();
     [[nodiscard]] std::optional<PreferenceValue> setting(const QString &key) const;
     void setSetting(const QString &key, const std::optional<PreferenceValue> &value);
     /// Sets the member, saves it in its stored form and raises the signal; nothing for the same value.
@@ -157,6 +162,9 @@ private:
 
     PlannerPorts m_ports;
     StoredValues m_values;
+    DisplayChoices m_displayChoices;
+    /// The system's.
+    Qt::DayOfWeek m_firstWeekday;
     std::unique_ptr<ZoneWatch> m_zoneWatch;
     /// Rings at midnight; until then nothing runs.
     std::unique_ptr<Alarm> m_midnight;

@@ -27,6 +27,15 @@ struct CalendarSyncQml
     QML_UNCREATABLE("Belongs to PlannerStore")
 };
 
+/// The choices for the week and the month.
+struct DisplayChoicesQml
+{
+    Q_GADGET
+    QML_FOREIGN(tessaly::DisplayChoices)
+    QML_NAMED_ELEMENT(DisplayChoices)
+    QML_UNCREATABLE("Belongs to PlannerStore")
+};
+
 /// Hands the existing store to QML as the singleton `PlannerStore`.
 struct PlannerStoreQml
 {

@@ -39,7 +39,13 @@ QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences
                                             {keys::automaticCalendarSync, true},
                                             {keys::selectedCalendarIDs, QStringList()},
                                             {keys::visibleCalendarIDs, QStringList()},
-                                            {keys::leadMinutes, QStringList()}};
+                                            {keys::leadMinutes, QStringList()},
+                                            {keys::firstWeekday, qint64{0}},
+                                            {keys::hidesWeekend, false},
+                                            {keys::showsWeekNumbers, false},
+                                            {keys::hasAllDayRow, false},
+                                            {keys::marksHiddenTimes, false},
+                                            {keys::showsChineseCalendar, false}};
     settings.insert(storedSettings(preferences));
     for (PreferenceValue &value : settings) {
         // Those that name calendars are sets.

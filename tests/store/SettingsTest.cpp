@@ -90,6 +90,41 @@ private slots:
         QVERIFY(planner.preferences.value(key) == expected);
     }
 
+    void theChoicesAreOffAtFirstAndKept()
+    {
+        StoreUnderTest planner;
+        PlannerStore &store = planner.start();
+        const Qt::DayOfWeek ofSystem = planner.calendar.firstWeekday();
+        const Qt::DayOfWeek other = ofSystem == Qt::Monday ? Qt::Sunday : Qt::Monday;
+        QVERIFY(store.weekOptions() == WeekOptions());
+        QCOMPARE(store.calendar().firstWeekday(), ofSystem);
+        const QMap<QString, bool WeekOptions::*> members{
+            {keys::hidesWeekend, &WeekOptions::hidesWeekend},
+            {keys::showsWeekNumbers, &WeekOptions::showsWeekNumbers},
+            {keys::hasAllDayRow, &WeekOptions::hasAllDayRow},
+            {keys::marksHiddenTimes, &WeekOptions::marksHiddenTimes},
+            {keys::showsChineseCalendar, &WeekOptions::showsChineseCalendar},
+        };
+        QCOMPARE(DisplayChoices::storedKeys().size(), members.size() + 1);
+        QSignalSpy changed(store.displayChoices(), &DisplayChoices::changed);
+        for (auto each = members.cbegin(); each != members.cend(); ++each) {
+            store.displayChoices()->setStored(each.key(), true);
+            QVERIFY(store.weekOptions().**each);
+        }
+        QSignalSpy daysChanged(&store, &PlannerStore::timeZoneChanged);
+        store.displayChoices()->setFirstWeekday(other);
+        QCOMPARE(changed.count(), members.size() + 1);
+        QCOMPARE(daysChanged.count(), 1);
+        QCOMPARE(store.calendar().firstWeekday(), other);
+
+        PlannerStore &again = planner.start();
+        for (auto each = members.cbegin(); each != members.cend(); ++each)
+            QVERIFY(again.weekOptions().**each);
+        QCOMPARE(again.calendar().firstWeekday(), other);
+        again.displayChoices()->setFirstWeekday(0);
+        QCOMPARE(again.calendar().firstWeekday(), ofSystem);
+    }
+
     void theStartHourStaysBeforeTheEndHour_data()
     {
         QTest::addColumn<int>("storedStart");
