@@ -109,6 +109,7 @@ QtObject {
     readonly property TypeToken blockTitle: TypeToken { size: 12; line: 15; weight: Font.DemiBold }
     readonly property TypeToken hourMark: TypeToken { size: 11; line: 14; weight: Font.DemiBold }
     readonly property TypeToken mini: TypeToken { size: 11; line: 13 }
+    readonly property TypeToken count: TypeToken { size: 11; line: 16; weight: Font.Medium }
     readonly property TypeToken source: TypeToken { size: 14; line: 23 }
     /// Families of source text and code, best first.
     readonly property list<string> sourceFamilies: ["JetBrains Mono", "SF Mono", "Menlo", "DejaVu Sans Mono", "Noto Sans Mono CJK SC"]

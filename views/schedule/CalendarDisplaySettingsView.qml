@@ -148,6 +148,21 @@ Sheet {
         spacing: 8
 
         AppText {
+            text: Language.text("周与月", "Week and month")
+            token: Theme.groupLabel
+            Accessible.role: Accessible.Heading
+        }
+
+        DisplayChoiceList {
+            width: parent.width
+        }
+    }
+
+    Column {
+        width: parent?.width ?? 0
+        spacing: 8
+
+        AppText {
             text: Language.text("日程提醒", "Schedule reminders")
             token: Theme.groupLabel
             Accessible.role: Accessible.Heading

@@ -14,17 +14,8 @@ Card {
     property DayCell ringed: null
     readonly property string chosenDay: viewModel.headerTitle + viewModel.focusedPlace
 
-    readonly property real weekdayHeight: 32
-    readonly property real cellHeight: 82
-    readonly property real innerWidth: width - 2 * border.width
-
     /// The day is to be seen in full.
     signal dayOpened
-
-    /// Column edges fall on whole pixels so that the hairlines stay sharp.
-    function columnLeft(column: int): real {
-        return Math.round(innerWidth * column / 7);
-    }
 
     /// Beyond the days shown, the month of that day is shown and the focus follows there.
     function focusPlace(place: int) {
@@ -69,13 +60,30 @@ Card {
 
     onChosenDayChanged: followDay()
 
-    implicitHeight: weekdayHeight + 6 * cellHeight + 2 * border.width
+    implicitHeight: geometry.weekdayHeight + 6 * geometry.cellHeight + 2 * border.width
+
+    MonthGeometry {
+        id: geometry
+
+        width: grid.width - 2 * grid.border.width
+        hasWeekNumbers: grid.viewModel.weekNumbers.length > 0
+    }
 
     Item {
         id: content
 
         anchors.fill: parent
         anchors.margins: grid.border.width
+
+        MonthGestures {
+            id: gestures
+
+            anchors.fill: parent
+            anchors.topMargin: geometry.weekdayHeight
+            drag: grid.viewModel.monthDrag
+            geometry: geometry
+            lines: content
+        }
 
         Repeater {
             model: grid.viewModel.weekdayNames
@@ -84,8 +92,8 @@ Card {
                 required property int index
                 required property string modelData
 
-                x: grid.columnLeft(index) + 12
-                height: grid.weekdayHeight
+                x: geometry.columnLeft(index) + 12
+                height: geometry.weekdayHeight
                 text: modelData
                 color: Theme.textSecondary
                 token: Theme.captionMedium
@@ -98,8 +106,8 @@ Card {
             Separator {
                 required property int index
 
-                y: grid.weekdayHeight + index * grid.cellHeight
-                width: grid.innerWidth
+                y: geometry.weekdayHeight + index * geometry.cellHeight
+                width: geometry.width
                 color: Theme.gridLine
             }
         }
@@ -110,12 +118,40 @@ Card {
             Separator {
                 required property int index
 
-                x: grid.columnLeft(index + 1) - 1
-                y: grid.weekdayHeight
+                x: geometry.columnLeft(index + 1) - 1
+                y: geometry.weekdayHeight
                 width: 1
-                height: 6 * grid.cellHeight
+                height: 6 * geometry.cellHeight
                 color: Theme.gridLine
             }
+        }
+
+        Repeater {
+            model: grid.viewModel.weekNumbers
+
+            LineText {
+                required property int index
+                required property string modelData
+
+                y: geometry.weekdayHeight + index * geometry.cellHeight + 5
+                width: geometry.gutter
+                height: 24
+                horizontalAlignment: Text.AlignHCenter
+                text: modelData
+                color: Theme.textTertiary
+                token: Theme.mini
+                Accessible.role: Accessible.StaticText
+                Accessible.name: Language.text("第 %1 周", "Week %1").arg(modelData)
+            }
+        }
+
+        Separator {
+            x: geometry.gutter - 1
+            y: geometry.weekdayHeight
+            width: 1
+            height: 6 * geometry.cellHeight
+            visible: geometry.gutter > 0
+            color: Theme.gridLine
         }
 
         Repeater {
@@ -128,10 +164,10 @@ Card {
 
                 readonly property int column: index % 7
 
-                x: grid.columnLeft(column)
-                y: grid.weekdayHeight + Math.floor(index / 7) * grid.cellHeight
-                width: grid.columnLeft(column + 1) - x
-                height: grid.cellHeight
+                x: geometry.columnLeft(column)
+                y: geometry.weekdayHeight + Math.floor(index / 7) * geometry.cellHeight
+                width: geometry.columnLeft(column + 1) - x
+                height: geometry.cellHeight
                 activeFocusOnTab: activeFocus || index === grid.currentPlace
                 onClicked: {
                     const line = grid.lineAt(cell);
@@ -168,10 +204,11 @@ Card {
             MonthLine {
                 readonly property int column: cellIndex % 7
 
-                x: grid.columnLeft(column) + 9
-                y: grid.weekdayHeight + Math.floor(cellIndex / 7) * grid.cellHeight + 29 + slot * 19
-                width: grid.columnLeft(column + 1) - x - (isNarrow ? 4 : 7)
-                isNarrow: grid.innerWidth / 7 < 110
+                x: geometry.columnLeft(column) + 9
+                y: geometry.weekdayHeight + Math.floor(cellIndex / 7) * geometry.cellHeight + 29 + slot * 19
+                width: geometry.columnLeft(column + 1) - x - (isNarrow ? 4 : 7)
+                isNarrow: geometry.columnWidth < 110
+                opacity: index === gestures.drag.row ? 0.4 : 1
                 onPressed: {
                     if (isMore)
                         grid.openDay(cellIndex);
@@ -179,6 +216,26 @@ Card {
                         grid.viewModel.openMonthLine(index);
                 }
                 fill: cellIndex === grid.viewModel.focusedPlace ? Theme.focusDayCellFill : Theme.card
+            }
+        }
+
+        MonthGhost {
+            geometry: geometry
+            gestures: gestures
+        }
+
+        // What a drag did is announced.
+        Item {
+            id: announcement
+
+            Accessible.role: Accessible.StatusBar
+
+            Connections {
+                function onAnnounced(text: string) {
+                    announcement.Accessible.name = text;
+                }
+
+                target: grid.viewModel
             }
         }
 

@@ -10,6 +10,9 @@ PushButton {
     required property bool isToday
     required property bool isFocused
     required property bool isOutside
+    required property string note
+    required property bool isNoteSpecial
+    required property int dayOff
     required property string spokenName
 
     Accessible.name: spokenName
@@ -42,5 +45,45 @@ PushButton {
                 token: cell.isToday ? Theme.captionBold : cell.isOutside ? Theme.caption : Theme.captionMedium
             }
         }
+
+        // Only the calendar of China has notes.
+        Loader {
+            x: 34
+            y: 5
+            width: parent.width - x - 6
+            height: 24
+            active: cell.note !== ""
+            sourceComponent: notes
+        }
     }
+
+    // Bound components cannot be made by a Loader of another file in Qt 6.4.
+    // qmllint disable unqualified
+
+    Component {
+        id: notes
+
+        Item {
+            DayOffMark {
+                id: mark
+
+                anchors.verticalCenter: parent.verticalCenter
+                dayOff: cell.dayOff
+            }
+
+            LineText {
+                x: mark.visible ? mark.width + 4 : 0
+                width: parent.width - x
+                anchors.verticalCenter: parent.verticalCenter
+                // A scrap of it says nothing.
+                visible: implicitWidth <= width || width >= 44
+                horizontalAlignment: Text.AlignRight
+                text: cell.note
+                color: cell.isNoteSpecial && !cell.isOutside ? Theme.textSecondary : Theme.textTertiary
+                token: Theme.mini
+            }
+        }
+    }
+
+    // qmllint enable unqualified
 }

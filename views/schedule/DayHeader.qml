@@ -10,6 +10,9 @@ PushButton {
     required property int number
     required property bool isToday
     required property bool isFocused
+    required property string note
+    required property bool isNoteSpecial
+    required property int dayOff
     required property string spokenName
 
     Accessible.name: spokenName
@@ -56,5 +59,40 @@ PushButton {
                 Accessible.ignored: true
             }
         }
+
+        // Only the calendar of China has notes.
+        Loader {
+            y: 44
+            width: parent.width
+            active: day.note !== ""
+            sourceComponent: notes
+        }
     }
+
+    // Bound components cannot be made by a Loader of another file in Qt 6.4.
+    // qmllint disable unqualified
+
+    Component {
+        id: notes
+
+        Item {
+            LineText {
+                x: 2
+                width: parent.width - 4
+                horizontalAlignment: Text.AlignHCenter
+                text: day.note
+                color: day.isNoteSpecial ? Theme.textSecondary : Theme.textTertiary
+                token: Theme.mini
+            }
+
+            DayOffMark {
+                y: -42
+                anchors.right: parent.right
+                anchors.rightMargin: 4
+                dayOff: day.dayOff
+            }
+        }
+    }
+
+    // qmllint enable unqualified
 }

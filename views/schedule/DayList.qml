@@ -16,6 +16,9 @@ Card {
     readonly property int firstInView: Math.floor((viewTop - area.y) / Theme.rowHeight)
     readonly property int lastInView: Math.floor((viewTop + viewHeight - area.y) / Theme.rowHeight)
 
+    /// The row that the Tab key stops at.
+    property int currentPlace: 0
+
     /// The last schedule was removed: nothing in the list can take the focus.
     signal emptied
 
@@ -47,6 +50,13 @@ Card {
         viewModel.listedRestored(row);
     }
 
+    function focusPlace(place: int) {
+        if (place < 0 || place >= viewModel.listedCount)
+            return;
+        currentPlace = place;
+        (rows.itemAt(viewModel.keepListed(place)) as DayListItem)?.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     /// The schedule went elsewhere: another one's Edit takes the focus.
     function focusAfterDeparture(reason: int) {
         const next = heir();
@@ -61,6 +71,10 @@ Card {
     onLastInViewChanged: showView()
 
     Connections {
+        function onListTurned() {
+            list.currentPlace = 0;
+        }
+
         function onListedRestored(row: int) {
             const item = rows.itemAt(row) as DayListItem;
             if (item !== null)
@@ -141,10 +155,16 @@ Card {
                     y: place * Theme.rowHeight
                     width: column.width
                     isLast: place === list.viewModel.listedCount - 1
+                    activeFocusOnTab: activeFocus || place === Math.min(list.currentPlace, list.viewModel.listedCount - 1)
                     onHasFocusChanged: {
-                        if (hasFocus)
-                            list.viewModel.keepListed(place);
+                        if (!hasFocus)
+                            return;
+                        list.viewModel.keepListed(place);
+                        list.currentPlace = place;
                     }
+                    Keys.onUpPressed: list.focusPlace(place - 1)
+                    Keys.onDownPressed: list.focusPlace(place + 1)
+                    onOpenRequested: list.viewModel.openListed(index)
                     onEditRequested: list.viewModel.editListed(index)
                     onDeleteRequested: {
                         const reason = FocusHandover.reasonAfter(Window.activeFocusItem);

@@ -17,9 +17,10 @@ Item {
     property alias ground: ground
     readonly property real groundRadius: isLast ? Theme.cardRadius - 1 : 0
 
-    readonly property bool hasFocus: actions.hasFocus
-    readonly property bool isActive: hover.hovered || actions.hasVisualFocus
+    readonly property bool hasFocus: activeFocus || actions.hasFocus
+    readonly property bool isActive: hover.hovered || activeFocus || actions.hasVisualFocus
 
+    signal openRequested
     signal editRequested
     signal deleteRequested
 
@@ -31,8 +32,25 @@ Item {
         actions.focusDelete(reason);
     }
 
+    function open(event: KeyEvent) {
+        event.accepted = true;
+        if (!event.isAutoRepeat)
+            openRequested();
+    }
+
     visible: place >= 0
     height: Theme.rowHeight
+    Accessible.role: Accessible.ListItem
+    Accessible.name: title + Language.text("，", ", ") + time.text
+    Accessible.focusable: true
+    Accessible.onPressAction: openRequested()
+    Keys.onReturnPressed: event => open(event)
+    Keys.onEnterPressed: event => open(event)
+    Keys.onDeletePressed: event => {
+        event.accepted = activeFocus;
+        if (activeFocus)
+            deleteRequested();
+    }
 
     HoverHandler {
         id: hover
@@ -57,6 +75,12 @@ Item {
 
     Separator {
         width: parent.width
+    }
+
+    FocusRing {
+        visible: item.activeFocus
+        targetRadius: 8
+        gap: -2
     }
 
     ColorMark {

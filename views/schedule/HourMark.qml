@@ -15,7 +15,7 @@ LineText {
         return visible && Math.abs(middle - at) < 15;
     }
 
-    y: Math.round(geometry.headerHeight + at - height / 2)
+    y: Math.round(geometry.hoursTop + at - height / 2)
     width: geometry.hourColumn - 9
     horizontalAlignment: Text.AlignRight
     visible: text !== ""

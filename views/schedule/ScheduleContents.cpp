@@ -1,6 +1,7 @@
 #include "views/schedule/ScheduleContents.h"
 
 #include "model/AppLanguage.h"
+#include "model/ChineseCalendar.h"
 #include "model/DisplayTitle.h"
 #include "model/ScheduleColors.h"
 
@@ -13,7 +14,6 @@ namespace tessaly {
 
 namespace {
 
-constexpr double daySeconds = 86400;
 constexpr qsizetype linesPerCell = 2;
 
 QString fullDate(QDate day, const QLocale &locale)
@@ -89,32 +89,14 @@ QList<int> ListWindow::places(int count) const
     return places;
 }
 
-QList<QList<DayEvent>> viewportSchedules(const QList<QDate> &days, const ScheduleSource &source)
-{
-    QList<QList<DayEvent>> events(days.size());
-    const std::optional<InstantRange> range = viewport(days, source.calendar);
-    if (!range)
-        return events;
-    // Near a clock change a day may reach a little over its first and last instant: take more, then ask the calendar.
-    const auto candidates = source.index.startingIn(range->from.plus(-daySeconds), range->to.plus(daySeconds));
-    for (const ScheduleIndex::Entry &entry : candidates) {
-        const ScheduleItem &schedule = source.schedules.at(entry.row);
-        const qint64 place = days.first().daysTo(source.calendar.day(schedule.date));
-        if (place >= 0 && place < days.size() && isInViewport(schedule, *range) &&
-            isDisplayed(schedule, source.visibleCalendarIDs))
-            events[place].append({entry.row, schedule.date, schedule.end()});
-    }
-    return events;
-}
-
-QList<DayRow> dayRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events, const DayMarks &marks,
-                      bool isEnglish)
+QList<DayRow> dayRows(const QList<QDate> &days, const DaySchedules &events, const DayMarks &marks, bool isEnglish)
 {
     const QLocale locale = interfaceLocale(isEnglish);
     QList<DayRow> rows;
     rows.reserve(days.size());
     for (qsizetype place = 0; place < days.size(); ++place) {
         const QDate day = days.at(place);
+        const ChineseDay chinese = marks.hasChineseCalendar ? chineseDay(day, isEnglish) : ChineseDay();
         rows.append({.place = static_cast<int>(place),
                      .day = day,
                      .weekday = locale.dayName(day.dayOfWeek(), QLocale::ShortFormat),
@@ -123,12 +105,16 @@ QList<DayRow> dayRows(const QList<QDate> &days, const QList<QList<DayEvent>> &ev
                      .isFocused = day == marks.focusDay,
                      .isOutside = marks.scope == CalendarScope::Month &&
                                   UserCalendar::monthStart(day) != UserCalendar::monthStart(marks.focusDay),
-                     .spokenName = joined({fullDate(day, locale), countText(events.at(place).size(), isEnglish)})});
+                     .note = chinese.text,
+                     .isNoteSpecial = chinese.isSpecial,
+                     .dayOff = static_cast<int>(chinese.dayOff),
+                     .spokenName = joined(
+                         {fullDate(day, locale), chinese.spoken, countText(events.at(place).size(), isEnglish)})});
     }
     return rows;
 }
 
-QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events, const ScheduleSource &source,
+QList<BlockRow> blockRows(const QList<QDate> &days, const DaySchedules &events, const ScheduleSource &source,
                           const WeekMeasures &measures, double dayWidth, const QUuid &selectedID)
 {
     const QLocale locale = interfaceLocale(source.isEnglish);
@@ -141,18 +127,26 @@ QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>>
             const DayEvent &event = dayEvents.at(index);
             const ScheduleItem &schedule = source.schedules.at(event.row);
             const MinuteSpan span = minuteSpan(days.at(dayIndex), event, source.calendar);
-            const QRectF frame = blockFrame(span, positioned.at(index), measures, dayWidth);
-            const QString timeRange = timeRangeText(event.start, event.end, source.calendar);
+            const bool beginsEarlier = event.start > schedule.date;
+            const bool endsLater =
+                source.options.hasAllDayRow && daysOf(event, source.calendar).second > days.at(dayIndex);
+            // What goes on beyond the shown hours ends with them, rather than being moved to others.
+            const bool isPart = beginsEarlier || endsLater || source.options.marksHiddenTimes;
+            const QRectF frame =
+                blockFrame(isPart ? shownPart(span, measures) : span, positioned.at(index), measures, dayWidth);
+            const QString timeRange = timeRangeText(schedule.date, schedule.end(), source.calendar);
             const QString tag = schedule.tag.value_or(QString());
             BlockRow row{.id = schedule.id,
                          .dayIndex = static_cast<int>(dayIndex),
                          .frame = wholeFrame(frame, dayIndex, dayWidth),
                          .startMinute = span.start,
+                         .beginsEarlier = beginsEarlier,
+                         .endsLater = endsLater,
                          .title = displayTitle(schedule),
                          .colorKey = scheduleColor(schedule, source.linkColors),
                          .isSelected = schedule.id == selectedID};
             row.timeShown =
-                timeInBlock(row.frame.size(), timeRangeText(event.start, std::nullopt, source.calendar), timeRange);
+                timeInBlock(row.frame.size(), timeRangeText(schedule.date, std::nullopt, source.calendar), timeRange);
             row.hidesDetail = !tag.isEmpty() || row.timeShown != timeRange;
             row.explanation = row.title + u'\n' + timeRange;
             if (!tag.isEmpty())
@@ -175,10 +169,16 @@ QRect fullFrame(const FormTimes &times, const QList<QDate> &days, const WeekMeas
     return wholeFrame(blockFrame(span, {}, measures, dayWidth), place, dayWidth);
 }
 
-QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
-                                  const ScheduleSource &source, QDate focusDay)
+QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &events, const ScheduleSource &source,
+                                  QDate focusDay)
 {
     QList<MonthLineRow> rows;
+    const auto isContinued = [&source](const DayEvent &event) {
+        return event.start > source.schedules.at(event.row).date;
+    };
+    const auto isAllDayLine = [&source](const DayEvent &event) {
+        return source.options.hasAllDayRow && isAllDay(event, source.calendar);
+    };
     for (qsizetype cell = 0; cell < days.size(); ++cell) {
         const bool isOutside = UserCalendar::monthStart(days.at(cell)) != UserCalendar::monthStart(focusDay);
         const QList<DayEvent> &dayEvents = events.at(cell);
@@ -188,34 +188,25 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<Da
             rows.append({.id = schedule.id,
                          .cellIndex = static_cast<int>(cell),
                          .slot = static_cast<int>(slot),
+                         .isContinued = isContinued(event),
                          .title = displayTitle(schedule),
-                         .startText = timeRangeText(event.start, std::nullopt, source.calendar),
+                         .startText = isContinued(event) || isAllDayLine(event)
+                                          ? QString()
+                                          : timeRangeText(event.start, std::nullopt, source.calendar),
                          .colorKey = scheduleColor(schedule, source.linkColors),
                          .isOutside = isOutside,
                          .spokenName = joined({displayTitle(schedule),
-                                               timeRangeText(event.start, schedule.endDate, source.calendar),
+                                               timeRangeText(schedule.date, schedule.endDate, source.calendar),
                                                schedule.tag.value_or(QString())})});
         }
         if (const qsizetype more = dayEvents.size() - linesPerCell; more > 0)
             rows.append({.id = source.schedules.at(dayEvents.at(linesPerCell).row).id,
                          .cellIndex = static_cast<int>(cell),
                          .slot = static_cast<int>(linesPerCell),
+                         .isContinued = isContinued(dayEvents.at(linesPerCell)),
                          .title = moreText(more, source.isEnglish),
                          .isOutside = isOutside,
                          .spokenName = spokenMoreText(more, days.at(cell), source.isEnglish)});
-    }
-    return rows;
-}
-
-QList<qsizetype> selectedSchedules(QDate day, const ScheduleSource &source)
-{
-    QList<qsizetype> rows;
-    const Instant start = source.calendar.startOfDay(day);
-    for (const ScheduleIndex::Entry &entry :
-         source.index.startingIn(start.plus(-daySeconds), start.plus(2 * daySeconds))) {
-        const ScheduleItem &schedule = source.schedules.at(entry.row);
-        if (source.calendar.day(schedule.date) == day && isDisplayed(schedule, source.visibleCalendarIDs))
-            rows.append(entry.row);
     }
     return rows;
 }

@@ -1,23 +1,9 @@
 #pragma once
 
-#include "model/ScheduleColors.h"
-#include "model/ScheduleIndex.h"
-#include "model/ScheduleRules.h"
-#include "model/WeekLayout.h"
+#include "views/schedule/DaySchedules.h"
 #include "views/schedule/ScheduleRows.h"
 
 namespace tessaly {
-
-/// What the rows of the schedule screen are made from.
-struct ScheduleSource
-{
-    const QList<ScheduleItem> &schedules;
-    const ScheduleIndex &index;
-    const QSet<QString> &visibleCalendarIDs;
-    const UserCalendar &calendar;
-    bool isEnglish = false;
-    LinkColors linkColors = {};
-};
 
 /// How the day headers and cells are marked.
 struct DayMarks
@@ -25,10 +11,8 @@ struct DayMarks
     QDate today = {};
     QDate focusDay = {};
     CalendarScope scope = CalendarScope::Week;
+    bool hasChineseCalendar = false;
 };
-
-/// The displayed schedules in view by the day of their start, for each of the consecutive days, sorted by start.
-[[nodiscard]] QList<QList<DayEvent>> viewportSchedules(const QList<QDate> &days, const ScheduleSource &source);
 
 /// Which rows of the day list are made: those in view and some around them, the first, the last, and one that is kept
 /// with its neighbours, so that the Tab key always finds what is next.
@@ -43,18 +27,16 @@ struct ListWindow
     bool operator==(const ListWindow &) const = default;
 };
 
-[[nodiscard]] QList<DayRow> dayRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
-                                    const DayMarks &marks, bool isEnglish);
-[[nodiscard]] QList<BlockRow> blockRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
+[[nodiscard]] QList<DayRow> dayRows(const QList<QDate> &days, const DaySchedules &events, const DayMarks &marks,
+                                    bool isEnglish);
+[[nodiscard]] QList<BlockRow> blockRows(const QList<QDate> &days, const DaySchedules &events,
                                         const ScheduleSource &source, const WeekMeasures &measures, double dayWidth,
                                         const QUuid &selectedID);
 /// The frame of the times over the full width of their day, as BlockRow::frame; empty when the day is not shown.
 [[nodiscard]] QRect fullFrame(const FormTimes &times, const QList<QDate> &days, const WeekMeasures &measures,
                               double dayWidth, const UserCalendar &calendar);
-[[nodiscard]] QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const QList<QList<DayEvent>> &events,
+[[nodiscard]] QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &events,
                                                 const ScheduleSource &source, QDate focusDay);
-/// Rows of the displayed schedules that start on the day, sorted by start.
-[[nodiscard]] QList<qsizetype> selectedSchedules(QDate day, const ScheduleSource &source);
 /// `listed` are the day's schedules, as selectedSchedules() gives them.
 [[nodiscard]] QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &window,
                                             const ScheduleSource &source);

@@ -10,6 +10,9 @@ QList<DayModel::Role> dayRoles()
         {"isToday", [](const DayRow &row) -> QVariant { return row.isToday; }},
         {"isFocused", [](const DayRow &row) -> QVariant { return row.isFocused; }},
         {"isOutside", [](const DayRow &row) -> QVariant { return row.isOutside; }},
+        {"note", [](const DayRow &row) -> QVariant { return row.note; }},
+        {"isNoteSpecial", [](const DayRow &row) -> QVariant { return row.isNoteSpecial; }},
+        {"dayOff", [](const DayRow &row) -> QVariant { return row.dayOff; }},
         {"spokenName", [](const DayRow &row) -> QVariant { return row.spokenName; }},
     };
 }

@@ -22,7 +22,12 @@ struct DayRow
     bool isFocused = false;
     /// Belongs to a month before or after the focus day's.
     bool isOutside = false;
-    /// Full date and number of schedules.
+    /// The day in the calendar of China, when that is shown: a lunar day, or something special.
+    QString note = {};
+    bool isNoteSpecial = false;
+    /// As DayOff.
+    int dayOff = 0;
+    /// Full date, note and number of schedules.
     QString spokenName = {};
 
     [[nodiscard]] int key() const { return place; }
@@ -37,6 +42,9 @@ struct BlockRow
     /// On whole points, from the top left corner of the first day's time area; day columns are one point apart.
     QRect frame = {};
     int startMinute = 0;
+    /// Whether it is a later or an earlier part of a schedule over midnight.
+    bool beginsEarlier = false;
+    bool endsLater = false;
     QString title = {};
     /// Start and end, the start alone or nothing, as there is room. The end is one hour on when the schedule has none.
     QString timeShown = {};
@@ -50,7 +58,7 @@ struct BlockRow
     /// Day, title, time, tag.
     QString spokenName = {};
 
-    [[nodiscard]] QUuid key() const { return id; }
+    [[nodiscard]] std::pair<QUuid, int> key() const { return {id, beginsEarlier ? dayIndex : -1}; }
     bool operator==(const BlockRow &) const = default;
 };
 
@@ -62,13 +70,15 @@ struct MonthLineRow
     int cellIndex = -1;
     /// 0 or 1; 2 for how many more, whose text is the title and whose id that of the first of them.
     int slot = 0;
+    /// Whether it began in an earlier cell.
+    bool isContinued = false;
     QString title = {};
     QString startText = {};
     QString colorKey = {};
     bool isOutside = false;
     QString spokenName = {};
 
-    [[nodiscard]] QUuid key() const { return id; }
+    [[nodiscard]] std::pair<QUuid, int> key() const { return {id, isContinued ? cellIndex : -1}; }
     bool operator==(const MonthLineRow &) const = default;
 };
 

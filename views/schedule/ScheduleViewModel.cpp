@@ -27,6 +27,7 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     m_form->setStore(store);
     m_currentTime.setStore(store);
     m_drag.setStore(store);
+    m_monthDrag.setStore(store);
     m_sheets->setStore(store);
     m_index.apply({}, store->schedules());
     m_linkColors = linkColors(store->calendarFeeds());
@@ -34,6 +35,13 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     connect(m_form.get(), &ScheduleFormModel::fieldsChanged, this, &ScheduleViewModel::formFrameChanged);
     connect(&m_drag, &WeekDragModel::refused, this, &ScheduleViewModel::refused);
     connect(&m_drag, &WeekDragModel::spanSelected, this, &ScheduleViewModel::chooseTimes);
+    connect(&m_monthDrag, &MonthDragModel::refused, this, &ScheduleViewModel::refused);
+    connect(&m_monthDrag, &MonthDragModel::moved, this, &ScheduleViewModel::announceMove);
+    connect(&m_margins, &WeekMargins::opened, this, &ScheduleViewModel::openSchedule);
+    connect(&m_margins, &WeekMargins::moved, this,
+            [this](const QUuid &id, int days) { moveSchedule(id, days, 0, false); });
+    connect(&m_margins, &WeekMargins::deleted, this, &ScheduleViewModel::deleteSchedule);
+    connect(store->displayChoices(), &DisplayChoices::changed, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::schedulesChanged, this, &ScheduleViewModel::onSchedulesChanged);
     connect(store, &PlannerStore::visibleCalendarIDsChanged, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::calendarFeedsChanged, this, &ScheduleViewModel::onCalendarFeedsChanged);
@@ -61,8 +69,8 @@ QDate ScheduleViewModel::focusDay() const
 
 ScheduleSource ScheduleViewModel::source() const
 {
-    return {m_store->schedules(), m_index,     m_store->visibleCalendarIDs(), m_store->calendar(),
-            m_store->isEnglish(), m_linkColors};
+    return {m_store->schedules(), m_index,      m_store->visibleCalendarIDs(), m_store->calendar(),
+            m_store->isEnglish(), m_linkColors, m_store->weekOptions()};
 }
 
 const ScheduleItem *ScheduleViewModel::scheduleWithId(const QUuid &id) const
@@ -85,7 +93,21 @@ QString ScheduleViewModel::weekRange() const
 {
     if (m_scope == Scope::Month || m_visibleDays.isEmpty())
         return {};
-    return dayRangeText(m_visibleDays.first(), m_visibleDays.last(), m_store->isEnglish());
+    const bool isEnglish = m_store->isEnglish();
+    const QString range = dayRangeText(m_visibleDays.first(), m_visibleDays.last(), isEnglish);
+    return m_store->weekOptions().showsWeekNumbers
+               ? range + QStringLiteral(" · ") + weekNumberText(m_visibleDays.first(), isEnglish)
+               : range;
+}
+
+QStringList ScheduleViewModel::weekNumbers() const
+{
+    QStringList numbers;
+    if (m_store && m_store->weekOptions().showsWeekNumbers) {
+        for (qsizetype place = 0; place < m_month.filledFor.size(); place += 7)
+            numbers.append(QString::number(weekNumber(m_month.filledFor.at(place))));
+    }
+    return numbers;
 }
 
 QString ScheduleViewModel::dayListTitle() const
@@ -161,29 +183,50 @@ void ScheduleViewModel::focusPlace(int place)
 
 void ScheduleViewModel::selectBlock(int row)
 {
-    const ScheduleItem *stored = scheduleWithId(m_week.contents.rows().value(row).id);
+    openSchedule(m_week.contents.rows().value(row).id);
+}
+
+void ScheduleViewModel::openSchedule(const QUuid &id)
+{
+    const ScheduleItem *stored = scheduleWithId(id);
     if (!stored)
         return;
     const ScheduleItem schedule = *stored;
     selectSchedule(schedule.id);
-    setFocusDate(schedule.date);
+    // One that began earlier does not take the week away.
+    if (isShown({schedule.date, schedule.date}))
+        setFocusDate(schedule.date);
     m_sheets->openNote(schedule, NoteMode::View);
 }
 
 int ScheduleViewModel::moveBlock(int row, int days, int minutes, bool isContinued)
 {
-    const ScheduleItem *schedule = scheduleWithId(m_week.contents.rows().value(row).id);
+    const QUuid id = m_week.contents.rows().value(row).id;
+    return moveSchedule(id, days, minutes, isContinued) ? blockOf(id) : -1;
+}
+
+bool ScheduleViewModel::moveSchedule(const QUuid &id, int days, int minutes, bool isContinued)
+{
+    const ScheduleItem *schedule = scheduleWithId(id);
     if (!schedule)
-        return -1;
+        return false;
     const UserCalendar &calendar = m_store->calendar();
-    const FormTimes times = movedTimes({schedule->date, schedule->end()}, days, minutes, calendar);
-    const int moved = rescheduleBlock(*schedule, times, isContinued);
-    if (moved >= 0)
-        emit announced(m_store->text(QStringLiteral("移到%1，%2 至 %3"), QStringLiteral("Moved to %1, %2 to %3"))
-                           .arg(shortDate(calendar.day(times.start), m_store->isEnglish()),
-                                timeRangeText(times.start, std::nullopt, calendar),
-                                timeRangeText(times.end, std::nullopt, calendar)));
-    return moved;
+    const QDate day = calendar.day(schedule->date);
+    const auto calendarDays = static_cast<int>(day.daysTo(shownDayOn(day, days, m_store->weekOptions())));
+    const FormTimes times = movedTimes({schedule->date, schedule->end()}, calendarDays, minutes, calendar);
+    if (!rescheduleBlock(*schedule, times, isContinued))
+        return false;
+    announceMove(times);
+    return true;
+}
+
+void ScheduleViewModel::announceMove(const FormTimes &times)
+{
+    const UserCalendar &calendar = m_store->calendar();
+    emit announced(m_store->text(QStringLiteral("移到%1，%2 至 %3"), QStringLiteral("Moved to %1, %2 to %3"))
+                       .arg(shortDate(calendar.day(times.start), m_store->isEnglish()),
+                            timeRangeText(times.start, std::nullopt, calendar),
+                            timeRangeText(times.end, std::nullopt, calendar)));
 }
 
 int ScheduleViewModel::resizeBlock(int row, int minutes, bool isContinued)
@@ -193,27 +236,34 @@ int ScheduleViewModel::resizeBlock(int row, int minutes, bool isContinued)
         return -1;
     const FormTimes times{schedule->date,
                           std::max(schedule->end().plus(minutes * 60), schedule->date.plus(leastScheduleSeconds))};
-    const int resized = rescheduleBlock(*schedule, times, isContinued);
-    if (resized >= 0)
-        emit announced(m_store->text(QStringLiteral("结束改为 %1"), QStringLiteral("Ends at %1"))
-                           .arg(timeRangeText(times.end, std::nullopt, m_store->calendar())));
-    return resized;
+    const QUuid id = schedule->id;
+    if (!rescheduleBlock(*schedule, times, isContinued))
+        return -1;
+    emit announced(m_store->text(QStringLiteral("结束改为 %1"), QStringLiteral("Ends at %1"))
+                       .arg(timeRangeText(times.end, std::nullopt, m_store->calendar())));
+    return blockOf(id);
 }
 
-int ScheduleViewModel::rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued)
+bool ScheduleViewModel::rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued)
 {
     if (const QString reason = fixedReason(*m_store, schedule); !reason.isEmpty()) {
         emit refused(reason);
-        return -1;
+        return false;
     }
     const QUuid id = schedule.id;
     // First the week, so that the item with the focus is not removed with its row.
-    if (!m_visibleDays.contains(m_store->calendar().day(times.start)))
+    if (!isShown(m_store->weekOptions().hasAllDayRow ? times : FormTimes{times.start, times.start}))
         setFocusDate(times.start);
     reschedule(*m_store, id, times, false);
     if (isContinued)
         m_store->history().joinLast();
-    return blockOf(id);
+    return true;
+}
+
+bool ScheduleViewModel::isShown(const FormTimes &times) const
+{
+    const auto [first, last] = daysOf({.start = times.start, .end = times.end}, m_store->calendar());
+    return !m_visibleDays.isEmpty() && first <= m_visibleDays.last() && last >= m_visibleDays.first();
 }
 
 int ScheduleViewModel::blockOf(const QUuid &id) const
@@ -225,7 +275,12 @@ int ScheduleViewModel::blockOf(const QUuid &id) const
 
 void ScheduleViewModel::deleteBlock(int row)
 {
-    if (const ScheduleItem *stored = scheduleWithId(m_week.contents.rows().value(row).id)) {
+    deleteSchedule(m_week.contents.rows().value(row).id);
+}
+
+void ScheduleViewModel::deleteSchedule(const QUuid &id)
+{
+    if (const ScheduleItem *stored = scheduleWithId(id)) {
         const ScheduleItem schedule = *stored;
         m_store->deleteSchedule(schedule);
     }
@@ -268,10 +323,7 @@ int ScheduleViewModel::reveal(const QString &scheduleId)
 
 void ScheduleViewModel::deleteListed(int row)
 {
-    if (const ScheduleItem *stored = scheduleWithId(m_dayList.rows().value(row).id)) {
-        const ScheduleItem schedule = *stored;
-        m_store->deleteSchedule(schedule);
-    }
+    deleteSchedule(m_dayList.rows().value(row).id);
 }
 
 void ScheduleViewModel::tapTime(int place, double y)
@@ -400,71 +452,6 @@ int ScheduleViewModel::keepListed(int place)
     if (std::exchange(m_listWindow.kept, place) != place)
         refreshDayList();
     return static_cast<int>(m_listWindow.places(listedCount()).indexOf(place));
-}
-
-namespace {
-
-/// Rows of the days before are changed one by one; those of other days are replaced.
-template <class Body, class Rows>
-bool fill(Body &body, const QList<QDate> &days, const Rows &rows)
-{
-    const bool isTurned = std::exchange(body.filledFor, days) != days;
-    if (isTurned)
-        body.contents.replaceRows(rows);
-    else
-        body.contents.setRows(rows);
-    return isTurned;
-}
-
-} // namespace
-
-void ScheduleViewModel::refresh()
-{
-    m_visibleDays = visibleDays(calendarScope(), focusDay(), m_store->calendar());
-    const QList<QList<DayEvent>> events = viewportSchedules(m_visibleDays, source());
-    days()->setRows(
-        dayRows(m_visibleDays, events, {m_store->today(), focusDay(), calendarScope()}, m_store->isEnglish()));
-    if (m_scope == Scope::Week)
-        refreshBlocks(events);
-    else
-        fill(m_month, m_visibleDays, monthLineRows(m_visibleDays, events, source(), focusDay()));
-    m_currentTime.follow(m_scope == Scope::Week ? m_visibleDays : QList<QDate>(), m_measures);
-    refreshDayList();
-    emit titlesChanged();
-}
-
-void ScheduleViewModel::refreshBlocks(const QList<QList<DayEvent>> &events)
-{
-    const auto rows = blockRows(m_visibleDays, events, source(), m_measures, m_dayWidth, m_selectedID);
-    const bool isTurned = fill(m_week, m_visibleDays, rows);
-    m_drag.follow(m_visibleDays, m_measures, m_dayWidth);
-    emit formFrameChanged();
-    if (isTurned)
-        emit weekTurned();
-}
-
-void ScheduleViewModel::refreshDayList()
-{
-    const QList<qsizetype> listed = selectedSchedules(focusDay(), source());
-    QList<QUuid> identifiers;
-    identifiers.reserve(listed.size());
-    for (const qsizetype row : listed)
-        identifiers.append(m_store->schedules().at(row).id);
-    const bool isOtherDay = std::exchange(m_listedDay, focusDay()) != focusDay();
-    const QList<QUuid> before = std::exchange(m_listed, identifiers);
-    if (isOtherDay) {
-        m_listWindow.kept = -1;
-        m_dayList.replaceRows(dayListRows(listed, m_listWindow, source()));
-        emit listTurned();
-        return;
-    }
-    if (before != identifiers) {
-        const QSet<QUuid> present(identifiers.cbegin(), identifiers.cend());
-        const auto departed = std::ranges::find_if(before, [&](const QUuid &id) { return !present.contains(id); });
-        if (departed != before.cend())
-            m_departedPlace = static_cast<int>(departed - before.cbegin());
-    }
-    m_dayList.setRows(dayListRows(listed, m_listWindow, source()));
 }
 
 } // namespace tessaly

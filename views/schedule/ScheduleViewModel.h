@@ -6,10 +6,12 @@
 #include "model/WeekLayout.h"
 #include "store/PlannerStore.h"
 #include "views/schedule/CurrentTime.h"
+#include "views/schedule/MonthDragModel.h"
 #include "views/schedule/ScheduleContents.h"
 #include "views/schedule/ScheduleFormModel.h"
 #include "views/schedule/ScheduleSheetModel.h"
 #include "views/schedule/WeekDragModel.h"
+#include "views/schedule/WeekMargins.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>
@@ -30,6 +32,11 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(QString weekRange READ weekRange NOTIFY titlesChanged)
     Q_PROPERTY(tessaly::CurrentTime *currentTime READ currentTime CONSTANT)
     Q_PROPERTY(tessaly::WeekDragModel *drag READ drag CONSTANT)
+    Q_PROPERTY(tessaly::MonthDragModel *monthDrag READ monthDrag CONSTANT)
+    Q_PROPERTY(tessaly::WeekMargins *margins READ margins CONSTANT)
+    Q_PROPERTY(int dayCount READ dayCount NOTIFY titlesChanged)
+    Q_PROPERTY(QStringList weekNumbers READ weekNumbers NOTIFY titlesChanged)
+    Q_PROPERTY(bool hasDayNotes READ hasDayNotes NOTIFY titlesChanged)
     Q_PROPERTY(QString dayListTitle READ dayListTitle NOTIFY titlesChanged)
     Q_PROPERTY(int startHour READ startHour NOTIFY measuresChanged)
     Q_PROPERTY(int hourCount READ hourCount NOTIFY measuresChanged)
@@ -64,10 +71,18 @@ public:
     void setScope(Scope scope);
     [[nodiscard]] Instant focusDate() const { return m_focusDate; }
     [[nodiscard]] QString headerTitle() const;
-    /// The days of the shown week in words; empty for the month.
+    /// The days of the shown week in words, with its number where that is shown; empty for the month.
     [[nodiscard]] QString weekRange() const;
     [[nodiscard]] CurrentTime *currentTime() { return &m_currentTime; }
     [[nodiscard]] WeekDragModel *drag() { return &m_drag; }
+    [[nodiscard]] MonthDragModel *monthDrag() { return &m_monthDrag; }
+    [[nodiscard]] WeekMargins *margins() { return &m_margins; }
+    /// Columns of the week: 7, or 5 without the weekend.
+    [[nodiscard]] int dayCount() const { return m_store && m_store->weekOptions().hidesWeekend ? 5 : 7; }
+    /// In words, for each row of the month; empty unless they are shown.
+    [[nodiscard]] QStringList weekNumbers() const;
+    /// Whether each day has a note, such as its lunar day.
+    [[nodiscard]] bool hasDayNotes() const { return m_store && m_store->weekOptions().showsChineseCalendar; }
     /// The focus day's date and "schedule".
     [[nodiscard]] QString dayListTitle() const;
 
@@ -86,7 +101,7 @@ public:
     [[nodiscard]] DayModel *monthDays() { return &m_month.days; }
     [[nodiscard]] BlockModel *blocks() { return &m_week.contents; }
     [[nodiscard]] MonthLineModel *monthLines() { return &m_month.contents; }
-    /// The 7 or 42 days of the scope that is shown.
+    /// The 5, 7 or 42 days of the scope that is shown.
     [[nodiscard]] DayModel *days() { return m_scope == Scope::Week ? weekDays() : monthDays(); }
     /// Place of the focus day among the days.
     [[nodiscard]] int focusedPlace() const;
@@ -175,7 +190,13 @@ private:
     [[nodiscard]] ScheduleSource source() const;
     [[nodiscard]] const ScheduleItem *scheduleWithId(const QUuid &id) const;
     void moveBy(int step);
-    int rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued);
+    void openSchedule(const QUuid &id);
+    void deleteSchedule(const QUuid &id);
+    /// Whether any of its days is.
+    [[nodiscard]] bool isShown(const FormTimes &times) const;
+    void announceMove(const FormTimes &times);
+    bool moveSchedule(const QUuid &id, int days, int minutes, bool isContinued);
+    bool rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued);
     [[nodiscard]] int blockOf(const QUuid &id) const;
     void setFocusDate(Instant date);
     void selectSchedule(const QUuid &id);
@@ -186,7 +207,7 @@ private:
     void onDisplayHoursChanged();
     void onTimeZoneChanged();
     void refresh();
-    void refreshBlocks(const QList<QList<DayEvent>> &events);
+    void refreshBlocks(const DaySchedules &events);
     void refreshDayList();
 
     PlannerStore *m_store = nullptr;
@@ -220,6 +241,8 @@ private:
     DayListModel m_dayList;
     CurrentTime m_currentTime;
     WeekDragModel m_drag{m_week.contents};
+    MonthDragModel m_monthDrag{m_month.contents};
+    WeekMargins m_margins;
 };
 
 } // namespace tessaly

@@ -117,7 +117,7 @@ Item {
                 readonly property bool isExplained: (hovered || visualFocus) && hidesText()
 
                 activeFocusOnTab: activeFocus || isCurrent
-                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
                 onActiveFocusChanged: {
                     if (activeFocus)
                         area.currentRow = index;

@@ -82,9 +82,11 @@ WeekDragModel::Hold WeekDragModel::holdAt(double x, double y) const
     if (row < 0)
         return Hold::Empty;
     const QRectF frame = m_blocks.rows().at(row).frame;
-    if (y >= frame.bottom() - edge)
+    // The ends of a part of a schedule over midnight are not those of the schedule.
+    if (y >= frame.bottom() - edge && !m_blocks.rows().at(row).endsLater)
         return Hold::Bottom;
-    return y < frame.top() + edge && frame.height() >= leastHeightForBothEdges ? Hold::Top : Hold::Block;
+    const bool isTop = y < frame.top() + edge && frame.height() >= leastHeightForBothEdges;
+    return isTop && !m_blocks.rows().at(row).beginsEarlier ? Hold::Top : Hold::Block;
 }
 
 WeekPoint WeekDragModel::weekPoint(QPointF point) const

@@ -18,19 +18,27 @@ Item {
     /// Pixels a second.
     property real driftSpeed: 0
 
+    /// In the scene.
+    property point pointer: Qt.point(0, 0)
+
+    function followTo(place: point) {
+        pointer = place;
+        follow();
+    }
+
     function follow() {
-        const place = mapFromItem(null, handler.centroid.scenePosition);
-        const inPage = scroll.mapFromItem(null, handler.centroid.scenePosition).y;
+        const place = mapFromItem(null, pointer);
+        const inPage = scroll.mapFromItem(null, pointer).y;
         drag.moveTo(place.x, place.y, handler.centroid.modifiers & Qt.ShiftModifier);
         side = place.x < 8 ? -1 : place.x > width - 8 ? 1 : 0;
         const zone = Theme.driftZone / 2;
         driftSpeed = Theme.driftPerPixel * (inPage < zone ? inPage - zone : Math.max(0, inPage - (scroll.height - zone)));
     }
 
-    function begin() {
-        const place = mapFromItem(null, handler.centroid.scenePressPosition);
+    function begin(pressed: point, at: point) {
+        const place = mapFromItem(null, pressed);
         if (drag.begin(place.x, place.y))
-            follow();
+            followTo(at);
     }
 
     HoverHandler {
@@ -57,13 +65,13 @@ Item {
         acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
         onActiveChanged: {
             if (active)
-                gestures.begin();
+                gestures.begin(handler.centroid.scenePressPosition, handler.centroid.scenePosition);
             else
                 gestures.drag.drop();
         }
         onCentroidChanged: {
             if (active && gestures.drag.isActive)
-                gestures.follow();
+                gestures.followTo(handler.centroid.scenePosition);
         }
     }
 

@@ -21,11 +21,11 @@ Item {
 
             required property int index
 
-            y: Math.round(grid.geometry.headerHeight + index * grid.viewModel.hourHeight)
+            y: Math.round(grid.geometry.hoursTop + index * grid.viewModel.hourHeight)
             width: grid.width
 
             AppText {
-                readonly property real middle: hour.y + y + height / 2 - grid.geometry.headerHeight
+                readonly property real middle: hour.y + y + height / 2 - grid.geometry.hoursTop
 
                 y: 1
                 width: grid.geometry.hourColumn - 9
@@ -43,6 +43,22 @@ Item {
                 color: Theme.gridLine
             }
         }
+    }
+
+    Separator {
+        x: grid.geometry.hourColumn
+        y: grid.geometry.headerHeight
+        width: parent.width - x
+        visible: grid.geometry.hoursTop > grid.geometry.headerHeight
+        color: Theme.gridLine
+    }
+
+    Separator {
+        x: grid.geometry.hourColumn
+        y: Math.round(grid.geometry.hoursTop + grid.viewModel.totalHeight)
+        width: parent.width - x
+        visible: grid.geometry.margins.afterHeight > 0
+        color: Theme.gridLine
     }
 
     HourMark {
@@ -74,7 +90,7 @@ Item {
     }
 
     Repeater {
-        model: 7
+        model: grid.geometry.dayCount
 
         Separator {
             required property int index
@@ -82,7 +98,7 @@ Item {
             x: Math.round(grid.geometry.dayLeft(index) - 1)
             y: grid.geometry.headerHeight
             width: 1
-            height: grid.viewModel.totalHeight
+            height: grid.height - y
             color: Theme.gridLine
         }
     }

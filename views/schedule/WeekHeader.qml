@@ -3,16 +3,17 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tessaly.Schedule
 
-/// The seven day headers: one stop for the Tab key, arrows inside.
+/// The day headers: one stop for the Tab key, arrows inside.
 Item {
     id: header
 
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
-    property int currentPlace: viewModel.focusedPlace
+    /// The focus day is not among the shown ones when it is of a hidden weekend.
+    property int currentPlace: Math.max(0, viewModel.focusedPlace)
 
     function focusPlace(place: int) {
-        currentPlace = Math.max(0, Math.min(6, place));
+        currentPlace = Math.max(0, Math.min(geometry.dayCount - 1, place));
         (days.itemAt(currentPlace) as DayHeader).forceActiveFocus(Qt.TabFocusReason);
     }
 
@@ -20,7 +21,7 @@ Item {
         target: header.viewModel
 
         function onTitlesChanged() {
-            header.currentPlace = header.viewModel.focusedPlace;
+            header.currentPlace = Math.max(0, header.viewModel.focusedPlace);
         }
     }
 

@@ -42,12 +42,15 @@ Card {
         if (event.accepted)
             turn(event.key === Qt.Key_PageUp ? -1 : 1);
     }
-    implicitHeight: geometry.headerHeight + viewModel.totalHeight + 2 * border.width
+    implicitHeight: geometry.hoursTop + viewModel.totalHeight + viewModel.margins.afterHeight + 2 * border.width
 
     WeekGeometry {
         id: geometry
 
         width: timeline.width - 2 * timeline.border.width
+        dayCount: timeline.viewModel.dayCount
+        hasNotes: timeline.viewModel.hasDayNotes
+        margins: timeline.viewModel.margins
     }
 
     Connections {
@@ -86,9 +89,19 @@ Card {
             geometry: geometry
         }
 
-        WeekGestures {
+        AllDayArea {
             x: geometry.hourColumn
             y: geometry.headerHeight
+            width: parent.width - x
+            height: geometry.allDayHeight
+            viewModel: timeline.viewModel
+            geometry: geometry
+            onEmptied: header.focusPlace(timeline.viewModel.focusedPlace)
+        }
+
+        WeekGestures {
+            x: geometry.hourColumn
+            y: geometry.hoursTop
             width: parent.width - x
             height: timeline.viewModel.totalHeight
             viewModel: timeline.viewModel
@@ -101,7 +114,14 @@ Card {
 
             onEmptied: header.focusPlace(timeline.viewModel.focusedPlace)
             anchors.fill: parent
-            anchors.topMargin: geometry.headerHeight
+            anchors.topMargin: geometry.hoursTop
+            viewModel: timeline.viewModel
+            geometry: geometry
+        }
+
+        HiddenTimes {
+            x: geometry.hourColumn
+            y: geometry.hoursTop
             viewModel: timeline.viewModel
             geometry: geometry
         }
@@ -115,7 +135,7 @@ Card {
             readonly property bool isShown: timeline.isTimeChosen || timeline.isFormInUse || timeline.viewModel.form.title !== ""
 
             x: geometry.hourColumn
-            y: geometry.headerHeight
+            y: geometry.hoursTop
             active: false
             visible: isShown && timeline.viewModel.formFrame.width > 0
             onIsShownChanged: {
@@ -152,7 +172,7 @@ Card {
         }
 
         Item {
-            y: geometry.headerHeight
+            y: geometry.hoursTop
 
             NowLine {
                 time: timeline.viewModel.currentTime

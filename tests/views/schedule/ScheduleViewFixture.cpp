@@ -38,6 +38,8 @@ void ScheduleViewFixture::reset()
         store.deleteSchedule(last);
     }
     m_driver.inEnglish();
+    for (const QString &key : DisplayChoices::storedKeys())
+        store.displayChoices()->setStored(key, {});
     store.setDisplayStartHour(0);
     store.setDisplayEndHour(20);
     store.setDisplayStartHour(8);
@@ -53,6 +55,15 @@ void ScheduleViewFixture::addScheduleOn(const QString &title, const QString &day
                                         const QString &end)
 {
     m_driver.has(title, QDate::fromString(day, Qt::ISODate), timeOf(start), timeOf(end));
+}
+
+void ScheduleViewFixture::addScheduleBetween(const QString &title, const QString &start, const QString &end)
+{
+    const auto at = [this](const QString &text) {
+        const QDateTime time = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm"));
+        return m_driver.at(time.date(), time.time());
+    };
+    m_driver.store->addSchedule({.title = title, .date = at(start), .endDate = at(end)});
 }
 
 void ScheduleViewFixture::addLinkedSchedule(const QString &title, int day, const QString &start)

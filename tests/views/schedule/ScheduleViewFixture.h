@@ -18,12 +18,14 @@ class ScheduleViewFixture : public QObject
 public slots:
     void qmlEngineAvailable(QQmlEngine *engine);
 
-    /// Removes every schedule and message, and returns to English.
+    /// Removes every schedule, choice and message, and returns to English.
     void reset();
     /// Times as "9:30"; the day is in September 2026.
     void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
     /// The day as "2026-04-01".
     void addScheduleOn(const QString &title, const QString &day, const QString &start, const QString &end);
+    /// Times as "2026-09-09 22:00".
+    void addScheduleBetween(const QString &title, const QString &start, const QString &end);
     /// A schedule of one hour from a linked calendar.
     void addLinkedSchedule(const QString &title, int day, const QString &start);
     /// Moves the pointer there with the left button and Shift held, which Qt Quick Test cannot.
