@@ -11,6 +11,15 @@ TourStop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void
     return {name, ShellModel::Schedule, onViewModel(open), onViewModel(close)};
 }
 
+/// Turns all choices for the week and the month on, or off.
+void choose(ScheduleViewModel &viewModel, bool isOn)
+{
+    DisplayChoices &choices = *viewModel.store()->displayChoices();
+    for (const QString &key : DisplayChoices::storedKeys())
+        choices.setStored(key, isOn);
+    choices.setHidesWeekend(false);
+}
+
 /// The import sheet with something of its links.
 TourStop onLinks(const QString &name, void (*open)(CalendarSelectionModel &))
 {
@@ -43,6 +52,19 @@ QList<TourStop> scheduleStops()
         onSchedule(
             QStringLiteral("schedule-month"), [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Month); },
             [](ViewModel &viewModel) { viewModel.setScope(ViewModel::Scope::Week); }),
+        onSchedule(
+            QStringLiteral("schedule-week-choices"), [](ViewModel &viewModel) { choose(viewModel, true); },
+            [](ViewModel &viewModel) { choose(viewModel, false); }),
+        onSchedule(
+            QStringLiteral("schedule-month-choices"),
+            [](ViewModel &viewModel) {
+                choose(viewModel, true);
+                viewModel.setScope(ViewModel::Scope::Month);
+            },
+            [](ViewModel &viewModel) {
+                viewModel.setScope(ViewModel::Scope::Week);
+                choose(viewModel, false);
+            }),
         onSchedule(
             QStringLiteral("sheet-import"), [](ViewModel &viewModel) { viewModel.sheets()->openImportSettings(); },
             closeSheet),

@@ -173,6 +173,27 @@ private slots:
                      (Changes{editOf(*first.reminders.constFirst().before, *second.reminders.constFirst().after, 0)}));
     }
 
+    void joinedMovesBringBackTheReminderThatTheFirstTook()
+    {
+        const ScheduleItem before{.title = QStringLiteral("S"), .date = {0}};
+        ScheduleItem later = before;
+        later.date = {900};
+        ScheduleItem last = before;
+        last.date = {1800};
+        const WaitingReminder due{.identifier = QStringLiteral("due")};
+        const WaitingReminder passing{.identifier = QStringLiteral("passing")};
+        const StateChange first{
+            .schedules = {editOf(before, later, 0)}, .waitingBefore = {due}, .waitingAfter = {passing}};
+        const StateChange second{.schedules = {editOf(later, last, 0)}, .waitingBefore = {passing}};
+
+        QVERIFY(isSameRecord(first, second));
+        const StateChange joined = joinedEdits(first, second);
+
+        QCOMPARE(joined.waitingBefore, QList{due});
+        QCOMPARE(joined.waitingAfter, QList<WaitingReminder>());
+        QVERIFY(*joined.schedules.constFirst().after == last);
+    }
+
     void aStepIsDescribedByWhatDiffers_data()
     {
         QTest::addColumn<StateChange>("change");
