@@ -48,7 +48,8 @@ AllDayRow allDayRow(const QList<DayEvent> &sortedEvents, const QList<QDate> &day
         result.spans.append({.row = event.row,
                              .first = std::max(0, static_cast<int>(days.first().daysTo(firstDay))),
                              .last = std::min(lastPlace, static_cast<int>(days.first().daysTo(lastDay))),
-                             .beginsEarlier = firstDay<days.first(), .endsLater = lastDay> days.last()});
+                             .beginsEarlier = (firstDay < days.first()),
+                             .endsLater = (lastDay > days.last())});
     }
     std::ranges::stable_sort(result.spans, [](const AllDaySpan &left, const AllDaySpan &right) {
         return left.first != right.first ? left.first < right.first : left.last > right.last;
