@@ -27,8 +27,10 @@ const QUrl emptyPreview(QStringLiteral("qrc:/qt-project.org/imports/Tessaly/Docu
 
 const QList<TourStop> &stops()
 {
-    static const QList<TourStop> list = QList<TourStop>{{QStringLiteral("overview"), ShellModel::Overview}} +
-                                        scheduleStops() + toDoStops() + goalStops() + documentStops() + windowStops();
+    static const QList<TourStop> list =
+        QList<TourStop>{{QStringLiteral("overview"), ShellModel::Overview},
+                        atFoot(QStringLiteral("overview-lower"), ShellModel::Overview)} +
+        scheduleStops() + toDoStops() + goalStops() + documentStops() + windowStops();
     return list;
 }
 

@@ -1,7 +1,11 @@
 #include "app/tour/TourStop.h"
+#include "model/Uuid.h"
+#include "platform/Clock.h"
 #include "store/PlannerStore.h"
 #include "views/todos/MissedReminders.h"
 #include "views/todos/ReminderViewModel.h"
+
+#include <algorithm>
 
 namespace tessaly {
 
@@ -80,6 +84,34 @@ TourStop earlierVersions()
     return {QStringLiteral("sheet-versions"), ShellModel::Reminders, open, close};
 }
 
+/// A to-do that is overdue, while it is edited.
+TourStop editedToDo()
+{
+    const auto open = [](QObject &, QObject &screen) {
+        auto &reminders = *screen.findChild<ReminderViewModel *>();
+        PlannerStore &store = *reminders.store();
+        const auto dated = std::ranges::find_if(
+            store.reminders(), [](const ReminderItem &item) { return item.dueDate && !item.isComplete; });
+        ReminderItem late = *dated;
+        late.dueDate = store.clock().now().plus(-3600);
+        store.updateReminder(late);
+        openAllGroups(reminders);
+        QMetaObject::invokeMethod(&screen, "edit", Q_ARG(int, reminders.reveal(uuidText(late.id))));
+    };
+    const auto close = [](QObject &content, QObject &screen) {
+        (void)screen.findChild<ReminderViewModel *>()->endEditing(false);
+        undoAndLeave(1)(content, screen);
+    };
+    return {QStringLiteral("todos-edit"), ShellModel::Reminders, open, close};
+}
+
+/// A title that says a time.
+void typePhrase(ReminderViewModel &reminders)
+{
+    reminders.setTitle(
+        reminders.store()->text(QStringLiteral("明天下午3点交周报"), QStringLiteral("Report by Friday 5pm")));
+}
+
 } // namespace
 
 QList<TourStop> toDoStops()
@@ -87,6 +119,8 @@ QList<TourStop> toDoStops()
     return {
         {QStringLiteral("todos"), ShellModel::Reminders},
         {QStringLiteral("todos-open"), ShellModel::Reminders, onViewModel(openAllGroups), leaveToOverview},
+        editedToDo(),
+        {QStringLiteral("todos-phrase"), ShellModel::Reminders, onViewModel(typePhrase), leaveToOverview},
         {QStringLiteral("todos-missed"), ShellModel::Reminders, onViewModel(missReminders), onViewModel(forgetMissed)},
         {QStringLiteral("todos-repeat"), ShellModel::Reminders, onViewModel(fillInRepetition), leaveToOverview},
         {QStringLiteral("todos-undo"), ShellModel::Reminders, onViewModel(deleteFirstToDo), undoAndLeave(1)},

@@ -38,7 +38,7 @@ class GoalFlow(PlannerTestCase):
     def work(self, planner, text):
         planner.press("check box", "Mend the sail")
         planner.wait_state("check box", "Mend the sail", CHECKED)
-        planner.wait("label", "50%")
+        planner.wait("push button", "50%, Sail around the isle")
         planner.press("check box", "Sail around the isle")
         planner.press("push button", text("已完成", "Completed"))
         planner.press("push button", "Sea")

@@ -101,6 +101,7 @@ class ScreenReader(PlannerTestCase):
         planner.press("push button", text("添加待办", "Add to-do"))
         planner.focus("check box", "Water the plants")
         self.orca.hear("Water the plants check box not checked")
+        self.press("Tab", text("编辑", "Edit"), "Water the plants push button")
         self.press("Tab", text("删除", "Delete"), "Water the plants push button")
 
     def week(self):

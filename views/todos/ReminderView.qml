@@ -27,7 +27,11 @@ Rectangle {
     function edit(row: int) {
         const place = viewModel.edit(row);
         list.forceLayout();
-        (list.itemAtIndex(place) as ReminderListItem)?.focusEditor();
+        const item = list.itemAtIndex(place) as ReminderListItem;
+        item?.focusEditor();
+        // Not only the field that has the focus.
+        if (item)
+            list.reveal(item);
     }
 
     /// Looks for the week to which what is dragged would move, `y` being a place in the list's content.
