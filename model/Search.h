@@ -63,6 +63,14 @@ struct SearchExcerpt
 [[nodiscard]] std::optional<SearchExcerpt> excerpt(const QString &text, const QString &folded,
                                                    const SearchQuery &query);
 
+/// The groups of letters of a query, as signatures have them. Words that are too short have none.
+struct TextProbe
+{
+    QList<quint64> groups = {};
+
+    [[nodiscard]] static TextProbe of(const SearchQuery &query);
+};
+
 /// Tells of most words that a text does not have them, in a fraction of its size (a Bloom filter of its groups of
 /// letters).
 class TextSignature
@@ -73,7 +81,8 @@ public:
     TextSignature(const QString &folded, qsizetype utf8Size);
 
     /// Never false for a word that the text has.
-    [[nodiscard]] bool mayHave(const SearchQuery &query) const;
+    [[nodiscard]] bool mayHave(const SearchQuery &query) const { return mayHave(TextProbe::of(query)); }
+    [[nodiscard]] bool mayHave(const TextProbe &probe) const;
     [[nodiscard]] qsizetype bytes() const { return m_bits.size(); }
 
 private:

@@ -17,6 +17,10 @@ namespace {
 constexpr qsizetype mostAtOnce = 500;
 /// Ranks of texts come after those of titles.
 constexpr int textRank = 100;
+/// Nobody reads on, and reading texts takes time.
+constexpr qsizetype enoughHits = 300;
+/// Notes are short: a larger signature spares reading most of them in vain.
+constexpr qsizetype signatureFactor = 3;
 
 QString titleOf(const ScheduleItem &item)
 {
@@ -46,7 +50,7 @@ RecordKey keyOf(const Record &record)
 {
     RecordKey key{.title = SearchKey::of(titleOf(record))};
     if (const QString text = textOf(record); !text.isEmpty())
-        key.text = TextSignature(searchFolded(text), text.toUtf8().size());
+        key.text = TextSignature(searchFolded(text), signatureFactor * text.toUtf8().size());
     return key;
 }
 
@@ -78,10 +82,22 @@ RecordSearch::Hits bestOf(QList<RecordSearch::Hit> hits, qsizetype most, Order o
     return {.best = hits, .count = count};
 }
 
-/// Whether the words are long enough for a signature to tell of a text that it does not have them.
-bool isForTexts(const SearchQuery &query)
+/// Adds the records whose texts have the words, as long as there are few hits.
+template <class Keys, class Record, class IsWanted>
+void addTexts(QList<RecordSearch::Hit> &hits, const Keys &keys, const QList<Record> &records, const SearchQuery &query,
+              IsWanted isWanted)
 {
-    return !query.isEmpty() && !TextSignature(QString(), 1).mayHave(query);
+    const TextProbe probe = TextProbe::of(query);
+    for (qsizetype row = 0; row < keys.known && hits.size() < enoughHits && !probe.groups.isEmpty(); ++row) {
+        const RecordKey &key = keys.keys.at(row);
+        if (key.text.bytes() == 0 || !key.text.mayHave(probe) || match(key.title, query) || !isWanted(row))
+            continue;
+        const QString text = textOf(records.at(row));
+        if (const std::optional<SearchExcerpt> piece = excerpt(text, searchFolded(text), query))
+            hits.append({.row = row,
+                         .match = {.rank = textRank, .start = piece->start, .length = piece->length},
+                         .part = piece->text});
+    }
 }
 
 template <class Keys, class Record, class IsWanted>
@@ -91,20 +107,12 @@ QList<RecordSearch::Hit> matching(const Keys &keys, const QList<Record> &records
     QList<RecordSearch::Hit> hits;
     if (query.isEmpty())
         return hits;
-    const bool looksIntoTexts = isForTexts(query);
     for (qsizetype row = 0; row < keys.known; ++row) {
-        const RecordKey &key = keys.keys.at(row);
-        if (const std::optional<SearchMatch> found = match(key.title, query)) {
-            if (isWanted(row))
-                hits.append({.row = row, .match = *found});
-        } else if (looksIntoTexts && key.text.bytes() > 0 && key.text.mayHave(query) && isWanted(row)) {
-            const QString text = textOf(records.at(row));
-            if (const std::optional<SearchExcerpt> piece = excerpt(text, searchFolded(text), query))
-                hits.append({.row = row,
-                             .match = {.rank = textRank, .start = piece->start, .length = piece->length},
-                             .part = piece->text});
-        }
+        const std::optional<SearchMatch> found = match(keys.keys.at(row).title, query);
+        if (found && isWanted(row))
+            hits.append({.row = row, .match = *found});
     }
+    addTexts(hits, keys, records, query, isWanted);
     return hits;
 }
 

@@ -47,7 +47,7 @@ public:
 
     // At most `most` of each. Of equal ones, those nearest to now come first, open to-dos before completed ones, and
     // documents as they were last changed. Titles come before texts. A text is searched for two letters or more, three
-    // of the alphabet.
+    // of the alphabet, and only while there are fewer than 300 hits.
     /// Of calendars that are shown.
     [[nodiscard]] Hits schedules(const SearchQuery &query, qsizetype most) const;
     [[nodiscard]] Hits reminders(const SearchQuery &query, qsizetype most) const;
