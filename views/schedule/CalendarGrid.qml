@@ -10,6 +10,8 @@ Card {
     id: grid
 
     required property ScheduleViewModel viewModel
+    /// What the month scrolls in.
+    required property ScrollPage scroll
     property int currentPlace: viewModel.focusedPlace
     property DayCell ringed: null
     readonly property string chosenDay: viewModel.headerTitle + viewModel.focusedPlace
@@ -82,6 +84,7 @@ Card {
             anchors.topMargin: geometry.weekdayHeight
             drag: grid.viewModel.monthDrag
             geometry: geometry
+            scroll: grid.scroll
             lines: content
         }
 

@@ -9,6 +9,7 @@ Item {
 
     required property MonthDragModel drag
     required property MonthGeometry geometry
+    required property ScrollPage scroll
     /// What the lines stand in.
     required property Item lines
     /// Where the pointer is.
@@ -46,6 +47,19 @@ Item {
         onCentroidChanged: {
             if (active && gestures.drag.isActive)
                 gestures.follow(handler.centroid.scenePosition);
+        }
+    }
+
+    TouchHold {
+        anchors.fill: parent
+        scroll: gestures.scroll
+        onTaken: at => gestures.begin(at)
+        onMoved: at => gestures.follow(at)
+        onReleased: isMoved => {
+            if (isMoved)
+                gestures.drag.drop();
+            else
+                gestures.drag.cancel();
         }
     }
 

@@ -143,6 +143,7 @@ Page {
 
         CalendarGrid {
             viewModel: model
+            scroll: page.scroll
             onDayOpened: page.scroll.glideTo(dayList)
         }
     }

@@ -3,7 +3,7 @@ import Tessaly.Schedule
 import Tessaly.Ui
 
 /// The pointer on the time area of the week: a tap on empty time chooses it; a drag moves or resizes a block, or selects
-/// a span. It lies beneath the blocks, which keep their clicks. A finger that moves scrolls the page instead.
+/// a span. It lies beneath the blocks, which keep their clicks. A finger does so once it has rested for a moment.
 Item {
     id: gestures
 
@@ -72,6 +72,19 @@ Item {
         onCentroidChanged: {
             if (active && gestures.drag.isActive)
                 gestures.followTo(handler.centroid.scenePosition);
+        }
+    }
+
+    TouchHold {
+        anchors.fill: parent
+        scroll: gestures.scroll
+        onTaken: at => gestures.begin(at, at)
+        onMoved: at => gestures.followTo(at)
+        onReleased: isMoved => {
+            if (isMoved)
+                gestures.drag.drop();
+            else
+                gestures.drag.cancel();
         }
     }
 

@@ -189,6 +189,21 @@ Item {
             compare(TestPlanner.timesOf("L"), "2026-09-10 09:00 – 2026-09-10 10:00");
         }
 
+        function test_a_finger_that_rests_takes_a_line_of_the_month() {
+            TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
+            press("Month");
+            waitForRendering(screen);
+            const from = center(line("A"));
+            const to = center(shown("Friday, September 11, 2026"));
+            const finger = touchEvent(root);
+            finger.press(1, root, from.x, from.y).commit();
+            tryVerify(() => line("A").opacity < 0.5, 3000, "the finger has rested");
+            for (let step = 1; step <= 8; ++step)
+                finger.move(1, root, from.x + (to.x - from.x) * step / 8, from.y + (to.y - from.y) * step / 8).commit();
+            finger.release(1, root, to.x, to.y).commit();
+            compare(TestPlanner.timesOf("A"), "2026-09-11 09:00 – 2026-09-11 10:00");
+        }
+
         function test_keys_walk_in_the_day_list_and_open_a_note_data() {
             return [{tag: "week"}, {tag: "month"}];
         }

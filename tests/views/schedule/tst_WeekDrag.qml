@@ -171,6 +171,37 @@ Item {
             verify(TestPlanner.timesOf("A") > "2026-09-09 13");
         }
 
+        function test_a_finger_that_rests_takes_a_block_and_one_that_moves_scrolls() {
+            root.height = 420;
+            waitForRendering(screen);
+            TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
+            const from = at(wednesday, 570);
+            const scroll = findChild(screen, "page");
+            const finger = touchEvent(root);
+            const moveFinger = (dx, dy) => {
+                for (let step = 1; step <= 10; ++step)
+                    finger.move(1, root, from.x + dx * step / 10, from.y + dy * step / 10).commit();
+            };
+            finger.press(1, root, from.x, from.y).commit();
+            moveFinger(0, -120);
+            finger.release(1, root, from.x, from.y - 120).commit();
+            tryVerify(() => scroll.contentY > 60);
+            tryVerify(() => !scroll.moving);
+            compare(TestPlanner.timesOf("A"), "2026-09-09 09:00 – 2026-09-09 10:00");
+            verify(named("Close") === null);
+
+            scroll.contentY = 0;
+            waitForRendering(screen);
+            finger.press(1, root, from.x, from.y).commit();
+            tryVerify(() => shown(wednesday + ", A").opacity < 0.5, 3000, "the finger has rested");
+            moveFinger(0, 84);
+            finger.release(1, root, from.x, from.y + 84).commit();
+            compare(TestPlanner.timesOf("A"), "2026-09-09 11:00 – 2026-09-09 12:00");
+            compare(scroll.contentY, 0);
+            verify(named("Close") === null, "a drag is no tap");
+            verify(scroll.interactive);
+        }
+
         function test_waiting_at_the_side_turns_the_week() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
             const from = at(wednesday, 570);
