@@ -1,5 +1,6 @@
 #include "bench/Bench.h"
 #include "store/DocumentSearch.h"
+#include "store/PlannerSearch.h"
 #include "store/RecordSearch.h"
 #include "tests/store/StoreUnderTest.h"
 #include "tests/support/RecordGenerator.h"
@@ -57,6 +58,9 @@ TESSALY_BENCH(search)
     PaletteModel palette;
     palette.setStore(&store);
     palette.begin();
+    QEventLoop preparation;
+    QObject::connect(&PlannerSearch::of(store), &PlannerSearch::prepared, &preparation, &QEventLoop::quit);
+    preparation.exec();
     const QStringList typed{u"a"_s, u"re"_s, u"nothing of this"_s, u"zzq"_s, u"lunch tomorrow 12:30"_s};
     int turn = 0;
     const QString frame = u"one frame, 16 ms"_s;

@@ -31,6 +31,7 @@ Item {
             Qt.callLater(watch.look); // qmllint disable
         }
 
+        enabled: watch.isOn
         target: watch.Window.window
     }
 

@@ -82,6 +82,11 @@ Item {
         (content.item as ReminderRow)?.focusEditor();
     }
 
+    function cancelDrag() {
+        drag.isCancelled = true;
+        dragEnded(true);
+    }
+
     function reportPlace() {
         draggedTo(drag.centroid.pressPosition.y + drag.offset + scrolledBy);
     }
@@ -111,24 +116,13 @@ Item {
         isLast: row.isLast
     }
 
-    Rectangle {
-        x: row.columnX + 1
-        y: row.gap + 1
-        width: row.columnWidth - 2
-        height: content.height - (row.isLast ? 2 : 1)
-        radius: row.isLast ? Theme.cardRadius - 1 : 0
-        color: Theme.accentSoft
-        border.width: 2
-        border.color: Theme.accent
-        visible: row.isTarget
-    }
-
-    PopupFrame {
-        x: row.columnX + 8
-        y: content.y
-        width: row.columnWidth - 16
-        height: content.height
-        visible: row.isDragged
+    Loader {
+        x: row.columnX + (row.isDragged ? 8 : 1)
+        y: content.y + (row.isDragged ? 0 : 1)
+        width: row.columnWidth - 2 * (row.isDragged ? 8 : 1)
+        height: content.height - (row.isDragged ? 0 : row.isLast ? 2 : 1)
+        active: row.isDragged || row.isTarget
+        sourceComponent: row.isDragged ? draggedGround : targetGround
     }
 
     DragHandler {
@@ -162,15 +156,6 @@ Item {
         }
     }
 
-    Shortcut {
-        enabled: row.isDragged
-        sequence: "Esc"
-        onActivated: {
-            drag.isCancelled = true;
-            row.dragEnded(true);
-        }
-    }
-
     Loader {
         id: content
 
@@ -189,6 +174,23 @@ Item {
     }
 
     // qmllint disable unqualified
+    Component {
+        id: draggedGround
+
+        PopupFrame {}
+    }
+
+    Component {
+        id: targetGround
+
+        Rectangle {
+            radius: row.isLast ? Theme.cardRadius - 1 : 0
+            color: Theme.accentSoft
+            border.width: 2
+            border.color: Theme.accent
+        }
+    }
+
     Component {
         id: header
 

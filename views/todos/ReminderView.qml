@@ -123,6 +123,12 @@ Rectangle {
         Accessible.ignored: text === "" || missedReminders.count === 0
     }
 
+    Shortcut {
+        enabled: screen.draggedRow >= 0
+        sequence: "Esc"
+        onActivated: (list.itemAtIndex(screen.draggedRow) as ReminderListItem)?.cancelDrag()
+    }
+
     // For a screen reader only: on the screen the header of the closed group flashes.
     Item {
         id: news
