@@ -35,7 +35,7 @@ Item {
 
         x: Math.round(Math.max(0, Math.min(ghost.geometry.width - width, ghost.gestures.at.x - 24)))
         y: Math.round(ghost.gestures.at.y - height / 2)
-        width: Math.round(Math.min(ghost.geometry.columnWidth - 12, text.x + text.implicitWidth + 8))
+        width: Math.round(Math.min(200, text.x + text.implicitWidth + 8))
         height: 22
         radius: Theme.blockRadius
         color: Theme.tint(ghost.fullColor, 0.26)
