@@ -35,7 +35,8 @@ struct Schema<ScheduleItem>
                   Field<"calendarEventIdentifier", &ScheduleItem::calendarEventIdentifier, Presence::Optional>,
                   Field<"calendarIdentifier", &ScheduleItem::calendarIdentifier, Presence::Optional>,
                   Field<"calendarColorHex", &ScheduleItem::calendarColorHex, Presence::Optional>,
-                  Field<"leadMinutes", &ScheduleItem::leadMinutes, Presence::Optional>>;
+                  Field<"leadMinutes", &ScheduleItem::leadMinutes, Presence::Optional>,
+                  Field<"plannedItemID", &ScheduleItem::plannedItemID, Presence::Optional>>;
 };
 
 template <>

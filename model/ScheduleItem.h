@@ -45,6 +45,9 @@ struct ScheduleItem
     std::optional<QString> calendarColorHex = {};
     /// Minutes before the start at which the user is reminded; below zero never. Absent: as the calendar says.
     std::optional<double> leadMinutes = {};
+    /// The to-do or the task of a goal that it gives time to. The schedule is done when that is complete; without it,
+    /// the schedule stays as it is.
+    std::optional<QUuid> plannedItemID = {};
 
     /// The explicit end, or one hour after the start.
     [[nodiscard]] Instant end() const { return endDate.value_or(date.plus(defaultScheduleSeconds)); }

@@ -111,6 +111,16 @@ FormTimes draggedTimes(const WeekDrag &drag, const WeekPoint &pointer, int stepM
     return drag.times;
 }
 
+FormTimes hourAround(const WeekPoint &pointer, int firstMinute, int lastMinute, int stepMinutes,
+                     const UserCalendar &calendar)
+{
+    constexpr int hourMinutes = 60;
+    const auto minute = static_cast<int>(std::lround((pointer.minute - hourMinutes / 2.0) / stepMinutes)) * stepMinutes;
+    const Instant start =
+        at(pointer.day, std::clamp(minute, firstMinute, std::max(lastMinute - hourMinutes, firstMinute)), calendar);
+    return {start, start.plus(defaultScheduleSeconds)};
+}
+
 QString lengthText(const FormTimes &times, bool isEnglish)
 {
     const auto minutes = static_cast<int>((times.end.seconds - times.start.seconds) / 60);

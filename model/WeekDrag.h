@@ -37,6 +37,10 @@ inline constexpr int fineDragStepMinutes = 5;
 [[nodiscard]] FormTimes draggedTimes(const WeekDrag &drag, const WeekPoint &pointer, int stepMinutes,
                                      const UserCalendar &calendar);
 
+/// The hour that has the pointer in its middle: whole steps of the clock, inside the shown hours as far as they last.
+[[nodiscard]] FormTimes hourAround(const WeekPoint &pointer, int firstMinute, int lastMinute, int stepMinutes,
+                                   const UserCalendar &calendar);
+
 /// The times so many days on by the calendar, and so many minutes on in real time.
 [[nodiscard]] FormTimes movedTimes(const FormTimes &times, int days, int minutes, const UserCalendar &calendar);
 

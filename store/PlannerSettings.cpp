@@ -79,6 +79,7 @@ void PlannerSettings::load()
     m_interfaceLanguage =
         appLanguageFromRawValue(preferences.get<QString>(keys::interfaceLanguage).value_or(QString()));
     m_preferredName = preferences.get<QString>(keys::preferredName).value_or(QString());
+    m_isPlanShown = preferences.get<bool>(keys::isPlanShown).value_or(false);
     // The stored flag is never read: the system has the current state.
     m_launchAtLogin = m_ports.loginItem.isEnabled();
     m_selectedCalendarIDs = storedIdentifiers(preferences, keys::selectedCalendarIDs);
@@ -139,6 +140,11 @@ void PlannerSettings::setDisplayEndHour(int hour)
 {
     const int end = std::max(hour, m_displayStartHour + 1);
     assign(m_displayEndHour, end, keys::displayEndHour, qint64{end}, &PlannerSettings::displayHoursChanged);
+}
+
+void PlannerSettings::setPlanShown(bool isShown)
+{
+    assign(m_isPlanShown, isShown, keys::isPlanShown, isShown, &PlannerSettings::isPlanShownChanged);
 }
 
 void PlannerSettings::setLaunchAtLogin(bool isEnabled)

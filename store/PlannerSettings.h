@@ -42,6 +42,7 @@ class PlannerSettings : public QObject
     Q_PROPERTY(int displayStartHour READ displayStartHour NOTIFY displayHoursChanged)
     Q_PROPERTY(int displayEndHour READ displayEndHour NOTIFY displayHoursChanged)
     Q_PROPERTY(tessaly::DisplayChoices *displayChoices READ displayChoices CONSTANT)
+    Q_PROPERTY(bool isPlanShown READ isPlanShown WRITE setPlanShown NOTIFY isPlanShownChanged)
 
 public:
     ~PlannerSettings() override;
@@ -68,6 +69,8 @@ public:
     [[nodiscard]] int displayEndHour() const { return m_displayEndHour; }
     [[nodiscard]] DisplayChoices *displayChoices() { return &m_displayChoices; }
     [[nodiscard]] const WeekOptions &weekOptions() const { return m_displayChoices.options(); }
+    /// Whether the panel that plans the day is open beside the week.
+    [[nodiscard]] bool isPlanShown() const { return m_isPlanShown; }
     [[nodiscard]] AppLanguage interfaceLanguage() const { return m_interfaceLanguage; }
     [[nodiscard]] bool isEnglish() const { return m_interfaceLanguage == AppLanguage::English; }
     [[nodiscard]] const QString &preferredName() const { return m_preferredName; }
@@ -76,6 +79,7 @@ public:
     void setSelectedCalendarIDs(const QSet<QString> &identifiers);
     void setVisibleCalendarIDs(const QSet<QString> &identifiers);
     void setAutomaticCalendarSync(bool isOn);
+    void setPlanShown(bool isShown);
     void setInterfaceLanguage(AppLanguage language);
     void setPreferredName(const QString &name);
     /// Sets the start to at most one hour before the end.
@@ -126,6 +130,7 @@ signals:
     void visibleCalendarIDsChanged();
     void automaticCalendarSyncChanged();
     void displayHoursChanged();
+    void isPlanShownChanged();
     void interfaceLanguageChanged();
     void preferredNameChanged();
     void launchAtLoginChanged();
@@ -179,6 +184,7 @@ private:
     int m_displayEndHour = 24;
     bool m_automaticCalendarSync = true;
     bool m_launchAtLogin = false;
+    bool m_isPlanShown = false;
 };
 
 } // namespace tessaly

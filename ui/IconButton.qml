@@ -7,6 +7,8 @@ PushButton {
 
     required property string iconName
     property int iconSize: 16
+    /// What it opens is open.
+    property bool isOn: false
     /// What the button opens beside itself, if anything.
     property T.Popup popup: null
 
@@ -15,7 +17,7 @@ PushButton {
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: button.down ? Theme.pressed : button.hovered ? Theme.hover : Theme.transparent
+        color: button.down ? Theme.pressed : button.isOn ? Theme.selected : button.hovered ? Theme.hover : Theme.transparent
 
         FocusRing {
             visible: button.visualFocus
@@ -27,7 +29,7 @@ PushButton {
             anchors.centerIn: parent
             name: button.iconName
             size: button.iconSize
-            color: !button.enabled ? Theme.textDisabled : button.hovered ? Theme.text : Theme.textSecondary
+            color: !button.enabled ? Theme.textDisabled : button.isOn ? Theme.accentText : button.hovered ? Theme.text : Theme.textSecondary
         }
     }
 

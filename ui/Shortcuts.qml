@@ -25,6 +25,8 @@ QtObject {
     readonly property string endLater: "Shift+↓"
     readonly property string moveUp: "Ctrl+↑"
     readonly property string moveDown: "Ctrl+↓"
+    readonly property string plan: "Ctrl+Shift+P"
+    readonly property string choosePlan: "P"
     readonly property string addReminder: "Ctrl+Enter"
     readonly property string saveDocument: "Ctrl+S"
     readonly property string closeDocument: "Ctrl+W"
@@ -67,6 +69,8 @@ QtObject {
                 rows: [
                     row(Language.text("上一页、下一页", "Previous, next"), [previous, next], or),
                     row(Language.text("今天", "Today"), [todayAlways, today], or),
+                    row(Language.text("计划", "Plan"), [plan]),
+                    row(Language.text("在计划中选择", "Choose in the plan"), [choosePlan]),
                     row(Language.text("移动 15 分钟", "Move by 15 minutes"), [moveUp, moveDown], or),
                     row(Language.text("移动一天", "Move by a day"), [dayBefore, dayAfter], or),
                     row(Language.text("调整结束时间", "Change the end"), [endEarlier, endLater], or)

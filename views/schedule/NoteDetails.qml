@@ -39,6 +39,24 @@ Column {
     }
 
     NoteDetail {
+        id: planned
+
+        visible: tick.title !== ""
+        label: details.note?.isOfGoalTask ? Language.text("目标任务", "Goal task") : Language.text("待办", "To-do")
+        value: ""
+
+        NoteTick {
+            id: tick
+
+            y: -4
+            width: parent.width
+            title: details.note?.plannedTitle ?? ""
+            isComplete: details.note?.isPlannedComplete ?? false
+            onToggled: details.note.togglePlanned()
+        }
+    }
+
+    NoteDetail {
         id: tasks
 
         label: Language.text("任务", "Tasks")
@@ -51,37 +69,11 @@ Column {
             Repeater {
                 model: details.note?.tasks ?? null
 
-                Item {
-                    id: task
-
+                NoteTick {
                     required property int index
-                    required property string title
-                    required property bool isComplete
 
                     width: parent.width
-                    height: Math.max(30, text.height + 8)
-
-                    CompletionCircle {
-                        id: circle
-
-                        x: -5
-                        y: 1
-                        isComplete: task.isComplete
-                        itemTitle: task.title
-                        onClicked: details.note.toggleTask(task.index)
-                    }
-
-                    AppText {
-                        id: text
-
-                        x: 28
-                        y: 4
-                        width: parent.width - x
-                        isMultiline: true
-                        text: task.title
-                        color: task.isComplete ? Theme.textTertiary : Theme.text
-                        Accessible.ignored: true
-                    }
+                    onToggled: details.note.toggleTask(index)
                 }
             }
         }

@@ -1,5 +1,6 @@
 import QtQuick
 import Tessaly.Schedule
+import Tessaly.Store
 import Tessaly.Ui
 
 /// Title, shown days, scope, navigation and the buttons of the settings sheets. The days go beneath the title, and the
@@ -9,6 +10,7 @@ Item {
 
     required property ScheduleViewModel viewModel
 
+    readonly property alias planButton: planButton
     readonly property bool isNarrow: width < 700
     readonly property real gap: isNarrow ? 8 : 12
     readonly property real toolsRoom: 10 + tools.width + tools.anchors.rightMargin
@@ -49,8 +51,8 @@ Item {
         id: tools
 
         anchors.right: parent.right
-        // The glyphs, not the buttons' invisible outlines, end at the page's edge.
-        anchors.rightMargin: header.isNarrow ? -8 : 0
+        // The glyphs, not the buttons' invisible outlines, end at the page's edge; that of an open plan is visible.
+        anchors.rightMargin: header.isNarrow && !planButton.visible ? -8 : 0
         y: header.isWrapped ? header.titleHeight + 8 : Math.round((header.titleHeight - height) / 2)
         spacing: header.gap
 
@@ -114,6 +116,18 @@ Item {
                 iconName: "refresh-cw"
                 text: Language.text("同步设置", "Sync settings")
                 onClicked: header.viewModel.sheets.openSyncSettings()
+            }
+
+            IconButton {
+                id: planButton
+
+                visible: header.viewModel.scope === ScheduleViewModel.Week
+                iconName: "panel-right"
+                text: Language.text("计划", "Plan")
+                isOn: PlannerStore.isPlanShown
+                Accessible.checkable: true
+                Accessible.checked: isOn
+                onClicked: PlannerStore.isPlanShown = !PlannerStore.isPlanShown
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "model/LeadTime.h"
 #include "model/ScheduleColors.h"
+#include "store/PlannedItems.h"
 #include "store/PlannerStore.h"
 
 #include <algorithm>
@@ -27,6 +28,8 @@ ScheduleNoteModel::ScheduleNoteModel(PlannerStore &store, const ScheduleItem &it
     connect(&store, &PlannerStore::interfaceLanguageChanged, this, &ScheduleNoteModel::languageChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::languageChanged);
     connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::fieldsChanged);
+    connect(&store, &PlannerStore::remindersChanged, this, &ScheduleNoteModel::plannedItemChanged);
+    connect(&store, &PlannerStore::goalsChanged, this, &ScheduleNoteModel::plannedItemChanged);
     takeUpTyped(m_draft, store.noteDrafts().draft(item.id));
     m_isBroughtBack = !typedFields(m_draft, m_opened).isEmpty();
     refreshTasks();
@@ -41,6 +44,17 @@ ScheduleNoteModel::~ScheduleNoteModel()
 {
     if (m_draftTimer.isActive())
         keepDraft();
+}
+
+PlannedItem ScheduleNoteModel::planned() const
+{
+    return plannedItem(m_draft.item, m_store.data()).value_or(PlannedItem());
+}
+
+void ScheduleNoteModel::togglePlanned()
+{
+    if (m_draft.item.plannedItemID)
+        togglePlannedItem(m_store, *m_draft.item.plannedItemID);
 }
 
 void ScheduleNoteModel::onTyped()

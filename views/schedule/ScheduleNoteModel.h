@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/DayPlan.h"
 #include "model/DisplayTitle.h"
 #include "model/ScheduleDraft.h"
 #include "views/RowListModel.h"
@@ -47,6 +48,9 @@ class ScheduleNoteModel : public QObject
     Q_PROPERTY(int leadChoice READ leadChoice WRITE setLeadChoice NOTIFY fieldsChanged)
     Q_PROPERTY(QStringList leadChoices READ leadChoices NOTIFY languageChanged)
     Q_PROPERTY(QAbstractItemModel *tasks READ tasks CONSTANT)
+    Q_PROPERTY(QString plannedTitle READ plannedTitle NOTIFY plannedItemChanged)
+    Q_PROPERTY(bool isOfGoalTask READ isOfGoalTask NOTIFY plannedItemChanged)
+    Q_PROPERTY(bool isPlannedComplete READ isPlannedComplete NOTIFY plannedItemChanged)
     Q_PROPERTY(int taskCount READ taskCount NOTIFY tasksChanged)
 
 public:
@@ -86,6 +90,13 @@ public:
     [[nodiscard]] RowListModel<NoteTaskRow> *tasks() { return &m_tasks; }
     [[nodiscard]] int taskCount() const { return static_cast<int>(m_draft.tasks.size()); }
 
+    /// The to-do or goal task that the schedule gives time to; empty when there is none.
+    [[nodiscard]] QString plannedTitle() const { return planned().title; }
+    [[nodiscard]] bool isOfGoalTask() const { return planned().isGoalTask; }
+    [[nodiscard]] bool isPlannedComplete() const { return planned().isComplete; }
+    /// Completes it, or opens it again.
+    Q_INVOKABLE void togglePlanned();
+
     Q_INVOKABLE void startEditing();
     /// Back to view mode; what was typed is lost.
     Q_INVOKABLE void cancel();
@@ -115,12 +126,14 @@ signals:
     void languageChanged();
     void fieldsChanged();
     void tasksChanged();
+    void plannedItemChanged();
     void saved(const tessaly::ScheduleItem &item);
     void removed(const tessaly::ScheduleItem &item);
     void duplicated(const tessaly::ScheduleItem &item);
     void closed();
 
 private:
+    [[nodiscard]] PlannedItem planned() const;
     [[nodiscard]] bool hasTask(int row) const { return row >= 0 && row < m_draft.tasks.size(); }
     template <class Change>
     void changeTask(int row, Change change)

@@ -48,6 +48,7 @@ Page {
     }
 
     isLimited: false
+    sideRoom: side.room
     status: PlannerStore.calendarSyncMessage
     statusLine.isFailure: PlannerStore.isSyncMessageFailure
     // A sheet shows it too, where it may be held.
@@ -66,11 +67,15 @@ Page {
     }
 
     ScheduleHeader {
+        id: header
+
         width: page.contentWidth
         viewModel: model
     }
 
     Body {
+        id: weekBody
+
         width: page.contentWidth
         isShown: model.scope === ScheduleViewModel.Week
         sourceComponent: week
@@ -150,6 +155,18 @@ Page {
 
     // qmllint enable unqualified
 
+    PlanSide {
+        id: side
+
+        parent: page
+        anchors.fill: parent
+        viewModel: model
+        timeline: weekBody.item as WeekTimeline
+        opener: header.planButton
+        isUncovered: page.isUncovered
+        onRefused: reason => page.tell(reason, false)
+    }
+
     RepaintArea {
         id: all
 
@@ -175,6 +192,7 @@ Page {
 
         parent: page
         anchors.horizontalCenter: parent.horizontalCenter
+        anchors.horizontalCenterOffset: -side.room / 2
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 24 + (page.status === "" ? 0 : Theme.statusHeight)
         action: isElsewhere ? Language.text("显示", "Show") : ""

@@ -37,6 +37,7 @@ class ScheduleViewModel : public QObject
     Q_PROPERTY(int dayCount READ dayCount NOTIFY titlesChanged)
     Q_PROPERTY(QStringList weekNumbers READ weekNumbers NOTIFY titlesChanged)
     Q_PROPERTY(bool hasDayNotes READ hasDayNotes NOTIFY titlesChanged)
+    Q_PROPERTY(QString focusedDate READ focusedDate NOTIFY titlesChanged)
     Q_PROPERTY(QString dayListTitle READ dayListTitle NOTIFY titlesChanged)
     Q_PROPERTY(int startHour READ startHour NOTIFY measuresChanged)
     Q_PROPERTY(int hourCount READ hourCount NOTIFY measuresChanged)
@@ -83,6 +84,8 @@ public:
     [[nodiscard]] QStringList weekNumbers() const;
     /// Whether each day has a note, such as its lunar day.
     [[nodiscard]] bool hasDayNotes() const { return m_store && m_store->weekOptions().showsChineseCalendar; }
+    /// The focus day, ISO 8601.
+    [[nodiscard]] QString focusedDate() const { return m_store ? focusDay().toString(Qt::ISODate) : QString(); }
     /// The focus day's date and "schedule".
     [[nodiscard]] QString dayListTitle() const;
 

@@ -1,12 +1,15 @@
 #include "views/schedule/WeekDragModel.h"
 
 #include "model/DisplayTitle.h"
+#include "model/ScheduleColors.h"
+#include "store/PlannedItems.h"
 #include "store/PlannerStore.h"
 #include "store/RecordRows.h"
 #include "views/schedule/ScheduleContents.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tessaly {
 
@@ -100,6 +103,7 @@ WeekDragKind WeekDragModel::kind() const
 {
     switch (m_hold) {
     case Hold::Block:
+    case Hold::Item:
         return WeekDragKind::Move;
     case Hold::Top:
         return WeekDragKind::ResizeStart;
@@ -111,6 +115,89 @@ WeekDragKind WeekDragModel::kind() const
     return WeekDragKind::Select;
 }
 
+WeekDrag WeekDragModel::dragFrom(const WeekPoint &pressed) const
+{
+    const auto hours = static_cast<int>(std::lround(m_measures.totalHeight / m_measures.hourHeight));
+    return {.kind = kind(),
+            .pressed = pressed,
+            .firstMinute = m_measures.startHour * 60,
+            .lastMinute = (m_measures.startHour + hours) * 60};
+}
+
+void WeekDragModel::beginItem(const QString &itemId, const QString &title)
+{
+    cancel();
+    if (m_days.isEmpty() || m_measures.totalHeight <= 0)
+        return;
+    m_hold = Hold::Item;
+    m_isOutside = true;
+    m_row = {.id = QUuid(itemId), .title = title, .colorKey = scheduleColor({}, {})};
+    m_drag = dragFrom({m_days.constFirst(), 0});
+    emit changed();
+}
+
+void WeekDragModel::placeItem(const QString &itemId, const QString &title, double start)
+{
+    beginItem(itemId, title);
+    if (!m_drag)
+        return;
+    m_isOutside = false;
+    m_times = {{start}, Instant{start}.plus(defaultScheduleSeconds)};
+    emit changed();
+}
+
+void WeekDragModel::leave()
+{
+    if (m_drag && !std::exchange(m_isOutside, true))
+        emit changed();
+}
+
+int WeekDragModel::shiftItem(int days, int minutes)
+{
+    if (m_hold != Hold::Item || !m_drag)
+        return 0;
+    const UserCalendar &calendar = m_store->calendar();
+    FormTimes times = movedTimes(m_times, days, minutes, calendar);
+    const auto isHidden = [&] {
+        return m_store->weekOptions().hidesWeekend && calendar.day(times.start).dayOfWeek() > Qt::Friday;
+    };
+    while (days != 0 && isHidden())
+        times = movedTimes(times, days, 0, calendar);
+    const QDate day = calendar.day(times.start);
+    const int minute = calendar.minuteOfDay(times.start);
+    const bool isShown =
+        minute >= m_drag->firstMinute && minute + 60 <= std::max(m_drag->lastMinute, m_drag->firstMinute + 60);
+    if (minutes != 0 && (!isShown || day != calendar.day(m_times.start)))
+        return 0;
+    m_times = times;
+    emit changed();
+    return day < m_days.constFirst() ? -1 : day > m_days.constLast() ? 1 : 0;
+}
+
+QString WeekDragModel::spokenTimes() const
+{
+    return m_store->text(QStringLiteral("%1，%2 至 %3"), QStringLiteral("%1, %2 to %3"))
+        .arg(planDayText(m_store->calendar().day(m_times.start), m_store->isEnglish()), startText(), endText());
+}
+
+QString WeekDragModel::itemId() const
+{
+    return m_drag && m_hold == Hold::Item ? m_row.id.toString() : QString();
+}
+
+double WeekDragModel::itemStart() const
+{
+    const bool isThere = m_drag && m_hold == Hold::Item && !m_isOutside;
+    return isThere ? m_times.start.seconds : std::numeric_limits<double>::quiet_NaN();
+}
+
+FormTimes WeekDragModel::timesAt(const WeekPoint &point, int stepMinutes) const
+{
+    if (m_hold == Hold::Item)
+        return hourAround(point, m_drag->firstMinute, m_drag->lastMinute, stepMinutes, m_store->calendar());
+    return draggedTimes(*m_drag, point, stepMinutes, m_store->calendar());
+}
+
 bool WeekDragModel::begin(double x, double y)
 {
     cancel();
@@ -118,11 +205,8 @@ bool WeekDragModel::begin(double x, double y)
         return false;
     m_hold = holdAt(x, y);
     m_row = m_blocks.rows().value(rowAt({x, y}));
-    WeekDrag drag{.kind = kind(),
-                  .pressed = weekPoint({x, y}),
-                  .firstMinute = m_measures.startHour * 60,
-                  .lastMinute = m_measures.startHour * 60 +
-                                static_cast<int>(std::lround(m_measures.totalHeight / m_measures.hourHeight)) * 60};
+    m_isOutside = false;
+    WeekDrag drag = dragFrom(weekPoint({x, y}));
     if (m_hold != Hold::Empty) {
         const qsizetype row = rowOf(m_store->schedules(), m_row.id);
         if (row < 0)
@@ -144,9 +228,9 @@ void WeekDragModel::moveTo(double x, double y, bool isFine)
 {
     if (!m_drag)
         return;
-    const FormTimes times =
-        draggedTimes(*m_drag, weekPoint({x, y}), isFine ? fineDragStepMinutes : dragStepMinutes, m_store->calendar());
-    if (std::exchange(m_times, times) != times)
+    const FormTimes times = timesAt(weekPoint({x, y}), isFine ? fineDragStepMinutes : dragStepMinutes);
+    const bool hasEntered = std::exchange(m_isOutside, false);
+    if (std::exchange(m_times, times) != times || hasEntered)
         emit changed();
 }
 
@@ -156,9 +240,13 @@ void WeekDragModel::drop()
         return;
     const FormTimes times = m_times;
     const FormTimes former = m_drag->times;
-    const bool isSelection = m_hold == Hold::Empty;
+    const bool isDropped = !m_isOutside;
     cancel();
-    if (isSelection)
+    if (!isDropped)
+        return;
+    if (m_hold == Hold::Item)
+        planItem(*m_store, m_row.id, times);
+    else if (m_hold == Hold::Empty)
         emit spanSelected(times);
     else if (times != former)
         reschedule(*m_store, m_row.id, times, true);
@@ -176,12 +264,13 @@ int WeekDragModel::draggedRow() const
 {
     const QList<BlockRow> &rows = m_blocks.rows();
     const auto found = std::ranges::find(rows, m_row.id, &BlockRow::id);
-    return m_drag && m_hold != Hold::Empty && found != rows.cend() ? static_cast<int>(found - rows.cbegin()) : -1;
+    const bool isOfBlock = m_hold != Hold::Empty && m_hold != Hold::Item;
+    return m_drag && isOfBlock && found != rows.cend() ? static_cast<int>(found - rows.cbegin()) : -1;
 }
 
 QRectF WeekDragModel::frame() const
 {
-    return m_drag ? fullFrame(m_times, m_days, m_measures, m_dayWidth, m_store->calendar()) : QRectF();
+    return m_drag && !m_isOutside ? fullFrame(m_times, m_days, m_measures, m_dayWidth, m_store->calendar()) : QRectF();
 }
 
 double WeekDragModel::startY() const

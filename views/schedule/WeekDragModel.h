@@ -35,10 +35,12 @@ class WeekDragModel : public QObject
     Q_PROPERTY(QString lengthText READ lengthText NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString colorKey READ colorKey NOTIFY changed)
+    Q_PROPERTY(QString itemId READ itemId NOTIFY changed)
+    Q_PROPERTY(double itemStart READ itemStart NOTIFY changed)
 
 public:
-    /// What lies under the pointer.
-    enum class Hold { Empty, Block, Top, Bottom };
+    /// What lies under the pointer; an item of the plan comes from elsewhere.
+    enum class Hold { Empty, Block, Top, Bottom, Item };
 
     /// The rows are those of the shown blocks; they must outlive it.
     explicit WeekDragModel(const BlockModel &blocks, QObject *parent = nullptr);
@@ -50,6 +52,17 @@ public:
     [[nodiscard]] Hold holdAt(double x, double y) const;
     Q_INVOKABLE [[nodiscard]] bool isEmptyAt(double x, double y) const { return holdAt(x, y) == Hold::Empty; }
     Q_INVOKABLE [[nodiscard]] bool isEdgeAt(double x, double y) const { return holdAt(x, y) > Hold::Block; }
+    /// An item of the plan comes to the week: by the pointer, which is not in the week yet, or to be placed by keys
+    /// from the start on, in seconds as in Instant.
+    Q_INVOKABLE void beginItem(const QString &itemId, const QString &title);
+    Q_INVOKABLE void placeItem(const QString &itemId, const QString &title, double start);
+    /// The pointer is not in the week: nothing would be dropped.
+    Q_INVOKABLE void leave();
+    /// Moves the item so many days and minutes on, within the shown hours. -1 or 1 when that leads before or after the
+    /// shown days, else 0.
+    Q_INVOKABLE int shiftItem(int days, int minutes);
+    /// Date, start and end of what is dragged.
+    Q_INVOKABLE [[nodiscard]] QString spokenTimes() const;
     /// The pointer was pressed there and has moved far enough. False when what is there cannot be dragged, which
     /// refused() explains.
     Q_INVOKABLE bool begin(double x, double y);
@@ -61,7 +74,7 @@ public:
     Q_INVOKABLE [[nodiscard]] int draggedRow() const;
 
     [[nodiscard]] bool isActive() const { return m_drag.has_value(); }
-    [[nodiscard]] bool isMove() const { return isActive() && m_hold == Hold::Block; }
+    [[nodiscard]] bool isMove() const { return isActive() && (m_hold == Hold::Block || m_hold == Hold::Item); }
     [[nodiscard]] bool isSelection() const { return m_hold == Hold::Empty; }
     /// Whether it resizes a block by its upper edge.
     [[nodiscard]] bool isOfTop() const { return m_hold == Hold::Top; }
@@ -77,6 +90,10 @@ public:
     [[nodiscard]] QString lengthText() const;
     [[nodiscard]] QString title() const { return m_row.title; }
     [[nodiscard]] QString colorKey() const { return m_row.colorKey; }
+    /// The item of the plan that is on its way; empty when there is none.
+    [[nodiscard]] QString itemId() const;
+    /// Where it would begin, in seconds as in Instant; NaN while it is not in the week.
+    [[nodiscard]] double itemStart() const;
 
 signals:
     void changed();
@@ -87,6 +104,8 @@ private:
     [[nodiscard]] qsizetype rowAt(QPointF point) const;
     [[nodiscard]] WeekPoint weekPoint(QPointF point) const;
     [[nodiscard]] WeekDragKind kind() const;
+    [[nodiscard]] WeekDrag dragFrom(const WeekPoint &pressed) const;
+    [[nodiscard]] FormTimes timesAt(const WeekPoint &point, int stepMinutes) const;
 
     const BlockModel &m_blocks;
     PlannerStore *m_store = nullptr;
@@ -95,6 +114,7 @@ private:
     double m_dayWidth = 0;
     std::optional<WeekDrag> m_drag;
     Hold m_hold = Hold::Empty;
+    bool m_isOutside = false;
     BlockRow m_row;
     FormTimes m_times;
 };

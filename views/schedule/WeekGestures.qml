@@ -20,16 +20,37 @@ Item {
 
     /// In the scene.
     property point pointer: Qt.point(0, 0)
+    property bool isFine: false
 
     function followTo(place: point) {
         pointer = place;
+        isFine = handler.centroid.modifiers & Qt.ShiftModifier;
         follow();
+    }
+
+    /// An item of the plan is dragged over the week, or beside it.
+    function followItem(place: point, isFine: bool) {
+        pointer = place;
+        gestures.isFine = isFine;
+        const here = mapFromItem(null, place);
+        const isVisible = scroll.contains(scroll.mapFromItem(null, place));
+        if (isVisible && here.x >= -geometry.hourColumn && here.x < width && here.y >= 0 && here.y < height) {
+            follow();
+        } else {
+            drag.leave();
+            rest();
+        }
+    }
+
+    function rest() {
+        side = 0;
+        driftSpeed = 0;
     }
 
     function follow() {
         const place = mapFromItem(null, pointer);
         const inPage = scroll.mapFromItem(null, pointer).y;
-        drag.moveTo(place.x, place.y, handler.centroid.modifiers & Qt.ShiftModifier);
+        drag.moveTo(place.x, place.y, isFine);
         side = place.x < 8 ? -1 : place.x > width - 8 ? 1 : 0;
         const zone = Theme.driftZone / 2;
         driftSpeed = Theme.driftPerPixel * (inPage < zone ? inPage - zone : Math.max(0, inPage - (scroll.height - zone)));

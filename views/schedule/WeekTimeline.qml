@@ -13,6 +13,7 @@ Card {
     required property bool isFormInUse
     /// A time was chosen in the week and has not been used yet.
     property bool isTimeChosen: false
+    readonly property alias gestures: gestures
 
     /// Return was pressed in the form's ghost.
     signal formAccepted
@@ -100,6 +101,8 @@ Card {
         }
 
         WeekGestures {
+            id: gestures
+
             x: geometry.hourColumn
             y: geometry.hoursTop
             width: parent.width - x

@@ -15,6 +15,8 @@ Rectangle {
     property alias scroll: scroll
     property alias statusLine: statusLine
     readonly property real contentWidth: column.width
+    /// Room that is left free at the right, for what stands there.
+    property real sideRoom: 0
 
     color: Theme.bg
 
@@ -23,6 +25,7 @@ Rectangle {
 
         objectName: "page"
         anchors.fill: parent
+        anchors.rightMargin: page.sideRoom
         anchors.bottomMargin: statusBar.visible ? statusBar.height : 0
         contentHeight: column.implicitHeight + 2 * Theme.pagePadding
 
@@ -46,7 +49,7 @@ Rectangle {
         id: statusBar
 
         anchors.bottom: parent.bottom
-        width: parent.width
+        width: parent.width - page.sideRoom
         height: Theme.statusHeight
         visible: page.status !== ""
 

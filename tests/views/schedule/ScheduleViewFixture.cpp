@@ -9,6 +9,8 @@
 #include <QQuickWindow>
 #include <QtQml/qqml.h>
 
+#include <algorithm>
+
 namespace tessaly {
 
 namespace {
@@ -37,6 +39,9 @@ void ScheduleViewFixture::reset()
         const ScheduleItem last = store.schedules().last();
         store.deleteSchedule(last);
     }
+    while (!store.reminders().isEmpty())
+        store.removeReminder(QUuid(store.reminders().last().id));
+    store.setPlanShown(false);
     m_driver.inEnglish();
     for (const QString &key : DisplayChoices::storedKeys())
         store.displayChoices()->setStored(key, {});
@@ -100,6 +105,34 @@ void ScheduleViewFixture::offerCalendars()
 void ScheduleViewFixture::answerDownload(const QString &body)
 {
     m_driver.feedDownloader.answer(0, body.toUtf8());
+}
+
+void ScheduleViewFixture::addToDo(const QString &title)
+{
+    m_driver.store->addReminder({.title = title});
+}
+
+void ScheduleViewFixture::toggleToDo(const QString &title)
+{
+    const QList<ReminderItem> &reminders = m_driver.store->reminders();
+    const auto found = std::ranges::find(reminders, title, &ReminderItem::title);
+    ReminderItem item = *found;
+    item.isComplete = !item.isComplete;
+    m_driver.store->updateReminder(item);
+}
+
+bool ScheduleViewFixture::isOpen(const QString &title) const
+{
+    const QList<ReminderItem> &reminders = m_driver.store->reminders();
+    const auto found = std::ranges::find(reminders, title, &ReminderItem::title);
+    return found != reminders.cend() && !found->isComplete;
+}
+
+bool ScheduleViewFixture::isLinked(const QString &title) const
+{
+    const QList<ReminderItem> &reminders = m_driver.store->reminders();
+    const auto found = std::ranges::find(reminders, title, &ReminderItem::title);
+    return found != reminders.cend() && m_driver.stored(title).plannedItemID == found->id;
 }
 
 int ScheduleViewFixture::scheduleCount() const

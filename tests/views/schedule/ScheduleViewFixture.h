@@ -18,7 +18,7 @@ class ScheduleViewFixture : public QObject
 public slots:
     void qmlEngineAvailable(QQmlEngine *engine);
 
-    /// Removes every schedule, choice and message, and returns to English.
+    /// Removes every schedule, to-do, choice and message, and returns to English.
     void reset();
     /// Times as "9:30"; the day is in September 2026.
     void addSchedule(const QString &title, int day, const QString &start, const QString &end, const QString &tag);
@@ -35,6 +35,12 @@ public slots:
     void setServiceAvailable(bool isAvailable) { m_driver.eventStore.setAvailable(isAvailable); }
     /// Answers the download of a linked calendar that waits longest.
     void answerDownload(const QString &body);
+
+    void addToDo(const QString &title);
+    void toggleToDo(const QString &title);
+    [[nodiscard]] bool isOpen(const QString &title) const;
+    /// Whether the schedule of this title is linked with the to-do of the same title.
+    [[nodiscard]] bool isLinked(const QString &title) const;
 
     [[nodiscard]] int scheduleCount() const;
     /// "2026-09-09 09:30 – 2026-09-09 10:30"
