@@ -121,7 +121,8 @@ QString objection(const QCommandLineParser &parser)
     const std::pair<QString, QString> exclusive[] = {{QStringLiteral("self-test"), QStringLiteral("screens")},
                                                      {QStringLiteral("demo"), QStringLiteral("data-dir")},
                                                      {QStringLiteral("demo"), QStringLiteral("calendar")},
-                                                     {QStringLiteral("demo"), QStringLiteral("background")}};
+                                                     {QStringLiteral("demo"), QStringLiteral("background")},
+                                                     {QStringLiteral("find"), QStringLiteral("background")}};
     for (const auto &[one, other] : exclusive) {
         if (parser.isSet(one) && parser.isSet(other))
             return QStringLiteral("--%1 and --%2 exclude each other.").arg(one, other);
@@ -176,6 +177,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption background(
         QStringLiteral("background"),
         QStringLiteral("Start without a window and deliver reminders; starting again opens the window."));
+    const QCommandLineOption find(
+        QStringLiteral("find"),
+        QStringLiteral("Show the field that finds and adds, in the running planner if there is one."));
     const QCommandLineOption selfTest(
         QStringLiteral("self-test"),
         QStringLiteral("Load every screen, then exit with a non-zero status if any screen warns."));
@@ -187,7 +191,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
     const QCommandLineOption days(QStringLiteral("days"), QStringLiteral("The number of days that agenda lists (7)."),
                                   QStringLiteral("number"));
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Have agenda print JSON."));
-    parser.addOptions({help, version, dataDirectory, calendar, demo, background, selfTest, pictures, days, json});
+    parser.addOptions({help, version, dataDirectory, calendar, demo, background, find, selfTest, pictures, days, json});
     parser.addPositionalArgument(QStringLiteral("command"),
                                  QStringLiteral("Without a window, by the running planner if there is one:\n"
                                                 "export <file>    save everything as one archive\n"
@@ -211,6 +215,7 @@ CommandLine parseCommandLine(const QStringList &arguments)
     CommandLine result;
     result.isBackground = parser.isSet(background);
     result.isDemo = parser.isSet(demo);
+    result.isFinding = parser.isSet(find);
     result.isDataDirectoryGiven = parser.isSet(dataDirectory);
     result.dataDirectory =
         QDir(result.isDataDirectoryGiven ? parser.value(dataDirectory) : defaultDataDirectory()).absolutePath();

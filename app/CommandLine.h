@@ -47,6 +47,8 @@ struct CommandLine
     bool isDemo = false;
     /// Start without a window and stay when it is closed, so that reminders arrive.
     bool isBackground = false;
+    /// Show the field that finds and adds over the window.
+    bool isFinding = false;
     QString picturesDirectory = {};
     PlannerCommand command = {};
     /// The link, or the absolute path of the file, whose calendar is to be shown in the window; may be empty.

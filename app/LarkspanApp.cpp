@@ -188,6 +188,11 @@ void LarkspanApp::bringToFront()
     m_window->requestActivate();
 }
 
+void LarkspanApp::showPalette()
+{
+    QMetaObject::invokeMethod(m_window.get(), "showPalette");
+}
+
 void LarkspanApp::quit()
 {
     const bool staysWithoutWindow = !QGuiApplication::quitOnLastWindowClosed();

@@ -48,6 +48,8 @@ public:
     /// Brings the window to the front, with the token that the desktop gave for that, if any. Shows it when it was
     /// closed or never shown.
     void raise(const QByteArray &activationToken);
+    /// Shows the field that finds and adds over the window, unless a question there waits for its answer.
+    void showPalette();
     /// Brings the window to the front with the to-do screen, at the to-do of the reminder if there is one, see
     /// WaitingReminder::identifier.
     void showReminders(const QString &reminder = {});

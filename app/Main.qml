@@ -36,6 +36,11 @@ T.ApplicationWindow {
         }
     }
 
+    function showPalette() {
+        if (!contentView.hasQuestion)
+            palette.show();
+    }
+
     minimumWidth: 920
     minimumHeight: Math.max(620, editor.leastHeight)
     width: 1180

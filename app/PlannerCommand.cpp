@@ -21,9 +21,9 @@ namespace {
 using Verb = PlannerCommand::Verb;
 using Answer = std::function<void(const CommandAnswer &)>;
 
-const std::pair<QString, Verb> verbs[] = {{u"export"_s, Verb::Export}, {u"import"_s, Verb::Import},
-                                          {u"verify"_s, Verb::Verify}, {u"agenda"_s, Verb::Agenda},
-                                          {u"add"_s, Verb::Add},       {u"open"_s, Verb::Open}};
+const std::pair<QString, Verb> verbs[] = {
+    {u"export"_s, Verb::Export}, {u"import"_s, Verb::Import}, {u"verify"_s, Verb::Verify}, {u"agenda"_s, Verb::Agenda},
+    {u"add"_s, Verb::Add},       {u"find"_s, Verb::Find},     {u"open"_s, Verb::Open}};
 
 std::optional<Verb> verbNamed(const QString &name)
 {
@@ -147,8 +147,8 @@ std::optional<CommandAnswer> decodeAnswer(const QByteArray &json)
 std::optional<PlannerCommand> commandFrom(const QStringList &arguments)
 {
     const std::optional<Verb> verb = verbNamed(arguments.value(0));
-    if (verb == Verb::Open)
-        return std::nullopt; // Typed without a verb.
+    if (verb == Verb::Open || verb == Verb::Find)
+        return std::nullopt; // Typed without a verb, and as an option.
     const bool needsArgument = verb && *verb != Verb::Verify && *verb != Verb::Agenda;
     if (!verb || arguments.size() != (needsArgument ? 2 : 1))
         return std::nullopt;
@@ -186,6 +186,9 @@ void carryOut(const PlannerCommand &command, PlannerStore &store, const Answer &
         return;
     case Verb::Verify:
         verify(store, answer);
+        return;
+    case Verb::Find:
+        answer({.status = 1}); // The window does it where there is one.
         return;
     case Verb::Open:
         store.calendarLinks().requestOpening(command.text);

@@ -20,6 +20,7 @@ struct PlannerCommand
         Verify, ///< checks what is stored
         Agenda, ///< lists what the next `days` days hold, as JSON where `isJson`
         Add,    ///< adds the to-do or the schedule that `text` describes, see quickEntry()
+        Find,   ///< shows the field that finds and adds; needs the window of the running planner
         Open,   ///< shows the calendar behind the link, or in the file, `text`; needs the running planner
     };
 

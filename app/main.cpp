@@ -49,8 +49,14 @@ int runWindow(Composition &composition, SingleInstance *instance, const CommandL
         app.stayWhileRemindersWait();
         QObject::connect(instance, &SingleInstance::residenceRequested, &app, &LarkspanApp::setResident);
         QObject::connect(instance, &SingleInstance::commandRequested, &app,
-                         [&composition](const QByteArray &line, const SingleInstance::Reply &reply) {
-                             carryOutEncoded(line, composition.store(), reply);
+                         [&app, &composition](const QByteArray &line, const SingleInstance::Reply &reply) {
+                             const std::optional<PlannerCommand> command = decodeCommand(line);
+                             if (!command || command->verb != PlannerCommand::Verb::Find) {
+                                 carryOutEncoded(line, composition.store(), reply);
+                                 return;
+                             }
+                             app.showPalette();
+                             reply(encodeAnswer({}));
                          });
     }
     composition.setReminderHandler([&app](const QString &reminder) { app.showReminders(reminder); });
@@ -63,6 +69,8 @@ int runWindow(Composition &composition, SingleInstance *instance, const CommandL
         app.raise(activationToken());
     else if (!commandLine.isBackground)
         app.show();
+    if (commandLine.isFinding)
+        app.showPalette();
     if (!commandLine.opened.isEmpty())
         composition.store().calendarLinks().requestOpening(commandLine.opened);
     composition.store().start();
@@ -102,11 +110,20 @@ std::shared_ptr<Composition> compose(const CommandLine &commandLine)
     }
 }
 
-/// Has the running planner, which comes to the front, show the calendar.
-int passOpeningOn(const QString &place, SingleInstance &instance)
+/// Has the running planner, which comes to the front, show what this start asks for.
+int passOn(const CommandLine &commandLine, SingleInstance &instance)
 {
-    const auto delivered = instance.deliver(encodeCommand({.verb = PlannerCommand::Verb::Open, .text = place}));
-    return delivered && delivered.value() ? 0 : 1;
+    QList<PlannerCommand> commands;
+    if (!commandLine.opened.isEmpty())
+        commands.append({.verb = PlannerCommand::Verb::Open, .text = commandLine.opened});
+    if (commandLine.isFinding)
+        commands.append({.verb = PlannerCommand::Verb::Find});
+    for (const PlannerCommand &command : commands) {
+        const auto delivered = instance.deliver(encodeCommand(command));
+        if (!delivered || !delivered.value())
+            return 1;
+    }
+    return 0;
 }
 
 int runPlanner(const CommandLine &commandLine, const Handover &handover)
@@ -123,7 +140,7 @@ int runPlanner(const CommandLine &commandLine, const Handover &handover)
         return 1;
     }
     if (role.value() == SingleInstance::Role::Second)
-        return commandLine.opened.isEmpty() ? 0 : passOpeningOn(commandLine.opened, instance);
+        return passOn(commandLine, instance);
     const auto composition = compose(commandLine);
     if (!composition)
         return 1;

@@ -47,6 +47,8 @@ private slots:
             << QStringLiteral("--demo --data-dir d") << Task::Refuse << QStringLiteral("--demo");
         QTest::newRow("demo has a window")
             << QStringLiteral("--demo --background") << Task::Refuse << QStringLiteral("--background");
+        QTest::newRow("the field is in a window")
+            << QStringLiteral("--find --background") << Task::Refuse << QStringLiteral("--background");
     }
 
     void argumentsChooseTheTask()

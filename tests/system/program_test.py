@@ -86,6 +86,21 @@ class ProgramTest(PlannerTestCase):
         resident.wait("list item", "概览")
         self.assertIsNone(resident.process.poll())
 
+    def test_the_field_that_finds_and_adds_opens_from_outside(self):
+        planner = self.start_answered()
+        self.assertEqual(self.start("--find").end()[0], 0)
+        planner.wait("dialog", "查找与添加")
+        planner.keys("type", "--delay", "5", "Milk")
+        planner.wait_like("list item", "添加待办“Milk”")
+        planner.keys("key", "ctrl+Return")
+        planner.wait_gone("dialog")
+        planner.kill()
+
+        resident = self.start("--background")
+        resident.outlives(1)
+        self.assertEqual(self.start("--find").end()[0], 0)
+        resident.wait("dialog", "查找与添加")
+
     def test_reminders_outlive_the_window_and_the_session(self):
         planner = self.start_answered()
         planner.press("list item", "待办")

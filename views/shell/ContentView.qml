@@ -23,6 +23,8 @@ FocusScope {
     property alias showShortcuts: shortcutSheet.isShown
     property alias showUnreadable: unreadableDialog.isShown
     property alias showUnsaved: unsavedDialog.isShown
+    /// Whether something has to be answered first.
+    readonly property bool hasQuestion: showNamePrompt || showConsent || showUnreadable || showUnsaved
     readonly property Item screen: loader.item as Item
 
     /// The part of the screen that scrolls, a ScrollPage or a ListPage: every screen has one.
