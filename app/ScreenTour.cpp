@@ -30,7 +30,7 @@ const QList<TourStop> &stops()
     static const QList<TourStop> list =
         QList<TourStop>{{QStringLiteral("overview"), ShellModel::Overview},
                         atFoot(QStringLiteral("overview-lower"), ShellModel::Overview)} +
-        scheduleStops() + toDoStops() + goalStops() + documentStops() + windowStops();
+        scheduleStops() + planStops() + toDoStops() + goalStops() + documentStops() + windowStops();
     return list;
 }
 

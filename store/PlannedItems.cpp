@@ -35,7 +35,7 @@ void togglePlannedItem(PlannerStore &store, const QUuid &itemID)
     }
     for (Goal goal : store.goals()) {
         for (const Subgoal &subgoal : goal.subgoals.value_or(QList<Subgoal>())) {
-            if (!toggleTask(goal, subgoal.id, itemID))
+            if (!toggleTask(goal, subgoal.id, itemID, store.clock().now()))
                 continue;
             store.updateGoal(goal);
             return;

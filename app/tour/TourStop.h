@@ -21,6 +21,7 @@ struct TourStop
 
 /// Those of each area, in the order in which they are visited.
 [[nodiscard]] QList<TourStop> scheduleStops();
+[[nodiscard]] QList<TourStop> planStops();
 [[nodiscard]] QList<TourStop> toDoStops();
 [[nodiscard]] QList<TourStop> goalStops();
 [[nodiscard]] QList<TourStop> documentStops();
