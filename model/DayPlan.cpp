@@ -1,5 +1,6 @@
 #include "model/DayPlan.h"
 
+#include "model/AllDayRow.h"
 #include "model/GoalRules.h"
 #include "model/ReminderRules.h"
 
@@ -12,17 +13,6 @@ namespace {
 
 constexpr double minuteSeconds = 60;
 constexpr double quarterSeconds = 900;
-constexpr double daySeconds = 86400;
-
-bool isAllDay(const FormTimes &times, const UserCalendar &calendar)
-{
-    if (times.end.seconds - times.start.seconds >= daySeconds)
-        return true;
-    // A day of a clock change is shorter, and some programs end a day a minute early.
-    const QDate startDay = calendar.day(times.start);
-    return times.start == calendar.startOfDay(startDay) &&
-           times.end.plus(minuteSeconds) >= calendar.startOfDay(startDay.addDays(1));
-}
 
 /// Calls `visit` with the goal, the subgoal and the task of each task.
 template <class Visit>
@@ -141,7 +131,7 @@ QList<FormTimes> busyTimes(QDate day, const QList<ScheduleItem> &schedules, cons
     for (const ScheduleItem &schedule : schedules) {
         const FormTimes times{schedule.date, schedule.end()};
         if (times.start < range.to && times.end > range.from && isDisplayed(schedule, visibleCalendarIDs) &&
-            !isAllDay(times, calendar))
+            !isAllDay({.start = times.start, .end = times.end}, calendar))
             busy.append(times);
     }
     std::ranges::stable_sort(busy, {}, &FormTimes::start);
