@@ -11,7 +11,8 @@ Item {
 
     required property ScheduleViewModel viewModel
     /// Null until the week was shown.
-    required property WeekTimeline timeline
+    /// A WeekTimeline, or nothing while the month is shown.
+    required property Item timeline
     /// The button that opens the panel.
     required property Item opener
     /// Whether no sheet is open.
@@ -60,8 +61,9 @@ Item {
         else if (turn > 0)
             viewModel.showNext();
         const frame = drag.frame;
-        const top = timeline.gestures.mapToItem(timeline.scroll.contentItem, 0, frame.y).y;
-        const view = timeline.scroll;
+        const week = timeline as WeekTimeline;
+        const top = week.gestures.mapToItem(week.scroll.contentItem, 0, frame.y).y;
+        const view = week.scroll;
         const least = top + frame.height + 24 - view.height;
         view.contentY = Scrolling.within(view, Math.max(least, Math.min(view.contentY, top - 24)));
         viewModel.announced(drag.spokenTimes());
@@ -162,7 +164,7 @@ Item {
                 side.isPlacing = false;
                 side.drag.beginItem(itemId, title);
             }
-            side.timeline.gestures.followItem(place, isFine);
+            (side.timeline as WeekTimeline).gestures.followItem(place, isFine);
         }
         function onDropped() {
             if (!side.isPlacing)

@@ -161,7 +161,7 @@ Page {
         parent: page
         anchors.fill: parent
         viewModel: model
-        timeline: weekBody.item as WeekTimeline
+        timeline: weekBody.item as Item
         opener: header.planButton
         isUncovered: page.isUncovered
         onRefused: reason => page.tell(reason, false)
