@@ -10,8 +10,7 @@ Item {
     id: side
 
     required property ScheduleViewModel viewModel
-    /// Null until the week was shown.
-    /// A WeekTimeline, or nothing while the month is shown.
+    /// A WeekTimeline; null until the week was shown.
     required property Item timeline
     /// The button that opens the panel.
     required property Item opener
