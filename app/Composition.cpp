@@ -14,6 +14,7 @@
 #include "platform/fake/FakeEventStore.h"
 #include "platform/fake/FakeFeedDownloader.h"
 #include "platform/fake/FakeFileSystem.h"
+#include "platform/fake/FakeGlobalShortcut.h"
 #include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakeNotificationPresenter.h"
 #include "platform/fake/FakePreferences.h"
@@ -22,6 +23,7 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/PortalFileDialogs.h"
+#include "platform/linux/PortalGlobalShortcut.h"
 #include "platform/quick/QuickFileDialogs.h"
 #include "store/DocumentVersions.h"
 #include "store/PlannerStore.h"
@@ -37,6 +39,7 @@ struct Composition::Parts
     std::unique_ptr<FileDialogs> fileDialogs =
         std::make_unique<PortalFileDialogs>(std::make_unique<QuickFileDialogs>());
     std::unique_ptr<SystemAppearance> systemAppearance;
+    std::unique_ptr<GlobalShortcut> globalShortcut;
     std::unique_ptr<PlannerParts> planner;
 };
 
@@ -67,6 +70,7 @@ Result<std::shared_ptr<Composition>> Composition::forSystem(const CommandLine &c
     auto parts = std::make_unique<Parts>();
     // Asks the desktop, which answers while the data are read.
     parts->systemAppearance = std::make_unique<PortalAppearance>();
+    parts->globalShortcut = std::make_unique<PortalGlobalShortcut>();
     auto planner = systemParts(commandLine, missing);
     if (!planner)
         return planner.error();
@@ -130,6 +134,7 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     parts->feedDownloader = std::move(feedDownloader);
     parts->makeStore();
     auto all = std::make_unique<Parts>();
+    all->globalShortcut = std::make_unique<FakeGlobalShortcut>();
     if (now)
         all->systemAppearance = std::make_unique<FakeSystemAppearance>();
     else
@@ -161,6 +166,11 @@ Preferences &Composition::preferences() const
 SystemAppearance &Composition::systemAppearance() const
 {
     return *m_parts->systemAppearance;
+}
+
+GlobalShortcut &Composition::globalShortcut() const
+{
+    return *m_parts->globalShortcut;
 }
 
 FileDialogs &Composition::fileDialogs() const

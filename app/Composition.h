@@ -13,6 +13,7 @@
 namespace tessaly {
 
 class FileDialogs;
+class GlobalShortcut;
 class SystemAppearance;
 
 /// The planner store with its adapters. With systemParts() the only place that names adapters.
@@ -41,6 +42,7 @@ public:
     [[nodiscard]] Preferences &preferences() const;
     [[nodiscard]] SystemAppearance &systemAppearance() const;
     [[nodiscard]] FileDialogs &fileDialogs() const;
+    [[nodiscard]] GlobalShortcut &globalShortcut() const;
     /// Whether the desktop shows a menu bar outside the window.
     [[nodiscard]] bool hasNativeMenuBar() const;
     /// Called when the user clicks the notification of a to-do.

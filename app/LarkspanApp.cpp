@@ -56,6 +56,15 @@ LarkspanApp::LarkspanApp(PlannerStore &store, Preferences &preferences, SystemAp
 
 LarkspanApp::~LarkspanApp() = default;
 
+void LarkspanApp::offerGlobalShortcut(GlobalShortcut &shortcut)
+{
+    m_shell.setGlobalShortcut(shortcut);
+    connect(m_shell.globalShortcut(), &GlobalShortcutModel::pressed, this, [this](const QByteArray &activationToken) {
+        raise(activationToken);
+        showPalette();
+    });
+}
+
 bool LarkspanApp::load()
 {
     installImageProviders(m_engine);
@@ -159,6 +168,8 @@ void LarkspanApp::appear()
 
 void LarkspanApp::prepareScreens()
 {
+    if (m_shell.globalShortcut())
+        m_shell.globalShortcut()->start();
     const auto screens = m_window->property("content").value<QObject *>()->property("screens").value<QList<QUrl>>();
     for (const QUrl &screen : screens)
         m_screens.push_back(std::make_unique<QQmlComponent>(&m_engine, screen, QQmlComponent::Asynchronous));

@@ -16,6 +16,7 @@ class QQuickWindow;
 namespace tessaly {
 
 class FileDialogs;
+class GlobalShortcut;
 class PlannerStore;
 class Preferences;
 class SystemAppearance;
@@ -33,6 +34,9 @@ public:
                 FileDialogs &fileDialogs, QObject *parent = nullptr);
     ~LarkspanApp() override;
 
+    /// Offers the user a key that opens the field that finds and adds from every program. Must outlive the application;
+    /// to be called before load().
+    void offerGlobalShortcut(GlobalShortcut &shortcut);
     /// Loads the window without showing it. False when it cannot be loaded.
     [[nodiscard]] bool load();
     /// Keeps the program running when its window is closed while reminders wait, and says so the first time.

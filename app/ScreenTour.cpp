@@ -129,6 +129,7 @@ int forEveryView(AppLanguage startLanguage, const QList<QSize> &windowSizes, Pre
     const auto composition = Composition::forDemo(startLanguage, pictureTime);
     LarkspanApp app(composition->store(), composition->preferences(), composition->systemAppearance(),
                     composition->fileDialogs());
+    app.offerGlobalShortcut(composition->globalShortcut());
     if (!app.load())
         return 1;
     DocumentLibrary &library = composition->store().documentLibrary();

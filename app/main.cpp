@@ -40,6 +40,7 @@ int runWindow(Composition &composition, SingleInstance *instance, const CommandL
 {
     LarkspanApp app(composition.store(), composition.preferences(), composition.systemAppearance(),
                     composition.fileDialogs());
+    app.offerGlobalShortcut(composition.globalShortcut());
     if (!app.load())
         return 1;
     if (composition.hasNativeMenuBar())

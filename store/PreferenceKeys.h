@@ -29,6 +29,7 @@ inline const QString showsWeekNumbers = QStringLiteral("larkspan-week-numbers");
 inline const QString hasAllDayRow = QStringLiteral("larkspan-all-day-row");
 inline const QString marksHiddenTimes = QStringLiteral("larkspan-mark-hidden-times");
 inline const QString showsChineseCalendar = QStringLiteral("larkspan-chinese-calendar");
+inline const QString isShortcutGlobal = QStringLiteral("isShortcutGlobal");
 inline const QString isPlanShown = QStringLiteral("isPlanShown");
 inline const QString interfaceLanguage = QStringLiteral("larkspan-interface-language");
 inline const QString preferredName = QStringLiteral("larkspan-preferred-name");

@@ -190,6 +190,9 @@ FocusScope {
         id: shortcutSheet
 
         file: Qt.resolvedUrl("ShortcutSheet.qml")
+        requirements: ({
+                globalShortcut: view.shell.globalShortcut
+            })
     }
 
     SheetSlot {

@@ -9,8 +9,8 @@ namespace tessaly {
 
 ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, SystemAppearance &systemAppearance,
                        FileDialogs &fileDialogs, QObject *parent)
-    : QObject(parent), m_store(store), m_systemAppearance(systemAppearance), m_archive(store, fileDialogs),
-      m_undo(store),
+    : QObject(parent), m_store(store), m_systemAppearance(systemAppearance), m_preferences(preferences),
+      m_archive(store, fileDialogs), m_undo(store),
       m_appearanceMode(preferences.get<QString>(keys::appearanceMode).value_or(QStringLiteral("system"))),
       m_hasAskedPreferredName(preferences.get<bool>(keys::hasAskedPreferredName).value_or(false))
 {
@@ -24,6 +24,12 @@ ShellModel::ShellModel(PlannerStore &store, const Preferences &preferences, Syst
 ShellModel::~ShellModel()
 {
     m_systemAppearance.setChangeHandler({});
+}
+
+void ShellModel::setGlobalShortcut(GlobalShortcut &shortcut)
+{
+    m_globalShortcut = std::make_unique<GlobalShortcutModel>(
+        m_store, shortcut, m_preferences.get<bool>(keys::isShortcutGlobal).value_or(false));
 }
 
 void ShellModel::setAppearanceMode(const QString &mode)

@@ -2,12 +2,15 @@
 
 #include "platform/SystemAppearance.h"
 #include "views/shell/ArchiveModel.h"
+#include "views/shell/GlobalShortcutModel.h"
 #include "views/shell/UndoKeys.h"
 #include "views/shell/UndoModel.h"
 
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include <memory>
 
 namespace tessaly {
 
@@ -31,6 +34,7 @@ class ShellModel : public QObject
     Q_PROPERTY(bool hasReducedMotion READ hasReducedMotion NOTIFY appearanceChanged)
     Q_PROPERTY(tessaly::ArchiveModel *archive READ archive CONSTANT)
     Q_PROPERTY(tessaly::UndoModel *undo READ undo CONSTANT)
+    Q_PROPERTY(tessaly::GlobalShortcutModel *globalShortcut READ globalShortcut CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString versionAndBuild READ versionAndBuild CONSTANT)
 
@@ -60,6 +64,11 @@ public:
 
     /// Export and import of everything.
     [[nodiscard]] ArchiveModel *archive() { return &m_archive; }
+    /// Offers the user a key that works in every program. It must outlive the model; to be called before the window is
+    /// loaded.
+    void setGlobalShortcut(GlobalShortcut &shortcut);
+    /// Null where none was set.
+    [[nodiscard]] GlobalShortcutModel *globalShortcut() const { return m_globalShortcut.get(); }
     [[nodiscard]] UndoModel *undo() { return &m_undo; }
 
     [[nodiscard]] static QString version();
@@ -77,6 +86,8 @@ private:
 
     PlannerStore &m_store;
     SystemAppearance &m_systemAppearance;
+    const Preferences &m_preferences;
+    std::unique_ptr<GlobalShortcutModel> m_globalShortcut;
     ArchiveModel m_archive;
     UndoModel m_undo;
     UndoKeys m_undoKeys;

@@ -1,11 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tessaly.Shell
 import Tessaly.Ui
 
 /// All keys of the planner, as Shortcuts defines them.
 Sheet {
     id: sheet
+
+    /// A key for every program; null where there is none.
+    property GlobalShortcutModel globalShortcut: null
 
     objectName: "shortcuts"
 
@@ -51,14 +55,28 @@ Sheet {
         }
     }
 
-    foot: AppButton {
-        id: doneButton
+    onAboutToShow: globalShortcut?.look()
 
-        anchors.right: parent?.right
-        kind: AppButton.Primary
-        text: Language.text("完成", "Done")
-        onClicked: sheet.close()
-    }
+    foot: [
+        Toggle {
+            anchors.verticalCenter: parent?.verticalCenter
+            visible: sheet.globalShortcut?.isOffered ?? false
+            text: {
+                const name = Language.text("在任何程序中查找与添加", "Find and add from any program");
+                return (sheet.globalShortcut?.keys ?? "") === "" ? name : name + " · " + sheet.globalShortcut.keys;
+            }
+            checked: sheet.globalShortcut?.isOn ?? false
+            onToggled: sheet.globalShortcut.isOn = checked
+        },
+        AppButton {
+            id: doneButton
+
+            anchors.right: parent?.right
+            kind: AppButton.Primary
+            text: Language.text("完成", "Done")
+            onClicked: sheet.close()
+        }
+    ]
 
     Grid {
         id: grid
