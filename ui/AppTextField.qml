@@ -28,6 +28,7 @@ T.TextField {
     topPadding: Math.max(0, contentHeight - Math.ceil(metrics.height))
     bottomPadding: 0
     verticalAlignment: TextInput.AlignVCenter
+    font.family: Theme.control.family
     font.pixelSize: isSmall ? Theme.caption.size : Theme.control.size
     color: enabled ? (showsElided ? Theme.transparent : Theme.text) : Theme.textDisabled
     selectionColor: Theme.accentSoft

@@ -55,6 +55,7 @@ T.Control {
             // The first line stands where it would if the lines were as tall as the style's.
             topPadding: 8 + Math.max(0, Math.round((Theme.control.line - contentHeight / Math.max(1, lineCount)) / 2))
             bottomPadding: 8
+            font.family: Theme.control.family
             font.pixelSize: Theme.control.size
             color: enabled ? Theme.text : Theme.textDisabled
             selectionColor: Theme.accentSoft

@@ -47,6 +47,7 @@ Rectangle {
         readOnly: true
         selectByMouse: true
         text: row.path
+        font.family: Theme.control.family
         font.pixelSize: Theme.control.size
         color: showsElided ? Theme.transparent : Theme.text
         selectionColor: Theme.accentSoft
