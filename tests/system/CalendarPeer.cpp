@@ -138,8 +138,14 @@ void Peer::hideCalendar(const QString &uid)
     m_clients.remove(uid);
     GError *error = nullptr;
     bool isDone = false;
-    for (int attempt = 0; !isDone && attempt < mostAttempts; ++attempt) {
-        g_clear_error(&error);
+    // A calendar may still belong to a service that is gone.
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!isDone && std::chrono::steady_clock::now() < end) {
+        if (error) {
+            g_clear_error(&error);
+            // lint-allow(sleep): the program has no event loop, and looks again and again for what it waits for
+            std::this_thread::sleep_for(betweenLooks);
+        }
         const auto hidden = source(uid);
         e_source_set_display_name(hidden.get(), "hidden");
         e_source_set_enabled(hidden.get(), FALSE);

@@ -18,6 +18,7 @@ class ScheduleFlow(PlannerTestCase):
         planner.press("push button", "添加日程")
         planner.press("push button", "编辑, Seminar")
         planner.wait("dialog", "编辑日程")
+        planner.wait_state("text", "日程名称", FOCUSED)
         planner.type_into("备注", "typed and not saved")
         log = self.data / "planner.sqlite-wal"
         wait_for("the draft on the disk", lambda: b"typed and not saved" in log.read_bytes())
