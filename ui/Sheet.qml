@@ -36,6 +36,8 @@ T.Popup {
     /// Gets the focus when the sheet has opened; if null, the primary button does, or else the sheet itself. It shows a
     /// ring if the opener did.
     property Item initialFocus: null
+    /// Whether the user gave the focus to something in the sheet before it had opened. That keeps it.
+    property bool isFocusChosen: false
     /// Whether the window's toast is shown over the sheet: for sheets that remove something.
     property bool showsToast: false
     /// Distance to its final position while it rises.
@@ -74,9 +76,14 @@ T.Popup {
         if (ToastStage.surface === surface)
             ToastStage.surface = null;
     }
+    onActiveFocusChanged: {
+        if (activeFocus && !opened)
+            opener.entered = parent?.Window.activeFocusItem ?? null;
+    }
     onOpened: {
+        isFocusChosen = opener.hasMovedOn();
         const first = initialFocus ?? primaryButton;
-        if (first !== null)
+        if (first !== null && !isFocusChosen)
             FocusHandover.give(first, opener.reason);
     }
     onClosed: opener.restore()
@@ -92,6 +99,8 @@ T.Popup {
         id: opener
 
         property Item item: null
+        /// What got the focus with the sheet.
+        property Item entered: null
         property bool isAwaited: false
         property int reason: Qt.MouseFocusReason
 
@@ -101,7 +110,20 @@ T.Popup {
             reason = FocusHandover.reasonAfter(item);
         }
 
+        /// Whether something else in the sheet has the focus by now.
+        function hasMovedOn(): bool {
+            const now = sheet.parent?.Window.activeFocusItem ?? null;
+            const whole = sheet.contentItem.parent;
+            if (entered === null || now === entered || now === whole)
+                return false;
+            let around = now;
+            while (around !== null && around !== whole)
+                around = around.parent;
+            return around !== null;
+        }
+
         function restore() {
+            entered = null;
             if (item?.visible)
                 FocusHandover.give(item, reason);
             else if (isAwaited && item === null)

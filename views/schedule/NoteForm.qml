@@ -10,14 +10,15 @@ Column {
     id: form
 
     required property ScheduleNoteModel note
+    readonly property Item titleField: nameField
 
     readonly property string startLabel: Language.text("开始", "Start")
     readonly property string endLabel: Language.text("结束", "End")
     readonly property string leadLabel: Language.text("提醒", "Reminder")
 
     function focusTitle() {
-        titleField.forceActiveFocus(Qt.PopupFocusReason);
-        titleField.cursorPosition = titleField.length;
+        nameField.forceActiveFocus(Qt.PopupFocusReason);
+        nameField.cursorPosition = nameField.length;
     }
 
     function save() {
@@ -31,7 +32,7 @@ Column {
         label: Language.text("日程名称", "Name")
 
         AppTextField {
-            id: titleField
+            id: nameField
 
             width: parent.width
             text: form.note?.title ?? ""

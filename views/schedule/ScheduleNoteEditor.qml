@@ -28,12 +28,13 @@ Sheet {
     showsToast: true
     status: note?.isBroughtBack ? Language.text("已恢复上次未保存的修改。", "Changes that had not been saved were brought back.") : ""
     primaryButton: primary
+    initialFocus: isEditing ? edit.titleField : null
     onOpened: {
-        if (isEditing)
+        if (isEditing && !isFocusChosen)
             edit.focusTitle();
     }
     onIsEditingChanged: {
-        if (opened && isEditing)
+        if (isEditing && (opened || activeFocus))
             edit.focusTitle();
         else if (opened)
             FocusHandover.give(primary, FocusHandover.reasonAfter(primary.Window.activeFocusItem));
