@@ -19,7 +19,7 @@ constexpr qsizetype mostAtOnce = 500;
 constexpr int textRank = 100;
 /// Nobody reads on, and reading texts takes time.
 constexpr qsizetype enoughHits = 300;
-/// Notes are short: a larger signature spares reading most of them in vain.
+/// Notes are short. With a larger signature, most of those without the words need not be read.
 constexpr qsizetype signatureFactor = 3;
 
 QString titleOf(const ScheduleItem &item)

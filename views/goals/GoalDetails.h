@@ -55,7 +55,7 @@ public:
     [[nodiscard]] QString forecast() const;
     /// None where the percentage does not come from tasks, see goalTaskShares().
     [[nodiscard]] RowListModel<GoalShareRow> *shares() { return &m_shares; }
-    /// "Done: 37% of 100%"
+    /// "Done: 37%. All tasks: 100%"
     [[nodiscard]] QString sumText() const;
 
     /// Shows the goal.

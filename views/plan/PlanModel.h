@@ -36,7 +36,7 @@ public:
     [[nodiscard]] PlannerStore *store() const { return m_store; }
     /// Takes effect once; the store must outlive the model.
     void setStore(PlannerStore *store);
-    /// The day whose load is told, ISO 8601.
+    /// The day whose planned and free hours are shown, as an ISO 8601 date.
     [[nodiscard]] QString day() const { return m_day.toString(Qt::ISODate); }
     void setDay(const QString &day);
     /// The start of an hour that is about to be planned, in seconds as in Instant; its day comes first then. NaN for

@@ -12,23 +12,8 @@ constexpr QAccessible::Role field = QAccessible::EditableText;
 constexpr QAccessible::Role button = QAccessible::Button;
 constexpr QAccessible::Role circle = QAccessible::CheckBox;
 
-/// The window in English, at one of the screens, over what the store was given.
 struct DayWindow : WindowUnderTest
 {
-    void openAt(ShellModel::SidebarItem section, const SavedData &data)
-    {
-        planner.put(keys::interfaceLanguage, u"en"_s);
-        planner.put(keys::hasAskedPreferredName, true);
-        planner.put(keys::storageKey, *encodeSavedData(data));
-        open();
-        setState("section", section);
-        QTRY_VERIFY(screen());
-    }
-    [[nodiscard]] QPoint middleOf(QAccessible::Role role, const QString &name) const
-    {
-        const QQuickItem *item = find(role, name);
-        return item ? item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint() : QPoint();
-    }
     /// So soon after the click before that the two make a double click.
     void clickAgainSoon(QPoint place) const
     {

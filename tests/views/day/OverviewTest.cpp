@@ -21,13 +21,8 @@ struct DayWindow : WindowUnderTest
     [[nodiscard]] Instant at(int hour) const { return planner.calendar.instant(QDate(2026, 9, 9), QTime(hour, 0)); }
     void openAt(ShellModel::SidebarItem section, const SavedData &data, const QString &language = u"en"_s)
     {
-        planner.put(keys::interfaceLanguage, language);
-        planner.put(keys::hasAskedPreferredName, true);
-        planner.put(keys::storageKey, *encodeSavedData(data));
-        open();
+        WindowUnderTest::openAt(section, data, language);
         window().resize(1180, 1000);
-        setState("section", section);
-        QTRY_VERIFY(screen());
     }
     [[nodiscard]] int section() const { return state("section").toInt(); }
     [[nodiscard]] const Goal &goal() const { return planner.store->goals().first(); }

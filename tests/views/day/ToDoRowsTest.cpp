@@ -25,20 +25,10 @@ struct RowsWindow : WindowUnderTest
     }
     void openWith(const QList<ReminderItem> &reminders, const QString &language = u"en"_s)
     {
-        planner.put(keys::interfaceLanguage, language);
-        planner.put(keys::hasAskedPreferredName, true);
-        planner.put(keys::storageKey, *encodeSavedData({.reminders = reminders}));
-        open();
+        openAt(ShellModel::Reminders, {.reminders = reminders}, language);
         window().resize(1180, 1000);
-        setState("section", ShellModel::Reminders);
-        QTRY_VERIFY(screen());
     }
     [[nodiscard]] const ReminderItem &item(qsizetype row = 0) const { return planner.store->reminders().at(row); }
-    [[nodiscard]] QPoint middleOf(QAccessible::Role role, const QString &name) const
-    {
-        const QQuickItem *found = find(role, name);
-        return found ? found->mapToScene(QPointF(found->width() / 2, found->height() / 2)).toPoint() : QPoint();
-    }
     /// Moves the pointer, which is pressed, in steps.
     void drag(QPoint from, QPoint to) const
     {

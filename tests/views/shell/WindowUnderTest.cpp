@@ -52,6 +52,16 @@ void WindowUnderTest::open()
     QVERIFY(QTest::qWaitForWindowActive(&window()));
 }
 
+void WindowUnderTest::openAt(ShellModel::SidebarItem section, const SavedData &data, const QString &language)
+{
+    planner.put(keys::interfaceLanguage, language);
+    planner.put(keys::hasAskedPreferredName, true);
+    planner.put(keys::storageKey, *encodeSavedData(data));
+    open();
+    setState("section", section);
+    QTRY_VERIFY(screen());
+}
+
 QVariant WindowUnderTest::state(const char *name) const
 {
     return window().property("content").value<QObject *>()->property(name);
@@ -81,6 +91,12 @@ bool WindowUnderTest::hasFocus(QAccessible::Role role, const QString &name) cons
 {
     const QQuickItem *item = find(role, name);
     return item && item->hasActiveFocus();
+}
+
+QPoint WindowUnderTest::middleOf(QAccessible::Role role, const QString &name) const
+{
+    const QQuickItem *item = find(role, name);
+    return item ? item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint() : QPoint();
 }
 
 bool WindowUnderTest::click(QAccessible::Role role, const QString &name) const

@@ -23,6 +23,8 @@ public:
 
     /// Opens the window, after the former one if there was one, and waits until it shows.
     void open();
+    /// Opens it over these records at one of the screens, with the name already asked for.
+    void openAt(ShellModel::SidebarItem section, const SavedData &data, const QString &language = QStringLiteral("en"));
     /// Asks for the window as a second start of the program does.
     void raise() { m_app->raise({}); }
     /// Ends the program.
@@ -40,6 +42,8 @@ public:
     /// The visible item with this accessible name and role, or nothing. Items of sheets come before what they cover.
     [[nodiscard]] QQuickItem *find(QAccessible::Role role, const QString &name) const;
     [[nodiscard]] bool hasFocus(QAccessible::Role role, const QString &name) const;
+    /// In the window; (0, 0) when there is no such item.
+    [[nodiscard]] QPoint middleOf(QAccessible::Role role, const QString &name) const;
     /// Presses the middle of the item. False when there is no such item.
     [[nodiscard]] bool click(QAccessible::Role role, const QString &name) const;
     void type(const QString &text) const;
