@@ -102,11 +102,6 @@ int DateTimeEditor::partLength() const
     return 0;
 }
 
-void DateTimeEditor::takeKeysOf(QQuickItem *item) const
-{
-    item->setFlag(QQuickItem::ItemAcceptsInputMethod, false);
-}
-
 void DateTimeEditor::choosePart(int index)
 {
     if (m_typing && m_typing->isWhole && !finishTyping())

@@ -3,7 +3,6 @@
 #include "ui/DateTimeText.h"
 
 #include <QObject>
-#include <QQuickItem>
 #include <QtQml/qqml.h>
 
 #include <optional>
@@ -58,6 +57,8 @@ public:
     /// Takes a digit, a letter of a month's name or a separator, which leads to the next part, and the characters of a
     /// whole date. False when the character is not for the text: a blank before anything is typed, a control character.
     Q_INVOKABLE bool type(const QString &character);
+    /// As if each character were typed; the wide digits and signs of an input method count as the plain ones.
+    Q_INVOKABLE void write(const QString &text);
     /// Takes the last character back, or empties the text when all of it is chosen.
     Q_INVOKABLE void erase();
     /// Drops what is being typed and chooses the part where it began; false when there is nothing.
@@ -73,9 +74,6 @@ public:
     Q_INVOKABLE void moveDay(int days);
     Q_INVOKABLE void moveMonth(int months);
     Q_INVOKABLE void setTime(int hour, int minute);
-
-    /// Keeps input methods from the item: it gets the keys as they are.
-    Q_INVOKABLE void takeKeysOf(QQuickItem *item) const;
 
     /// By so many parts, as far as there are any.
     Q_INVOKABLE void movePart(int delta);
@@ -117,6 +115,8 @@ private:
     void typeDigit(QChar digit);
     void typeLetter(QChar letter);
     void typeSeparator(QChar separator);
+    /// Takes the sign that follows a number in Chinese; false where it does not belong to what was typed.
+    bool typeUnit(QChar sign);
     /// Nothing more is typed of the current part.
     void completePart();
     void leaveTypedPart();

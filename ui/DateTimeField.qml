@@ -3,10 +3,10 @@ import QtQuick.Templates as T
 import Tessaly.Ui
 
 /// A date with or without time, edited part by part: Left, Right, Home and End choose a part, Up and Down change it.
-/// Tab chooses the first part. Digits and letters of a month's name fill the part, a separator leads to the next one.
-/// A complete date in ISO 8601 or in either language is understood as well. Select-all, copy and paste apply to the
-/// whole text. Invalid text turns the border red and does not change the value. The icon, Alt+Down, F4 and Space open a
-/// calendar.
+/// Tab chooses the first part. Digits and letters of a month's name fill the part, a separator or the sign after a number
+/// in Chinese leads to the next one. A complete date in ISO 8601 or in either language is understood as well. All of it
+/// may come from an input method. Select-all, copy and paste apply to the whole text. Invalid text turns the border red
+/// and does not change the value. The icon, Alt+Down, F4 and Space open a calendar.
 AppTextField {
     id: field
 
@@ -21,6 +21,9 @@ AppTextField {
     readonly property string refusal: isDateOnly ? Language.text("这不是有效的日期。可输入 2026-12-24 这样的日期，或按 Esc 恢复原值。", "Not a valid date. Type one such as 2026-12-24, or press Esc to restore the previous one.") : Language.text("这不是有效的日期和时间。可输入 2026-12-24 18:00 这样的时间，或按 Esc 恢复原值。", "Not a valid date and time. Type one such as 2026-12-24 18:00, or press Esc to restore the previous one.")
 
     readonly property bool isCalendarShown: calendar.item !== null
+    readonly property bool isComposing: composer.preedit !== ""
+    /// What stands for the chosen part: what is composed, while an input method does that.
+    readonly property string partText: isComposing ? composer.preedit : editor.text.slice(editor.partStart, editor.partStart + editor.partLength)
 
     /// The user changed the value.
     signal edited(date value)
@@ -49,6 +52,9 @@ AppTextField {
     }
 
     function hasEdited(event: KeyEvent): bool {
+        // While an input method is composing, the keys are its own.
+        if (isComposing)
+            return true;
         if (event.matches(StandardKey.Paste)) // qmllint disable unqualified
             editor.paste();
         else if (event.matches(StandardKey.Copy)) // qmllint disable unqualified
@@ -87,6 +93,7 @@ AppTextField {
     selectByMouse: false
     selectionColor: Theme.transparent
     selectedTextColor: Theme.transparent
+    color: !enabled ? Theme.textDisabled : isComposing || showsElided ? Theme.transparent : Theme.text
     text: editor.text
     onTextChanged: showPart()
     onActiveFocusChanged: {
@@ -116,7 +123,13 @@ AppTextField {
         isEnglish: Language.isEnglish
         onEdited: value => field.edited(value)
         onPartChanged: field.showPart()
-        Component.onCompleted: takeKeysOf(field)
+    }
+
+    InputMethodTap {
+        id: composer
+
+        field: field
+        onCommitted: text => editor.write(text)
     }
 
     FontMetrics {
@@ -132,16 +145,26 @@ AppTextField {
 
         Rectangle {
             // Without a part it is the caret.
-            readonly property bool isCaret: editor.partLength === 0
+            readonly property bool isCaret: field.partText === ""
 
             x: Math.min(field.leftPadding + metrics.advanceWidth(editor.text.slice(0, editor.partStart)) - (isCaret ? 0 : 2), field.width - field.rightPadding)
             y: (parent.height - height) / 2
-            width: isCaret ? 1 : Math.min(metrics.advanceWidth(editor.text.slice(editor.partStart, editor.partStart + editor.partLength)) + 4, field.width - field.rightPadding - x)
+            width: isCaret ? 1 : Math.min(metrics.advanceWidth(field.partText) + 4, field.width - field.rightPadding - x)
             height: 20
             radius: isCaret ? 0 : 4
             color: isCaret ? Theme.accentText : Theme.accentSoft
             visible: field.activeFocus && !field.isCalendarShown
         }
+    }
+
+    AppText {
+        anchors.fill: parent
+        anchors.leftMargin: field.leftPadding
+        anchors.rightMargin: field.rightPadding
+        visible: field.isComposing
+        font.pixelSize: field.font.pixelSize
+        text: editor.text.slice(0, editor.partStart) + composer.preedit + editor.text.slice(editor.partStart + editor.partLength)
+        Accessible.ignored: true
     }
 
     Item {

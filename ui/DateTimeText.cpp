@@ -38,7 +38,8 @@ const QList<QRegularExpression> &wholeForms()
         QRegularExpression(u"^\\s*"_s + year + u"[-/.]"_s + month + u"[-/.]"_s + day + u"(?:[T ]\\s*"_s + time +
                            u"(?::[0-5][0-9](?:[.,][0-9]+)?)?(?<offset>Z|[+-][0-9]{2}:?[0-9]{2})?)?\\s*$"_s),
         // lint-allow(text): what is read, in whatever language the interface is
-        QRegularExpression(u"^\\s*"_s + year + u"年"_s + month + u"月"_s + day + u"日(?:\\s*"_s + time + u")?\\s*$"_s),
+        QRegularExpression(u"^\\s*(?:(?:"_s + year + u"年)?"_s + month + u"月)?"_s + day + u"[日号](?:\\s*"_s + time +
+                           u")?\\s*$"_s),
         QRegularExpression(u"^\\s*(?<name>"_s + englishMonths() + u")\\s+"_s + day + u"(?:,\\s*|\\s+)"_s + year +
                                u"(?:(?:,\\s*|\\s+)"_s + time + u")?\\s*$"_s,
                            QRegularExpression::CaseInsensitiveOption)};
@@ -48,8 +49,12 @@ const QList<QRegularExpression> &wholeForms()
 QDateTime momentRead(const QRegularExpressionMatch &match, const QDateTime &current)
 {
     const QString name = match.captured(u"name"_s);
-    const int month = name.isEmpty() ? match.captured(u"month"_s).toInt() : monthBeginningWith(name);
-    const QDate date(match.captured(u"year"_s).toInt(), month, match.captured(u"day"_s).toInt());
+    const QDate today = current.date();
+    const auto numberOf = [&match](const QString &group, int otherwise) {
+        return match.captured(group).isEmpty() ? otherwise : match.captured(group).toInt();
+    };
+    const int month = name.isEmpty() ? numberOf(u"month"_s, today.month()) : monthBeginningWith(name);
+    const QDate date(numberOf(u"year"_s, today.year()), month, numberOf(u"day"_s, today.day()));
     const bool hasTime = !match.captured(u"hour"_s).isEmpty();
     const QTime time = hasTime ? QTime(match.captured(u"hour"_s).toInt(), match.captured(u"minute"_s).toInt())
                                : QTime(current.time().hour(), current.time().minute());

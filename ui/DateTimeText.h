@@ -56,8 +56,8 @@ struct DateTimeReading
 };
 
 /// Reads a moment: ISO 8601, also with a blank for the T and with single digits, or a field's own text in either
-/// language. Without an offset the wall-clock time is that of the zone of `current`, without a time it is that of
-/// `current`. Seconds are dropped.
+/// language. Without an offset the wall-clock time is that of the zone of `current`. A time that is missing, and in
+/// Chinese a year or month, is that of `current`. Seconds are dropped.
 [[nodiscard]] DateTimeReading readDateTime(const QString &text, const QDateTime &current);
 
 } // namespace tessaly

@@ -1,6 +1,7 @@
 // What the editor of a date-time field does with typed characters.
 #include "ui/DateTimeEditor.h"
 
+#include <QHash>
 #include <QTimeZone>
 
 #include <algorithm>
@@ -36,6 +37,17 @@ PartLimit limitOf(DateTimePart part)
     return {2, 59};
 }
 
+/// The part whose number the sign follows in Chinese.
+std::optional<DateTimePart> partBefore(QChar sign)
+{
+    using enum DateTimePart;
+    // lint-allow(text): what is read, not what is shown
+    static const QHash<QChar, DateTimePart> parts = {{u'年', Year}, {u'月', Month}, {u'日', Day},   {u'号', Day},
+                                                     {u'时', Hour}, {u'点', Hour},  {u'分', Minute}};
+    const auto found = parts.constFind(sign);
+    return found == parts.cend() ? std::nullopt : std::optional(*found);
+}
+
 } // namespace
 
 void DateTimeEditor::beginTyping(bool isWhole)
@@ -68,12 +80,21 @@ bool DateTimeEditor::type(const QString &character)
             typeSeparator(typed);
         else if (typed >= u'0' && typed <= u'9')
             typeDigit(typed);
-        else
+        else if (!typeUnit(typed))
             typeLetter(typed);
         recogniseWhole();
     }
     applyTyping();
     return true;
+}
+
+void DateTimeEditor::write(const QString &text)
+{
+    QString plain = text.normalized(QString::NormalizationForm_KC);
+    // lint-allow(text): what is read, not what is shown
+    plain.replace(u'。', u'.').replace(u'、', u'/');
+    for (const QChar character : plain)
+        type(QString(character));
 }
 
 void DateTimeEditor::typeDigit(QChar digit)
@@ -114,6 +135,22 @@ void DateTimeEditor::typeSeparator(QChar separator)
     m_typing->hasSeparator |= !isBlank;
     if (isTyped && !isLastPart())
         leaveTypedPart();
+}
+
+bool DateTimeEditor::typeUnit(QChar sign)
+{
+    const std::optional<DateTimePart> unit = partBefore(sign);
+    if (m_isEnglish || !unit)
+        return false;
+    if (m_typing->text.isEmpty()) {
+        // A number that was full has been left already.
+        const bool isLeft = m_typing->whole.size() > 1 && m_typing->whole.at(m_typing->whole.size() - 2).isDigit();
+        return isLeft && m_partIndex > 0 && order().at(m_partIndex - 1) == *unit;
+    }
+    if (part() != *unit)
+        return false;
+    leaveTypedPart();
+    return true;
 }
 
 void DateTimeEditor::leaveTypedPart()
