@@ -25,6 +25,7 @@ test_packages=(
     evolution-data-server radicale
     dbus dbus-x11 at-spi2-core xdotool x11-utils xclip imagemagick dunst libnotify-bin sqlite3
     orca speech-dispatcher
+    fcitx5 fcitx5-pinyin fcitx5-frontend-qt6
 )
 
 lint_packages=(clang clang-tidy clang-format python3)
@@ -70,7 +71,7 @@ explain_without_apt() {
     say "This system has no apt-get, so nothing is installed for you. Tessaly needs: a C++20 compiler, CMake 3.25," \
         "Ninja, npm, Qt 6.4 or later (Base, Declarative, Quick Controls, Svg, Wayland, WebEngine), SQLite 3, zlib, ICU 60," \
         "Boost 1.75 with Boost.JSON, libical; libecal 2.0 for the calendars of GNOME (optional);" \
-        "for the tests nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock, python-dateutil, Radicale; for the gates clang 14's tools." \
+        "for the tests nlohmann-json, Xvfb, dbus, AT-SPI 2 with pyatspi, Orca, python-dbusmock, python-dateutil, Radicale, Fcitx 5 with pinyin and its module for Qt 6; for the gates clang 14's tools." \
         "The Debian names are in scripts/packages.sh."
     [ ${#lacking[@]} -eq 0 ] || die "Not found: ${lacking[*]}. Install them and run the command again."
 }
