@@ -71,7 +71,9 @@ Item {
         function onBlockRestored(row: int) {
             const block = blocks.itemAt(row) as EventBlock;
             if (block !== null)
-                (flash.createObject(block.background) as Flash).start();
+                flash.createObject(block, {
+                    target: block
+                });
         }
         function onWeekTurned() {
             area.currentRow = 0;
@@ -84,16 +86,22 @@ Item {
     Component {
         id: flash
 
-        Flash {
-            id: tint
+        NumberAnimation {
+            id: fading
 
-            anchors.fill: parent
-            radius: Theme.blockRadius
-            onFaded: tint.destroy()
+            property: "flash"
+            from: 1
+            to: 0
+            duration: Theme.flash
+            easing.type: Easing.InQuad
+            running: true
+            onFinished: fading.destroy()
 
-            Connections {
+            readonly property Connections turns: Connections {
                 function onWeekTurned() {
-                    tint.destroy();
+                    fading.stop();
+                    (fading.target as EventBlock).flash = 0;
+                    fading.destroy();
                 }
 
                 target: area.viewModel
@@ -101,8 +109,22 @@ Item {
         }
     }
 
+    BlockStyle {
+        id: blockStyle
+
+        ground: Theme.card
+        ink: Theme.text
+        quietInk: Theme.textSecondary
+        selectedInk: Theme.blockTextSelected
+        flash: Theme.accentSoft
+        titleFont: Theme.blockTitle.font
+        timeFont: Theme.mini.font
+        radius: Theme.blockRadius
+    }
+
     Item {
         x: area.geometry.hourColumn
+        transform: PixelSnap {}
 
         Repeater {
             id: blocks
@@ -114,10 +136,16 @@ Item {
                 id: block
 
                 readonly property bool isCurrent: index === area.currentRow
-                readonly property bool isExplained: (hovered || visualFocus) && hidesText()
 
+                style: blockStyle
+                color: Theme.scheduleColor(colorKey)
                 activeFocusOnTab: activeFocus || isCurrent
-                focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
+                Accessible.role: Accessible.Button
+                Accessible.name: spokenName
+                Accessible.focusable: true
+                Accessible.selectable: true
+                Accessible.selected: isSelected
+                Accessible.onPressAction: clicked()
                 onActiveFocusChanged: {
                     if (activeFocus)
                         area.currentRow = index;
@@ -156,7 +184,7 @@ Item {
     }
 
     FocusRing {
-        parent: area.ringed?.background ?? area
+        parent: area.ringed ?? area
         z: 1
         visible: area.ringed !== null
         targetRadius: Theme.blockRadius

@@ -85,7 +85,7 @@ Item {
         }
 
         function tints(item: Item): int {
-            let count = item instanceof Flash && item.opacity > 0 ? 1 : 0;
+            let count = item instanceof Flash && item.opacity > 0 || item instanceof EventBlock && item.flash > 0 ? 1 : 0;
             for (let i = 0; i < item.children.length; ++i)
                 count += tints(item.children[i]);
             return count;
