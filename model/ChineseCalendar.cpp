@@ -16,30 +16,51 @@ struct Name
 {
     QStringView chinese;
     QStringView english;
+    /// English in at most eight letters, where the name has more.
+    QStringView narrow = {};
 
     [[nodiscard]] QString in(bool isEnglish) const { return (isEnglish ? english : chinese).toString(); }
+    [[nodiscard]] QString narrowIn(bool isEnglish) const
+    {
+        return isEnglish && !narrow.isEmpty() ? narrow.toString() : in(isEnglish);
+    }
 };
 
-constexpr std::array<Name, 24> terms{
-    {{u"小寒", u"Lesser Cold"}, {u"大寒", u"Greater Cold"},   {u"立春", u"Spring Begins"},
-     {u"雨水", u"Rain Water"},  {u"惊蛰", u"Insects Awaken"}, {u"春分", u"Spring Equinox"},
-     {u"清明", u"Qingming"},    {u"谷雨", u"Grain Rain"},     {u"立夏", u"Summer Begins"},
-     {u"小满", u"Grain Buds"},  {u"芒种", u"Grain in Ear"},   {u"夏至", u"Summer Solstice"},
-     {u"小暑", u"Lesser Heat"}, {u"大暑", u"Greater Heat"},   {u"立秋", u"Autumn Begins"},
-     {u"处暑", u"End of Heat"}, {u"白露", u"White Dew"},      {u"秋分", u"Autumn Equinox"},
-     {u"寒露", u"Cold Dew"},    {u"霜降", u"Frost Descends"}, {u"立冬", u"Winter Begins"},
-     {u"小雪", u"Lesser Snow"}, {u"大雪", u"Greater Snow"},   {u"冬至", u"Winter Solstice"}}};
+constexpr std::array<Name, 24> terms{{{u"小寒", u"Lesser Cold", u"L. Cold"},
+                                      {u"大寒", u"Greater Cold", u"G. Cold"},
+                                      {u"立春", u"Spring Begins", u"Spring"},
+                                      {u"雨水", u"Rain Water", u"Rain"},
+                                      {u"惊蛰", u"Insects Awaken", u"Insects"},
+                                      {u"春分", u"Spring Equinox", u"Equinox"},
+                                      {u"清明", u"Qingming"},
+                                      {u"谷雨", u"Grain Rain", u"Rain"},
+                                      {u"立夏", u"Summer Begins", u"Summer"},
+                                      {u"小满", u"Grain Buds", u"Buds"},
+                                      {u"芒种", u"Grain in Ear", u"Ears"},
+                                      {u"夏至", u"Summer Solstice", u"Solstice"},
+                                      {u"小暑", u"Lesser Heat", u"L. Heat"},
+                                      {u"大暑", u"Greater Heat", u"G. Heat"},
+                                      {u"立秋", u"Autumn Begins", u"Autumn"},
+                                      {u"处暑", u"End of Heat", u"Heat End"},
+                                      {u"白露", u"White Dew", u"Wh. Dew"},
+                                      {u"秋分", u"Autumn Equinox", u"Equinox"},
+                                      {u"寒露", u"Cold Dew"},
+                                      {u"霜降", u"Frost Descends", u"Frost"},
+                                      {u"立冬", u"Winter Begins", u"Winter"},
+                                      {u"小雪", u"Lesser Snow", u"L. Snow"},
+                                      {u"大雪", u"Greater Snow", u"G. Snow"},
+                                      {u"冬至", u"Winter Solstice", u"Solstice"}}};
 
 // In the order of the numbers in the table.
 constexpr std::array<Name, 9> holidays{{{u"元旦", u"New Year"},
-                                        {u"春节", u"Spring Festival"},
+                                        {u"春节", u"Spring Festival", u"CNY"},
                                         {u"清明节", u"Qingming"},
-                                        {u"劳动节", u"Labour Day"},
-                                        {u"端午节", u"Dragon Boat"},
-                                        {u"中秋节", u"Mid-Autumn"},
-                                        {u"国庆节", u"National Day"},
-                                        {u"国庆节", u"National Day"},
-                                        {u"抗战胜利日", u"Victory Day"}}};
+                                        {u"劳动节", u"Labour Day", u"Labour"},
+                                        {u"端午节", u"Dragon Boat", u"Dragon"},
+                                        {u"中秋节", u"Mid-Autumn", u"Mid-Aut."},
+                                        {u"国庆节", u"National Day", u"National"},
+                                        {u"国庆节", u"National Day", u"National"},
+                                        {u"抗战胜利日", u"Victory Day", u"Victory"}}};
 
 struct Festival
 {
@@ -48,14 +69,14 @@ struct Festival
     Name name;
 };
 
-constexpr std::array<Festival, 7> festivals{{{1, 1, {u"春节", u"Spring Festival"}},
+constexpr std::array<Festival, 7> festivals{{{1, 1, {u"春节", u"Spring Festival", u"CNY"}},
                                              {1, 15, {u"元宵节", u"Lantern"}},
-                                             {5, 5, {u"端午节", u"Dragon Boat"}},
+                                             {5, 5, {u"端午节", u"Dragon Boat", u"Dragon"}},
                                              {7, 7, {u"七夕", u"Qixi"}},
-                                             {8, 15, {u"中秋节", u"Mid-Autumn"}},
-                                             {9, 9, {u"重阳节", u"Double Ninth"}},
+                                             {8, 15, {u"中秋节", u"Mid-Autumn", u"Mid-Aut."}},
+                                             {9, 9, {u"重阳节", u"Double Ninth", u"Double 9"}},
                                              {12, 8, {u"腊八节", u"Laba"}}}};
-constexpr Name yearEve{u"除夕", u"New Year’s Eve"};
+constexpr Name yearEve{u"除夕", u"New Year’s Eve", u"CNY Eve"};
 
 // lint-allow(text): digits of Chinese dates, which English writes as numbers
 constexpr QStringView monthDigits = u"正二三四五六七八九十冬腊";
@@ -169,17 +190,23 @@ ChineseDay chineseDay(QDate day, bool isEnglish)
     const std::optional<Announcement> announced = announcement(day);
     const std::optional<Name> feast = festival(*lunar);
     QStringList names;
-    const auto add = [&names](const QString &name) {
-        if (!names.contains(name))
-            names.append(name);
+    QString narrow;
+    const auto add = [&](const Name &name) {
+        if (names.isEmpty())
+            narrow = name.narrowIn(isEnglish);
+        if (!names.contains(name.in(isEnglish)))
+            names.append(name.in(isEnglish));
     };
     if (announced && announced->isItself)
-        add(holidays.at(announced->name).in(isEnglish));
+        add(holidays.at(announced->name));
     if (feast)
-        add(feast->in(isEnglish));
+        add(*feast);
     if (term)
-        add(terms.at(*term).in(isEnglish));
-    ChineseDay result{.text = names.value(0, shortText(*lunar, isEnglish)), .isSpecial = !names.isEmpty()};
+        add(terms.at(*term));
+    const QString lunarText = shortText(*lunar, isEnglish);
+    ChineseDay result{.text = names.value(0, lunarText),
+                      .narrowText = names.isEmpty() ? lunarText : narrow,
+                      .isSpecial = !names.isEmpty()};
     names.prepend(longText(*lunar, isEnglish));
     if (announced) {
         result.dayOff = announced->isWorkDay ? DayOff::WorkDay : DayOff::Holiday;

@@ -47,6 +47,19 @@ private slots:
         QCOMPARE(otherWork, QStringList{QStringLiteral("2005-12-31")});
     }
 
+    void narrowTextsAreShort()
+    {
+        QSet<QString> texts;
+        for (QDate day(2015, 1, 1); day.year() < 2027; day = day.addDays(1)) {
+            const ChineseDay english = chineseDay(day, true);
+            QVERIFY2(english.narrowText.size() <= 8, qPrintable(english.text));
+            if (english.isSpecial)
+                texts.insert(english.narrowText);
+            QCOMPARE(chineseDay(day, false).narrowText, chineseDay(day, false).text);
+        }
+        QVERIFY(texts.contains(QStringLiteral("Solstice")) && texts.contains(QStringLiteral("Cold Dew")));
+    }
+
     void aDayIsSaidInWords_data()
     {
         QTest::addColumn<QDate>("day");
