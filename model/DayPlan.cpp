@@ -108,6 +108,22 @@ std::optional<PlannedItem> plannedItem(const ScheduleItem &schedule, const Saved
     return found;
 }
 
+QSet<QUuid> completedItems(const SavedData &data)
+{
+    QSet<QUuid> items;
+    for (const ReminderItem &reminder : data.reminders) {
+        if (reminder.isComplete)
+            items.insert(reminder.id);
+    }
+    for (const Goal &goal : data.goals) {
+        forEachTask(goal, [&](const Subgoal &subgoal, const GoalTask &task) {
+            if (task.isComplete || subgoal.isComplete || goal.isComplete)
+                items.insert(task.id);
+        });
+    }
+    return items;
+}
+
 QHash<QUuid, Instant> plannedStarts(const QList<ScheduleItem> &schedules, Instant now)
 {
     QHash<QUuid, Instant> starts;

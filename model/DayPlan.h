@@ -45,6 +45,9 @@ struct PlannedItem
 /// Nothing when the schedule has no such item, or the item is gone. A task of a completed subgoal or goal is complete.
 [[nodiscard]] std::optional<PlannedItem> plannedItem(const ScheduleItem &schedule, const SavedData &data);
 
+/// The items of which plannedItem() would say that they are complete.
+[[nodiscard]] QSet<QUuid> completedItems(const SavedData &data);
+
 /// When each item is planned next: the start of the earliest of its schedules that have not ended.
 [[nodiscard]] QHash<QUuid, Instant> plannedStarts(const QList<ScheduleItem> &schedules, Instant now);
 
