@@ -1,5 +1,7 @@
 #include "model/WeekDrag.h"
 
+#include "model/AllDayRow.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -17,6 +19,11 @@ Instant at(QDate day, int minute, const UserCalendar &calendar)
     return calendar.instant(day, QTime(minute / 60, minute % 60));
 }
 
+Instant shifted(Instant moment, int days, const UserCalendar &calendar)
+{
+    return calendar.addingDays(moment, days).value_or(moment);
+}
+
 /// Carries out one drag.
 class Dragging
 {
@@ -32,8 +39,9 @@ public:
         const int former = m_calendar.minuteOfDay(times.start);
         const int minute = steppedFrom(former, m_drag.lastMinute - leastMinutes);
         const qint64 days = m_drag.pressed.day.daysTo(m_pointer.day);
-        const Instant start = minute == former ? m_calendar.addingDays(times.start, days).value_or(times.start)
-                                               : at(m_day.addDays(days), minute, m_calendar);
+        if (minute == former)
+            return movedTimes(times, static_cast<int>(days), 0, m_calendar);
+        const Instant start = at(m_day.addDays(days), minute, m_calendar);
         return {start, start.plus(times.end.seconds - times.start.seconds)};
     }
 
@@ -134,8 +142,26 @@ QString lengthText(const FormTimes &times, bool isEnglish)
 
 FormTimes movedTimes(const FormTimes &times, int days, int minutes, const UserCalendar &calendar)
 {
-    const Instant start = calendar.addingDays(times.start, days).value_or(times.start).plus(minutes * 60);
+    const bool areWholeDays = calendar.startOfDay(calendar.day(times.start)) == times.start &&
+                              isAllDay({.start = times.start, .end = times.end}, calendar);
+    const Instant start = shifted(times.start, days, calendar).plus(minutes * 60);
+    if (areWholeDays && minutes == 0)
+        return {start, shifted(times.end, days, calendar)};
     return {start, start.plus(times.end.seconds - times.start.seconds)};
+}
+
+FormTimes draggedDays(WeekDragKind kind, const FormTimes &times, int days, const UserCalendar &calendar)
+{
+    if (kind == WeekDragKind::Move)
+        return movedTimes(times, days, 0, calendar);
+    for (; days != 0; days += days < 0 ? 1 : -1) {
+        const FormTimes result = kind == WeekDragKind::ResizeStart
+                                     ? FormTimes{shifted(times.start, days, calendar), times.end}
+                                     : FormTimes{times.start, shifted(times.end, days, calendar)};
+        if (isAllDay({.start = result.start, .end = result.end}, calendar))
+            return result;
+    }
+    return times;
 }
 
 } // namespace tessaly

@@ -41,8 +41,13 @@ inline constexpr int fineDragStepMinutes = 5;
 [[nodiscard]] FormTimes hourAround(const WeekPoint &pointer, int firstMinute, int lastMinute, int stepMinutes,
                                    const UserCalendar &calendar);
 
-/// The times so many days on by the calendar, and so many minutes on in real time.
+/// The times so many days on by the calendar, and so many minutes on in real time. The length stays, but moved by days
+/// alone whole days stay whole days where the clock changes.
 [[nodiscard]] FormTimes movedTimes(const FormTimes &times, int days, int minutes, const UserCalendar &calendar);
+
+/// What a drag over so many days makes of times that stand above the hours: all of them, or their start or end alone,
+/// as far as they still last long enough to stand there.
+[[nodiscard]] FormTimes draggedDays(WeekDragKind kind, const FormTimes &times, int days, const UserCalendar &calendar);
 
 /// The length in words: "1 h 30 min" or "1 小时 30 分".
 [[nodiscard]] QString lengthText(const FormTimes &times, bool isEnglish);

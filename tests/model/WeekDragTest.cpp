@@ -99,6 +99,37 @@ private slots:
         QTEST(worded(draggedTimes(drag, point(pointer.section(u'>', 1)), step, calendar)), "expected");
     }
 
+    void wholeDaysStayWhole_data()
+    {
+        QTest::addColumn<WeekDragKind>("kind");
+        QTest::addColumn<QString>("times");
+        QTest::addColumn<int>("days");
+        QTest::addColumn<QString>("expected");
+
+        const auto row = [](const char *name, WeekDragKind kind, const char *times, int days, const char *expected) {
+            QTest::newRow(name) << kind << QString::fromLatin1(times) << days << QString::fromLatin1(expected);
+        };
+        using enum WeekDragKind;
+        row("over two days", Move, "9 0:00|11 0:00", 2, "11 0:00 - 13 0:00");
+        row("onto the short day", Move, "M28 0:00|M29 0:00", 1, "29 0:00 - 30 0:00");
+        row("off the long day", Move, "O25 0:00|O26 0:00", -1, "24 0:00 - 25 0:00");
+        row("with times, the length stays", Move, "M26 9:00|M28 9:00", 2, "28 9:00 - 30 10:00");
+        row("the end", ResizeEnd, "9 0:00|11 0:00", 3, "9 0:00 - 14 0:00");
+        row("the end as far as a day is left", ResizeEnd, "9 0:00|12 0:00", -5, "9 0:00 - 10 0:00");
+        row("the end with times", ResizeEnd, "9 9:00|11 17:00", -2, "9 9:00 - 10 17:00");
+        row("the start", ResizeStart, "9 0:00|11 0:00", -1, "8 0:00 - 11 0:00");
+        row("the start as far as a day is left", ResizeStart, "9 9:00|11 17:00", 6, "10 9:00 - 11 17:00");
+    }
+
+    void wholeDaysStayWhole()
+    {
+        QFETCH(const WeekDragKind, kind);
+        QFETCH(const QString, times);
+        QFETCH(const int, days);
+        const FormTimes former{instant(times.section(u'|', 0, 0)), instant(times.section(u'|', 1))};
+        QTEST(worded(draggedDays(kind, former, days, calendar)), "expected");
+    }
+
     void anyDragKeepsTheRules()
     {
         QRandomGenerator random(11);
