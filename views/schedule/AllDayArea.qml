@@ -11,6 +11,8 @@ Item {
 
     required property ScheduleViewModel viewModel
     required property WeekGeometry geometry
+    /// What the week scrolls in.
+    required property ScrollPage scroll
     readonly property WeekMargins margins: viewModel.margins
     property int currentRow: 0
 
@@ -26,12 +28,12 @@ Item {
         return true;
     }
 
-    /// Arrows lead to another schedule; with Ctrl they move it by days.
+    /// Arrows lead to another schedule; with Ctrl they move it by days, with Shift they move its end.
     function step(event: KeyEvent, days: int, lines: int) {
-        if (!(event.modifiers & Qt.ControlModifier))
+        if (!(event.modifiers & (Qt.ControlModifier | Qt.ShiftModifier)))
             focusRow(margins.neighbourBar(currentRow, days, lines));
         else if (days !== 0)
-            margins.moveBar(currentRow, days);
+            focusRow(event.modifiers & Qt.ControlModifier ? margins.moveBar(currentRow, days, event.isAutoRepeat) : margins.resizeBar(currentRow, days, event.isAutoRepeat));
     }
 
     visible: geometry.allDayHeight > 0
@@ -56,6 +58,12 @@ Item {
         token: Theme.mini
     }
 
+    AllDayGestures {
+        anchors.fill: parent
+        viewModel: area.viewModel
+        scroll: area.scroll
+    }
+
     Item {
         anchors.fill: parent
         clip: true
@@ -69,6 +77,7 @@ Item {
             onItemRemoved: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
 
             AllDayBar {
+                opacity: index === area.margins.drag.row ? 0.4 : 1
                 activeFocusOnTab: activeFocus || index === area.currentRow
                 onActiveFocusChanged: {
                     if (activeFocus)
@@ -92,5 +101,9 @@ Item {
                 onClicked: area.viewModel.focusPlace(place)
             }
         }
+    }
+
+    AllDayGhost {
+        drag: area.margins.drag
     }
 }

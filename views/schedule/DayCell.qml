@@ -11,6 +11,7 @@ PushButton {
     required property bool isFocused
     required property bool isOutside
     required property string note
+    required property string narrowNote
     required property bool isNoteSpecial
     required property int dayOff
     required property string spokenName
@@ -71,16 +72,13 @@ PushButton {
                 dayOff: cell.dayOff
             }
 
-            LineText {
+            DayNote {
                 x: mark.visible ? mark.width + 4 : 0
                 width: parent.width - x
-                anchors.verticalCenter: parent.verticalCenter
-                // A scrap of it says nothing.
-                visible: implicitWidth <= width || width >= 44
-                horizontalAlignment: Text.AlignRight
-                text: cell.note
-                color: cell.isNoteSpecial && !cell.isOutside ? Theme.textSecondary : Theme.textTertiary
-                token: Theme.mini
+                height: parent.height
+                note: cell.note
+                narrowNote: cell.narrowNote
+                isSpecial: cell.isNoteSpecial && !cell.isOutside
             }
         }
     }

@@ -11,6 +11,7 @@ PushButton {
     required property bool isToday
     required property bool isFocused
     required property string note
+    required property string narrowNote
     required property bool isNoteSpecial
     required property int dayOff
     required property string spokenName
@@ -76,13 +77,14 @@ PushButton {
         id: notes
 
         Item {
-            LineText {
+            DayNote {
                 x: 2
                 width: parent.width - 4
-                horizontalAlignment: Text.AlignHCenter
-                text: day.note
-                color: day.isNoteSpecial ? Theme.textSecondary : Theme.textTertiary
-                token: Theme.mini
+                height: Theme.mini.line
+                alignment: Text.AlignHCenter
+                note: day.note
+                narrowNote: day.narrowNote
+                isSpecial: day.isNoteSpecial
             }
 
             DayOffMark {

@@ -9,6 +9,7 @@ Item {
     /// Among all schedules of the day; less than 0 while it shows none.
     required property int place
     required property string title
+    required property bool isDone
     required property string timeRange
     required property string tag
     required property string colorKey
@@ -41,7 +42,7 @@ Item {
     visible: place >= 0
     height: Theme.rowHeight
     Accessible.role: Accessible.ListItem
-    Accessible.name: title + Language.text("，", ", ") + time.text
+    Accessible.name: title + Language.text("，", ", ") + time.text + (isDone ? Language.text("，已完成", ", done") : "")
     Accessible.focusable: true
     Accessible.onPressAction: openRequested()
     Keys.onReturnPressed: event => open(event)
@@ -97,7 +98,7 @@ Item {
         anchors.right: time.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        text: item.title
+        text: item.isDone ? "✓ " + item.title : item.title
         token: Theme.rowTitle
 
         ElidedTip {}

@@ -1,5 +1,7 @@
 #include "views/schedule/DaySchedules.h"
 
+#include "model/DisplayTitle.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -47,6 +49,19 @@ DaySchedules spread(const QList<QDate> &days, const InstantRange &range, const S
 }
 
 } // namespace
+
+QString shownTitle(const ScheduleItem &schedule, const ScheduleSource &source)
+{
+    const QString title = displayTitle(schedule);
+    return source.isDone(schedule) ? QStringLiteral("✓ ") + title : title;
+}
+
+QString spokenTick(const ScheduleItem &schedule, const ScheduleSource &source)
+{
+    if (!source.isDone(schedule))
+        return {};
+    return source.isEnglish ? QStringLiteral("done") : QStringLiteral("已完成");
+}
 
 DaySchedules viewportSchedules(const QList<QDate> &days, const ScheduleSource &source)
 {

@@ -18,7 +18,20 @@ struct ScheduleSource
     bool isEnglish = false;
     LinkColors linkColors = {};
     WeekOptions options = {};
+    /// The ids of to-dos and goal tasks that are complete.
+    QSet<QUuid> doneItems = {};
+
+    /// Whether the schedule gave time to something that is complete.
+    [[nodiscard]] bool isDone(const ScheduleItem &schedule) const
+    {
+        return schedule.plannedItemID && doneItems.contains(*schedule.plannedItemID);
+    }
 };
+
+/// The title as it is shown: with a tick when the schedule is done.
+[[nodiscard]] QString shownTitle(const ScheduleItem &schedule, const ScheduleSource &source);
+/// What a screen reader says of the tick; empty when there is none.
+[[nodiscard]] QString spokenTick(const ScheduleItem &schedule, const ScheduleSource &source);
 
 /// For each of some consecutive days its schedules, sorted by start. One that began on a day before starts with the
 /// day.

@@ -106,6 +106,7 @@ QList<DayRow> dayRows(const QList<QDate> &days, const DaySchedules &events, cons
                      .isOutside = marks.scope == CalendarScope::Month &&
                                   UserCalendar::monthStart(day) != UserCalendar::monthStart(marks.focusDay),
                      .note = chinese.text,
+                     .narrowNote = chinese.narrowText,
                      .isNoteSpecial = chinese.isSpecial,
                      .dayOff = static_cast<int>(chinese.dayOff),
                      .spokenName = joined(
@@ -142,7 +143,7 @@ QList<BlockRow> blockRows(const QList<QDate> &days, const DaySchedules &events, 
                          .startMinute = span.start,
                          .beginsEarlier = beginsEarlier,
                          .endsLater = endsLater,
-                         .title = displayTitle(schedule),
+                         .title = shownTitle(schedule, source),
                          .colorKey = scheduleColor(schedule, source.linkColors),
                          .isSelected = schedule.id == selectedID};
             row.timeShown =
@@ -151,7 +152,7 @@ QList<BlockRow> blockRows(const QList<QDate> &days, const DaySchedules &events, 
             row.explanation = row.title + u'\n' + timeRange;
             if (!tag.isEmpty())
                 row.explanation += u'\n' + tag;
-            row.spokenName = joined({dayText, row.title, timeRange, tag});
+            row.spokenName = joined({dayText, displayTitle(schedule), timeRange, tag, spokenTick(schedule, source)});
             rows.append(row);
         }
     }
@@ -189,7 +190,7 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &
                          .cellIndex = static_cast<int>(cell),
                          .slot = static_cast<int>(slot),
                          .isContinued = isContinued(event),
-                         .title = displayTitle(schedule),
+                         .title = shownTitle(schedule, source),
                          .startText = isContinued(event) || isAllDayLine(event)
                                           ? QString()
                                           : timeRangeText(event.start, std::nullopt, source.calendar),
@@ -197,7 +198,7 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &
                          .isOutside = isOutside,
                          .spokenName = joined({displayTitle(schedule),
                                                timeRangeText(schedule.date, schedule.endDate, source.calendar),
-                                               schedule.tag.value_or(QString())})});
+                                               schedule.tag.value_or(QString()), spokenTick(schedule, source)})});
         }
         if (const qsizetype more = dayEvents.size() - linesPerCell; more > 0)
             rows.append({.id = source.schedules.at(dayEvents.at(linesPerCell).row).id,
@@ -219,6 +220,7 @@ QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &
         rows.append({.id = schedule.id,
                      .place = place,
                      .title = displayTitle(schedule),
+                     .isDone = source.isDone(schedule),
                      .timeRange = timeRangeText(schedule.date, schedule.endDate, source.calendar),
                      .tag = schedule.tag.value_or(QString()),
                      .colorKey = scheduleColor(schedule, source.linkColors)});

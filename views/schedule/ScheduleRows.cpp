@@ -11,6 +11,7 @@ QList<DayModel::Role> dayRoles()
         {"isFocused", [](const DayRow &row) -> QVariant { return row.isFocused; }},
         {"isOutside", [](const DayRow &row) -> QVariant { return row.isOutside; }},
         {"note", [](const DayRow &row) -> QVariant { return row.note; }},
+        {"narrowNote", [](const DayRow &row) -> QVariant { return row.narrowNote; }},
         {"isNoteSpecial", [](const DayRow &row) -> QVariant { return row.isNoteSpecial; }},
         {"dayOff", [](const DayRow &row) -> QVariant { return row.dayOff; }},
         {"spokenName", [](const DayRow &row) -> QVariant { return row.spokenName; }},
@@ -49,6 +50,7 @@ QList<DayListModel::Role> dayListRoles()
     return {
         {"place", [](const DayListRow &row) -> QVariant { return row.place; }},
         {"title", [](const DayListRow &row) -> QVariant { return row.title; }},
+        {"isDone", [](const DayListRow &row) -> QVariant { return row.isDone; }},
         {"timeRange", [](const DayListRow &row) -> QVariant { return row.timeRange; }},
         {"tag", [](const DayListRow &row) -> QVariant { return row.tag; }},
         {"colorKey", [](const DayListRow &row) -> QVariant { return row.colorKey; }},

@@ -24,6 +24,8 @@ struct DayRow
     bool isOutside = false;
     /// The day in the calendar of China, when that is shown: a lunar day, or something special.
     QString note = {};
+    /// The same in a few letters.
+    QString narrowNote = {};
     bool isNoteSpecial = false;
     /// As DayOff.
     int dayOff = 0;
@@ -89,6 +91,8 @@ struct DayListRow
     /// Among all schedules of the day.
     int place = -1;
     QString title = {};
+    /// Whether the schedule gave time to something that is complete.
+    bool isDone = false;
     QString timeRange = {};
     QString tag = {};
     QString colorKey = {};

@@ -1,5 +1,6 @@
 #include "views/schedule/ScheduleViewModel.h"
 
+#include "model/DayPlan.h"
 #include "platform/Clock.h"
 
 #include <algorithm>
@@ -28,6 +29,8 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     m_currentTime.setStore(store);
     m_drag.setStore(store);
     m_monthDrag.setStore(store);
+    m_margins.drag()->setStore(store);
+    m_doneItems = completedItems(store->data());
     m_sheets->setStore(store);
     m_index.apply({}, store->schedules());
     m_linkColors = linkColors(store->calendarFeeds());
@@ -36,13 +39,17 @@ void ScheduleViewModel::setStore(PlannerStore *store)
     connect(&m_drag, &WeekDragModel::refused, this, &ScheduleViewModel::refused);
     connect(&m_drag, &WeekDragModel::spanSelected, this, &ScheduleViewModel::chooseTimes);
     connect(&m_monthDrag, &MonthDragModel::refused, this, &ScheduleViewModel::refused);
-    connect(&m_monthDrag, &MonthDragModel::moved, this, &ScheduleViewModel::announceMove);
+    connect(&m_monthDrag, &MonthDragModel::moved, this,
+            [this](const FormTimes &times) { announceDrag(WeekDragKind::Move, times); });
     connect(&m_margins, &WeekMargins::opened, this, &ScheduleViewModel::openSchedule);
-    connect(&m_margins, &WeekMargins::moved, this,
-            [this](const QUuid &id, int days) { moveSchedule(id, days, 0, false); });
+    connect(&m_margins, &WeekMargins::shifted, this, &ScheduleViewModel::shiftDays);
+    connect(m_margins.drag(), &BarDragModel::refused, this, &ScheduleViewModel::refused);
+    connect(m_margins.drag(), &BarDragModel::dropped, this, &ScheduleViewModel::announceDrag);
     connect(&m_margins, &WeekMargins::deleted, this, &ScheduleViewModel::deleteSchedule);
     connect(store->displayChoices(), &DisplayChoices::changed, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::schedulesChanged, this, &ScheduleViewModel::onSchedulesChanged);
+    connect(store, &PlannerStore::remindersChanged, this, &ScheduleViewModel::onItemsChanged);
+    connect(store, &PlannerStore::goalsChanged, this, &ScheduleViewModel::onItemsChanged);
     connect(store, &PlannerStore::visibleCalendarIDsChanged, this, &ScheduleViewModel::refresh);
     connect(store, &PlannerStore::calendarFeedsChanged, this, &ScheduleViewModel::onCalendarFeedsChanged);
     connect(store, &PlannerStore::displayHoursChanged, this, &ScheduleViewModel::onDisplayHoursChanged);
@@ -70,7 +77,7 @@ QDate ScheduleViewModel::focusDay() const
 ScheduleSource ScheduleViewModel::source() const
 {
     return {m_store->schedules(), m_index,      m_store->visibleCalendarIDs(), m_store->calendar(),
-            m_store->isEnglish(), m_linkColors, m_store->weekOptions()};
+            m_store->isEnglish(), m_linkColors, m_store->weekOptions(),        m_doneItems};
 }
 
 const ScheduleItem *ScheduleViewModel::scheduleWithId(const QUuid &id) const
@@ -199,91 +206,10 @@ void ScheduleViewModel::openSchedule(const QUuid &id)
     m_sheets->openNote(schedule, NoteMode::View);
 }
 
-int ScheduleViewModel::moveBlock(int row, int days, int minutes, bool isContinued)
-{
-    const QUuid id = m_week.contents.rows().value(row).id;
-    return moveSchedule(id, days, minutes, isContinued) ? blockOf(id) : -1;
-}
-
-bool ScheduleViewModel::moveSchedule(const QUuid &id, int days, int minutes, bool isContinued)
-{
-    const ScheduleItem *schedule = scheduleWithId(id);
-    if (!schedule)
-        return false;
-    const UserCalendar &calendar = m_store->calendar();
-    const QDate day = calendar.day(schedule->date);
-    const auto calendarDays = static_cast<int>(day.daysTo(shownDayOn(day, days, m_store->weekOptions())));
-    const FormTimes times = movedTimes({schedule->date, schedule->end()}, calendarDays, minutes, calendar);
-    if (!rescheduleBlock(*schedule, times, isContinued))
-        return false;
-    announceMove(times);
-    return true;
-}
-
-void ScheduleViewModel::announceMove(const FormTimes &times)
-{
-    const UserCalendar &calendar = m_store->calendar();
-    emit announced(m_store->text(QStringLiteral("移到%1，%2 至 %3"), QStringLiteral("Moved to %1, %2 to %3"))
-                       .arg(shortDate(calendar.day(times.start), m_store->isEnglish()),
-                            timeRangeText(times.start, std::nullopt, calendar),
-                            timeRangeText(times.end, std::nullopt, calendar)));
-}
-
-int ScheduleViewModel::resizeBlock(int row, int minutes, bool isContinued)
-{
-    const ScheduleItem *schedule = scheduleWithId(m_week.contents.rows().value(row).id);
-    if (!schedule)
-        return -1;
-    const FormTimes times{schedule->date,
-                          std::max(schedule->end().plus(minutes * 60), schedule->date.plus(leastScheduleSeconds))};
-    const QUuid id = schedule->id;
-    if (!rescheduleBlock(*schedule, times, isContinued))
-        return -1;
-    emit announced(m_store->text(QStringLiteral("结束改为 %1"), QStringLiteral("Ends at %1"))
-                       .arg(timeRangeText(times.end, std::nullopt, m_store->calendar())));
-    return blockOf(id);
-}
-
-bool ScheduleViewModel::rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued)
-{
-    if (const QString reason = fixedReason(*m_store, schedule); !reason.isEmpty()) {
-        emit refused(reason);
-        return false;
-    }
-    const QUuid id = schedule.id;
-    // First the week, so that the item with the focus is not removed with its row.
-    if (!isShown(m_store->weekOptions().hasAllDayRow ? times : FormTimes{times.start, times.start}))
-        setFocusDate(times.start);
-    reschedule(*m_store, id, times, false);
-    if (isContinued)
-        m_store->history().joinLast();
-    return true;
-}
-
 bool ScheduleViewModel::isShown(const FormTimes &times) const
 {
     const auto [first, last] = daysOf({.start = times.start, .end = times.end}, m_store->calendar());
     return !m_visibleDays.isEmpty() && first <= m_visibleDays.last() && last >= m_visibleDays.first();
-}
-
-int ScheduleViewModel::blockOf(const QUuid &id) const
-{
-    const QList<BlockRow> &rows = m_week.contents.rows();
-    const auto found = std::ranges::find(rows, id, &BlockRow::id);
-    return found == rows.cend() ? -1 : static_cast<int>(found - rows.cbegin());
-}
-
-void ScheduleViewModel::deleteBlock(int row)
-{
-    deleteSchedule(m_week.contents.rows().value(row).id);
-}
-
-void ScheduleViewModel::deleteSchedule(const QUuid &id)
-{
-    if (const ScheduleItem *stored = scheduleWithId(id)) {
-        const ScheduleItem schedule = *stored;
-        m_store->deleteSchedule(schedule);
-    }
 }
 
 void ScheduleViewModel::openMonthLine(int row)
@@ -319,11 +245,6 @@ int ScheduleViewModel::reveal(const QString &scheduleId)
     if (m_scope == Scope::Week && block >= 0)
         emit blockRestored(block);
     return place;
-}
-
-void ScheduleViewModel::deleteListed(int row)
-{
-    deleteSchedule(m_dayList.rows().value(row).id);
 }
 
 void ScheduleViewModel::tapTime(int place, double y)
@@ -383,18 +304,17 @@ void ScheduleViewModel::selectSchedule(const QUuid &id)
     refresh();
 }
 
-int ScheduleViewModel::neighbourBlock(int row, int dayStep, int timeStep) const
-{
-    const QList<BlockRow> &blocks = m_week.contents.rows();
-    if (row < 0 || row >= blocks.size())
-        return -1;
-    return static_cast<int>(dayStep != 0 ? neighbourDay(blocks, row, dayStep) : neighbourInDay(blocks, row, timeStep));
-}
-
 void ScheduleViewModel::onSchedulesChanged(const RowsChange &change)
 {
     m_index.apply(change, m_store->schedules());
     refresh();
+}
+
+void ScheduleViewModel::onItemsChanged()
+{
+    const QSet<QUuid> items = completedItems(m_store->data());
+    if (std::exchange(m_doneItems, items) != items)
+        refresh();
 }
 
 void ScheduleViewModel::onTimeZoneChanged()

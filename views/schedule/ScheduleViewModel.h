@@ -197,7 +197,9 @@ private:
     void deleteSchedule(const QUuid &id);
     /// Whether any of its days is.
     [[nodiscard]] bool isShown(const FormTimes &times) const;
-    void announceMove(const FormTimes &times);
+    void announceDrag(WeekDragKind kind, const FormTimes &times);
+    /// As WeekMargins::shifted().
+    void shiftDays(const QUuid &id, WeekDragKind kind, int days, bool isContinued);
     bool moveSchedule(const QUuid &id, int days, int minutes, bool isContinued);
     bool rescheduleBlock(const ScheduleItem &schedule, const FormTimes &times, bool isContinued);
     [[nodiscard]] int blockOf(const QUuid &id) const;
@@ -205,6 +207,7 @@ private:
     void selectSchedule(const QUuid &id);
     void openNote(const QUuid &id, NoteMode mode);
     void onSchedulesChanged(const RowsChange &change);
+    void onItemsChanged();
     void showChanged(const StateChange &change);
     void onCalendarFeedsChanged();
     void onDisplayHoursChanged();
@@ -216,6 +219,7 @@ private:
     PlannerStore *m_store = nullptr;
     ScheduleIndex m_index;
     LinkColors m_linkColors;
+    QSet<QUuid> m_doneItems;
     std::unique_ptr<ScheduleFormModel> m_form;
     std::unique_ptr<ScheduleSheetModel> m_sheets;
     Scope m_scope = Scope::Week;

@@ -43,16 +43,17 @@ void reschedule(PlannerStore &store, const QUuid &id, const FormTimes &times, bo
     if (row < 0)
         return;
     const ScheduleItem &before = store.schedules().at(row);
-    const bool keepsLength = before.end().seconds - before.date.seconds == times.end.seconds - times.start.seconds;
+    // Whole days may be longer where the clock changes.
+    const bool isMoved = before.date != times.start && before.end() != times.end;
     ScheduleItem after = before;
     after.date = times.start;
-    if (before.endDate || !keepsLength)
+    if (before.endDate || !isMoved)
         after.endDate = times.end;
     const QString title = displayTitle(before);
     const TextPair report{QStringLiteral("已移动“%1”").arg(title), QStringLiteral("Moved “%1”").arg(title)};
-    const TextPair name = keepsLength ? TextPair{QStringLiteral("移动日程"), QStringLiteral("Move schedule")}
-                                      : TextPair{QStringLiteral("调整日程时长"), QStringLiteral("Resize schedule")};
-    store.perform({.schedules = {editOf(before, after, row)}}, name, isReported && keepsLength ? report : TextPair());
+    const TextPair name = isMoved ? TextPair{QStringLiteral("移动日程"), QStringLiteral("Move schedule")}
+                                  : TextPair{QStringLiteral("调整日程时长"), QStringLiteral("Resize schedule")};
+    store.perform({.schedules = {editOf(before, after, row)}}, name, isReported && isMoved ? report : TextPair());
 }
 
 WeekDragModel::WeekDragModel(const BlockModel &blocks, QObject *parent) : QObject(parent), m_blocks(blocks)

@@ -1,10 +1,8 @@
 #include "views/schedule/WeekMargins.h"
 
 #include "model/AppLanguage.h"
-#include "model/DisplayTitle.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -12,25 +10,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr double leftMargin = 3;
-constexpr double rightMargin = 6;
-constexpr int topMargin = 3;
-constexpr int lineHeight = 20;
-constexpr int lineStep = 22;
 constexpr int markHeight = 20;
-
-QList<AllDayBarModel::Role> barRoles()
-{
-    return {
-        {"frame", [](const AllDayBarRow &row) -> QVariant { return QRectF(row.frame); }},
-        {"beginsEarlier", [](const AllDayBarRow &row) -> QVariant { return row.beginsEarlier; }},
-        {"endsLater", [](const AllDayBarRow &row) -> QVariant { return row.endsLater; }},
-        {"title", [](const AllDayBarRow &row) -> QVariant { return row.title; }},
-        {"colorKey", [](const AllDayBarRow &row) -> QVariant { return row.colorKey; }},
-        {"isSelected", [](const AllDayBarRow &row) -> QVariant { return row.isSelected; }},
-        {"spokenName", [](const AllDayBarRow &row) -> QVariant { return row.spokenName; }},
-    };
-}
 
 QList<CountMarkModel::Role> markRoles()
 {
@@ -40,36 +20,6 @@ QList<CountMarkModel::Role> markRoles()
         {"countText", [](const CountMarkRow &row) -> QVariant { return row.countText; }},
         {"spokenName", [](const CountMarkRow &row) -> QVariant { return row.spokenName; }},
     };
-}
-
-QRect barFrame(const AllDaySpan &span, double dayWidth)
-{
-    const double left = span.first * (dayWidth + 1) + (span.beginsEarlier ? 0 : leftMargin);
-    const double right = span.last * (dayWidth + 1) + dayWidth - (span.endsLater ? 0 : rightMargin);
-    const auto whole = [](double length) { return static_cast<int>(std::floor(length + 0.5)); };
-    return {whole(left), topMargin + span.line * lineStep, whole(right) - whole(left), lineHeight};
-}
-
-AllDayBarRow barRow(const AllDaySpan &span, const ScheduleSource &source, double dayWidth, const QUuid &selectedID)
-{
-    const ScheduleItem &schedule = source.schedules.at(span.row);
-    const auto [first, last] = daysOf({span.row, schedule.date, schedule.end()}, source.calendar);
-    const QString days =
-        first == last ? shortDate(first, source.isEnglish)
-                      : shortDate(first, source.isEnglish) + QStringLiteral(" – ") + shortDate(last, source.isEnglish);
-    QStringList spoken{days, displayTitle(schedule)};
-    if (const QString tag = schedule.tag.value_or(QString()); !tag.isEmpty())
-        spoken.append(tag);
-    return {.id = schedule.id,
-            .frame = barFrame(span, dayWidth),
-            .firstPlace = span.first,
-            .line = span.line,
-            .beginsEarlier = span.beginsEarlier,
-            .endsLater = span.endsLater,
-            .title = displayTitle(schedule),
-            .colorKey = scheduleColor(schedule, source.linkColors),
-            .isSelected = schedule.id == selectedID,
-            .spokenName = spoken.join(QStringLiteral(", "))};
 }
 
 QString spokenMark(CountMarkRow::Kind kind, int count, QDate day, bool isEnglish)
@@ -91,15 +41,14 @@ QString spokenMark(CountMarkRow::Kind kind, int count, QDate day, bool isEnglish
 
 WeekMargins::WeekMargins(QObject *parent) : QObject(parent), m_bars(barRoles()), m_marks(markRoles())
 {
+    connect(&m_drag, &BarDragModel::changed, this, &WeekMargins::updateHeights);
 }
 
 void WeekMargins::follow(const WeekSchedules &week, const QList<QDate> &days, const ScheduleSource &source,
                          double dayWidth, const QUuid &selectedID)
 {
-    QList<AllDayBarRow> bars;
-    for (const AllDaySpan &span : week.allDay.spans)
-        bars.append(barRow(span, source, dayWidth, selectedID));
-    m_bars.setRows(bars);
+    m_bars.setRows(barRows(week.allDay, source, dayWidth, selectedID));
+    m_drag.follow(days, dayWidth);
 
     QList<CountMarkRow> marks;
     const auto mark = [&](qsizetype place, CountMarkRow::Kind kind, int count) {
@@ -119,9 +68,33 @@ void WeekMargins::follow(const WeekSchedules &week, const QList<QDate> &days, co
 
     const bool hasBefore = std::ranges::any_of(week.hidden, [](const HiddenCount &count) { return count.before > 0; });
     const bool hasAfter = std::ranges::any_of(week.hidden, [](const HiddenCount &count) { return count.after > 0; });
-    const Heights heights{tessaly::allDayHeight(week.allDay), hasBefore ? markHeight : 0, hasAfter ? markHeight : 0};
+    m_needed = {tessaly::allDayHeight(week.allDay), hasBefore ? markHeight : 0, hasAfter ? markHeight : 0};
+    updateHeights();
+}
+
+void WeekMargins::updateHeights()
+{
+    Heights heights = m_needed;
+    heights.allDay = std::max(heights.allDay, tessaly::allDayHeight({.lineCount = m_drag.lineCount()}));
     if (std::exchange(m_heights, heights) != heights)
         emit heightsChanged();
+}
+
+int WeekMargins::moveBar(int row, int days, bool isContinued)
+{
+    return shift(row, WeekDragKind::Move, days, isContinued);
+}
+
+int WeekMargins::resizeBar(int row, int days, bool isContinued)
+{
+    return shift(row, WeekDragKind::ResizeEnd, days, isContinued);
+}
+
+int WeekMargins::shift(int row, WeekDragKind kind, int days, bool isContinued)
+{
+    const QUuid id = m_bars.rows().value(row).id;
+    emit shifted(id, kind, days, isContinued);
+    return barOf(id);
 }
 
 int WeekMargins::barOf(const QUuid &id) const

@@ -1,34 +1,13 @@
 #pragma once
 
 #include "views/RowListModel.h"
-#include "views/schedule/DaySchedules.h"
+#include "views/schedule/AllDayRows.h"
+#include "views/schedule/BarDragModel.h"
 
 #include <QObject>
-#include <QRect>
 #include <QtQml/qqml.h>
-#include <QUuid>
 
 namespace tessaly {
-
-/// A schedule in the row above the hours.
-struct AllDayBarRow
-{
-    QUuid id = {};
-    /// From the top left corner of the first day's part of the row.
-    QRect frame = {};
-    int firstPlace = 0;
-    int line = 0;
-    bool beginsEarlier = false;
-    bool endsLater = false;
-    QString title = {};
-    QString colorKey = {};
-    bool isSelected = false;
-    /// First and last day, title, tag.
-    QString spokenName = {};
-
-    [[nodiscard]] QUuid key() const { return id; }
-    bool operator==(const AllDayBarRow &) const = default;
-};
 
 /// How many schedules of a day are not drawn in a place: above the hours, or before or after them.
 struct CountMarkRow
@@ -44,7 +23,6 @@ struct CountMarkRow
     bool operator==(const CountMarkRow &) const = default;
 };
 
-using AllDayBarModel = RowListModel<AllDayBarRow>;
 using CountMarkModel = RowListModel<CountMarkRow>;
 
 /// What stands around the hours of the week, both chosen in the display settings: the row of all-day and multi-day
@@ -56,6 +34,7 @@ class WeekMargins : public QObject
     QML_UNCREATABLE("Belongs to ScheduleViewModel")
     Q_PROPERTY(QAbstractItemModel *bars READ bars CONSTANT)
     Q_PROPERTY(QAbstractItemModel *marks READ marks CONSTANT)
+    Q_PROPERTY(tessaly::BarDragModel *drag READ drag CONSTANT)
     Q_PROPERTY(int allDayHeight READ allDayHeight NOTIFY heightsChanged)
     Q_PROPERTY(int beforeHeight READ beforeHeight NOTIFY heightsChanged)
     Q_PROPERTY(int afterHeight READ afterHeight NOTIFY heightsChanged)
@@ -68,7 +47,8 @@ public:
 
     [[nodiscard]] AllDayBarModel *bars() { return &m_bars; }
     [[nodiscard]] CountMarkModel *marks() { return &m_marks; }
-    /// Points; 0 without such schedules.
+    [[nodiscard]] BarDragModel *drag() { return &m_drag; }
+    /// Points; 0 without such schedules, unless one is on its way.
     [[nodiscard]] int allDayHeight() const { return m_heights.allDay; }
     /// Of the strips of marks above and below the hours; 0 without marks.
     [[nodiscard]] int beforeHeight() const { return m_heights.before; }
@@ -77,17 +57,23 @@ public:
     /// Where an arrow key leads from a bar; the same row when there is none.
     Q_INVOKABLE [[nodiscard]] int neighbourBar(int row, int placeStep, int lineStep) const;
     Q_INVOKABLE void openBar(int row) { emit opened(m_bars.rows().value(row).id); }
-    Q_INVOKABLE void moveBar(int row, int days) { emit moved(m_bars.rows().value(row).id, days); }
+    /// Moves the bar so many days on, or its end. A step that continues the one before is undone with it. Returns where
+    /// the bar is then; -1 when it is not shown.
+    Q_INVOKABLE int moveBar(int row, int days, bool isContinued);
+    Q_INVOKABLE int resizeBar(int row, int days, bool isContinued);
     Q_INVOKABLE void deleteBar(int row) { emit deleted(m_bars.rows().value(row).id); }
-    [[nodiscard]] Q_INVOKABLE int barOf(const QUuid &id) const;
+    [[nodiscard]] int barOf(const QUuid &id) const;
 
 signals:
     void heightsChanged();
     void opened(const QUuid &id);
-    void moved(const QUuid &id, int days);
+    void shifted(const QUuid &id, tessaly::WeekDragKind kind, int days, bool isContinued);
     void deleted(const QUuid &id);
 
 private:
+    int shift(int row, WeekDragKind kind, int days, bool isContinued);
+    void updateHeights();
+
     struct Heights
     {
         int allDay = 0;
@@ -99,6 +85,9 @@ private:
 
     AllDayBarModel m_bars;
     CountMarkModel m_marks;
+    BarDragModel m_drag{m_bars};
+    /// What the rows need, and what is shown.
+    Heights m_needed;
     Heights m_heights;
 };
 

@@ -97,6 +97,7 @@ Card {
             height: geometry.allDayHeight
             viewModel: timeline.viewModel
             geometry: geometry
+            scroll: timeline.scroll
             onEmptied: header.focusPlace(timeline.viewModel.focusedPlace)
         }
 

@@ -40,6 +40,26 @@ public:
         return true;
     }
 
+    void dragsBar(QPointF from, double to)
+    {
+        BarDragModel &drag = *screen->margins()->drag();
+        if (!drag.begin(from.x(), from.y()))
+            return;
+        drag.moveTo(to);
+        drag.drop();
+    }
+
+    void dragsLine(int row, int place)
+    {
+        screen->setScope(ScheduleViewModel::Scope::Month);
+        MonthDragModel &drag = *screen->monthDrag();
+        if (drag.begin(row)) {
+            drag.moveTo(place);
+            drag.drop();
+        }
+        screen->setScope(ScheduleViewModel::Scope::Week);
+    }
+
     [[nodiscard]] QString timesOf(const QString &title) const
     {
         const ScheduleItem &item = stored(title);
@@ -184,21 +204,40 @@ private slots:
     void anySequenceOfDragsIsUndoneToTheStart_data()
     {
         QTest::addColumn<quint32>("seed");
+        QTest::addColumn<WeekOptions>("options");
+        QTest::addColumn<int>("firstWeekday");
         for (const quint32 seed : {1, 2, 3, 4})
-            QTest::addRow("seed %u", seed) << seed;
+            QTest::addRow("seed %u", seed) << seed << WeekOptions() << 0;
+        QTest::newRow("all-day row") << 5U << WeekOptions{.hasAllDayRow = true} << 0;
+        QTest::newRow("no weekend") << 6U << WeekOptions{.hidesWeekend = true} << 7;
+        for (const quint32 seed : {7, 8, 9})
+            QTest::addRow("all choices, seed %u", seed) << seed << WeekOptions{true, true, true, true, true} << 7;
     }
 
     void anySequenceOfDragsIsUndoneToTheStart()
     {
         QFETCH(const quint32, seed);
+        QFETCH(const WeekOptions, options);
+        QFETCH(const int, firstWeekday);
+        const bool hasChoices = options != WeekOptions();
         QRandomGenerator random(seed);
         DragDriver driver;
+        DisplayChoices &choices = *driver.store->displayChoices();
+        choices.setHidesWeekend(options.hidesWeekend);
+        choices.setHasAllDayRow(options.hasAllDayRow);
+        choices.setMarksHiddenTimes(options.marksHiddenTimes);
+        choices.setShowsChineseCalendar(options.showsChineseCalendar);
+        choices.setFirstWeekday(firstWeekday);
         driver.hasCalendars({{.identifier = QStringLiteral("work"), .title = QStringLiteral("Work")}});
         for (int index = 0; index < 12; ++index) {
             ScheduleItem item{.title = QString::number(index),
                               .date = driver.at({2026, 9, 7}, {8, 0}).plus(random.bounded(6 * 86400))};
             if (random.bounded(3) > 0)
                 item.endDate = item.date.plus(random.bounded(300, 30000));
+            if (hasChoices && random.bounded(2) == 0) {
+                item.date = driver.at(driver.calendar.day(item.date), {0, 0});
+                item.endDate = item.date.plus(86400 * random.bounded(1, 4) + 3600 * random.bounded(0, 2));
+            }
             driver.store->addSchedule(item, index % 2 ? std::optional(QStringLiteral("work")) : std::nullopt);
         }
         QTRY_COMPARE(driver.eventStore.allEvents().size(), 6);
@@ -208,7 +247,21 @@ private slots:
         for (int round = 0; round < 150; ++round) {
             const QPointF from(random.bounded(707), random.bounded(504));
             const QPointF to(random.bounded(707), random.bounded(504));
-            driver.drags(from, to, random.bounded(2) == 0);
+            switch (hasChoices ? random.bounded(4) : 0) {
+            case 0:
+                driver.drags(from, to, random.bounded(2) == 0);
+                break;
+            case 1:
+                driver.dragsBar({from.x(), from.y() / 7}, to.x());
+                break;
+            case 2:
+                driver.dragsLine(random.bounded(42), random.bounded(42));
+                break;
+            case 3:
+                driver.screen->margins()->resizeBar(random.bounded(5), random.bounded(-2, 3), false);
+                driver.screen->margins()->moveBar(random.bounded(5), random.bounded(-2, 3), false);
+                break;
+            }
         }
         QVERIFY(recorded.size() > 10);
         QVERIFY(driver.everything() != before);

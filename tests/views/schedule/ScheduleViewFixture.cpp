@@ -64,18 +64,24 @@ void ScheduleViewFixture::addScheduleOn(const QString &title, const QString &day
 
 void ScheduleViewFixture::addScheduleBetween(const QString &title, const QString &start, const QString &end)
 {
-    const auto at = [this](const QString &text) {
-        const QDateTime time = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm"));
-        return m_driver.at(time.date(), time.time());
-    };
     m_driver.store->addSchedule({.title = title, .date = at(start), .endDate = at(end)});
 }
 
-void ScheduleViewFixture::addLinkedSchedule(const QString &title, int day, const QString &start)
+void ScheduleViewFixture::addFixedSchedule(const QString &title, bool isReadOnly, const QString &start,
+                                           const QString &end)
 {
-    const QString calendar = feedCalendarIdentifier(QUuid::createUuid());
+    if (isReadOnly)
+        offerCalendars();
+    const QString calendar = isReadOnly ? QStringLiteral("holidays") : feedCalendarIdentifier(QUuid::createUuid());
     m_driver.store->setVisibleCalendarIDs({calendar});
-    m_driver.hasOfCalendar(calendar, title, QDate(2026, 9, day), timeOf(start));
+    m_driver.store->addSchedule(
+        {.title = title, .date = at(start), .endDate = at(end), .calendarIdentifier = calendar});
+}
+
+Instant ScheduleViewFixture::at(const QString &text) const
+{
+    const QDateTime time = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm"));
+    return m_driver.at(time.date(), time.time());
 }
 
 void ScheduleViewFixture::dragWithShift(QQuickItem *item, QPointF place)
@@ -99,7 +105,11 @@ void ScheduleViewFixture::offerCalendars()
                             .color = RgbColor{0.17, 0.4, 0.85}},
                            {.identifier = QStringLiteral("work"),
                             .title = QStringLiteral("Work"),
-                            .sourceTitle = QStringLiteral("iCloud")}});
+                            .sourceTitle = QStringLiteral("iCloud")},
+                           {.identifier = QStringLiteral("holidays"),
+                            .title = QStringLiteral("Holidays"),
+                            .sourceTitle = QStringLiteral("iCloud"),
+                            .isWritable = false}});
 }
 
 void ScheduleViewFixture::answerDownload(const QString &body)

@@ -26,10 +26,11 @@ public slots:
     void addScheduleOn(const QString &title, const QString &day, const QString &start, const QString &end);
     /// Times as "2026-09-09 22:00".
     void addScheduleBetween(const QString &title, const QString &start, const QString &end);
-    /// A schedule of one hour from a linked calendar.
-    void addLinkedSchedule(const QString &title, int day, const QString &start);
+    /// A schedule of a read-only calendar, "Holidays", or else of a linked one. Times as above.
+    void addFixedSchedule(const QString &title, bool isReadOnly, const QString &start, const QString &end);
     /// Moves the pointer there with the left button and Shift held, which Qt Quick Test cannot.
     void dragWithShift(QQuickItem *item, QPointF place);
+    /// "Club", "Courses" and "Work", which can be written, and "Holidays".
     void offerCalendars();
     /// Heard by a screen that is made afterwards.
     void setServiceAvailable(bool isAvailable) { m_driver.eventStore.setAvailable(isAvailable); }
@@ -52,6 +53,8 @@ public slots:
     [[nodiscard]] int accessRequests() const;
 
 private:
+    [[nodiscard]] Instant at(const QString &text) const;
+
     ScheduleDriver m_driver{Qt::Sunday};
 };
 

@@ -151,8 +151,17 @@ Item {
             mouseClick(tick);
             verify(!TestPlanner.isOpen("Report"));
             tryVerify(() => tick.checked);
+            const isDone = (type, name) => matching(screen, item => item instanceof type && item.title === name && item.Accessible.name.endsWith(", done")) !== null;
+            verify(isDone(EventBlock, "✓ Report"));
+            verify(isDone(DayListItem, "Report"));
             TestPlanner.toggleToDo("Report");
             tryVerify(() => !tick.checked);
+            verify(!isDone(EventBlock, "✓ Report") && !isDone(DayListItem, "Report"));
+            TestPlanner.toggleToDo("Report");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Close") === null);
+            press("Month");
+            tryVerify(() => isDone(MonthLine, "✓ Report"));
         }
     }
 }

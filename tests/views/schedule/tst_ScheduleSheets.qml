@@ -98,7 +98,7 @@ Item {
             press("Display settings");
             compare(TestPlanner.accessRequests(), requests + 1);
             press("Show all");
-            compare(TestPlanner.visibleCalendars(), ["club", "courses", "work"]);
+            compare(TestPlanner.visibleCalendars(), ["club", "courses", "holidays", "work"]);
             press("iCloud");
             compare(TestPlanner.visibleCalendars(), ["club"]);
             press("Courses");

@@ -19,22 +19,8 @@ Item {
 
         readonly property DisplayChoices choices: PlannerStore.displayChoices
 
-        function center(item: Item): point {
-            return item.mapToItem(root, item.width / 2, item.height / 2);
-        }
-
-        function drag(from: point, to: point) {
-            mousePress(root, from.x, from.y, Qt.LeftButton);
-            for (let step = 1; step <= 8; ++step)
-                mouseMove(root, from.x + (to.x - from.x) * step / 8, from.y + (to.y - from.y) * step / 8, -1, Qt.LeftButton);
-        }
-
         function line(title: string): Item {
             return matching(screen, item => item instanceof MonthLine && item.title === title);
-        }
-
-        function drop(to: point) {
-            mouseRelease(root, to.x, to.y, Qt.LeftButton);
         }
 
         function test_the_sheet_turns_the_choices_on_and_off() {
@@ -163,7 +149,6 @@ Item {
 
         function test_a_line_of_the_month_is_taken_to_another_day() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
-            TestPlanner.addLinkedSchedule("L", 10, "9:00");
             press("Month");
             waitForRendering(screen);
             const from = center(line("A"));
@@ -182,9 +167,19 @@ Item {
             PlannerStore.undo();
             compare(TestPlanner.timesOf("A"), "2026-09-09 09:00 – 2026-09-09 10:00");
 
-            const link = center(line("L"));
-            drag(link, to);
-            verify(shown("Schedules of a linked calendar cannot be moved.") !== null);
+        }
+
+        function test_a_line_of_the_month_that_stays_says_why_data() {
+            return [{tag: "of a link", read: false, said: "Schedules of a linked calendar cannot be moved."}, {tag: "of a read-only calendar", read: true, said: "The calendar “Holidays” is read-only."}];
+        }
+
+        function test_a_line_of_the_month_that_stays_says_why(data) {
+            TestPlanner.addFixedSchedule("L", data.read, "2026-09-10 09:00", "2026-09-10 10:00");
+            press("Month");
+            waitForRendering(screen);
+            const to = center(shown("Friday, September 18, 2026"));
+            drag(center(line("L")), to);
+            verify(shown(data.said) !== null);
             drop(to);
             compare(TestPlanner.timesOf("L"), "2026-09-10 09:00 – 2026-09-10 10:00");
         }
