@@ -113,6 +113,8 @@ std::shared_ptr<Composition> Composition::forDemo(AppLanguage language, const st
     (void)preferences->setValue(keys::preferredName,
                                 language == AppLanguage::English ? QStringLiteral("Friend") : QStringLiteral("朋友"));
     (void)preferences->setValue(keys::hasAskedPreferredName, true);
+    // The sample has schedules of whole days, which fill the columns otherwise.
+    (void)preferences->setValue(keys::hasAllDayRow, true);
     if (now) {
         const SampleLinks links = sampleLinks(language, *now);
         (void)preferences->setValue(keys::calendarFeedsKey, encodeCalendarFeeds(links.feeds).value_or(QByteArray()));

@@ -11,13 +11,15 @@ TourStop onSchedule(const QString &name, void (*open)(ScheduleViewModel &), void
     return {name, ShellModel::Schedule, onViewModel(open), onViewModel(close)};
 }
 
-/// Turns all choices for the week and the month on, with something outside the shown hours, or off.
+/// Turns all choices for the week and the month on, with something outside the shown hours, or all but the row above
+/// the hours off.
 void choose(ScheduleViewModel &viewModel, bool isOn)
 {
     DisplayChoices &choices = *viewModel.store()->displayChoices();
     for (const QString &key : DisplayChoices::storedKeys())
         choices.setStored(key, isOn);
     choices.setHidesWeekend(false);
+    choices.setHasAllDayRow(true);
     viewModel.store()->setDisplayEndHour(isOn ? 18 : 24);
     viewModel.store()->setDisplayStartHour(isOn ? 10 : 0);
 }
