@@ -22,7 +22,10 @@ struct Name
     [[nodiscard]] QString in(bool isEnglish) const { return (isEnglish ? english : chinese).toString(); }
     [[nodiscard]] QString narrowIn(bool isEnglish) const
     {
-        return isEnglish && !narrow.isEmpty() ? narrow.toString() : in(isEnglish);
+        if (isEnglish)
+            return (narrow.isEmpty() ? english : narrow).toString();
+        const bool endsInFestival = chinese.size() > 2 && chinese.endsWith(u'节');
+        return (endsInFestival ? chinese.chopped(1) : chinese).toString();
     }
 };
 
@@ -42,9 +45,9 @@ constexpr std::array<Name, 24> terms{{{u"小寒", u"Lesser Cold", u"L. Cold"},
                                       {u"大暑", u"Greater Heat", u"G. Heat"},
                                       {u"立秋", u"Autumn Begins", u"Autumn"},
                                       {u"处暑", u"End of Heat", u"Heat End"},
-                                      {u"白露", u"White Dew", u"Wh. Dew"},
+                                      {u"白露", u"White Dew", u"W. Dew"},
                                       {u"秋分", u"Autumn Equinox", u"Equinox"},
-                                      {u"寒露", u"Cold Dew"},
+                                      {u"寒露", u"Cold Dew", u"C. Dew"},
                                       {u"霜降", u"Frost Descends", u"Frost"},
                                       {u"立冬", u"Winter Begins", u"Winter"},
                                       {u"小雪", u"Lesser Snow", u"L. Snow"},

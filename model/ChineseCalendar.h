@@ -38,7 +38,7 @@ struct ChineseDay
     /// What stands beside the date: holiday, festival, solar term, month or day, the first that there is. In English
     /// the lunar day is written "8/15", that of a leap month "L6/1".
     QString text = {};
-    /// The same where there is little room: at most eight letters in English.
+    /// The same where there is little room: at most eight letters in English, and "中秋" for "中秋节".
     QString narrowText = {};
     DayOff dayOff = DayOff::None;
     /// All of it, for a screen reader.

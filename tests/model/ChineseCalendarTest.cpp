@@ -55,9 +55,10 @@ private slots:
             QVERIFY2(english.narrowText.size() <= 8, qPrintable(english.text));
             if (english.isSpecial)
                 texts.insert(english.narrowText);
-            QCOMPARE(chineseDay(day, false).narrowText, chineseDay(day, false).text);
+            const ChineseDay chinese = chineseDay(day, false);
+            QVERIFY2(chinese.narrowText.size() <= 3 || day.year() == 2015, qPrintable(chinese.text));
         }
-        QVERIFY(texts.contains(QStringLiteral("Solstice")) && texts.contains(QStringLiteral("Cold Dew")));
+        QVERIFY(texts.contains(QStringLiteral("Solstice")) && texts.contains(QStringLiteral("C. Dew")));
     }
 
     void aDayIsSaidInWords_data()
