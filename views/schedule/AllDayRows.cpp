@@ -67,6 +67,17 @@ QRect barFrame(const AllDaySpan &span, double dayWidth)
     return {whole(left), topMargin + span.line * lineStep, whole(right) - whole(left), lineHeight};
 }
 
+QString timesText(const ScheduleItem &schedule, const ScheduleSource &source)
+{
+    const DayEvent event{.start = schedule.date, .end = schedule.end()};
+    if (!source.options.hasAllDayRow || !isAllDay(event, source.calendar))
+        return timeRangeText(schedule.date, schedule.endDate, source.calendar);
+    const auto [first, last] = daysOf(event, source.calendar);
+    if (first == last)
+        return source.isEnglish ? QStringLiteral("all day") : QStringLiteral("全天");
+    return daysText({event.start, event.end}, source.calendar, source.isEnglish);
+}
+
 QString daysText(const FormTimes &times, const UserCalendar &calendar, bool isEnglish)
 {
     const auto [first, last] = daysOf({.start = times.start, .end = times.end}, calendar);

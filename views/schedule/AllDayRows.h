@@ -35,6 +35,8 @@ using AllDayBarModel = RowListModel<AllDayBarRow>;
                                           const QUuid &selectedID);
 /// As AllDayBarRow::frame.
 [[nodiscard]] QRect barFrame(const AllDaySpan &span, double dayWidth);
+/// Start and end in words: of what stands above the hours the days, unless it is the day alone.
+[[nodiscard]] QString timesText(const ScheduleItem &schedule, const ScheduleSource &source);
 /// The first and the last day in words.
 [[nodiscard]] QString daysText(const FormTimes &times, const UserCalendar &calendar, bool isEnglish);
 

@@ -49,9 +49,9 @@ PushButton {
 
         // Only the calendar of China has notes.
         Loader {
-            x: 34
+            x: 31
             y: 5
-            width: parent.width - x - 6
+            width: parent.width - x - 5
             height: 24
             active: cell.note !== ""
             sourceComponent: notes
@@ -68,12 +68,13 @@ PushButton {
             DayOffMark {
                 id: mark
 
+                x: 3
                 anchors.verticalCenter: parent.verticalCenter
                 dayOff: cell.dayOff
             }
 
             DayNote {
-                x: mark.visible ? mark.width + 4 : 0
+                x: mark.visible ? mark.x + mark.width + 4 : 0
                 width: parent.width - x
                 height: parent.height
                 note: cell.note

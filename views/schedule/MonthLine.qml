@@ -52,7 +52,7 @@ Item {
     }
 
     LineText {
-        x: line.isMore ? 0 : time.x + time.width + line.gap
+        x: line.isMore ? 0 : time.x + (line.startText === "" ? 0 : time.width + line.gap)
         width: parent.width - x
         text: line.title
         color: line.isOutside || line.isMore ? Theme.textSecondary : Theme.text

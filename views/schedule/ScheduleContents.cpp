@@ -4,6 +4,7 @@
 #include "model/ChineseCalendar.h"
 #include "model/DisplayTitle.h"
 #include "model/ScheduleColors.h"
+#include "views/schedule/AllDayRows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -196,8 +197,7 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &
                                           : timeRangeText(event.start, std::nullopt, source.calendar),
                          .colorKey = scheduleColor(schedule, source.linkColors),
                          .isOutside = isOutside,
-                         .spokenName = joined({displayTitle(schedule),
-                                               timeRangeText(schedule.date, schedule.endDate, source.calendar),
+                         .spokenName = joined({displayTitle(schedule), timesText(schedule, source),
                                                schedule.tag.value_or(QString()), spokenTick(schedule, source)})});
         }
         if (const qsizetype more = dayEvents.size() - linesPerCell; more > 0)
@@ -221,7 +221,7 @@ QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &
                      .place = place,
                      .title = displayTitle(schedule),
                      .isDone = source.isDone(schedule),
-                     .timeRange = timeRangeText(schedule.date, schedule.endDate, source.calendar),
+                     .timeRange = timesText(schedule, source),
                      .tag = schedule.tag.value_or(QString()),
                      .colorKey = scheduleColor(schedule, source.linkColors)});
     }
