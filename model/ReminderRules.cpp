@@ -1,7 +1,6 @@
 #include "model/ReminderRules.h"
 
 #include "model/CodePointOrder.h"
-#include "model/Repetition.h"
 
 #include <QHash>
 
@@ -96,6 +95,28 @@ ReminderItem withDueDate(ReminderItem item, std::optional<Instant> dueDate, cons
     if (!rule.isEmpty())
         item.recurrenceRule = rule;
     return item;
+}
+
+ReminderItem withRepetition(ReminderItem item, Repetition repetition, bool isAfterCompletion,
+                            const UserCalendar &calendar)
+{
+    if (repetition != Repetition::Other) {
+        const QString rule = item.dueDate ? repetitionRule(repetition, calendar.day(*item.dueDate)) : QString();
+        item.recurrenceRule = rule.isEmpty() ? std::nullopt : std::optional(rule);
+        item.recurrenceStart = rule.isEmpty() ? std::nullopt : item.dueDate;
+    }
+    item.recursAfterCompletion = item.recurrenceRule && isAfterCompletion ? std::optional(true) : std::nullopt;
+    return item;
+}
+
+std::optional<Instant> dueInWeek(QDate firstDay, Instant now, const UserCalendar &calendar)
+{
+    const QDate lastDay = firstDay.addDays(6);
+    const Instant evening = calendar.instant(lastDay, QTime(18, 0));
+    const Instant end = calendar.instant(lastDay, QTime(23, 59));
+    if (end <= now)
+        return std::nullopt;
+    return evening > now ? evening : end;
 }
 
 std::optional<Instant> movedToWeek(Instant dueDate, QDate firstDay, const UserCalendar &calendar)

@@ -2,6 +2,7 @@
 
 #include "model/DateLabels.h"
 #include "model/ReminderItem.h"
+#include "model/Repetition.h"
 
 #include <QList>
 #include <QString>
@@ -20,8 +21,15 @@ namespace tessaly {
 
 /// The to-do with another due date. If it repeats, it does so from that date on; without a date it no longer does.
 [[nodiscard]] ReminderItem withDueDate(ReminderItem item, std::optional<Instant> dueDate, const UserCalendar &calendar);
+/// The to-do repeating so from its due date on; Never and a to-do without one do not repeat, Other stays as it is.
+[[nodiscard]] ReminderItem withRepetition(ReminderItem item, Repetition repetition, bool isAfterCompletion,
+                                          const UserCalendar &calendar);
 /// The same weekday and time of day in the week that begins on that day. Nothing when the calendar has no such day.
 [[nodiscard]] std::optional<Instant> movedToWeek(Instant dueDate, QDate firstDay, const UserCalendar &calendar);
+
+/// When a to-do is due by the end of the week that begins on that day: on its last day, in the evening while that is
+/// to come. Nothing for a week that is over.
+[[nodiscard]] std::optional<Instant> dueInWeek(QDate firstDay, Instant now, const UserCalendar &calendar);
 
 /// To-dos that stand under one label: their rows in the store's list, in the order in which they are shown.
 struct ReminderGroup

@@ -65,10 +65,10 @@ T.ComboBox {
             decrementCurrentIndex();
     }
 
-    /// Return opens the list; in a sheet it presses the primary button.
+    /// Return opens the list; in a sheet it presses the primary button. With Ctrl it belongs to the form.
     function returnPressed(event: KeyEvent) {
-        event.accepted = !popup.visible;
-        if (popup.visible)
+        event.accepted = !popup.visible && !(event.modifiers & Qt.ControlModifier);
+        if (!event.accepted)
             return;
         for (let ancestor = combo.parent; ancestor; ancestor = ancestor.parent) {
             const surface = ancestor as SheetSurface;

@@ -1,4 +1,5 @@
 #include "app/tour/TourStop.h"
+#include "model/ReminderRules.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
 #include "store/PlannerStore.h"
@@ -84,7 +85,7 @@ TourStop earlierVersions()
     return {QStringLiteral("sheet-versions"), ShellModel::Reminders, open, close};
 }
 
-/// A to-do that is overdue, while it is edited.
+/// A to-do that is overdue and repeats, while it is edited.
 TourStop editedToDo()
 {
     const auto open = [](QObject &, QObject &screen) {
@@ -92,8 +93,8 @@ TourStop editedToDo()
         PlannerStore &store = *reminders.store();
         const auto dated = std::ranges::find_if(
             store.reminders(), [](const ReminderItem &item) { return item.dueDate && !item.isComplete; });
-        ReminderItem late = *dated;
-        late.dueDate = store.clock().now().plus(-3600);
+        ReminderItem late = withDueDate(*dated, store.clock().now().plus(-3600), store.calendar());
+        late = withRepetition(late, Repetition::Weekly, false, store.calendar());
         store.updateReminder(late);
         openAllGroups(reminders);
         QMetaObject::invokeMethod(&screen, "edit", Q_ARG(int, reminders.reveal(uuidText(late.id))));

@@ -135,6 +135,19 @@ private slots:
         QCOMPARE(withDueDate(item, before, calendar), item);
     }
 
+    void whatIsToBeDoneInAWeekIsDueOnItsLastDay()
+    {
+        const UserCalendar calendar = calendarFor("en_US");
+        const QDate week(2026, 10, 19); // its Sunday has the end of summer time
+        const auto due = [&](int day, int hour) {
+            return dueInWeek(week, at(calendar, 2026, 10, day, hour), calendar);
+        };
+        QCOMPARE(due(1, 0), at(calendar, 2026, 10, 25, 18));
+        QCOMPARE(due(25, 17), at(calendar, 2026, 10, 25, 18));
+        QCOMPARE(due(25, 18), at(calendar, 2026, 10, 25, 23).plus(59 * 60));
+        QCOMPARE(due(26, 0), std::nullopt);
+    }
+
     void aDueDateKeepsWeekdayAndTimeInAnotherWeek()
     {
         const UserCalendar calendar = calendarFor("en_US");

@@ -3,6 +3,7 @@
 #include "model/ReminderRules.h"
 #include "platform/Clock.h"
 #include "store/RecordRows.h"
+#include "views/todos/RepetitionChoices.h"
 
 #include <utility>
 
@@ -10,6 +11,13 @@ namespace tessaly {
 
 ReminderEditor::ReminderEditor(QObject *parent) : QObject(parent)
 {
+}
+
+void ReminderEditor::setStore(PlannerStore *store)
+{
+    m_store = store;
+    connect(store, &PlannerStore::interfaceLanguageChanged, this, &ReminderEditor::repetitionsChanged);
+    emit repetitionsChanged();
 }
 
 void ReminderEditor::setTitle(const QString &title)
@@ -48,6 +56,37 @@ void ReminderEditor::setDueDate(const QDateTime &dueDate)
     emit changed();
 }
 
+QStringList ReminderEditor::repetitions() const
+{
+    const bool hasOther = formerRepetition() == Repetition::Other;
+    return m_store ? repetitionTexts(hasOther, m_store->interfaceLanguage()) : QStringList();
+}
+
+int ReminderEditor::repetition() const
+{
+    return repetitionRow(m_repetition);
+}
+
+void ReminderEditor::setRepetition(int row)
+{
+    if (std::exchange(m_repetition, repetitionInRow(row)) != m_repetition)
+        emit changed();
+}
+
+void ReminderEditor::setAfterCompletion(bool isAfterCompletion)
+{
+    if (std::exchange(m_isAfterCompletion, isAfterCompletion) != isAfterCompletion)
+        emit changed();
+}
+
+QString ReminderEditor::nextDateText() const
+{
+    if (!m_store || !m_dueDate)
+        return {};
+    const auto next = m_store->nextRepetition(edited(m_former), *m_dueDate);
+    return next ? DateLabels(m_store->calendar()).dayAndTime(*next->dueDate) : QString();
+}
+
 void ReminderEditor::begin(const QUuid &id)
 {
     const qsizetype row = rowOf(m_store->reminders(), id);
@@ -57,29 +96,39 @@ void ReminderEditor::begin(const QUuid &id)
     m_title = m_former.title;
     m_requirement = m_former.requirement.value_or(QString());
     m_dueDate = m_former.dueDate;
+    m_repetition = m_dueDate ? formerRepetition() : Repetition::Never;
+    m_isAfterCompletion = m_former.recursAfterCompletion.value_or(false);
+    emit repetitionsChanged();
     emit changed();
     emit idChanged();
 }
 
+ReminderItem ReminderEditor::edited(ReminderItem item) const
+{
+    const QString title = m_title.trimmed();
+    if (m_title != m_former.title && !title.isEmpty())
+        item.title = title;
+    if (m_requirement != m_former.requirement.value_or(QString()))
+        item.requirement = m_requirement.isEmpty() ? std::nullopt : std::optional(m_requirement);
+    if (m_dueDate != m_former.dueDate)
+        item = withDueDate(item, m_dueDate, m_store->calendar());
+    const bool wasAfterCompletion = m_former.recursAfterCompletion.value_or(false);
+    if (m_dueDate && (m_repetition != formerRepetition() || m_isAfterCompletion != wasAfterCompletion))
+        item = withRepetition(item, m_repetition, m_isAfterCompletion, m_store->calendar());
+    return item;
+}
+
 void ReminderEditor::save()
 {
-    const ReminderItem former = std::exchange(m_former, {.id = {}});
-    if (former.id.isNull())
+    const QUuid id = m_former.id;
+    if (id.isNull())
         return;
-    emit idChanged();
-    const qsizetype row = rowOf(m_store->reminders(), former.id);
-    if (row < 0)
-        return;
-    ReminderItem item = m_store->reminders().at(row);
-    const QString title = m_title.trimmed();
-    if (m_title != former.title && !title.isEmpty())
-        item.title = title;
-    if (m_requirement != former.requirement.value_or(QString()))
-        item.requirement = m_requirement.isEmpty() ? std::nullopt : std::optional(m_requirement);
-    if (m_dueDate != former.dueDate)
-        item = withDueDate(item, m_dueDate, m_store->calendar());
-    if (item != m_store->reminders().at(row))
-        m_store->updateReminder(item);
+    const qsizetype row = rowOf(m_store->reminders(), id);
+    const std::optional<ReminderItem> before = row < 0 ? std::nullopt : std::optional(m_store->reminders().at(row));
+    const std::optional<ReminderItem> after = before ? std::optional(edited(*before)) : std::nullopt;
+    cancel();
+    if (after != before)
+        m_store->updateReminder(*after);
 }
 
 void ReminderEditor::cancel()

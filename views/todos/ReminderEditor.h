@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/DateLabels.h"
+#include "model/Repetition.h"
 #include "store/PlannerStore.h"
 
 #include <QDateTime>
@@ -20,12 +22,16 @@ class ReminderEditor : public QObject
     Q_PROPERTY(QString requirement READ requirement WRITE setRequirement NOTIFY changed)
     Q_PROPERTY(bool hasDueDate READ hasDueDate WRITE setHasDueDate NOTIFY changed)
     Q_PROPERTY(QDateTime dueDate READ dueDate WRITE setDueDate NOTIFY changed)
+    Q_PROPERTY(QStringList repetitions READ repetitions NOTIFY repetitionsChanged)
+    Q_PROPERTY(int repetition READ repetition WRITE setRepetition NOTIFY changed)
+    Q_PROPERTY(bool isAfterCompletion READ isAfterCompletion WRITE setAfterCompletion NOTIFY changed)
+    Q_PROPERTY(QString nextDateText READ nextDateText NOTIFY changed)
 
 public:
     explicit ReminderEditor(QObject *parent = nullptr);
 
     /// The store must outlive the editor.
-    void setStore(PlannerStore *store) { m_store = store; }
+    void setStore(PlannerStore *store);
 
     /// Null while nothing is edited.
     [[nodiscard]] const QUuid &id() const { return m_former.id; }
@@ -41,6 +47,16 @@ public:
     [[nodiscard]] QDateTime dueDate() const;
     void setDueDate(const QDateTime &dueDate);
 
+    /// See repetitionTexts().
+    [[nodiscard]] QStringList repetitions() const;
+    /// A row of repetitions(). A to-do without a due date does not repeat.
+    [[nodiscard]] int repetition() const;
+    void setRepetition(int row);
+    [[nodiscard]] bool isAfterCompletion() const { return m_isAfterCompletion; }
+    void setAfterCompletion(bool isAfterCompletion);
+    /// When the to-do would be due the next time, completed on the day on which it is due; empty if it does not repeat.
+    [[nodiscard]] QString nextDateText() const;
+
     /// Takes the to-do over, if it is there; what was edited until then is lost.
     void begin(const QUuid &id);
     /// Ends editing. As one step, the store gets what the user has changed; a blank title stays what it was. Nothing
@@ -50,15 +66,25 @@ public:
 
 signals:
     void changed();
+    void repetitionsChanged();
     /// Editing has begun or ended.
     void idChanged();
 
 private:
+    /// `item` with what has been edited.
+    [[nodiscard]] ReminderItem edited(ReminderItem item) const;
+    [[nodiscard]] Repetition formerRepetition() const
+    {
+        return repetitionOf(m_former.recurrenceRule.value_or(QString()));
+    }
+
     PlannerStore *m_store = nullptr;
     ReminderItem m_former{.id = {}};
     QString m_title;
     QString m_requirement;
     std::optional<Instant> m_dueDate;
+    Repetition m_repetition = Repetition::Never;
+    bool m_isAfterCompletion = false;
 };
 
 } // namespace tessaly

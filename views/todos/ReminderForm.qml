@@ -138,7 +138,13 @@ Item {
             y: line.y + 58
             width: parent.width - 30
             visible: head.reminders.hasDueDate
-            reminders: head.reminders
+            options: head.reminders.repetitions
+            repetition: head.reminders.repetition
+            isAfterCompletion: head.reminders.isAfterCompletion
+            nextDateText: head.reminders.nextDateText
+            onRepetitionChosen: repetition => head.reminders.repetition = repetition
+            onAfterCompletionChosen: isAfterCompletion => head.reminders.isAfterCompletion = isAfterCompletion
+            onFinished: head.add()
         }
 
         AppButton {

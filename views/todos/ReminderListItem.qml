@@ -143,9 +143,18 @@ Item {
                 offset = centroid.scenePosition.y - centroid.scenePressPosition.y;
                 row.dragStarted();
                 row.reportPlace();
-            } else if (!isCancelled) {
-                row.dragEnded(false);
             }
+        }
+        onGrabChanged: transition => {
+            if (transition !== PointerDevice.UngrabExclusive)
+                return;
+            if (!isCancelled)
+                row.dragEnded(false);
+            isCancelled = false;
+        }
+        // Something else has taken the pointer.
+        onCanceled: {
+            row.dragEnded(true);
             isCancelled = false;
         }
         onActiveTranslationChanged: {

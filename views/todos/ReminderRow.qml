@@ -20,7 +20,7 @@ Item {
 
     readonly property bool isActive: hover.hovered || circle.visualFocus || actions.hasVisualFocus
     readonly property int textX: isNested ? 77 : 47
-    readonly property bool isMovable: dueText !== "" && !isComplete && !isEditing
+    readonly property bool isMovable: !isComplete && !isEditing
 
     signal toggled
     signal removed
@@ -74,7 +74,7 @@ Item {
 
     ReminderLeaveWatch {
         area: row
-        isOn: row.isEditing && !((fields.item as ReminderRowEditor)?.isCalendarShown ?? false)
+        isOn: row.isEditing && !((fields.item as ReminderRowEditor)?.isPopupShown ?? false)
         onDeparted: row.departed()
     }
 
@@ -94,7 +94,7 @@ Item {
         y: row.isEditing ? 7 : 8
         isComplete: row.isComplete
         itemTitle: row.title
-        Accessible.description: row.isMovable ? Language.text("Ctrl+↑ 移到上一周，Ctrl+↓ 移到下一周", "Ctrl+↑ moves it to the previous week, Ctrl+↓ to the next") : ""
+        Accessible.description: !row.isMovable ? "" : row.dueText === "" ? Language.text("Ctrl+↓ 设为本周截止", "Ctrl+↓ makes it due this week") : Language.text("Ctrl+↑ 移到上一周，Ctrl+↓ 移到下一周", "Ctrl+↑ moves it to the previous week, Ctrl+↓ to the next")
         onClicked: row.toggled()
     }
 

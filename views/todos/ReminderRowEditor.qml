@@ -9,8 +9,8 @@ Column {
 
     required property ReminderEditor editor
 
-    /// The calendar of the due date has the focus.
-    readonly property bool isCalendarShown: dueField.isCalendarShown
+    /// A list or calendar of the fields has the focus.
+    readonly property bool isPopupShown: dueField.isCalendarShown || picker.isListShown
 
     signal finished
 
@@ -84,5 +84,20 @@ Column {
             onEdited: value => fields.editor.dueDate = value
             onAccepted: fields.finished()
         }
+    }
+
+    RepetitionPicker {
+        id: picker
+
+        width: parent.width
+        visible: fields.editor.hasDueDate
+        owner: fields.editor.formerTitle
+        options: fields.editor.repetitions
+        repetition: fields.editor.repetition
+        isAfterCompletion: fields.editor.isAfterCompletion
+        nextDateText: fields.editor.nextDateText
+        onRepetitionChosen: repetition => fields.editor.repetition = repetition
+        onAfterCompletionChosen: isAfterCompletion => fields.editor.isAfterCompletion = isAfterCompletion
+        onFinished: fields.finished()
     }
 }

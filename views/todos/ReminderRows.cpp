@@ -138,15 +138,20 @@ QList<ReminderListRow> reminderListRows(const QList<ReminderItem> &reminders, co
     return writer.rows();
 }
 
-int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow)
+int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow, QDate today)
 {
-    const QString own = rows.value(draggedRow).label;
-    const QString week = rows.value(hoveredRow).label;
-    if (own.isEmpty() || week.isEmpty() || own == week)
+    const ReminderListRow dragged = rows.value(draggedRow);
+    const ReminderListRow hovered = rows.value(hoveredRow);
+    const bool isDated = !dragged.dueText.isEmpty();
+    if (!isDated && hovered.kind == Kind::DueDates && hovered.id.isNull() && hoveredRow >= 0)
+        return hoveredRow;
+    if (hovered.label.isEmpty() || dragged.label == hovered.label)
         return -1;
     const auto found = std::ranges::find_if(
-        rows, [&week](const ReminderListRow &row) { return row.kind == Kind::Week && row.label == week; });
-    return found == rows.cend() ? -1 : static_cast<int>(found - rows.cbegin());
+        rows, [&hovered](const ReminderListRow &row) { return row.kind == Kind::Week && row.label == hovered.label; });
+    if (found == rows.cend() || (!isDated && found->firstDay.addDays(6) < today))
+        return -1;
+    return static_cast<int>(found - rows.cbegin());
 }
 
 int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,

@@ -83,8 +83,9 @@ struct ReminderGroupStates
 };
 
 /// The header of the week to which a to-do that is dragged over a row would move: that of the week in which the row
-/// stands, if it is another one; -1 otherwise.
-[[nodiscard]] int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow);
+/// stands, if it is another one; -1 otherwise. A to-do without a due date also finds the header of the weeks, which
+/// stands for the present one, but no week that ends before `today`.
+[[nodiscard]] int weekHeaderFor(const QList<ReminderListRow> &rows, int draggedRow, int hoveredRow, QDate today);
 
 /// The row in which an open to-do stands, else the header of the closed group that holds it; -1 without either.
 [[nodiscard]] int rowShowing(const QList<ReminderListRow> &rows, const ReminderItem &item, const UserCalendar &calendar,

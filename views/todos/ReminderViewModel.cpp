@@ -1,24 +1,15 @@
 #include "views/todos/ReminderViewModel.h"
 
 #include "model/ReminderRules.h"
-#include "model/Repetition.h"
 #include "store/RecordRows.h"
 #include "views/FocusHeir.h"
+#include "views/todos/RepetitionChoices.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tessaly {
 
 using Kind = ReminderRowKind::Kind;
-
-namespace {
-
-/// What the form offers, in this order.
-constexpr std::array<Repetition, 6> offered{Repetition::Never,  Repetition::Daily,   Repetition::Workdays,
-                                            Repetition::Weekly, Repetition::Monthly, Repetition::Yearly};
-
-} // namespace
 
 ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(reminderListRoles())
 {
@@ -97,7 +88,7 @@ void ReminderViewModel::setDueDate(const QDateTime &dueDate)
 
 void ReminderViewModel::setRepetition(int row)
 {
-    if (m_repetition == row || row < 0 || row >= std::ssize(offered))
+    if (m_repetition == row || row < 0 || row >= repetitionRow(Repetition::Other))
         return;
     m_repetition = row;
     useForm();
@@ -105,10 +96,7 @@ void ReminderViewModel::setRepetition(int row)
 
 QStringList ReminderViewModel::repetitions() const
 {
-    QStringList texts;
-    for (const Repetition each : offered)
-        texts.append(m_store ? repetitionText(each, false).in(m_store->interfaceLanguage()) : QString());
-    return texts;
+    return m_store ? repetitionTexts(false, m_store->interfaceLanguage()) : QStringList();
 }
 
 void ReminderViewModel::setAfterCompletion(bool isAfterCompletion)
@@ -133,14 +121,7 @@ ReminderItem ReminderViewModel::draft() const
     if (!m_hasDueDate)
         return item;
     item.dueDate = m_dueDate;
-    const Repetition repetition = offered.at(static_cast<size_t>(m_repetition));
-    if (const QString rule = repetitionRule(repetition, m_store->calendar().day(m_dueDate)); !rule.isEmpty()) {
-        item.recurrenceRule = rule;
-        item.recurrenceStart = m_dueDate;
-        if (m_isAfterCompletion)
-            item.recursAfterCompletion = true;
-    }
-    return item;
+    return withRepetition(item, repetitionInRow(m_repetition), m_isAfterCompletion, m_store->calendar());
 }
 
 bool ReminderViewModel::add()

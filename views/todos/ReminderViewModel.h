@@ -78,11 +78,13 @@ public:
     Q_INVOKABLE int endEditing(bool isSaved);
     /// Saves the to-do that is being edited. If that takes it to another group, moved() tells.
     Q_INVOKABLE void leaveEditing();
-    /// See tessaly::weekHeaderFor(). Only open to-dos with a due date move.
+    /// See tessaly::weekHeaderFor(). Only open to-dos move.
     Q_INVOKABLE [[nodiscard]] int weekHeaderFor(int draggedRow, int hoveredRow) const;
-    /// Moves the due date to the week of a header row, on its weekday and at its time.
+    /// Moves the due date to the week of a header row, on its weekday and at its time. A to-do without one gets one in
+    /// that week, or in the present one from the header of the weeks: see dueInWeek().
     Q_INVOKABLE void moveToWeek(int row, int header);
     /// Moves the due date by so many weeks and opens the groups above the to-do: its row, or -1 where it does not move.
+    /// A to-do without one becomes due in the present week when it is to move later.
     Q_INVOKABLE int moveByWeeks(int row, int weeks);
     /// The title of the group in which the row stands, or which it heads.
     Q_INVOKABLE [[nodiscard]] QString groupTitle(int row) const;
@@ -103,6 +105,8 @@ signals:
 
 private:
     void useForm();
+    /// The first day of the week in which something can still become due.
+    [[nodiscard]] QDate thisWeek() const;
     /// Moves the due date as one step; whether the to-do can be moved there.
     bool setWeek(const QUuid &id, QDate firstDay, bool isReported);
     /// The row of the to-do, or -1.

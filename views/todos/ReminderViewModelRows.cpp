@@ -74,11 +74,21 @@ void ReminderViewModel::leaveEditing()
         emit moved(row);
 }
 
+QDate ReminderViewModel::thisWeek() const
+{
+    const UserCalendar &calendar = m_store->calendar();
+    const Instant now = m_store->clock().now();
+    const QDate firstDay = calendar.weekStart(calendar.day(now));
+    // On the last minute of a week the next one is meant.
+    return dueInWeek(firstDay, now, calendar) ? firstDay : firstDay.addDays(weekDays);
+}
+
 int ReminderViewModel::weekHeaderFor(int draggedRow, int hoveredRow) const
 {
     const ReminderListRow dragged = m_rows.rows().value(draggedRow);
-    const bool isMovable = !dragged.id.isNull() && !dragged.isComplete && !dragged.dueText.isEmpty();
-    return isMovable ? tessaly::weekHeaderFor(m_rows.rows(), draggedRow, hoveredRow) : -1;
+    const QDate today = m_store->calendar().day(m_store->clock().now());
+    const bool isMovable = !dragged.id.isNull() && !dragged.isComplete;
+    return isMovable ? tessaly::weekHeaderFor(m_rows.rows(), draggedRow, hoveredRow, today) : -1;
 }
 
 bool ReminderViewModel::setWeek(const QUuid &id, QDate firstDay, bool isReported)
@@ -87,9 +97,11 @@ bool ReminderViewModel::setWeek(const QUuid &id, QDate firstDay, bool isReported
     if (row < 0)
         return false;
     const ReminderItem &before = m_store->reminders().at(row);
-    const auto dueDate = before.dueDate && !before.isComplete
-                             ? movedToWeek(*before.dueDate, firstDay, m_store->calendar())
-                             : std::nullopt;
+    const UserCalendar &calendar = m_store->calendar();
+    if (before.isComplete)
+        return false;
+    const auto dueDate = before.dueDate ? movedToWeek(*before.dueDate, firstDay, calendar)
+                                        : dueInWeek(firstDay, m_store->clock().now(), calendar);
     if (!dueDate)
         return false;
     const ReminderItem after = withDueDate(before, dueDate, m_store->calendar());
@@ -102,7 +114,8 @@ bool ReminderViewModel::setWeek(const QUuid &id, QDate firstDay, bool isReported
 void ReminderViewModel::moveToWeek(int row, int header)
 {
     const QUuid id = m_rows.rows().value(row).id;
-    const QDate firstDay = m_rows.rows().value(header).firstDay;
+    const ReminderListRow shownHeader = m_rows.rows().value(header);
+    const QDate firstDay = shownHeader.kind == Kind::DueDates ? thisWeek() : shownHeader.firstDay;
     if (!firstDay.isValid() || !setWeek(id, firstDay, true))
         return;
     const ReminderItem &item = m_store->reminders().at(rowOf(m_store->reminders(), id));
@@ -114,11 +127,16 @@ int ReminderViewModel::moveByWeeks(int row, int weeks)
 {
     const QUuid id = m_rows.rows().value(row).id;
     const qsizetype storeRow = rowOf(m_store->reminders(), id);
-    if (storeRow < 0 || !m_store->reminders().at(storeRow).dueDate)
+    if (storeRow < 0)
         return -1;
     const UserCalendar &calendar = m_store->calendar();
-    const QDate day = calendar.day(*m_store->reminders().at(storeRow).dueDate);
-    if (!setWeek(id, calendar.weekStart(day).addDays(qint64(weeks) * weekDays), false))
+    const auto dueDate = m_store->reminders().at(storeRow).dueDate;
+    if (!dueDate && weeks < 1)
+        return -1;
+    // One without a due date gets one in the present week first.
+    const QDate week =
+        dueDate ? calendar.weekStart(calendar.day(*dueDate)).addDays(qint64(weeks) * weekDays) : thisWeek();
+    if (!setWeek(id, week, false))
         return -1;
     const int shown = reveal(id.toString());
     emit moved(shown);

@@ -280,8 +280,111 @@ private slots:
         QCOMPARE(ui.item().dueDate, ui.at(2, 18));
 
         ui.find(circle, u"Free"_s)->forceActiveFocus(Qt::TabFocusReason);
-        ui.press(Qt::Key_Down, Qt::ControlModifier);
+        ui.press(Qt::Key_Up, Qt::ControlModifier);
         QVERIFY(!ui.item(1).dueDate);
+        ui.press(Qt::Key_Down, Qt::ControlModifier);
+        QCOMPARE(ui.item(1).dueDate, ui.at(13, 18));
+        QTRY_VERIFY(ui.hasFocus(circle, u"Free"_s));
+    }
+
+    void aToDoWithoutADueDateGetsOneByADrag_data()
+    {
+        QTest::addColumn<QString>("header");
+        QTest::addColumn<int>("day");
+        QTest::newRow("a week to come") << nextWeek << 20;
+        QTest::newRow("the present week") << u"Due dates"_s << 13;
+        QTest::newRow("a week that is over") << u"Aug 31, 2026 – Sep 6"_s << 0;
+    }
+
+    void aToDoWithoutADueDateGetsOneByADrag()
+    {
+        QFETCH(const QString, header);
+        QFETCH(const int, day);
+        RowsWindow ui;
+        ui.openWith({{.title = u"Free"_s},
+                     {.title = u"Old"_s, .dueDate = ui.at(1, 9)},
+                     {.title = u"Other"_s, .dueDate = ui.at(17, 9)}});
+        QTRY_VERIFY(ui.find(button, nextWeek));
+        QTRY_VERIFY(ui.middleOf(button, nextWeek).y() > ui.middleOf(circle, u"Free"_s).y() + 100);
+        const QPoint from = ui.middleOf(circle, u"Free"_s) + QPoint(200, 0);
+        const QPoint to(from.x(), ui.middleOf(button, header).y());
+
+        QTest::mousePress(&ui.window(), Qt::LeftButton, {}, from);
+        ui.drag(from, to);
+        QTest::mouseRelease(&ui.window(), Qt::LeftButton, {}, to);
+
+        QCOMPARE(ui.item().dueDate, day > 0 ? std::optional(ui.at(day, 18)) : std::nullopt);
+        if (day == 0)
+            return;
+        QTRY_VERIFY(ui.visibleTexts().contains(u"Moved “Free”"_s));
+        ui.press(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!ui.item().dueDate);
+    }
+
+    void theRepetitionIsEditedInItsRow_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<int>("shown");
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("none yet") << QString() << 0 << 3 << u"FREQ=WEEKLY"_s;
+        QTest::newRow("another one") << u"FREQ=DAILY"_s << 1 << 1 << u"FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR"_s;
+        QTest::newRow("no longer") << u"FREQ=DAILY"_s << 1 << -1 << QString();
+        QTest::newRow("a rule of another program") << u"FREQ=HOURLY"_s << 6 << 0 << u"FREQ=HOURLY"_s;
+    }
+
+    void theRepetitionIsEditedInItsRow()
+    {
+        QFETCH(const QString, before);
+        QFETCH(const int, shown);
+        QFETCH(const int, steps);
+        QFETCH(const QString, after);
+        RowsWindow ui;
+        const std::optional<Instant> start = before.isEmpty() ? std::nullopt : std::optional(ui.at(2, 18));
+        ui.openWith({{.title = u"Report"_s,
+                      .dueDate = ui.at(9, 18),
+                      .recurrenceRule = before.isEmpty() ? std::nullopt : std::optional(before),
+                      .recurrenceStart = start}});
+        QTRY_VERIFY(ui.find(button, thisWeek));
+        QVERIFY(ui.click(button, thisWeek));
+        QTRY_VERIFY(ui.find(button, u"Edit, Report"_s));
+        QVERIFY(ui.click(button, u"Edit, Report"_s));
+        QTRY_VERIFY(ui.find(QAccessible::ComboBox, u"Repeat, Report"_s));
+        QQuickItem *choice = ui.find(QAccessible::ComboBox, u"Repeat, Report"_s);
+        QCOMPARE(choice->property("currentIndex").toInt(), shown);
+        choice->forceActiveFocus(Qt::TabFocusReason);
+        for (int step = 0; step < std::abs(steps); ++step)
+            ui.press(steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        QCOMPARE(ui.find(QAccessible::CheckBox, u"After completion, Report"_s) != nullptr, !after.isEmpty());
+        ui.press(Qt::Key_Return, Qt::ControlModifier);
+
+        QCOMPARE(ui.item().recurrenceRule.value_or(QString()), after);
+        QCOMPARE(ui.item().recurrenceStart, steps == 0 ? start : after.isEmpty() ? std::nullopt : ui.item().dueDate);
+        QTRY_VERIFY(ui.hasFocus(button, u"Edit, Report"_s));
+        QCOMPARE(ui.planner.store->history().nextUndo() != nullptr, steps != 0);
+    }
+
+    void theListOfRepetitionsKeepsTheRowOpen()
+    {
+        RowsWindow ui;
+        ui.openWith({{.title = u"Report"_s, .dueDate = ui.at(9, 18)}});
+        QTRY_VERIFY(ui.find(button, thisWeek));
+        QVERIFY(ui.click(button, thisWeek));
+        QTRY_VERIFY(ui.find(button, u"Edit, Report"_s));
+        QVERIFY(ui.click(button, u"Edit, Report"_s));
+        const QString name = u"Repeat, Report"_s;
+        QTRY_VERIFY(ui.find(QAccessible::ComboBox, name));
+        QVERIFY(ui.click(QAccessible::ComboBox, name));
+        QTRY_VERIFY(ui.find(QAccessible::ListItem, u"Every month"_s));
+        QVERIFY(ui.click(QAccessible::ListItem, u"Every month"_s));
+        QTRY_VERIFY(ui.find(QAccessible::CheckBox, u"After completion, Report"_s));
+        QTRY_VERIFY(!ui.find(QAccessible::ListItem, u"Every month"_s));
+        QVERIFY(ui.click(QAccessible::CheckBox, u"After completion, Report"_s));
+        QVERIFY(ui.click(button, u"Done, Report"_s));
+        QCOMPARE(ui.item().recurrenceRule, u"FREQ=MONTHLY"_s);
+        QCOMPARE(ui.item().recursAfterCompletion, true);
+        ui.press(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!ui.item().recurrenceRule);
     }
 };
 
