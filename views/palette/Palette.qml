@@ -49,6 +49,12 @@ Sheet {
         showCurrent();
     }
 
+    /// Begins anew although it is still fading out.
+    function reopen() {
+        dismiss();
+        open();
+    }
+
     name: Language.text("查找与添加", "Find and add")
     sheetWidth: 600
     y: 88 + rise
@@ -164,6 +170,13 @@ Sheet {
         width: parent?.width ?? 0
         height: parent?.height ?? 0
         countText: finder.countText
+    }
+
+    // The keys of the screens are kept out until the sheet has faded out.
+    Shortcut {
+        enabled: palette.visible && !palette.isShown
+        sequence: Shortcuts.find
+        onActivated: palette.reopen()
     }
 
     PaletteModel {

@@ -27,14 +27,21 @@ FocusScope {
     signal stepped(int by)
     signal pointed
     /// The pointer takes it to a place of the scene.
+    signal dragStarted
     signal dragged(point place, bool isFine)
     signal dropped
+    /// The pointer no longer takes it, and was not released either.
+    signal abandoned
 
     function takeFocus() {
         body.forceActiveFocus(Qt.TabFocusReason);
     }
 
     implicitHeight: body.y + body.height + 2
+    Component.onDestruction: {
+        if (handler.active)
+            abandoned();
+    }
 
     AppText {
         id: headingText
@@ -149,11 +156,16 @@ FocusScope {
             grabPermissions: PointerHandler.CanTakeOverFromAnything
             acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
             onActiveChanged: {
-                if (active)
-                    follow();
-                else
+                if (!active)
+                    return;
+                item.dragStarted();
+                follow();
+            }
+            onGrabChanged: transition => {
+                if (transition === PointerDevice.UngrabExclusive)
                     item.dropped();
             }
+            onCanceled: item.abandoned()
             onCentroidChanged: {
                 if (active)
                     follow();

@@ -22,8 +22,11 @@ FocusScope {
 
     signal closeRequested
     signal refused(string reason)
-    signal dragged(string itemId, string title, point place, bool isFine)
+    signal dragStarted(string itemId, string title)
+    signal dragged(string itemId, point place, bool isFine)
     signal dropped
+    /// What is dragged is to stay where it was.
+    signal abandoned
     /// An item is to be placed with the arrow keys, from that start on.
     signal taken(string itemId, string title, real start)
 
@@ -149,8 +152,10 @@ FocusScope {
             onTaken: panel.taken(itemId, title, plan.firstStart())
             onStepped: by => panel.step(by)
             onPointed: list.currentIndex = index
-            onDragged: (place, isFine) => panel.dragged(itemId, title, place, isFine)
+            onDragStarted: panel.dragStarted(itemId, title)
+            onDragged: (place, isFine) => panel.dragged(itemId, place, isFine)
             onDropped: panel.dropped()
+            onAbandoned: panel.abandoned()
         }
     }
 

@@ -68,6 +68,11 @@ Item {
         viewModel.announced(drag.spokenTimes());
     }
 
+    // The panel takes along what is dragged from it.
+    onIsShownChanged: {
+        if (!isShown && drag.itemId !== "")
+            drag.cancel();
+    }
     Keys.onPressed: event => {
         if (isPlacing)
             place(event);
@@ -158,16 +163,21 @@ Item {
         function onRefused(reason: string) {
             side.refused(reason);
         }
-        function onDragged(itemId: string, title: string, place: point, isFine: bool) {
-            if (side.drag.itemId !== itemId || side.isPlacing) {
-                side.isPlacing = false;
-                side.drag.beginItem(itemId, title);
-            }
-            (side.timeline as WeekTimeline).gestures.followItem(place, isFine);
+        function onDragStarted(itemId: string, title: string) {
+            side.isPlacing = false;
+            side.drag.beginItem(itemId, title);
+        }
+        function onDragged(itemId: string, place: point, isFine: bool) {
+            // Not after Esc.
+            if (side.drag.itemId === itemId && !side.isPlacing)
+                (side.timeline as WeekTimeline).gestures.followItem(place, isFine);
         }
         function onDropped() {
             if (!side.isPlacing)
                 side.drag.drop();
+        }
+        function onAbandoned() {
+            side.drag.cancel();
         }
         function onTaken(itemId: string, title: string, start: real) {
             side.drag.placeItem(itemId, title, start);

@@ -87,9 +87,13 @@ Item {
         onActiveChanged: {
             if (active)
                 gestures.begin(handler.centroid.scenePressPosition, handler.centroid.scenePosition);
-            else
+        }
+        onGrabChanged: transition => {
+            if (transition === PointerDevice.UngrabExclusive)
                 gestures.drag.drop();
         }
+        // Something else has taken the pointer.
+        onCanceled: gestures.drag.cancel()
         onCentroidChanged: {
             if (active && gestures.drag.isActive)
                 gestures.followTo(handler.centroid.scenePosition);

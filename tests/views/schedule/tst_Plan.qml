@@ -48,6 +48,16 @@ Item {
             return root.Window.activeFocusItem?.Accessible.name ?? "";
         }
 
+        function hasGhost(item: Item): bool {
+            if (item instanceof WeekGhost)
+                return item.visible;
+            for (let i = 0; i < item.children.length; ++i) {
+                if (hasGhost(item.children[i]))
+                    return true;
+            }
+            return false;
+        }
+
         function test_an_item_is_dragged_to_the_week_data() {
             return [
                 {tag: "beside the page", width: 948},
@@ -85,6 +95,32 @@ Item {
             mouseRelease(root, wednesday.x, wednesday.y);
             compare(TestPlanner.scheduleCount(), 0);
             verify(PlannerStore.isPlanShown, "Esc ended the drag only");
+            take("Books");
+            moveTo(from, wednesday);
+            keyClick(Qt.Key_Escape);
+            moveTo(wednesday, at("Friday, September 11, 2026", 700));
+            mouseRelease(root, wednesday.x, wednesday.y);
+            compare(TestPlanner.scheduleCount(), 0, "it does not begin again");
+        }
+
+        function test_a_drag_ends_with_the_panel_or_with_the_item_data() {
+            return [
+                {tag: "the panel is closed", end: () => keySequence("Ctrl+Shift+P")},
+                {tag: "the item is gone", end: () => TestPlanner.toggleToDo("Books")}
+            ];
+        }
+
+        function test_a_drag_ends_with_the_panel_or_with_the_item(data) {
+            openPlan();
+            const wednesday = at("Wednesday, September 9, 2026", 700);
+            moveTo(take("Books"), wednesday);
+            tryVerify(() => named("Wed, Sep 9, 1 h planned") !== null);
+            verify(hasGhost(screen));
+            data.end();
+            tryVerify(() => named("Books, ") === null);
+            mouseRelease(root, wednesday.x, wednesday.y);
+            compare(TestPlanner.scheduleCount(), 0);
+            verify(!hasGhost(screen), "no ghost is left");
         }
 
         function test_keys_plan_the_first_free_hour() {

@@ -100,6 +100,35 @@ Item {
             compare(TestPlanner.timesOf("A"), "2026-09-09 09:00 – 2026-09-09 11:00");
         }
 
+        Component {
+            id: thief
+
+            Item {
+                anchors.fill: parent
+
+                DragHandler {
+                    target: null
+                    dragThreshold: 60
+                    grabPermissions: PointerHandler.CanTakeOverFromAnything
+                }
+            }
+        }
+
+        function test_it_is_put_back_when_something_else_takes_the_pointer() {
+            TestPlanner.addSchedule("A", 9, "9:00", "11:00", "");
+            const from = at(wednesday, 600);
+            const to = at(friday, 700);
+            const cover = createTemporaryObject(thief, root);
+            drag(from, to);
+            drop(to);
+            cover.visible = false;
+            compare(shown(wednesday + ", A").opacity, 1);
+            compare(TestPlanner.timesOf("A"), "2026-09-09 09:00 – 2026-09-09 11:00");
+            drag(from, to);
+            drop(to);
+            compare(TestPlanner.timesOf("A"), "2026-09-11 10:45 – 2026-09-11 12:45");
+        }
+
         function test_a_schedule_of_a_link_says_why_it_stays() {
             TestPlanner.addFixedSchedule("L", false, "2026-09-09 09:00", "2026-09-09 10:00");
             const to = at(wednesday, 700);

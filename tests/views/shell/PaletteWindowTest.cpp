@@ -117,6 +117,23 @@ private slots:
         QCOMPARE(m_ui->planner.store->schedules().size(), 1);
     }
 
+    void ctrlKOpensItAgainWhileItFadesOut()
+    {
+        m_ui->setState("section", ShellModel::Reminders);
+        m_ui->press(Qt::Key_N, Qt::ControlModifier);
+        const QString before = focusName();
+        openPalette();
+        m_ui->type(u"Milk"_s);
+        m_ui->press(Qt::Key_Escape);
+        QVERIFY(isOpen());
+        m_ui->press(Qt::Key_K, Qt::ControlModifier);
+        m_ui->type(u"Tea"_s);
+        QTRY_VERIFY(m_ui->find(row, u"Add to-do “Tea”, no due date"_s));
+        m_ui->press(Qt::Key_Escape);
+        QTRY_VERIFY(!isOpen());
+        QTRY_COMPARE(focusName(), before);
+    }
+
     void keysReachTheScreensAndTheirForms()
     {
         for (int section = 4; section >= 0; --section) {
