@@ -4,7 +4,10 @@
 #include "model/ProgramVersion.h"
 // lint-allow(arrows): decides whether there is anything to compose
 #include "platform/common/SingleInstance.h"
+// lint-allow(arrows): only the programs name adapters
+#include "platform/linux/PortalGlobalShortcut.h"
 #include "store/PlannerStore.h"
+#include "store/PreferenceKeys.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -12,6 +15,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <utility>
 
 using namespace tessaly;
 
@@ -39,6 +43,8 @@ public:
             m_reminder = reminder;
             endFor(Purpose::Reminders);
         });
+        if (parts.preferences->get<bool>(keys::isShortcutGlobal).value_or(false))
+            askForShortcut();
         // The session is over: the next one has a bus of its own.
         QDBusConnection::sessionBus().connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                                               QStringLiteral("org.freedesktop.DBus.Local"),
@@ -59,6 +65,21 @@ public:
     [[nodiscard]] const QString &reminder() const { return m_reminder; }
 
 private:
+    void askForShortcut()
+    {
+        m_shortcut.setPressHandler([this](const QByteArray &token) {
+            m_activationToken = token;
+            endFor(Purpose::Find);
+        });
+        m_shortcut.setChangeHandler([this] {
+            // It was refused; asking at every start would be a nuisance.
+            if (std::exchange(m_shortcutState, m_shortcut.state()) == GlobalShortcut::State::Waiting &&
+                m_shortcut.state() == GlobalShortcut::State::Off)
+                m_store.savePreference(keys::isShortcutGlobal, false);
+        });
+        m_shortcut.turnOn(m_store.text(QStringLiteral("查找与添加"), QStringLiteral("Find and add")));
+    }
+
     void endFor(Purpose purpose)
     {
         m_purpose = purpose;
@@ -85,6 +106,9 @@ private:
 
     PlannerStore &m_store;
     QObject m_context;
+    /// Left to the program with a window once there is one.
+    PortalGlobalShortcut m_shortcut;
+    GlobalShortcut::State m_shortcutState = GlobalShortcut::State::Unknown;
     QByteArray m_activationToken;
     QString m_reminder;
     Purpose m_purpose = Purpose::None;

@@ -14,7 +14,7 @@ namespace {
 
 const QByteArray variable("TESSALY_STARTED_FOR=");
 const QByteArray reminderVariable("TESSALY_REMINDER=");
-const std::array<QByteArray, 4> purposes{"", "background", "window", "reminders"};
+const std::array<QByteArray, 5> purposes{"", "background", "window", "reminders", "find"};
 
 /// Beside the program in its build directory, or where it was installed.
 QString backgroundProgram()

@@ -19,6 +19,7 @@ public:
         Background, ///< to do the other's work, which that one could not
         Window,     ///< to show its window
         Reminders,  ///< to show its window with the to-do screen
+        Find,       ///< to show its window with the field that finds and adds
     };
 
     /// To be made first of all in main(), whose arguments must outlive it.

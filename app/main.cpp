@@ -66,11 +66,11 @@ int runWindow(Composition &composition, SingleInstance *instance, const CommandL
         app.setResident();
     if (handover.purpose() == Purpose::Reminders)
         app.showReminders(handover.reminder());
-    else if (handover.purpose() == Purpose::Window)
+    else if (handover.purpose() == Purpose::Window || handover.purpose() == Purpose::Find)
         app.raise(activationToken());
     else if (!commandLine.isBackground)
         app.show();
-    if (commandLine.isFinding)
+    if (commandLine.isFinding || handover.purpose() == Purpose::Find)
         app.showPalette();
     if (!commandLine.opened.isEmpty())
         composition.store().calendarLinks().requestOpening(commandLine.opened);

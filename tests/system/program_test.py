@@ -11,6 +11,7 @@ from global_menu import GlobalMenu
 from planner_driver import CHECKED, FOCUSED, PROGRAM, PlannerTestCase, descendants, has_state, main, press, wait_for
 from small_disk import SmallDisk
 from settings_portal import DARK, LIGHT, SettingsPortal
+from shortcut_portal import ShortcutPortal
 
 IDLE_SECONDS = 10
 
@@ -101,6 +102,29 @@ class ProgramTest(PlannerTestCase):
         resident.outlives(1)
         self.assertEqual(self.start("--find").end()[0], 0)
         resident.wait("dialog", "查找与添加")
+
+    def test_the_key_for_every_program_works_without_a_window_too(self):
+        portal = ShortcutPortal()
+        self.addCleanup(portal.close)
+        planner = self.start_answered()
+        planner.keys("key", "F1")
+        planner.press("check box", "在任何程序中查找与添加")
+        planner.wait_state("check box", "在任何程序中查找与添加 · Ctrl+Alt+K", CHECKED)
+        planner.press("push button", "完成")
+        planner.wait_gone("dialog")
+        portal.press()
+        planner.wait("dialog", "查找与添加")
+        planner.kill()
+
+        portal.holder = None
+        resident = self.start("--background")
+        wait_for("the key", lambda: portal.holder)
+        self.assertEqual(resident.visible_windows(), [])
+        first = portal.holder
+        portal.press()
+        resident.wait("dialog", "查找与添加")
+        resident.wait_state("text", "查找与添加", FOCUSED)
+        wait_for("the window's own key", lambda: portal.holder != first)
 
     def test_reminders_outlive_the_window_and_the_session(self):
         planner = self.start_answered()

@@ -15,6 +15,8 @@ Flow {
     property string owner
 
     readonly property bool isListShown: choice.popup.visible
+    /// Between the parts of a line, not between the lines.
+    readonly property real gap: 16
 
     signal repetitionChosen(int repetition)
     signal afterCompletionChosen(bool isAfterCompletion)
@@ -25,10 +27,9 @@ Flow {
         return owner === "" ? field : field + ", " + owner;
     }
 
-    spacing: 16
-
     Row {
         spacing: 8
+        rightPadding: picker.gap
         height: Theme.controlHeight
 
         AppText {
@@ -66,6 +67,7 @@ Flow {
 
     AppCheckBox {
         height: Theme.controlHeight
+        rightPadding: picker.gap
         visible: picker.repetition > 0
         text: Language.text("从完成当天算起", "After completion")
         checked: picker.isAfterCompletion
