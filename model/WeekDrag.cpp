@@ -71,9 +71,11 @@ public:
     {
         const QDate day = m_drag.pressed.day;
         const auto [low, high] = std::minmax({inside(m_drag.pressed.minute), inside(m_pointer.minute)});
+        // A step that is hardly touched is not meant: who aims at a line is off by a pixel or two.
+        const double aim = 0.4 * m_step;
         const int first =
-            std::min(static_cast<int>(std::floor(low / m_step)) * m_step, m_drag.lastMinute - leastMinutes);
-        const int last = std::max(static_cast<int>(std::ceil(high / m_step)) * m_step, first + leastMinutes);
+            std::min(static_cast<int>(std::floor((low + aim) / m_step)) * m_step, m_drag.lastMinute - leastMinutes);
+        const int last = std::max(static_cast<int>(std::ceil((high - aim) / m_step)) * m_step, first + leastMinutes);
         const Instant start = at(day, first, m_calendar);
         return {start, std::max(at(day, last, m_calendar), start.plus(leastScheduleSeconds))};
     }

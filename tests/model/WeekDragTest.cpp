@@ -72,7 +72,8 @@ private slots:
 
         row("a span", Select, "", "9 13:37>9 14:52", "9 13:30 - 9 15:00");
         row("a span upwards", Select, "", "9 14:52>11 13:37", "9 13:30 - 9 15:00");
-        row("a fine span", Select, "", "9 13:37>9 14:52", "9 13:35 - 9 14:55", fineDragStepMinutes);
+        row("a fine span", Select, "", "9 13:37>9 14:52", "9 13:35 - 9 14:50", fineDragStepMinutes);
+        row("aimed at the lines", Select, "", "9 12:55>9 14:05", "9 13:00 - 9 14:00");
         row("at least a quarter of an hour", Select, "", "9 13:01>9 13:02", "9 13:00 - 9 13:15", fineDragStepMinutes);
         row("a span at the lower end", Select, "", "9 19:58>9 23:00", "9 19:45 - 9 20:00");
 
