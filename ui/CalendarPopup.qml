@@ -187,6 +187,7 @@ RisingPopup {
             TimePartField {
                 number: popup.editor.minute
                 most: 59
+                wheelStep: 5
                 name: Language.text("分", "Minute")
                 onEntered: number => popup.editor.setTime(popup.editor.hour, number)
                 // Within the hour.

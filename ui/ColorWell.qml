@@ -113,7 +113,10 @@ PushButton {
                             Keys.onRightPressed: (swatches.itemAt(index + 1) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                             Keys.onUpPressed: (swatches.itemAt(index - 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
                             Keys.onDownPressed: (swatches.itemAt(index + 4) as Item)?.forceActiveFocus(Qt.TabFocusReason)
-                            onClicked: well.edited(lightHex)
+                            onClicked: {
+                                well.edited(lightHex);
+                                popup.close();
+                            }
                             onActiveFocusChanged: {
                                 if (activeFocus && focusReason === Qt.PopupFocusReason)
                                     focusReason = popup.openerReason;

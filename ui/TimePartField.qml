@@ -1,11 +1,12 @@
 import QtQuick
 
-/// Two digits of a time. Up and Down ask for a change by one.
+/// Two digits of a time. Up and Down ask for a change by one, the wheel for one to the next multiple of its step.
 AppTextField {
     id: field
 
     required property int number
     required property int most
+    property int wheelStep: 1
     /// Name for assistive technology.
     required property string name
 
@@ -49,4 +50,18 @@ AppTextField {
     }
     onActiveFocusChanged: showNumber()
     Accessible.name: name
+
+    WheelHandler {
+        property real turned: 0
+
+        onWheel: event => {
+            turned += event.angleDelta.y;
+            if (Math.abs(turned) < 120)
+                return;
+            const passed = field.number / field.wheelStep;
+            const next = turned > 0 ? Math.floor(passed) + 1 : Math.ceil(passed) - 1;
+            turned = 0;
+            field.stepped(next * field.wheelStep - field.number);
+        }
+    }
 }

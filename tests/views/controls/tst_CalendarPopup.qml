@@ -91,6 +91,25 @@ Item {
             tryVerify(() => field.activeFocus);
         }
 
+        function test_the_wheel_turns_the_time() {
+            const field = createTemporaryObject(fieldComponent, stage);
+            field.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Down, Qt.AltModifier);
+            tryVerify(() => !field.activeFocus);
+            for (let tabs = 0; tabs < 5 && !(focusItem() as TimePartField); ++tabs)
+                keyClick(Qt.Key_Tab);
+            mouseWheel(focusItem(), 10, 10, 0, -120);
+            compare(field.value.getTime(), new Date(2026, 8, 11, 16, 5).getTime());
+            keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Down);
+            mouseWheel(focusItem(), 10, 10, 0, 120);
+            mouseWheel(focusItem(), 10, 10, 0, 120);
+            compare(field.value.getTime(), new Date(2026, 8, 11, 16, 10).getTime());
+            mouseWheel(focusItem(), 10, 10, 0, -240);
+            compare((focusItem() as TimePartField).text, "05");
+            keyClick(Qt.Key_Escape);
+        }
+
         function test_a_click_in_a_sheet_stays_in_it() {
             const sheet = createTemporaryObject(sheetComponent, stage);
             sheet.open();

@@ -156,8 +156,9 @@ Item {
             mouseClick(well);
             tryVerify(() => !well.activeFocus);
             keyClick(Qt.Key_Right);
-            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Space);
             compare(well.hex, "#7F50CC");
+            tryVerify(() => well.activeFocus, 3000, "the colours have closed");
             Theme.isDark = false;
         }
     }
