@@ -64,7 +64,12 @@ Sheet {
             name: Language.text("语言", "Language")
             labels: ["中文", "English"]
             currentIndex: PlannerStore.isEnglish ? 1 : 0
-            onChosen: index => PlannerStore.interfaceLanguage = index === 1 ? Planner.English : Planner.Chinese
+            onChosen: index => {
+                PlannerStore.interfaceLanguage = index === 1 ? Planner.English : Planner.Chinese;
+                // After a click the name can be typed at once.
+                if (isClicked)
+                    field.forceActiveFocus(Qt.OtherFocusReason);
+            }
         }
 
         Row {
