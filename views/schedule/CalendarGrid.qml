@@ -88,73 +88,10 @@ Card {
             lines: content
         }
 
-        Repeater {
-            model: grid.viewModel.weekdayNames
-
-            LineText {
-                required property int index
-                required property string modelData
-
-                x: geometry.columnLeft(index) + 12
-                height: geometry.weekdayHeight
-                text: modelData
-                color: Theme.textSecondary
-                token: Theme.captionMedium
-            }
-        }
-
-        Repeater {
-            model: 6
-
-            Separator {
-                required property int index
-
-                y: geometry.weekdayHeight + index * geometry.cellHeight
-                width: geometry.width
-                color: Theme.gridLine
-            }
-        }
-
-        Repeater {
-            model: 6
-
-            Separator {
-                required property int index
-
-                x: geometry.columnLeft(index + 1) - 1
-                y: geometry.weekdayHeight
-                width: 1
-                height: 6 * geometry.cellHeight
-                color: Theme.gridLine
-            }
-        }
-
-        Repeater {
-            model: grid.viewModel.weekNumbers
-
-            LineText {
-                required property int index
-                required property string modelData
-
-                y: geometry.weekdayHeight + index * geometry.cellHeight + 5
-                width: geometry.gutter
-                height: 24
-                horizontalAlignment: Text.AlignHCenter
-                text: modelData
-                color: Theme.textTertiary
-                token: Theme.mini
-                Accessible.role: Accessible.StaticText
-                Accessible.name: Language.text("第 %1 周", "Week %1").arg(modelData)
-            }
-        }
-
-        Separator {
-            x: geometry.gutter - 1
-            y: geometry.weekdayHeight
-            width: 1
-            height: 6 * geometry.cellHeight
-            visible: geometry.gutter > 0
-            color: Theme.gridLine
+        MonthGrid {
+            anchors.fill: parent
+            viewModel: grid.viewModel
+            geometry: geometry
         }
 
         Repeater {

@@ -79,6 +79,7 @@ PushButton {
                 height: parent.height
                 note: cell.note
                 narrowNote: cell.narrowNote
+                explanation: cell.spokenName
                 isSpecial: cell.isNoteSpecial && !cell.isOutside
             }
         }

@@ -84,6 +84,7 @@ PushButton {
                 alignment: Text.AlignHCenter
                 note: day.note
                 narrowNote: day.narrowNote
+                explanation: day.spokenName
                 isSpecial: day.isNoteSpecial
             }
 

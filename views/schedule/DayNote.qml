@@ -1,12 +1,13 @@
 import QtQuick
 import Tessaly.Ui
 
-/// What a day is in the calendar of China, in fewer words where there is little room; then a tooltip says all.
+/// What a day is in the calendar of China, in fewer words where there is little room. A tooltip says all of it.
 Item {
     id: area
 
     required property string note
     required property string narrowNote
+    required property string explanation
     property bool isSpecial: false
     property int alignment: Text.AlignRight
 
@@ -30,8 +31,8 @@ Item {
     }
 
     TipSlot {
-        text: area.note
-        isShown: hover.hovered && (!label.visible || label.truncated || label.text !== area.note)
+        text: area.explanation
+        isShown: hover.hovered
 
         HoverHandler {
             id: hover

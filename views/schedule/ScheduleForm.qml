@@ -65,8 +65,10 @@ Entry {
         const [start, end] = [fields.start, fields.end];
         takeOver();
         add();
+        const wasAdded = isSpent;
         fields.start = start;
         fields.end = end;
+        isSpent = wasAdded;
     }
 
     /// Puts what was understood into the fields.

@@ -185,6 +185,8 @@ void ScheduleNoteModel::cancel()
 
 void ScheduleNoteModel::save()
 {
+    // One that was typed and not added yet is not lost.
+    addTask();
     const ScheduleItem edited = editedSchedule(m_draft);
     m_draft.isEditing = false;
     emit saved(edited);

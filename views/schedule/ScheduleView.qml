@@ -64,6 +64,7 @@ Page {
         store: PlannerStore
         onAddedElsewhere: message => page.tell(message, true)
         onRefused: reason => page.tell(reason, false)
+        onLengthened: message => page.tell(message, false)
     }
 
     ScheduleHeader {
@@ -82,6 +83,8 @@ Page {
     }
 
     Body {
+        id: monthBody
+
         width: page.contentWidth
         isShown: model.scope === ScheduleViewModel.Month
         sourceComponent: month
@@ -201,7 +204,14 @@ Page {
 
     ScheduleSheets {
         viewModel: model
-        onNoteOpenerGone: reason => dayList.focusAfterDeparture(reason)
+        onNoteOpenerGone: reason => {
+            if (model.listedCount > 0)
+                dayList.focusAfterDeparture(reason);
+            else if (model.scope === ScheduleViewModel.Week)
+                (weekBody.item as WeekTimeline).focusDay();
+            else
+                (monthBody.item as CalendarGrid).focusPlace(model.focusedPlace);
+        }
         onRestorePointRequested: fileName => page.restorePointRequested(fileName)
     }
 }

@@ -288,11 +288,17 @@ bool ScheduleViewModel::addSchedule()
     const QString title = m_form->title().trimmed();
     if (!m_form->add())
         return false;
-    m_addedDate = m_form->times().start;
+    const FormTimes &times = m_form->times();
+    m_addedDate = times.start;
     m_addedID = m_store->schedules().last().id;
     if (!m_visibleDays.contains(m_store->calendar().day(m_addedDate)))
         emit addedElsewhere(m_store->text(QStringLiteral("“%1”已添加到%2。"), QStringLiteral("Added “%1” to %2."))
                                 .arg(title, m_store->dateText(m_addedDate, true)));
+    else if (times.end <= times.start)
+        emit lengthened(m_store
+                            ->text(QStringLiteral("“%1”的结束不晚于开始，改为 %2 结束。"),
+                                   QStringLiteral("The end of “%1” was not after its start. It ends at %2 now."))
+                            .arg(title, timeRangeText(leastEnd(times), std::nullopt, m_store->calendar())));
     return true;
 }
 

@@ -183,6 +183,8 @@ signals:
     void listTurned();
     /// A schedule was added to a day that is not shown; the message names it.
     void addedElsewhere(const QString &message);
+    /// The end of what was added was not after its start; the message says what has become of it.
+    void lengthened(const QString &message);
     /// A schedule that undo or redo has brought back or changed is shown in this row.
     void blockRestored(int row);
     void listedRestored(int row);

@@ -27,6 +27,10 @@ Card {
             header.focusPlace(viewModel.focusedPlace);
     }
 
+    function focusDay() {
+        header.focusPlace(viewModel.focusedPlace);
+    }
+
     function turn(weeks: int) {
         const wasInBlocks = blocks.holdsFocus();
         if (weeks < 0)

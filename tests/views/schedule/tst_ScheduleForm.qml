@@ -61,6 +61,25 @@ Item {
             tryVerify(() => named("Show") === null);
         }
 
+        function test_what_was_understood_and_added_is_not_covered() {
+            shown("Schedule name").forceActiveFocus(Qt.TabFocusReason);
+            verify(named("New schedule") !== null);
+            typeInto("Schedule name", "Swim 15:00");
+            keyClick(Qt.Key_Return);
+            compare(TestPlanner.timesOf("Swim"), "2026-09-09 15:00 – 2026-09-09 16:00");
+            verify(named("New schedule") === null);
+        }
+
+        function test_an_end_before_the_start_is_told() {
+            shown("End").forceActiveFocus(Qt.TabFocusReason);
+            for (const character of "2026-09-08")
+                keyClick(character);
+            typeInto("Schedule name", "A");
+            press("Add schedule");
+            verify(shown("The end of “A” was not after its start. It ends at 10:35 now.") !== null);
+            compare(TestPlanner.timesOf("A"), "2026-09-09 10:20 – 2026-09-09 10:35");
+        }
+
         function test_a_click_on_the_frame_is_for_the_title_data() {
             return [
                 {tag: "above", dx: 40, dy: -12},

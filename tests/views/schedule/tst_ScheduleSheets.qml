@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Tessaly.Store
 import Tessaly.Test
 
@@ -53,7 +54,7 @@ Item {
                 keyClick(Qt.Key_Return);
                 tryVerify(() => named("Save") === null);
             }
-            verify(shown("Schedule name").activeFocus);
+            tryVerify(() => shown("Wednesday, September 9, 2026").activeFocus);
             compare(TestPlanner.scheduleCount(), 2);
         }
 
@@ -74,6 +75,26 @@ Item {
             compare(TestPlanner.scheduleCount(), 0);
         }
 
+        function test_the_only_schedule_of_a_day_is_deleted_from_its_note() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            press("Wednesday, September 9, 2026, Lecture");
+            press("Delete");
+            tryVerify(() => named("Close") === null);
+            tryVerify(() => shown("Wednesday, September 9, 2026").activeFocus);
+            verify(named("New schedule") === null, "nobody has asked for a new one");
+        }
+
+        function test_a_task_that_was_not_added_is_saved() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            press("Edit, Lecture");
+            typeInto("Add task", "Print");
+            press("Save");
+            tryVerify(() => named("Save") === null);
+            press("Edit, Lecture");
+            verify(matching(root.Window.contentItem, item => item.text === "Print") !== null);
+            keyClick(Qt.Key_Escape);
+        }
+
         function test_a_duplicate_is_another_schedule_in_its_colour() {
             TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
             press("Wednesday, September 9, 2026, Lecture");
@@ -83,7 +104,6 @@ Item {
             keyClick("2");
             press("Color");
             press("Green");
-            keyClick(Qt.Key_Escape);
             tryVerify(() => named("Green") === null);
             press("Save");
             tryVerify(() => named("Save") === null);
