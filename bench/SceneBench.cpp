@@ -1,12 +1,14 @@
 #include "bench/Bench.h"
 #include "tests/support/RecordGenerator.h"
 #include "tests/views/shell/WindowUnderTest.h"
+#include "views/schedule/ScheduleViewModel.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include <sys/resource.h>
@@ -46,11 +48,24 @@ QList<ScheduleItem> daytimeSchedules(qsizetype count, qsizetype days, const User
     return schedules;
 }
 
+/// Every tenth lasts one to three whole days.
+QList<ScheduleItem> withWholeDays(QList<ScheduleItem> schedules, const UserCalendar &calendar)
+{
+    for (qsizetype index = 0; index < schedules.size(); index += 10) {
+        ScheduleItem &schedule = schedules[index];
+        const QDate day = calendar.day(schedule.date);
+        schedule.date = calendar.startOfDay(day);
+        schedule.endDate = calendar.startOfDay(day.addDays(1 + index / 10 % 3));
+    }
+    return schedules;
+}
+
 class Scene
 {
 public:
-    explicit Scene(const QList<ScheduleItem> &schedules)
+    explicit Scene(const QList<ScheduleItem> &schedules, bool hasAllDayRow = false)
     {
+        m_ui.planner.put(keys::hasAllDayRow, hasAllDayRow);
         m_ui.planner.clock.setNow(m_ui.planner.calendar.instant(today, {10, 0}));
         m_ui.planner.put(keys::hasAskedPreferredName, true);
         m_ui.planner.put(keys::interfaceLanguage, QStringLiteral("en"));
@@ -77,19 +92,16 @@ public:
     std::vector<double> dragFrom(QPointF place)
     {
         constexpr int pixelsPerStep = 12;
-        const auto moveOn = [&] {
-            place.ry() += pixelsPerStep;
-            QTest::mouseMove(&m_ui.window(), place.toPoint());
-        };
-        QTest::mousePress(&m_ui.window(), Qt::LeftButton, {}, place.toPoint());
-        moveOn();
-        std::vector<double> costs;
-        for (int step = 0; step < stepsPerFigure; ++step)
-            costs.push_back(costOf(moveOn));
-        QTest::keyClick(&m_ui.window(), Qt::Key_Escape);
-        QTest::mouseRelease(&m_ui.window(), Qt::LeftButton, {}, place.toPoint());
-        settle();
-        return costs;
+        return drag(place, [&] { place.ry() += pixelsPerStep; });
+    }
+
+    /// The same of a bar above the hours, to the day after and back.
+    std::vector<double> dragBarOf(QDate day)
+    {
+        constexpr double toBar = 24 + 13;
+        QPointF place = header(day) + QPointF(0, toBar);
+        double way = header(day.addDays(1)).x() - place.x();
+        return drag(place, [&] { place.rx() += std::exchange(way, -way); });
     }
 
     /// The middle of a day's header, by the beginning of its name.
@@ -106,6 +118,26 @@ public:
     [[nodiscard]] QPointF emptyTime(QDate day) const { return header(day) + QPointF(0, 24 + 8); }
 
 private:
+    std::vector<double> drag(QPointF &place, const std::function<void()> &step)
+    {
+        const auto moveOn = [&] {
+            step();
+            QTest::mouseMove(&m_ui.window(), place.toPoint());
+        };
+        QTest::mousePress(&m_ui.window(), Qt::LeftButton, {}, place.toPoint());
+        moveOn();
+        auto *viewModel = m_ui.screen()->findChild<ScheduleViewModel *>();
+        if (!viewModel->drag()->isActive() && !viewModel->margins()->drag()->isActive())
+            qFatal("nothing is dragged");
+        std::vector<double> costs;
+        for (int count = 0; count < stepsPerFigure; ++count)
+            costs.push_back(costOf(moveOn));
+        QTest::keyClick(&m_ui.window(), Qt::Key_Escape);
+        QTest::mouseRelease(&m_ui.window(), Qt::LeftButton, {}, place.toPoint());
+        settle();
+        return costs;
+    }
+
     /// The first item within `outer` whose spoken name begins so, or null.
     static const QQuickItem *itemNamed(const QQuickItem *outer, const QString &beginning)
     {
@@ -203,6 +235,12 @@ TESSALY_BENCH(scene)
                }),
                load.month);
     }
+    Scene scene(withWholeDays(daytimeSchedules(10'000, 1'000, calendar), calendar), true);
+    report.atMostTimes(QStringLiteral("a step of a bar above the hours"), median(scene.dragBarOf(today)), frameName,
+                       frame, 1);
+    report.atMostTimes(QStringLiteral("one week on, with bars above the hours"),
+                       medianOf([&] { return scene.click(QAccessible::Button, QStringLiteral("Next")); }), frameName,
+                       frame, 2);
 }
 
 } // namespace tessaly
