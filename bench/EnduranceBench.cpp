@@ -28,7 +28,8 @@ namespace tessaly {
 namespace {
 
 constexpr double hour = 3600;
-constexpr int settlingDays = 5;
+/// Qt Quick keeps its pools of bindings and nodes as large as the fullest page needed; by then that has been shown.
+constexpr int settlingDays = 15;
 constexpr int days = 30;
 constexpr int keptDays = 7;
 const QList<int> sections{ShellModel::Overview, ShellModel::Schedule, ShellModel::Reminders, ShellModel::Goals,

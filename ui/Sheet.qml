@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import QtQuick.Window
 import Tessaly.Ui
 
 /// A modal sheet over the window: head with title, scrolling body, fixed foot behind a hairline. Focus stays inside and
@@ -78,7 +77,7 @@ T.Popup {
     }
     onActiveFocusChanged: {
         if (activeFocus && !opened)
-            opener.entered = parent?.Window.activeFocusItem ?? null;
+            opener.noteEntered();
     }
     onOpened: {
         isFocusChosen = opener.hasMovedOn();
@@ -95,42 +94,11 @@ T.Popup {
         when: ToastStage.surface === surface
     }
 
-    QtObject {
+    SheetOpener {
         id: opener
 
-        property Item item: null
-        /// What got the focus with the sheet.
-        property Item entered: null
-        property bool isAwaited: false
-        property int reason: Qt.MouseFocusReason
-
-        function remember() {
-            item = sheet.parent?.Window.activeFocusItem ?? null;
-            isAwaited = item !== null;
-            reason = FocusHandover.reasonAfter(item);
-        }
-
-        /// Whether something else in the sheet has the focus by now.
-        function hasMovedOn(): bool {
-            const now = sheet.parent?.Window.activeFocusItem ?? null;
-            const whole = sheet.contentItem.parent;
-            if (entered === null || now === entered || now === whole)
-                return false;
-            let around = now;
-            while (around !== null && around !== whole)
-                around = around.parent;
-            return around !== null;
-        }
-
-        function restore() {
-            entered = null;
-            if (item?.visible)
-                FocusHandover.give(item, reason);
-            else if (isAwaited && item === null)
-                sheet.openerGone(reason);
-            item = null;
-            isAwaited = false;
-        }
+        sheet: sheet
+        onGone: reason => sheet.openerGone(reason)
     }
 
     T.Overlay.modal: Rectangle {
