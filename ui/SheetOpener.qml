@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
+import Tessaly.Ui
 
 /// What had the focus when a sheet opened, and gets it back.
 QtObject {
