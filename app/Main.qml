@@ -27,13 +27,20 @@ T.ApplicationWindow {
     /// Commands of the palette, in the order of PaletteCommand.
     function carryOut(command: int) {
         const screens = contentView.screens.length;
-        const actions = [() => shell.undo.undo(), () => shell.undo.redo(), () => versions.show(""), () => contentView.showShortcuts = true, () => shell.archive.exportArchive(), () => shell.archive.chooseImport()];
+        const actions = [() => shell.undo.undo(), () => shell.undo.redo(), () => versions.show(""), () => contentView.showShortcuts = true, () => shell.archive.exportArchive(), () => shell.archive.chooseImport(), () => contentView.showSettings(), () => showSchedule("showToday"), () => showSchedule("showWeek"), () => showSchedule("showMonth"), () => showSchedule("showPlan")];
         if (command < screens) {
             editor.close();
             contentView.section = command;
         } else {
             actions[command - screens]();
         }
+    }
+
+    /// Calls a function of the schedule screen.
+    function showSchedule(what: string) {
+        editor.close();
+        contentView.section = ShellModel.Schedule;
+        contentView.screen?.[what]?.();
     }
 
     function showPalette() {

@@ -120,16 +120,16 @@ QList<RecordSearch::Hit> matching(const Keys &keys, const QList<Record> &records
 std::optional<RecordSearch::Hit> matchOf(const Goal &goal, const SearchQuery &query)
 {
     std::optional<RecordSearch::Hit> best;
-    const auto look = [&](const QString &title, const QString &part) {
+    const auto look = [&](const QString &title, const QString &part, const QUuid &partId) {
         const std::optional<SearchMatch> found = match(SearchKey::of(title), query);
         if (found && (!best || (!best->part.isEmpty() && found->rank < best->match.rank)))
-            best = RecordSearch::Hit{.match = *found, .part = part};
+            best = RecordSearch::Hit{.match = *found, .part = part, .partId = partId};
     };
-    look(goal.title, {});
+    look(goal.title, {}, {});
     for (const Subgoal &subgoal : goal.subgoals.value_or(QList<Subgoal>())) {
-        look(subgoal.title, subgoal.title);
+        look(subgoal.title, subgoal.title, subgoal.id);
         for (const GoalTask &task : subgoal.tasks.value_or(QList<GoalTask>()))
-            look(task.title, task.title);
+            look(task.title, task.title, task.id);
     }
     return best;
 }

@@ -5,6 +5,7 @@
 #include "store/PlannerStore.h"
 
 #include <QObject>
+#include <QUuid>
 
 namespace tessaly {
 
@@ -30,6 +31,8 @@ public:
         /// What has the words, where it is not the record's own title: that of the subgoal or task, or a piece of the
         /// notes or the requirement. The match is a place in it.
         QString part = {};
+        /// Of that subgoal or task; null otherwise.
+        QUuid partId = {};
     };
     struct Hits
     {

@@ -31,6 +31,19 @@ Item {
     }
 
     /// The next subgoal's or task's Delete takes the focus, else the previous one's, else the field for a new one.
+    function focusPart(id: string) {
+        for (let index = 0; index < rowItems.count; ++index) {
+            const item = rowItems.itemAt(index) as GoalCardItem;
+            if (item.itemId !== id || item.part === GoalRow.AddTask)
+                continue;
+            // Until then it is where it was.
+            rows.forceLayout();
+            item.focusCircle(Qt.TabFocusReason);
+            page.reveal(item);
+            return;
+        }
+    }
+
     function removeRow(row: int) {
         const part = (rowItems.itemAt(row) as GoalCardItem).part;
         const reason = FocusHandover.reasonAfter(Window.activeFocusItem);

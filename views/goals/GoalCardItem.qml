@@ -14,6 +14,10 @@ GoalRowBase {
             (loader.item as GoalItemRow).focusDelete(reason);
     }
 
+    function focusCircle(reason: int) {
+        (loader.item as GoalItemRow).focusCircle(reason);
+    }
+
     height: part === GoalRow.Subgoal ? 67 : part === GoalRow.Task ? 34 : 48
 
     Separator {

@@ -24,6 +24,10 @@ Item {
         row.card.toggleRowEditing(row.index);
     }
 
+    function focusCircle(reason: int) {
+        circle.forceActiveFocus(reason);
+    }
+
     function focusDelete(reason: int) {
         rail.focusDelete(reason);
     }

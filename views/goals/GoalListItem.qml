@@ -40,6 +40,11 @@ Item {
         return true;
     }
 
+    /// Focuses the subgoal or task, if the card has it.
+    function focusPart(id: string) {
+        (content.item as GoalCard)?.focusPart(id);
+    }
+
     function flash() {
         slice.flash();
     }

@@ -24,13 +24,15 @@ Rectangle {
             form.focusTitle();
     }
 
-    /// Shows the goal and puts the focus on it.
+    /// Shows the goal, subgoal or task and puts the focus on it.
     function reveal(id: string) {
         const row = viewModel.reveal(id);
         if (row < 0)
             return;
         handFocusTo(row, GoalListItem.Circle, Qt.TabFocusReason);
-        (list.itemAtIndex(row) as GoalListItem)?.flash();
+        const item = list.itemAtIndex(row) as GoalListItem;
+        item?.flash();
+        item?.focusPart(id);
     }
 
     /// A new entry is to be typed.

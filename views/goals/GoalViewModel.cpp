@@ -127,20 +127,24 @@ int GoalViewModel::remove(const QString &goalId)
     return leaveRow(id, [&] { m_store->removeGoal(id); });
 }
 
-int GoalViewModel::reveal(const QString &goalId)
+int GoalViewModel::reveal(const QString &itemId)
 {
-    const QUuid id(goalId);
-    const qsizetype storeRow = rowOf(m_store->goals(), id);
-    if (storeRow < 0)
+    const auto holder = std::ranges::find_if(m_store->goals(), [part = QUuid(itemId)](const Goal &goal) {
+        const QList<Subgoal> subgoals = goal.subgoals.value_or(QList<Subgoal>());
+        return goal.id == part || std::ranges::any_of(subgoals, [&part](const Subgoal &subgoal) {
+                   return subgoal.id == part || rowOf(subgoal.tasks.value_or(QList<GoalTask>()), part) >= 0;
+               });
+    });
+    if (holder == m_store->goals().cend())
         return -1;
-    const Goal &goal = m_store->goals().at(storeRow);
+    const Goal &goal = *holder;
     if (goal.isComplete) {
         m_isCompletedExpanded = true;
         m_expandedCategories.insert(
             categoryName(goal, m_store->text(uncategorizedTexts.first, uncategorizedTexts.second)));
         refreshRows();
     }
-    const auto found = std::ranges::find(m_rows.rows(), id, &GoalListRow::goalID);
+    const auto found = std::ranges::find(m_rows.rows(), goal.id, &GoalListRow::goalID);
     return found == m_rows.rows().cend() ? -1 : static_cast<int>(found - m_rows.rows().cbegin());
 }
 

@@ -48,8 +48,9 @@ public:
     Q_INVOKABLE int toggle(const QString &goalId);
     /// Deletes the goal without asking. Returns the row that the focus goes on to.
     Q_INVOKABLE int remove(const QString &goalId);
-    /// Opens the groups above the goal; its row, or -1 for an unknown one.
-    Q_INVOKABLE int reveal(const QString &goalId);
+    /// Opens the groups above the goal, which may be named by one of its subgoals or tasks; its row, or -1 for an
+    /// unknown one.
+    Q_INVOKABLE int reveal(const QString &itemId);
     /// Opens or closes the group of a header row; an empty one does not open.
     Q_INVOKABLE void setExpanded(int row, bool isExpanded);
 

@@ -170,6 +170,10 @@ Sheet {
         width: parent?.width ?? 0
         height: parent?.height ?? 0
         countText: finder.countText
+        isAdding: {
+            const row = rows.itemAt(finder.current) as PaletteItem;
+            return row !== null && (row.kind === PaletteModel.AddScheduleRow || row.kind === PaletteModel.AddReminderRow);
+        }
     }
 
     // The keys of the screens are kept out until the sheet has faded out.

@@ -8,6 +8,8 @@ Item {
     id: foot
 
     required property string countText
+    /// Whether the current row adds something.
+    required property bool isAdding
 
     component Hint: Row {
         id: hint
@@ -48,7 +50,11 @@ Item {
         }
         Hint {
             caps: ["Enter"]
-            meaning: Language.text("打开", "Open")
+            meaning: foot.isAdding ? Language.text("添加", "Add") : Language.text("打开", "Open")
+        }
+        Hint {
+            caps: ["Ctrl", "Enter"]
+            meaning: Language.text("添加待办", "Add to-do")
         }
         Hint {
             caps: ["Esc"]

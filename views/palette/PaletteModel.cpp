@@ -90,8 +90,9 @@ void PaletteModel::refresh()
 
 void PaletteModel::chooseFirst()
 {
-    const bool isToDo = m_entry.kind == QuickEntry::Kind::ToDo;
     const bool hasResults = m_results && m_results->count() > 0;
+    // What names no time is a to-do, as it is for the shell's command.
+    const bool isToDo = m_entry.kind == QuickEntry::Kind::ToDo || !m_entry.start;
     const int addRow = isToDo ? 1 : 0;
     m_isMoved = false;
     m_current = m_rows.rows().isEmpty() ? -1 : m_entry.start || !hasResults ? addRow : 2;
@@ -149,7 +150,8 @@ void PaletteModel::choose(int row)
         if (chosen.area == PaletteArea::Commands)
             emit commandChosen(static_cast<int>(chosen.command));
         else
-            emit recordChosen(static_cast<int>(chosen.area) + 1, uuidText(chosen.id));
+            emit recordChosen(static_cast<int>(chosen.area) + 1,
+                              uuidText(chosen.partId.isNull() ? chosen.id : chosen.partId));
         return;
     }
 }

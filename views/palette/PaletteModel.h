@@ -59,7 +59,7 @@ signals:
     void textChanged();
     void currentChanged();
     void countChanged();
-    /// The record is to be shown on its screen, see ShellModel::SidebarItem.
+    /// The record is to be shown on its screen, see ShellModel::SidebarItem. Subgoals and tasks have ids of their own.
     void recordChosen(int section, const QString &id);
     /// See PaletteCommand.
     void commandChosen(int command);

@@ -1,13 +1,13 @@
 #include "views/palette/PaletteRows.h"
 
 #include "model/DisplayTitle.h"
+#include "model/GoalRules.h"
 #include "model/ScheduleColors.h"
 #include "model/ScheduleRules.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tessaly {
 
@@ -84,6 +84,16 @@ TextPair commandTitle(PaletteCommand command)
         return {u"导出"_s, u"Export"_s};
     case PaletteCommand::Import:
         return {u"导入"_s, u"Import"_s};
+    case PaletteCommand::Settings:
+        return {u"设置"_s, u"Settings"_s};
+    case PaletteCommand::Today:
+        return {u"今天"_s, u"Today"_s};
+    case PaletteCommand::Week:
+        return {u"周视图"_s, u"Week"_s};
+    case PaletteCommand::Month:
+        return {u"月视图"_s, u"Month"_s};
+    case PaletteCommand::Plan:
+        return {u"计划"_s, u"Plan"_s};
     }
     Q_UNREACHABLE();
 }
@@ -209,10 +219,11 @@ void PaletteResults::addGoals()
     for (const RecordSearch::Hit &hit : hits.best) {
         const Goal &goal = m_store.goals().at(hit.row);
         rows.append({.id = goal.id,
+                     .partId = hit.partId,
                      .icon = u"target"_s,
                      .title = titleFound(goal.title, hit),
                      .part = partFound(hit),
-                     .detail = QString::number(std::lround(goal.calculatedProgress() * 100)) + u'%'});
+                     .detail = QString::number(percentage(goal.calculatedProgress())) + u'%'});
     }
     append(PaletteArea::Goals, rows, hits.count);
 }

@@ -23,9 +23,14 @@ enum class PaletteCommand {
     Shortcuts,
     Export,
     Import,
+    Settings,
+    Today,
+    Week,
+    Month,
+    Plan,
 };
 [[nodiscard]] TextPair commandTitle(PaletteCommand command);
-inline constexpr int paletteCommandCount = 11;
+inline constexpr int paletteCommandCount = 16;
 
 /// The groups of results, in the order of the sidebar.
 enum class PaletteArea { Schedules, Reminders, Goals, Documents, Commands };
@@ -50,6 +55,8 @@ struct PaletteRow
     PaletteArea area = PaletteArea::Schedules;
     /// The record; null for other rows.
     QUuid id = {};
+    /// The subgoal or task of the goal that was found; null for none.
+    QUuid partId = {};
     PaletteCommand command = PaletteCommand::ShowOverview;
     /// The heading above the first row of an area.
     QString heading = {};

@@ -47,6 +47,19 @@ Page {
         model.showToday();
     }
 
+    function showWeek() {
+        model.scope = ScheduleViewModel.Week;
+    }
+
+    function showMonth() {
+        model.scope = ScheduleViewModel.Month;
+    }
+
+    function showPlan() {
+        showWeek();
+        side.open();
+    }
+
     isLimited: false
     sideRoom: side.room
     status: PlannerStore.calendarSyncMessage

@@ -43,6 +43,10 @@ FocusScope {
         screen?.reveal?.(id); // qmllint disable property
     }
 
+    function showSettings() {
+        sidebar.focusSettings();
+    }
+
     /// Destroys the screen while the window is closed. The next screen is the overview.
     function unload() {
         loader.active = false;

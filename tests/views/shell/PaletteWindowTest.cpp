@@ -39,9 +39,14 @@ private slots:
             << u"microeco"_s << int(ShellModel::Schedule) << u"Edit, Microeconomics"_s;
         QTest::newRow("a to-do of a closed group") << u"zy"_s << int(ShellModel::Reminders) << u"批改作业"_s;
         QTest::newRow("a completed to-do") << u"taxes"_s << int(ShellModel::Reminders) << u"Taxes"_s;
-        QTest::newRow("a task of a goal") << u"figures"_s << int(ShellModel::Goals) << u"Textbook"_s;
+        QTest::newRow("a task of a goal") << u"figures"_s << int(ShellModel::Goals) << u"Draw figures"_s;
+        QTest::newRow("a subgoal") << u"chapter"_s << int(ShellModel::Goals) << u"Chapter"_s;
+        QTest::newRow("a goal") << u"textbook"_s << int(ShellModel::Goals) << u"Textbook"_s;
         QTest::newRow("a document by its text") << u"elasticity"_s << int(ShellModel::Documents) << u"Lecture"_s;
         QTest::newRow("a command") << u"go to goals"_s << int(ShellModel::Goals) << QString();
+        QTest::newRow("the settings") << u"settings"_s << int(ShellModel::Overview) << u"Name"_s;
+        QTest::newRow("the month") << u"month"_s << int(ShellModel::Schedule) << QString();
+        QTest::newRow("the plan") << u"plan"_s << int(ShellModel::Schedule) << u"批改作业, "_s;
     }
 
     void ctrlKFindsAndGoesThere()
@@ -58,7 +63,7 @@ private slots:
         QCOMPARE(m_ui->state("section").toInt(), section);
         QTRY_VERIFY(!isOpen());
         if (!focused.isEmpty())
-            QTRY_VERIFY2(focusName() == focused, qPrintable(focusName()));
+            QTRY_VERIFY2(focusName().startsWith(focused), qPrintable(focusName()));
     }
 
     void whatIsTypedIsAddedWithItsTime()
@@ -73,6 +78,17 @@ private slots:
         QTRY_COMPARE(m_ui->planner.store->schedules().size(), 1);
         QCOMPARE(m_ui->planner.store->schedules().first().title, u"Lunch"_s);
         QTRY_VERIFY2(focusName() == u"Edit, Lunch"_s, qPrintable(focusName()));
+    }
+
+    void whatNamesNoTimeAndIsNotFoundIsAToDo()
+    {
+        openPalette();
+        m_ui->type(u"Buy milk"_s);
+        QTRY_VERIFY(m_ui->find(row, u"No results."_s));
+        QVERIFY(m_ui->visibleTexts().contains(u"Add"_s));
+        m_ui->press(Qt::Key_Return);
+        QTRY_COMPARE(m_ui->planner.store->reminders().size(), 1);
+        QVERIFY(m_ui->planner.store->schedules().isEmpty());
     }
 
     void returnAddsAToDoWhereThePhraseSaysByWhen()
