@@ -56,7 +56,14 @@ int TodayModel::toggle(int row)
     const qsizetype storeRow = rowOf(m_store->reminders(), m_rows.rows().value(row).id);
     if (storeRow < 0)
         return row;
-    m_store->updateReminder(toggled(m_store->reminders().at(storeRow), m_store->clock().now()));
+    const ReminderItem before = m_store->reminders().at(storeRow);
+    const ReminderItem after = toggled(before, m_store->clock().now());
+    // The row vanishes. The next one of a repeating to-do says that it was ticked.
+    if (before.recurrenceRule)
+        m_store->updateReminder(after);
+    else
+        m_store->perform({.reminders = {editOf(before, after, storeRow)}}, std::nullopt,
+                         {u"已完成“%1”"_s.arg(before.title), u"Completed “%1”"_s.arg(before.title)});
     return std::min(row, count() - 1);
 }
 

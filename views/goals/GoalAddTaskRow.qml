@@ -21,12 +21,22 @@ Item {
 
         x: 49
         y: 6
-        width: slider.x - 10 - x
+        width: name.x - 12 - x
         height: Theme.smallControlHeight
         placeholderText: Language.text("添加具体任务", "Add a task")
         text: addRow.row.title
         onTextEdited: addRow.row.card.setRowTitle(addRow.row.index, text)
         onAccepted: addRow.add()
+    }
+    AppText {
+        id: name
+
+        x: slider.x - 10 - width
+        anchors.verticalCenter: field.verticalCenter
+        text: Language.text("权重", "Weight")
+        token: Theme.caption
+        color: Theme.textSecondary
+        Accessible.ignored: true
     }
     AppSlider {
         id: slider
@@ -38,7 +48,7 @@ Item {
         to: 10
         stepSize: 0.1
         snapMode: AppSlider.SnapAlways
-        name: Language.text("权重", "Weight")
+        name: name.text
         value: addRow.row.weight
         onMoved: addRow.row.card.setRowWeight(addRow.row.index, value)
     }

@@ -130,12 +130,25 @@ FocusScope {
             }
 
             LineText {
+                id: detailText
+
                 x: 28
                 y: 27
-                width: parent.width - x - 8
-                text: item.secondLine
+                width: Math.min(implicitWidth, parent.width - x - 8 - plannedText.implicitWidth)
+                text: item.detail
                 token: Theme.caption
                 color: item.isOverdue ? Theme.destructive : Theme.textSecondary
+            }
+
+            // Whole, whatever stands before it.
+            LineText {
+                id: plannedText
+
+                x: detailText.x + detailText.width
+                y: 27
+                text: item.planned === "" ? "" : " · " + item.planned
+                token: Theme.caption
+                color: detailText.color
             }
         }
 

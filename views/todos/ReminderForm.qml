@@ -88,6 +88,13 @@ Item {
         onAccepted: head.addAsUnderstood()
         onSuggestionTaken: head.takeOver()
         onSuggestionDismissed: reading.dismiss()
+        Keys.onPressed: event => {
+            const isReturn = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+            if (!isReturn || !(event.modifiers & Qt.ControlModifier))
+                return;
+            event.accepted = true;
+            head.addAsUnderstood();
+        }
 
         MultilineField {
             id: requirement

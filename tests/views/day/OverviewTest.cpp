@@ -102,6 +102,7 @@ private slots:
 
         QVERIFY(ui.click(circle, u"Report"_s));
         QVERIFY(ui.planner.store->reminders().last().isComplete);
+        QTRY_VERIFY(ui.visibleTexts().contains(u"Completed “Report”"_s));
         ui.planner.clock.setNow(ui.at(15));
         QTRY_VERIFY(!ui.visibleTexts().contains(u"Today"_s));
         ui.press(Qt::Key_Z, Qt::ControlModifier);

@@ -94,6 +94,22 @@ private slots:
         QVERIFY(!ui.find(button, u"2 more"_s));
     }
 
+    void ctrlReturnInTheRequirementAddsTheToDo()
+    {
+        ToDoWindow ui;
+        ui.openMissing({});
+        QVERIFY(ui.click(field, u"To-do name"_s));
+        ui.type(u"Water"_s);
+        ui.press(Qt::Key_Tab);
+        QTRY_VERIFY(ui.hasFocus(field, u"Task requirements (optional)"_s));
+        ui.type(u"Twice"_s);
+        ui.press(Qt::Key_Return);
+        QVERIFY(ui.planner.store->reminders().isEmpty());
+        ui.press(Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(ui.planner.store->reminders().size(), 1);
+        QTRY_VERIFY(ui.hasFocus(field, u"To-do name"_s));
+    }
+
     void aToDoWithADueDateCanRepeat()
     {
         ToDoWindow ui;
