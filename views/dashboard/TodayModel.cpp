@@ -62,7 +62,7 @@ int TodayModel::toggle(int row)
     if (before.recurrenceRule)
         m_store->updateReminder(after);
     else
-        m_store->perform({.reminders = {editOf(before, after, storeRow)}}, std::nullopt,
+        m_store->perform({.reminders = {editOf(before, after, storeRow)}}, TextPair{u"完成待办"_s, u"Complete to-do"_s},
                          {u"已完成“%1”"_s.arg(before.title), u"Completed “%1”"_s.arg(before.title)});
     return std::min(row, count() - 1);
 }
