@@ -49,6 +49,9 @@ public:
     {
         findPieces();
         dropDayRanges();
+        // A time that is said of each Friday is not one of today.
+        if (m_hasOtherDays && !firstOf<QuickAddDay>())
+            m_pieces.clear();
         joinWeekdays();
         dropUnsure();
         return choose();
@@ -75,22 +78,46 @@ private:
     }
 
     /// "Every Friday" and "每两周" name no day.
-    void skipRepeated(QuickAddCursor &cursor) const
+    void skipRepeated(QuickAddCursor &cursor)
     {
-        cursor.takeNumber(1, 99);
-        if (!readDay(cursor, m_phrase, m_today))
+        const bool isCounted = cursor.takeNumber(1, 99).has_value();
+        const bool isUnit = cursor.is(DayUnit) || cursor.is(MonthUnit) || cursor.is(Weekend) || cursor.is(Period);
+        const bool isDay = readDay(cursor, m_phrase, m_today).has_value();
+        m_hasOtherDays = m_hasOtherDays || isCounted || isUnit || isDay;
+        if (!isDay)
             cursor.skip();
     }
 
-    std::optional<Piece> readPiece(QuickAddCursor &cursor) const
+    /// "16-17 Dec" and "Dec 16-17" are two days.
+    [[nodiscard]] bool isPartOfDays(const QuickAddCursor &start, const QuickAddCursor &end) const
+    {
+        const auto isNumber = [](const QuickAddToken &token) {
+            return token.isWholeNumber() && token.value >= 1 && token.value <= 31;
+        };
+        const auto isJoint = [](const QuickAddToken &token) {
+            return token.meaning == Dash && !token.hasSpaceBefore && !token.hasSpaceAfter;
+        };
+        const bool hasFormer = isNumber(start.token()) && isJoint(start.token(-1)) && isNumber(start.token(-2));
+        const bool hasNext =
+            isJoint(end.token()) && isNumber(end.token(1)) && !end.is(Colon, 2) && !end.is(Meridiem, 2);
+        return hasFormer || (hasNext && isNumber(end.token(-1)));
+    }
+
+    std::optional<Piece> readPiece(QuickAddCursor &cursor)
     {
         const bool isPartOfNumber = cursor.is(Number, -1) && cursor.is(Weekday) && !cursor.token().hasSpaceBefore;
         if (isPartOfNumber)
             return std::nullopt;
         if (const auto minutes = readMomentFromNow(cursor))
             return Piece{.meaning = FromNow{*minutes}};
-        if (const auto day = readDay(cursor, m_phrase, m_today))
+        const QuickAddCursor start = cursor;
+        if (const auto day = readDay(cursor, m_phrase, m_today)) {
+            if (isPartOfDays(start, cursor)) {
+                m_hasOtherDays = true;
+                return std::nullopt;
+            }
             return Piece{.meaning = *day, .isUnsure = day->isUnsure};
+        }
         if (const auto time = readTime(cursor))
             return Piece{.meaning = *time, .isUnsure = time->isUnsure};
         if (const auto minutes = readLength(cursor))
@@ -139,6 +166,7 @@ private:
             const bool isUntil = one.end == other.first && m_tokens.at(one.end).meaning == Until;
             const bool isDash = one.end + 1 == other.first && m_tokens.at(one.end).meaning == Dash;
             if (isUntil || isDash) {
+                m_hasOtherDays = true;
                 m_pieces.remove(index - 1, 2);
                 index = std::max<qsizetype>(0, index - 2);
             }
@@ -234,6 +262,10 @@ private:
         const Piece *day = fromNow ? nullptr : firstOf<QuickAddDay>();
         const Piece *time = fromNow ? nullptr : firstOf<QuickAddTime>();
         const Piece *period = day ? firstOf<DayPeriod>() : nullptr;
+        // "Parents evening 26 Nov 7pm" needs no evening.
+        const bool isClear = time && std::get<QuickAddTime>(time->meaning).start.isMarked();
+        if (period && isClear && period->first < day->first && !isBeside(*period, *time))
+            period = nullptr;
         const Piece *length = firstOf<Length>();
         if (take(fromNow))
             phrase.minutesFromNow = std::get<FromNow>(fromNow->meaning).minutes;
@@ -273,6 +305,8 @@ private:
     const QuickAddToday &m_today;
     QList<QuickAddToken> m_tokens;
     QList<Piece> m_pieces;
+    /// Days are named that are not understood: several, or those on which something repeats.
+    bool m_hasOtherDays = false;
 };
 
 } // namespace
