@@ -58,6 +58,7 @@ public:
     ScheduleNoteModel(PlannerStore &store, const ScheduleItem &item, NoteMode mode, QObject *parent = nullptr);
     ~ScheduleNoteModel() override;
 
+    [[nodiscard]] const QUuid &scheduleId() const { return m_draft.item.id; }
     [[nodiscard]] bool isEditing() const { return m_draft.isEditing; }
     /// Whether a draft was restored.
     [[nodiscard]] bool isBroughtBack() const { return m_isBroughtBack; }

@@ -1,6 +1,7 @@
 #include "views/schedule/ScheduleSheetModel.h"
 
 #include "store/PlannerStore.h"
+#include "store/RecordRows.h"
 
 #include <QTimer>
 
@@ -10,6 +11,10 @@ void ScheduleSheetModel::setStore(PlannerStore *store)
 {
     m_store = store;
     connect(&store->calendarLinks(), &CalendarLinks::openingRequested, this, &ScheduleSheetModel::openImportSettings);
+    connect(store, &PlannerStore::schedulesChanged, this, [this] {
+        if (m_isNoteOpen && !m_note->isEditing() && rowOf(m_store->schedules(), m_note->scheduleId()) < 0)
+            closeNote();
+    });
     // The screen that shows the sheet is still being made.
     if (store->calendarLinks().hasOpening())
         QTimer::singleShot(0, this, &ScheduleSheetModel::openImportSettings);
@@ -51,7 +56,11 @@ void ScheduleSheetModel::openNote(const ScheduleItem &schedule, NoteMode mode)
     const std::unique_ptr<ScheduleNoteModel> former = std::move(m_note);
     m_note = std::make_unique<ScheduleNoteModel>(*m_store, schedule, mode);
     connect(m_note.get(), &ScheduleNoteModel::saved, this, [this](const ScheduleItem &changed) {
-        m_store->updateSchedule(changed);
+        // Undo, a sync or a link can have taken the schedule away meanwhile; what was written is worth keeping.
+        if (rowOf(m_store->schedules(), changed.id) < 0)
+            m_store->addSchedule(duplicateOf(changed));
+        else
+            m_store->updateSchedule(changed);
         closeNote();
     });
     connect(m_note.get(), &ScheduleNoteModel::removed, this, [this](const ScheduleItem &item) {

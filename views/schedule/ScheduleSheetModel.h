@@ -36,7 +36,8 @@ public:
     [[nodiscard]] ScheduleNoteModel *note() const { return m_note.get(); }
     [[nodiscard]] bool isNoteOpen() const { return m_isNoteOpen; }
 
-    /// Opens the note of a schedule. Saving it changes the store's schedule and closes the note.
+    /// Opens the note of a schedule. Saving it changes the store's schedule and closes the note. When the schedule goes
+    /// meanwhile, a note that is only shown closes, and saving one that is edited adds another like it.
     void openNote(const ScheduleItem &schedule, NoteMode mode);
 
     Q_INVOKABLE void openImportSettings();

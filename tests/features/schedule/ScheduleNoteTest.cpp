@@ -51,6 +51,26 @@ private slots:
         QCOMPARE(driver.screen->dayList()->rows().first().timeRange, QStringLiteral("10:00 – 10:15"));
     }
 
+    void whatIsWrittenSurvivesTheEndOfItsSchedule()
+    {
+        ScheduleDriver driver;
+        driver.has(lecture, wednesday, {9, 0}, {10, 0});
+        driver.opensScreen();
+        driver.screen->openListed(0);
+        driver.store->undo();
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
+
+        driver.store->redo();
+        driver.screen->editListed(0);
+        driver.note().setNotes(QStringLiteral("Bring the book"));
+        driver.store->undo();
+        QVERIFY(driver.screen->sheets()->isNoteOpen());
+        QVERIFY(driver.store->schedules().isEmpty());
+        driver.note().save();
+        QVERIFY(!driver.screen->sheets()->isNoteOpen());
+        QCOMPARE(driver.stored(lecture).notes, QStringLiteral("Bring the book"));
+    }
+
     void aTickedTaskIsSavedAtOnce()
     {
         ScheduleDriver driver;
