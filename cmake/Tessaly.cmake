@@ -19,6 +19,15 @@ if(LLD)
   add_link_options(-fuse-ld=lld)
 endif()
 
+# Spares moc what Qt makes for a module: files that hold resources, and one that registers the plugin.
+function(without_moc)
+  get_property(targets DIRECTORY PROPERTY BUILDSYSTEM_TARGETS)
+  list(FILTER targets INCLUDE REGEX "_resources_[0-9]+$|plugin_init$")
+  foreach(target IN LISTS targets)
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF)
+  endforeach()
+endfunction()
+
 # tessaly_library(name SOURCES … LINK …): a static library; headers are included from the top of the tree.
 function(tessaly_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
@@ -26,6 +35,7 @@ function(tessaly_library name)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
   use_precompiled(${name} core)
+  cmake_language(DEFER CALL without_moc)
 endfunction()
 
 # tessaly_qml_module(name URI … PRECOMPILED … SOURCES … QML … SINGLETONS … RESOURCES … DEPENDS … LINK …): a static library
@@ -56,6 +66,7 @@ function(tessaly_qml_module name)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE tessaly_options)
   use_precompiled(${name} ${arg_PRECOMPILED})
+  cmake_language(DEFER CALL without_moc)
 endfunction()
 
 # tessaly_test_program(name SOURCES … LINK …): a program of the tests. It may use the store and its fakes, unless
