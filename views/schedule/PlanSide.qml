@@ -28,6 +28,7 @@ Item {
     signal refused(string reason)
 
     function open() {
+        viewModel.scope = ScheduleViewModel.Week;
         PlannerStore.isPlanShown = true;
         loader.item?.takeFocus(); // qmllint disable property
     }
@@ -83,7 +84,7 @@ Item {
     }
 
     Shortcut {
-        enabled: side.isUncovered && side.viewModel.scope === ScheduleViewModel.Week
+        enabled: side.isUncovered
         sequence: Shortcuts.plan
         onActivated: {
             if (side.isShown)
@@ -94,7 +95,7 @@ Item {
     }
 
     Shortcut {
-        enabled: side.isUncovered && side.viewModel.scope === ScheduleViewModel.Week && !(loader.item as Item)?.activeFocus
+        enabled: side.isUncovered && !(loader.item as Item)?.activeFocus
         sequence: Shortcuts.choosePlan
         onActivated: side.open()
     }

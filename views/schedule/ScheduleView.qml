@@ -56,7 +56,6 @@ Page {
     }
 
     function showPlan() {
-        showWeek();
         side.open();
     }
 

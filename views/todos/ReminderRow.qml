@@ -112,6 +112,10 @@ Item {
         Accessible.ignored: true
 
         ElidedTip {}
+
+        TapHandler {
+            onDoubleTapped: row.editRequested()
+        }
     }
     AppText {
         id: requirementText

@@ -96,6 +96,18 @@ private slots:
         }
     }
 
+    void aDoubleClickOnTheTitleEdits()
+    {
+        RowsWindow ui;
+        ui.openWith({{.title = u"Sort"_s}});
+        QTRY_VERIFY(ui.find(circle, u"Sort"_s));
+        const QPoint title = ui.middleOf(circle, u"Sort"_s) + QPoint(30, 0);
+        QTest::mouseClick(&ui.window(), Qt::LeftButton, {}, title);
+        QVERIFY(!ui.find(field, u"To-do name, Sort"_s));
+        QTest::mouseDClick(&ui.window(), Qt::LeftButton, {}, title);
+        QTRY_VERIFY(ui.hasFocus(field, u"To-do name, Sort"_s));
+    }
+
     void ctrlReturnInTheRequirementSavesAndReturnBreaksTheLine()
     {
         RowsWindow ui;

@@ -177,6 +177,15 @@ Item {
             verify(!PlannerStore.isPlanShown);
         }
 
+        function test_in_the_month_its_key_leads_to_the_week() {
+            open();
+            press("Month");
+            tryVerify(() => named("This week") === null);
+            keySequence("Ctrl+Shift+P");
+            shown("Nothing open.");
+            shown("This week");
+        }
+
         function test_ticking_either_ticks_both() {
             openPlan();
             keyClick(Qt.Key_Return);
