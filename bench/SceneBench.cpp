@@ -189,6 +189,28 @@ const QString turnName = QStringLiteral("one week on");
 
 } // namespace
 
+TESSALY_BENCH(crowdedDayScene)
+{
+    const UserCalendar calendar(QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c());
+    Scene scene(daytimeSchedules(1'000, 1, calendar));
+    const auto demand = [&](const QString &what, const std::function<void()> &before,
+                            const std::function<double()> &step) {
+        report.atMostTimes(what, medianOf([&] {
+                               before();
+                               return step();
+                           }),
+                           frameName, frame, 6);
+    };
+    const auto openSchedule = [&] { return scene.click(QAccessible::ListItem, QStringLiteral("Schedule")); };
+    demand(
+        QStringLiteral("open Schedule at a day of 1,000"),
+        [&] { scene.click(QAccessible::ListItem, QStringLiteral("Overview")); }, openSchedule);
+    scene.clickAt(scene.header(today));
+    demand(
+        QStringLiteral("choose a day of 1,000"), [&] { scene.clickAt(scene.header(today.addDays(1))); },
+        [&] { return scene.clickAt(scene.header(today)); });
+}
+
 TESSALY_BENCH(scene)
 {
     const UserCalendar calendar(QTimeZone("Europe/Vienna"), Qt::Monday, QLocale::c());

@@ -158,9 +158,9 @@ void ScheduleViewModel::setDayWidth(double width)
     if (m_dayWidth == width)
         return;
     m_dayWidth = width;
-    emit dayWidthChanged();
     if (m_store && m_scope == Scope::Week)
         refreshBlocks(viewportSchedules(m_visibleDays, source()));
+    emit dayWidthChanged();
 }
 
 void ScheduleViewModel::setFocusDate(Instant date)

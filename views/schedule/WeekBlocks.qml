@@ -129,7 +129,8 @@ Item {
         Repeater {
             id: blocks
 
-            model: area.viewModel.blocks
+            // Before the page has its width, they would be made where they do not stay.
+            model: area.viewModel.dayWidth > 0 ? area.viewModel.blocks : null
             onItemRemoved: area.currentRow = Math.max(0, Math.min(area.currentRow, count - 1))
 
             EventBlock {

@@ -71,6 +71,7 @@ Card {
         target: timeline.viewModel
         property: "dayWidth"
         value: geometry.dayWidth
+        when: geometry.dayWidth > 0
     }
 
     Item {
