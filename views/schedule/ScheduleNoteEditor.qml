@@ -17,7 +17,7 @@ Sheet {
             note.close();
             return;
         }
-        note.cancel();
+        note.setAside();
         // Whatever had the focus: Esc is a key.
         FocusHandover.give(primary, Qt.TabFocusReason);
     }

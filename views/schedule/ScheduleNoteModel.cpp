@@ -30,8 +30,7 @@ ScheduleNoteModel::ScheduleNoteModel(PlannerStore &store, const ScheduleItem &it
     connect(&store, &PlannerStore::timeZoneChanged, this, &ScheduleNoteModel::fieldsChanged);
     connect(&store, &PlannerStore::remindersChanged, this, &ScheduleNoteModel::plannedItemChanged);
     connect(&store, &PlannerStore::goalsChanged, this, &ScheduleNoteModel::plannedItemChanged);
-    takeUpTyped(m_draft, store.noteDrafts().draft(item.id));
-    m_isBroughtBack = !typedFields(m_draft, m_opened).isEmpty();
+    takeUpDraft();
     refreshTasks();
     m_draftTimer.setSingleShot(true);
     m_draftTimer.setInterval(longestDraftAge);
@@ -61,6 +60,12 @@ void ScheduleNoteModel::onTyped()
 {
     if (m_draft.isEditing && !m_draftTimer.isActive())
         m_draftTimer.start();
+}
+
+void ScheduleNoteModel::takeUpDraft()
+{
+    takeUpTyped(m_draft, m_store.noteDrafts().draft(m_draft.item.id));
+    m_isBroughtBack = !typedFields(m_draft, m_opened).isEmpty();
 }
 
 void ScheduleNoteModel::keepDraft()
@@ -170,14 +175,29 @@ QStringList ScheduleNoteModel::leadChoices() const
 
 void ScheduleNoteModel::startEditing()
 {
+    takeUpDraft();
     m_draft.isEditing = true;
+    refreshTasks();
+    emit fieldsChanged();
     emit isEditingChanged();
 }
 
 void ScheduleNoteModel::cancel()
 {
-    cancelEditing(m_draft);
     dropDraft();
+    leaveEditing();
+}
+
+void ScheduleNoteModel::setAside()
+{
+    keepDraft();
+    leaveEditing();
+}
+
+void ScheduleNoteModel::leaveEditing()
+{
+    cancelEditing(m_draft);
+    m_isBroughtBack = false;
     refreshTasks();
     emit fieldsChanged();
     emit isEditingChanged();

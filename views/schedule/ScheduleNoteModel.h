@@ -101,6 +101,8 @@ public:
     Q_INVOKABLE void startEditing();
     /// Back to view mode; what was typed is lost.
     Q_INVOKABLE void cancel();
+    /// Back to view mode; what was typed is there again when editing is started the next time.
+    Q_INVOKABLE void setAside();
     /// Emits saved() with the schedule as edited and returns to view mode.
     Q_INVOKABLE void save();
     Q_INVOKABLE void close() { emit closed(); }
@@ -147,8 +149,10 @@ private:
     void type(QString &field, const QString &text);
     void refreshTasks();
     void onTyped();
+    void takeUpDraft();
     void keepDraft();
     void dropDraft();
+    void leaveEditing();
 
     PlannerStore &m_store;
     ScheduleDraft m_draft;

@@ -120,6 +120,27 @@ private slots:
         QCOMPARE(driver.stored(lecture), item);
     }
 
+    void whatIsSetAsideIsThereAgain()
+    {
+        ScheduleDriver driver;
+        driver.has(lecture, wednesday, {9, 0}, {10, 0});
+        driver.opensScreen();
+        driver.screen->editListed(0);
+        driver.note().setNotes(QStringLiteral("Bring the book"));
+        driver.note().setAside();
+        QVERIFY(!driver.note().isEditing());
+        QCOMPARE(driver.note().notes(), QString());
+
+        driver.note().startEditing();
+        QVERIFY(driver.note().isBroughtBack());
+        QCOMPARE(driver.note().notes(), QStringLiteral("Bring the book"));
+
+        driver.note().cancel();
+        driver.note().startEditing();
+        QVERIFY(!driver.note().isBroughtBack());
+        QCOMPARE(driver.note().notes(), QString());
+    }
+
     void leavingTheFormForgetsTheDraft_data()
     {
         QTest::addColumn<std::function<void(ScheduleDriver &)>>("leave");
