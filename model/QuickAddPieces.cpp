@@ -103,6 +103,30 @@ private:
         return hasFormer || (hasNext && isNumber(end.token(-1)));
     }
 
+    /// "10-11" right before a day, or right after one where nothing else is counted by it.
+    std::optional<QuickAddTime> readHours(QuickAddCursor &cursor) const
+    {
+        QuickAddCursor ahead = cursor;
+        const auto takeHour = [&ahead]() { return ahead.token().digits > 0 ? ahead.takeNumber(0, 24) : std::nullopt; };
+        const bool followsDay =
+            !m_pieces.isEmpty() && m_pieces.last().is<QuickAddDay>() && m_pieces.last().end == cursor.at();
+        const std::optional<int> start = takeHour();
+        const bool isTight = ahead.is(Dash) && !ahead.token().hasSpaceBefore && !ahead.token().hasSpaceAfter;
+        ahead.skip();
+        const std::optional<int> end = start && isTight ? takeHour() : std::nullopt;
+        if (!end || *start == *end || ahead.is(Month))
+            return std::nullopt;
+        QuickAddCursor next = ahead;
+        next.take(On);
+        // In Chinese what is to be done follows.
+        const bool isSetOff = followsDay && cursor.token(-1).isHan && ahead.token(-1).hasSpaceAfter;
+        const bool isEnd = ahead.at() == m_tokens.size() || isSetOff;
+        if (!(followsDay && isEnd) && !(!followsDay && readDay(next, m_phrase, m_today)))
+            return std::nullopt;
+        cursor = ahead;
+        return QuickAddTime{.start = {.hour = *start}, .end = QuickAddClock{.hour = *end}};
+    }
+
     std::optional<Piece> readPiece(QuickAddCursor &cursor)
     {
         const bool isPartOfNumber = cursor.is(Number, -1) && cursor.is(Weekday) && !cursor.token().hasSpaceBefore;
@@ -120,6 +144,8 @@ private:
         }
         if (const auto time = readTime(cursor))
             return Piece{.meaning = *time, .isUnsure = time->isUnsure};
+        if (const auto time = readHours(cursor))
+            return Piece{.meaning = *time};
         if (const auto minutes = readLength(cursor))
             return Piece{.meaning = Length{*minutes}};
         if (cursor.is(Period)) {
