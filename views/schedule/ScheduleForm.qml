@@ -56,7 +56,7 @@ Entry {
             added();
     }
 
-    /// Return in the title: what was understood there are the times of this schedule alone.
+    /// What was understood in the title are the times of this schedule alone.
     function addAsUnderstood() {
         if (reading.label === "") {
             add();
@@ -107,6 +107,15 @@ Entry {
         target: form.fields
     }
 
+    // A time that is chosen in the week or the month is the one that is meant, as one that is set in the fields.
+    Connections {
+        function onTimeChosen() {
+            reading.dismiss();
+        }
+
+        target: form.viewModel
+    }
+
     LabelledDateTime {
         id: startPair
 
@@ -114,8 +123,11 @@ Entry {
         y: form.isWide ? form.pad : form.field.y + form.field.height + form.lineGap
         label: Language.text("开始", "Start")
         value: form.fields.start
-        onEdited: value => form.fields.start = value
-        onAccepted: form.add()
+        onEdited: value => {
+            form.fields.start = value;
+            reading.dismiss();
+        }
+        onAccepted: form.addAsUnderstood()
     }
 
     LabelledDateTime {
@@ -125,8 +137,11 @@ Entry {
         y: startPair.y
         label: Language.text("结束", "End")
         value: form.fields.end
-        onEdited: value => form.fields.end = value
-        onAccepted: form.add()
+        onEdited: value => {
+            form.fields.end = value;
+            reading.dismiss();
+        }
+        onAccepted: form.addAsUnderstood()
     }
 
     AppButton {
@@ -136,7 +151,7 @@ Entry {
         y: startPair.y
         kind: AppButton.Primary
         text: Language.text("添加日程", "Add schedule")
-        onClicked: form.add()
+        onClicked: form.addAsUnderstood()
 
         PressGuard {
             anchors.fill: parent
@@ -213,7 +228,7 @@ Entry {
         placeholderText: Language.text("标签（可选）", "Tag (optional)")
         text: form.fields.tag
         onTextEdited: form.fields.tag = text
-        onAccepted: form.add()
+        onAccepted: form.addAsUnderstood()
     }
 
     Row {

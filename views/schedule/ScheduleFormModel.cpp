@@ -2,6 +2,7 @@
 
 #include "model/ScheduleColors.h"
 #include "platform/Clock.h"
+#include "store/FormDrafts.h"
 #include "store/PlannerStore.h"
 
 #include <algorithm>
@@ -16,9 +17,16 @@ const QString firstColor = QStringLiteral("#2C66D8");
 
 } // namespace
 
+ScheduleFormModel::~ScheduleFormModel()
+{
+    if (m_store)
+        FormDrafts::of(*m_store).scheduleTitle = m_form.title;
+}
+
 void ScheduleFormModel::setStore(PlannerStore *store)
 {
     m_store = store;
+    m_form.title = FormDrafts::of(*store).scheduleTitle;
     const Instant now = store->clock().now();
     m_form.times = {now, now.plus(defaultScheduleSeconds)};
     m_form.colorHex = firstColor;

@@ -28,8 +28,10 @@ class ScheduleFormModel : public QObject
 
 public:
     using QObject::QObject;
+    /// Keeps the title, see FormDrafts.
+    ~ScheduleFormModel() override;
 
-    /// The times become now and one hour from now. The store must outlive the form.
+    /// The times become now and one hour from now, the title the one that was kept. The store must outlive the form.
     void setStore(PlannerStore *store);
 
     [[nodiscard]] const QString &title() const { return m_form.title; }

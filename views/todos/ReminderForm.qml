@@ -26,7 +26,7 @@ Item {
         focusTitle();
     }
 
-    /// Return in the title: what was understood there is the due date of this to-do alone.
+    /// What was understood in the title is the due date of this to-do alone.
     function addAsUnderstood() {
         if (reading.label === "") {
             add();
@@ -123,7 +123,11 @@ Item {
             anchors.verticalCenter: addButton.verticalCenter
             text: Language.text("设置截止日期", "Set due date")
             checked: head.reminders.hasDueDate
-            onToggled: head.reminders.hasDueDate = checked
+            // A date that is set here is the one that is meant.
+            onToggled: {
+                head.reminders.hasDueDate = checked;
+                reading.dismiss();
+            }
         }
 
         LabelledDateTime {
@@ -134,8 +138,11 @@ Item {
             visible: head.reminders.hasDueDate
             label: Language.text("截止", "Due")
             value: head.reminders.dueDate
-            onEdited: date => head.reminders.dueDate = date
-            onAccepted: head.add()
+            onEdited: date => {
+                head.reminders.dueDate = date;
+                reading.dismiss();
+            }
+            onAccepted: head.addAsUnderstood()
         }
 
         RepetitionPicker {
@@ -151,7 +158,7 @@ Item {
             nextDateText: head.reminders.nextDateText
             onRepetitionChosen: repetition => head.reminders.repetition = repetition
             onAfterCompletionChosen: isAfterCompletion => head.reminders.isAfterCompletion = isAfterCompletion
-            onFinished: head.add()
+            onFinished: head.addAsUnderstood()
         }
 
         AppButton {
@@ -162,7 +169,7 @@ Item {
             y: line.y + 13
             kind: AppButton.Primary
             text: Language.text("添加待办", "Add to-do")
-            onClicked: head.add()
+            onClicked: head.addAsUnderstood()
 
             PressGuard {
                 anchors.fill: parent

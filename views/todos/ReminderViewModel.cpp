@@ -1,6 +1,7 @@
 #include "views/todos/ReminderViewModel.h"
 
 #include "model/ReminderRules.h"
+#include "store/FormDrafts.h"
 #include "store/RecordRows.h"
 #include "views/FocusHeir.h"
 #include "views/todos/RepetitionChoices.h"
@@ -18,6 +19,11 @@ ReminderViewModel::ReminderViewModel(QObject *parent) : QObject(parent), m_rows(
 ReminderViewModel::~ReminderViewModel()
 {
     m_editor.save();
+    if (!m_store)
+        return;
+    FormDrafts &drafts = FormDrafts::of(*m_store);
+    drafts.toDoTitle = m_title;
+    drafts.toDoRequirement = m_requirement;
 }
 
 void ReminderViewModel::setStore(PlannerStore *store)
@@ -25,6 +31,8 @@ void ReminderViewModel::setStore(PlannerStore *store)
     if (m_store || !store)
         return;
     m_store = store;
+    m_title = FormDrafts::of(*store).toDoTitle;
+    m_requirement = FormDrafts::of(*store).toDoRequirement;
     m_editor.setStore(store);
     m_nextMonth = store->clock().makeAlarm([this] { onMonthBegun(); });
     m_nextDue = store->clock().makeAlarm([this] {

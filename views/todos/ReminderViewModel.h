@@ -14,7 +14,8 @@
 
 namespace tessaly {
 
-/// The state of the to-do screen: the add form and the list. Created each time the screen opens.
+/// The state of the to-do screen: the add form and the list. Created each time the screen opens; what was typed into
+/// the form is there again, see FormDrafts.
 class ReminderViewModel : public QObject
 {
     Q_OBJECT
@@ -33,7 +34,7 @@ class ReminderViewModel : public QObject
 
 public:
     explicit ReminderViewModel(QObject *parent = nullptr);
-    /// Saves the to-do that is being edited.
+    /// Saves the to-do that is being edited, and keeps what stands in the form.
     ~ReminderViewModel() override;
 
     [[nodiscard]] PlannerStore *store() const { return m_store; }

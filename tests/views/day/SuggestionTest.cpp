@@ -59,29 +59,78 @@ private slots:
         QVERIFY(!ui.toDo().dueDate);
     }
 
+    void theButtonDoesWhatEnterDoes()
+    {
+        FormWindow ui;
+        ui.openAt(ShellModel::Reminders);
+        ui.type(u"Report by Friday 5pm"_s);
+        QTRY_VERIFY(ui.find(button, u"Use “due Fri, Sep 11 17:00”"_s));
+        QVERIFY(ui.click(button, u"Add to-do"_s));
+        QCOMPARE(ui.toDo().title, u"Report"_s);
+        QCOMPARE(ui.toDo().dueDate, ui.at(11, 17));
+
+        FormWindow week;
+        week.openAt(ShellModel::Schedule);
+        week.type(u"Lunch tomorrow 12:30-13:30"_s);
+        QTRY_VERIFY(week.find(button, u"Use “tomorrow 12:30–13:30”"_s));
+        QVERIFY(week.click(button, u"Add schedule"_s));
+        QCOMPARE(week.schedule().title, u"Lunch"_s);
+        QCOMPARE(week.schedule().date, week.at(10, 12).plus(1800));
+    }
+
     void otherwiseTheTitleStaysAsTyped_data()
     {
-        QTest::addColumn<bool>("isDismissed");
-        QTest::newRow("the button") << false;
-        QTest::newRow("Esc, then Enter") << true;
+        QTest::addColumn<bool>("isDateSet");
+        QTest::newRow("Esc, then Enter") << false;
+        QTest::newRow("another due date") << true;
     }
 
     void otherwiseTheTitleStaysAsTyped()
     {
-        QFETCH(const bool, isDismissed);
+        QFETCH(const bool, isDateSet);
         FormWindow ui;
         ui.openAt(ShellModel::Reminders, u"zh"_s);
         ui.type(u"明天下午3点 开会"_s);
         QTRY_VERIFY(ui.find(button, u"采用“截止 明天 15:00”"_s));
-        if (isDismissed) {
+        if (isDateSet)
+            QVERIFY(ui.click(QAccessible::CheckBox, u"设置截止日期"_s));
+        else
             ui.press(Qt::Key_Escape);
-            QTRY_VERIFY(!ui.find(button, u"采用“截止 明天 15:00”"_s));
-            ui.press(Qt::Key_Return);
-        } else {
+        QTRY_VERIFY(!ui.find(button, u"采用“截止 明天 15:00”"_s));
+        if (isDateSet)
             QVERIFY(ui.click(button, u"添加待办"_s));
-        }
+        else
+            ui.press(Qt::Key_Return);
         QCOMPARE(ui.toDo().title, u"明天下午3点 开会"_s);
-        QVERIFY(!ui.toDo().dueDate);
+        QCOMPARE(ui.toDo().dueDate.has_value(), isDateSet);
+    }
+
+    void whatIsHalfTypedSurvivesAnotherScreen()
+    {
+        FormWindow ui;
+        ui.openAt(ShellModel::Reminders);
+        ui.type(u"Write letters"_s);
+        ui.press(Qt::Key_Tab);
+        ui.type(u"By hand"_s);
+        ui.press(Qt::Key_2, Qt::ControlModifier);
+        QTRY_VERIFY(ui.find(button, u"Add schedule"_s));
+        ui.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(ui.titleText(), QString());
+        ui.type(u"Walk"_s);
+        ui.press(Qt::Key_3, Qt::ControlModifier);
+        QTRY_VERIFY(ui.find(field, u"To-do name"_s));
+        ui.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(ui.titleText(), u"Write letters"_s);
+        ui.press(Qt::Key_Return);
+        QCOMPARE(ui.toDo().requirement, u"By hand"_s);
+        ui.press(Qt::Key_2, Qt::ControlModifier);
+        QTRY_VERIFY(ui.find(button, u"Add schedule"_s));
+        ui.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(ui.titleText(), u"Walk"_s);
+        ui.press(Qt::Key_3, Qt::ControlModifier);
+        QTRY_VERIFY(ui.find(field, u"To-do name"_s));
+        ui.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(ui.titleText(), QString());
     }
 
     void aClickPutsWhatWasUnderstoodIntoTheFields()
