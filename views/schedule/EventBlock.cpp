@@ -199,6 +199,8 @@ void EventBlock::setFocusReason(Qt::FocusReason reason)
 
 void EventBlock::focusInEvent(QFocusEvent *event)
 {
+    // Tells assistive technology.
+    QQuickItem::focusInEvent(event);
     setFocusReason(event->reason());
 }
 
