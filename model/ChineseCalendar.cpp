@@ -132,10 +132,18 @@ std::optional<Name> festival(const LunarDay &day)
     return found == festivals.end() ? std::nullopt : std::optional(found->name);
 }
 
+QString ordinal(int number)
+{
+    const int last = number / 10 == 1 ? 0 : number % 10;
+    const char16_t *ending = last == 1 ? u"st" : last == 2 ? u"nd" : last == 3 ? u"rd" : u"th";
+    return QString::number(number) + QString::fromUtf16(ending);
+}
+
 QString shortText(const LunarDay &day, bool isEnglish)
 {
     if (isEnglish)
-        return (day.isLeap ? QStringLiteral("L%1/%2") : QStringLiteral("%1/%2")).arg(day.month).arg(day.day);
+        return day.day == 1 ? (day.isLeap ? QStringLiteral("leap %1") : QStringLiteral("month %1")).arg(day.month)
+                            : ordinal(day.day);
     return day.day == 1 ? monthText(day, false) : dayText(day.day);
 }
 

@@ -36,7 +36,7 @@ enum class DayOff { None, Holiday, WorkDay };
 struct ChineseDay
 {
     /// What stands beside the date: holiday, festival, solar term, month or day, the first that there is. In English
-    /// the lunar day is written "8/15", that of a leap month "L6/1".
+    /// the lunar day is written "15th", the first of a month "month 8" or "leap 6".
     QString text = {};
     /// The same where there is little room: at most eight letters in English, and "中秋" for "中秋节".
     QString narrowText = {};
