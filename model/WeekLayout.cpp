@@ -137,4 +137,10 @@ int tappedMinute(double y, const WeekMeasures &measures)
     return static_cast<int>(std::clamp(minute, 0.0, static_cast<double>(latestTapMinute)));
 }
 
+int roundedMinute(int tappedMinute)
+{
+    constexpr int quarter = 15;
+    return std::min((tappedMinute + quarter / 2) / quarter * quarter, latestTapMinute);
+}
+
 } // namespace tessaly

@@ -84,5 +84,7 @@ struct TimePlace
 
 /// The minute of day under a point of the time area, at most 23:45.
 [[nodiscard]] int tappedMinute(double y, const WeekMeasures &measures);
+/// The nearest quarter of an hour that can be tapped.
+[[nodiscard]] int roundedMinute(int tappedMinute);
 
 } // namespace tessaly

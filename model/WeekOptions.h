@@ -14,6 +14,8 @@ struct WeekOptions
     bool marksHiddenTimes = false;
     /// Lunar days, solar terms, holidays and make-up work days of China.
     bool showsChineseCalendar = false;
+    /// A time that is chosen by a tap is a whole quarter of an hour, not the minute under the pointer.
+    bool roundsTaps = false;
 
     bool operator==(const WeekOptions &) const = default;
 };

@@ -16,11 +16,12 @@ struct Choice
     bool WeekOptions::*member;
 };
 
-const std::array<Choice, 5> choices{{{keys::hidesWeekend, &WeekOptions::hidesWeekend},
+const std::array<Choice, 6> choices{{{keys::hidesWeekend, &WeekOptions::hidesWeekend},
                                      {keys::showsWeekNumbers, &WeekOptions::showsWeekNumbers},
                                      {keys::hasAllDayRow, &WeekOptions::hasAllDayRow},
                                      {keys::marksHiddenTimes, &WeekOptions::marksHiddenTimes},
-                                     {keys::showsChineseCalendar, &WeekOptions::showsChineseCalendar}}};
+                                     {keys::showsChineseCalendar, &WeekOptions::showsChineseCalendar},
+                                     {keys::roundsTaps, &WeekOptions::roundsTaps}}};
 
 int knownWeekday(qint64 weekday)
 {

@@ -20,6 +20,7 @@ class DisplayChoices : public QObject
     Q_PROPERTY(bool hasAllDayRow READ hasAllDayRow WRITE setHasAllDayRow NOTIFY changed)
     Q_PROPERTY(bool marksHiddenTimes READ marksHiddenTimes WRITE setMarksHiddenTimes NOTIFY changed)
     Q_PROPERTY(bool showsChineseCalendar READ showsChineseCalendar WRITE setShowsChineseCalendar NOTIFY changed)
+    Q_PROPERTY(bool roundsTaps READ roundsTaps WRITE setRoundsTaps NOTIFY changed)
 
 public:
     using Save = std::function<void(const QString &key, const PreferenceValue &value)>;
@@ -42,6 +43,8 @@ public:
     void setMarksHiddenTimes(bool isOn) { choose(&WeekOptions::marksHiddenTimes, isOn); }
     [[nodiscard]] bool showsChineseCalendar() const { return m_options.showsChineseCalendar; }
     void setShowsChineseCalendar(bool isOn) { choose(&WeekOptions::showsChineseCalendar, isOn); }
+    [[nodiscard]] bool roundsTaps() const { return m_options.roundsTaps; }
+    void setRoundsTaps(bool isOn) { choose(&WeekOptions::roundsTaps, isOn); }
 
     /// The keys under which the choices are stored.
     [[nodiscard]] static const QStringList &storedKeys();

@@ -28,6 +28,7 @@ inline const QString hidesWeekend = QStringLiteral("larkspan-hide-weekend");
 inline const QString showsWeekNumbers = QStringLiteral("larkspan-week-numbers");
 inline const QString hasAllDayRow = QStringLiteral("larkspan-all-day-row");
 inline const QString marksHiddenTimes = QStringLiteral("larkspan-mark-hidden-times");
+inline const QString roundsTaps = QStringLiteral("larkspan-round-chosen-times");
 inline const QString showsChineseCalendar = QStringLiteral("larkspan-chinese-calendar");
 inline const QString isShortcutGlobal = QStringLiteral("isShortcutGlobal");
 inline const QString isPlanShown = QStringLiteral("isPlanShown");

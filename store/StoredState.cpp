@@ -45,7 +45,8 @@ QMap<QString, PreferenceValue> restorableSettings(const Preferences &preferences
                                             {keys::showsWeekNumbers, false},
                                             {keys::hasAllDayRow, false},
                                             {keys::marksHiddenTimes, false},
-                                            {keys::showsChineseCalendar, false}};
+                                            {keys::showsChineseCalendar, false},
+                                            {keys::roundsTaps, false}};
     settings.insert(storedSettings(preferences));
     for (PreferenceValue &value : settings) {
         // Those that name calendars are sets.

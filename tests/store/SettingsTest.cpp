@@ -104,6 +104,7 @@ private slots:
             {keys::hasAllDayRow, &WeekOptions::hasAllDayRow},
             {keys::marksHiddenTimes, &WeekOptions::marksHiddenTimes},
             {keys::showsChineseCalendar, &WeekOptions::showsChineseCalendar},
+            {keys::roundsTaps, &WeekOptions::roundsTaps},
         };
         QCOMPARE(DisplayChoices::storedKeys().size(), members.size() + 1);
         QSignalSpy changed(store.displayChoices(), &DisplayChoices::changed);

@@ -72,4 +72,10 @@ Column {
         checked: list.choices.showsChineseCalendar
         onToggled: list.choices.showsChineseCalendar = checked
     }
+
+    Choice {
+        text: Language.text("点选的时间取整到刻钟", "Round chosen times to a quarter hour")
+        checked: list.choices.roundsTaps
+        onToggled: list.choices.roundsTaps = checked
+    }
 }

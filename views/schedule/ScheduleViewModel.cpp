@@ -251,8 +251,9 @@ void ScheduleViewModel::tapTime(int place, double y)
 {
     if (place < 0 || place >= m_visibleDays.size())
         return;
-    chooseTimes(
-        formTappedAt(m_visibleDays.at(place), tappedMinute(y, m_measures), m_form->times(), m_store->calendar()));
+    const int tapped = tappedMinute(y, m_measures);
+    const int minute = m_store->weekOptions().roundsTaps ? roundedMinute(tapped) : tapped;
+    chooseTimes(formTappedAt(m_visibleDays.at(place), minute, m_form->times(), m_store->calendar()));
 }
 
 void ScheduleViewModel::chooseTimes(const FormTimes &times)

@@ -27,7 +27,7 @@ Item {
             press("Display settings");
             const sunday = "Sunday, September 6, 2026";
             verify(named(sunday) !== null);
-            for (const choice of [{name: "Weeks without", key: "hidesWeekend"}, {name: "Week numbers", key: "showsWeekNumbers"}, {name: "All-day and", key: "hasAllDayRow"}, {name: "Only mark", key: "marksHiddenTimes"}, {name: "Lunar days", key: "showsChineseCalendar"}]) {
+            for (const choice of [{name: "Weeks without", key: "hidesWeekend"}, {name: "Week numbers", key: "showsWeekNumbers"}, {name: "All-day and", key: "hasAllDayRow"}, {name: "Only mark", key: "marksHiddenTimes"}, {name: "Lunar days", key: "showsChineseCalendar"}, {name: "Round chosen", key: "roundsTaps"}]) {
                 const box = shown(choice.name);
                 box.forceActiveFocus(Qt.TabFocusReason);
                 verify(!choices[choice.key]);
@@ -41,6 +41,15 @@ Item {
             tryVerify(() => named("Display settings") !== null);
             verify(named(sunday) === null);
             verify(named("This week, Sep 7 – 11, 2026 · Week 37") !== null);
+        }
+
+        function test_a_tapped_time_is_rounded_on_request() {
+            const place = center(shown("Thursday, September 10, 2026"));
+            mouseClick(root, place.x, place.y + 24 + 2 * 42 + 17);
+            verify(shown("New schedule, 10:24") !== null);
+            choices.roundsTaps = true;
+            mouseClick(root, place.x, place.y + 24 + 5 * 42 + 17);
+            verify(shown("New schedule, 13:30") !== null);
         }
 
         function test_the_week_without_weekend_is_walked_by_keys() {
