@@ -25,6 +25,10 @@ QtObject {
     readonly property string endLater: "Shift+↓"
     readonly property string moveUp: "Ctrl+↑"
     readonly property string moveDown: "Ctrl+↓"
+    readonly property string sideways: "← →"
+    readonly property string upAndDown: "↑ ↓"
+    readonly property string open: "Enter"
+    readonly property string remove: "Delete"
     readonly property string plan: "Ctrl+Shift+P"
     readonly property string choosePlan: "P"
     readonly property string addReminder: "Ctrl+Enter"
@@ -67,6 +71,9 @@ QtObject {
             {
                 title: Language.text("日程", "Schedule"),
                 rows: [
+                    row(Language.text("在日程之间移动", "Go from schedule to schedule"), [sideways, upAndDown], or),
+                    row(Language.text("打开", "Open"), [open]),
+                    row(Language.text("删除", "Delete"), [remove]),
                     row(Language.text("上一页、下一页", "Previous, next"), [previous, next], or),
                     row(Language.text("今天", "Today"), [todayAlways, today], or),
                     row(Language.text("计划", "Plan"), [plan]),

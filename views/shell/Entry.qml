@@ -52,7 +52,7 @@ FieldFrame {
 
         x: field.x + field.width - width
         y: field.y + (field.height - height) / 2
-        mostWidth: field.width * 0.6
+        mostWidth: field.width / 2
         visible: entry.suggestion !== ""
         text: entry.suggestion
         onClicked: entry.suggestionTaken()

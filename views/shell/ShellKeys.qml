@@ -22,6 +22,20 @@ Item {
         keys.screen?.startNew?.();
     }
 
+    /// The focus goes to what the screen names, else to the first that the Tab key reaches.
+    function enterScreen() {
+        if (keys.screen?.takeFocus) {
+            keys.screen.takeFocus();
+            return;
+        }
+        const first = keys.screen?.nextItemInFocusChain(true) ?? null;
+        let outer = first;
+        while (outer !== null && outer !== keys.screen)
+            outer = outer.parent;
+        if (outer !== null)
+            first.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     function showToday() {
         keys.screen?.showToday?.();
     }
@@ -38,7 +52,11 @@ Item {
 
             Shortcut {
                 sequence: entry.modelData
-                onActivated: keys.sectionChosen(entry.index)
+                onActivated: {
+                    keys.sectionChosen(entry.index);
+                    if (!keys.isEditing)
+                        keys.enterScreen();
+                }
             }
         }
     }

@@ -32,7 +32,11 @@ PushButton {
     }
 
     contentItem: AppText {
+        id: label
+
         text: chip.text
+        // The end of the time counts as much as the day.
+        elide: Text.ElideMiddle
         token: Theme.captionMedium
         color: Theme.accentText
         verticalAlignment: Text.AlignVCenter
@@ -43,6 +47,6 @@ PushButton {
         id: tip
 
         visible: chip.hovered
-        text: Language.text("Enter 采用，Esc 保留原文", "Enter uses it, Esc keeps the text as it is")
+        text: label.truncated ? Language.text("%1（Enter 采用，Esc 保留原文）", "%1 (Enter uses it, Esc keeps the text as it is)").arg(chip.text) : Language.text("Enter 采用，Esc 保留原文", "Enter uses it, Esc keeps the text as it is")
     }
 }

@@ -155,6 +155,8 @@ private slots:
         for (int section = 4; section >= 0; --section) {
             m_ui->press(static_cast<Qt::Key>(Qt::Key_1 + section), Qt::ControlModifier);
             QTRY_COMPARE(m_ui->state("section").toInt(), section);
+            QVERIFY2(section == 0 || m_ui->screen()->isAncestorOf(m_ui->window().activeFocusItem()),
+                     qPrintable(focusName()));
         }
         const QStringList fields{QString(), u"Schedule title"_s, u"To-do title"_s, u"Goal title"_s,
                                  u"New Markdown document"_s};
