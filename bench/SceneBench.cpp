@@ -258,6 +258,7 @@ TESSALY_BENCH(scene)
                load.month);
     }
     Scene scene(withWholeDays(daytimeSchedules(10'000, 1'000, calendar), calendar), true);
+    scene.click(QAccessible::ListItem, QStringLiteral("Schedule"));
     report.atMostTimes(QStringLiteral("a step of a bar above the hours"), median(scene.dragBarOf(today)), frameName,
                        frame, 1);
     report.atMostTimes(QStringLiteral("one week on, with bars above the hours"),
