@@ -168,7 +168,9 @@ QRect fullFrame(const FormTimes &times, const QList<QDate> &days, const WeekMeas
     if (place < 0)
         return {};
     const MinuteSpan span = minuteSpan(day, {.start = times.start, .end = times.end}, calendar);
-    return wholeFrame(blockFrame(span, {}, measures, dayWidth), place, dayWidth);
+    QRectF frame = blockFrame(span, {}, measures, dayWidth);
+    frame.setHeight(std::min(frame.height(), std::max(measures.totalHeight - frame.y(), 0.0)));
+    return wholeFrame(frame, place, dayWidth);
 }
 
 QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &events, const ScheduleSource &source,

@@ -121,13 +121,19 @@ Item {
             IconButton {
                 id: planButton
 
-                visible: header.viewModel.scope === ScheduleViewModel.Week
+                readonly property bool isOfWeek: header.viewModel.scope === ScheduleViewModel.Week
+
+                // Where there is room, the others keep their places in the month.
+                visible: isOfWeek || !header.isNarrow
                 iconName: "panel-right"
                 text: Language.text("计划", "Plan")
-                isOn: PlannerStore.isPlanShown
+                isOn: isOfWeek && PlannerStore.isPlanShown
                 Accessible.checkable: true
                 Accessible.checked: isOn
-                onClicked: PlannerStore.isPlanShown = !PlannerStore.isPlanShown
+                onClicked: {
+                    PlannerStore.isPlanShown = !isOfWeek || !PlannerStore.isPlanShown;
+                    header.viewModel.scope = ScheduleViewModel.Week;
+                }
             }
         }
     }

@@ -201,6 +201,7 @@ void ScheduleNoteModel::leaveEditing()
     refreshTasks();
     emit fieldsChanged();
     emit isEditingChanged();
+    emit cancelled();
 }
 
 void ScheduleNoteModel::save()

@@ -134,6 +134,8 @@ signals:
     void removed(const tessaly::ScheduleItem &item);
     void duplicated(const tessaly::ScheduleItem &item);
     void closed();
+    /// What was typed has been given up.
+    void cancelled();
 
 private:
     [[nodiscard]] PlannedItem planned() const;

@@ -73,6 +73,14 @@ void ScheduleSheetModel::openNote(const ScheduleItem &schedule, NoteMode mode)
             const ScheduleItem copy = duplicateOf(item);
             m_store->addSchedule(copy);
             openNote(copy, NoteMode::Edit);
+            // Cancelled, there is no copy.
+            connect(
+                m_note.get(), &ScheduleNoteModel::cancelled, this,
+                [this, copy] {
+                    closeNote();
+                    m_store->deleteSchedule(copy);
+                },
+                Qt::QueuedConnection);
         },
         Qt::QueuedConnection); // the note that emits it is replaced
     connect(m_note.get(), &ScheduleNoteModel::closed, this, &ScheduleSheetModel::closeNote);

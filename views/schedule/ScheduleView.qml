@@ -59,6 +59,14 @@ Page {
         side.open();
     }
 
+    /// The focus goes to the day.
+    function takeFocus() {
+        if (model.scope === ScheduleViewModel.Week)
+            (weekBody.item as WeekTimeline).focusDay();
+        else
+            (monthBody.item as CalendarGrid).focusPlace(model.focusedPlace);
+    }
+
     isLimited: false
     sideRoom: side.room
     status: PlannerStore.calendarSyncMessage
@@ -219,10 +227,8 @@ Page {
         onNoteOpenerGone: reason => {
             if (model.listedCount > 0)
                 dayList.focusAfterDeparture(reason);
-            else if (model.scope === ScheduleViewModel.Week)
-                (weekBody.item as WeekTimeline).focusDay();
             else
-                (monthBody.item as CalendarGrid).focusPlace(model.focusedPlace);
+                page.takeFocus();
         }
         onRestorePointRequested: fileName => page.restorePointRequested(fileName)
     }

@@ -14,6 +14,7 @@ Card {
     /// A time was chosen in the week and has not been used yet.
     property bool isTimeChosen: false
     readonly property alias gestures: gestures
+    readonly property alias geometry: geometry
 
     /// Return was pressed in the form's ghost.
     signal formAccepted
@@ -95,16 +96,30 @@ Card {
             geometry: geometry
         }
 
-        AllDayArea {
+        // Bound components cannot be made by a Loader of another file in Qt 6.4.
+        // qmllint disable unqualified
+
+        Loader {
+            readonly property bool isNeeded: geometry.allDayHeight > 0
+
             x: geometry.hourColumn
             y: geometry.headerHeight
             width: parent.width - x
             height: geometry.allDayHeight
-            viewModel: timeline.viewModel
-            geometry: geometry
-            scroll: timeline.scroll
-            onEmptied: header.focusPlace(timeline.viewModel.focusedPlace)
+            active: false
+            onIsNeededChanged: {
+                if (isNeeded)
+                    active = true;
+            }
+            sourceComponent: AllDayArea {
+                viewModel: timeline.viewModel
+                geometry: timeline.geometry
+                scroll: timeline.scroll
+                onEmptied: timeline.focusDay()
+            }
         }
+
+        // qmllint enable unqualified
 
         WeekGestures {
             id: gestures

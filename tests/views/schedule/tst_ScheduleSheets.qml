@@ -95,6 +95,17 @@ Item {
             keyClick(Qt.Key_Escape);
         }
 
+        function test_a_copy_that_is_cancelled_is_none() {
+            TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
+            press("Wednesday, September 9, 2026, Lecture");
+            press("Duplicate");
+            tryVerify(() => shown("Name").activeFocus);
+            compare(TestPlanner.scheduleCount(), 2);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named("Close") === null && named("Save") === null);
+            compare(TestPlanner.scheduleCount(), 1);
+        }
+
         function test_a_duplicate_is_another_schedule_in_its_colour() {
             TestPlanner.addSchedule("Lecture", 9, "9:00", "10:00", "");
             press("Wednesday, September 9, 2026, Lecture");
