@@ -55,12 +55,12 @@ void ScheduleSheetModel::openNote(const ScheduleItem &schedule, NoteMode mode)
     // The editor shows the former note until noteChanged() is emitted.
     const std::unique_ptr<ScheduleNoteModel> former = std::move(m_note);
     m_note = std::make_unique<ScheduleNoteModel>(*m_store, schedule, mode);
-    connect(m_note.get(), &ScheduleNoteModel::saved, this, [this](const ScheduleItem &changed) {
+    connect(m_note.get(), &ScheduleNoteModel::saved, this, [this, schedule](const ScheduleItem &changed) {
         // Undo, a sync or a link can have taken the schedule away meanwhile; what was written is worth keeping.
-        if (rowOf(m_store->schedules(), changed.id) < 0)
-            m_store->addSchedule(duplicateOf(changed));
-        else
+        if (rowOf(m_store->schedules(), changed.id) >= 0)
             m_store->updateSchedule(changed);
+        else if (changed != schedule)
+            m_store->addSchedule(duplicateOf(changed));
         closeNote();
     });
     connect(m_note.get(), &ScheduleNoteModel::removed, this, [this](const ScheduleItem &item) {
