@@ -1,8 +1,8 @@
 import QtQuick
 import Tessaly.Ui
 
-/// A finger that rests for a moment takes what is under it and then drags it; one that moves at once scrolls the page.
-/// It lies beneath what it serves, which keeps its taps.
+/// A finger that rests for a moment takes what is under it and then drags it; one that moves at once scrolls the page,
+/// which a mouse never does here. It lies beneath what it serves, which keeps its taps.
 Item {
     id: hold
 
@@ -69,10 +69,28 @@ Item {
         }
     }
 
+    // It only tells when a button of the mouse is down, on a button too: however quick the mouse is, the page does not
+    // take its movement for its own.
+    DragHandler {
+        id: mouse
+
+        property bool isDown: false
+
+        target: null
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        dragThreshold: 32000
+        onGrabChanged: transition => {
+            if (transition === PointerDevice.GrabPassive)
+                isDown = true;
+            else if (transition === PointerDevice.UngrabPassive || transition === PointerDevice.CancelGrabPassive)
+                isDown = false;
+        }
+    }
+
     Binding {
         target: hold.scroll
         property: "interactive"
         value: false
-        when: hold.isHeld
+        when: hold.isHeld || mouse.isDown
     }
 }

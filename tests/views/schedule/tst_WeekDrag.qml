@@ -217,6 +217,31 @@ Item {
             verify(scroll.interactive);
         }
 
+        function test_a_quick_hand_does_not_scroll_the_page_data() {
+            return [{tag: "up", way: -1}, {tag: "down", way: 1}, {tag: "up in the month", way: -1, isMonth: true}, {tag: "down in the month", way: 1, isMonth: true}];
+        }
+
+        function test_a_quick_hand_does_not_scroll_the_page(data) {
+            root.height = 420;
+            TestPlanner.addSchedule("A", 9, "12:00", "13:00", "");
+            if (data.isMonth)
+                press("Month");
+            waitForRendering(screen);
+            const scroll = findChild(screen, "page");
+            scroll.contentY = 120;
+            waitForRendering(screen);
+            const item = data.isMonth ? matching(screen, item => item instanceof MonthLine && item.title === "A") : shown(wednesday + ", A");
+            const from = center(item);
+            mousePress(root, from.x, from.y, Qt.LeftButton);
+            for (const dy of [40, 50, 60, 70])
+                mouseMove(root, from.x, from.y + data.way * dy, -1, Qt.LeftButton);
+            compare(scroll.contentY, 120);
+            mouseRelease(root, from.x, from.y + data.way * 70, Qt.LeftButton);
+            const expected = data.isMonth ? (data.way < 0 ? "2026-09-02 12:00" : "2026-09-16 12:00") : (data.way < 0 ? "2026-09-09 10:15" : "2026-09-09 13:45");
+            verify(TestPlanner.timesOf("A").startsWith(expected), TestPlanner.timesOf("A"));
+            verify(scroll.interactive);
+        }
+
         function test_waiting_at_the_side_turns_the_week() {
             TestPlanner.addSchedule("A", 9, "9:00", "10:00", "");
             const from = at(wednesday, 570);
