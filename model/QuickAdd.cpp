@@ -138,7 +138,11 @@ ScheduleItem scheduleOf(const QuickEntry &entry, Instant now, const UserCalendar
 {
     const Instant start = entry.start.value_or(nextFullHour(now, calendar));
     const Instant end = entry.end.value_or(start.plus(defaultScheduleSeconds));
-    return {.title = entry.title, .date = start, .endDate = std::max(end, start.plus(leastScheduleSeconds))};
+    // A colour of its own, which it also keeps in a calendar.
+    return {.title = entry.title,
+            .date = start,
+            .endDate = std::max(end, start.plus(leastScheduleSeconds)),
+            .colorName = QStringLiteral("blue")};
 }
 
 ReminderItem toDoOf(const QuickEntry &entry)

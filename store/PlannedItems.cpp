@@ -19,8 +19,12 @@ QUuid planItem(PlannerStore &store, const QUuid &itemID, const FormTimes &times)
     const auto item = std::ranges::find(items, itemID, &PlanItem::id);
     if (item == items.cend())
         return {};
-    const ScheduleItem schedule{
-        .title = item->title, .date = times.start, .endDate = leastEnd(times), .plannedItemID = itemID};
+    // A colour of its own, which it also keeps in a calendar.
+    const ScheduleItem schedule{.title = item->title,
+                                .date = times.start,
+                                .endDate = leastEnd(times),
+                                .colorName = u"blue"_s,
+                                .plannedItemID = itemID};
     const QString time = plannedTimeText(times.start, store);
     store.perform({.schedules = {additionOf(schedule, store.schedules().size())}}, TextPair{u"安排时间"_s, u"Plan"_s},
                   {u"已排在%1"_s.arg(time), u"Planned %1"_s.arg(time)});
