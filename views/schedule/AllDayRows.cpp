@@ -67,12 +67,21 @@ QRect barFrame(const AllDaySpan &span, double dayWidth)
     return {whole(left), topMargin + span.line * lineStep, whole(right) - whole(left), lineHeight};
 }
 
-QString timesText(const ScheduleItem &schedule, const ScheduleSource &source)
+QString timesText(const ScheduleItem &schedule, const ScheduleSource &source, QDate day)
 {
     const DayEvent event{.start = schedule.date, .end = schedule.end()};
-    if (!source.options.hasAllDayRow || !isAllDay(event, source.calendar))
+    if (!source.options.hasAllDayRow)
         return timeRangeText(schedule.date, schedule.endDate, source.calendar);
     const auto [first, last] = daysOf(event, source.calendar);
+    if (!isAllDay(event, source.calendar)) {
+        if (first == last)
+            return timeRangeText(schedule.date, schedule.endDate, source.calendar);
+        const auto text = [&](Instant moment, QDate itsDay) {
+            const QString time = timeRangeText(moment, std::nullopt, source.calendar);
+            return itsDay == day ? time : shortDate(itsDay, source.isEnglish) + u' ' + time;
+        };
+        return text(event.start, first) + QStringLiteral(" – ") + text(event.end, last);
+    }
     if (first == last)
         return source.isEnglish ? QStringLiteral("all day") : QStringLiteral("全天");
     return daysText({event.start, event.end}, source.calendar, source.isEnglish);

@@ -35,8 +35,9 @@ using AllDayBarModel = RowListModel<AllDayBarRow>;
                                           const QUuid &selectedID);
 /// As AllDayBarRow::frame.
 [[nodiscard]] QRect barFrame(const AllDaySpan &span, double dayWidth);
-/// Start and end in words: of what stands above the hours the days, unless it is the day alone.
-[[nodiscard]] QString timesText(const ScheduleItem &schedule, const ScheduleSource &source);
+/// Start and end in words. With an all-day row, of what stands there the days, unless it is one alone, and of the rest
+/// the day of an end that is not on the given one.
+[[nodiscard]] QString timesText(const ScheduleItem &schedule, const ScheduleSource &source, QDate day);
 /// The first and the last day in words.
 [[nodiscard]] QString daysText(const FormTimes &times, const UserCalendar &calendar, bool isEnglish);
 

@@ -83,6 +83,20 @@ Column {
     }
 
     NoteFormRow {
+        visible: endNote.text !== ""
+        label: ""
+
+        AppText {
+            id: endNote
+
+            width: parent.width
+            text: form.note?.endNote ?? ""
+            token: Theme.caption
+            color: Theme.destructive
+        }
+    }
+
+    NoteFormRow {
         label: form.leadLabel
 
         AppComboBox {

@@ -199,7 +199,7 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &
                                           : timeRangeText(event.start, std::nullopt, source.calendar),
                          .colorKey = scheduleColor(schedule, source.linkColors),
                          .isOutside = isOutside,
-                         .spokenName = joined({displayTitle(schedule), timesText(schedule, source),
+                         .spokenName = joined({displayTitle(schedule), timesText(schedule, source, days.at(cell)),
                                                schedule.tag.value_or(QString()), spokenTick(schedule, source)})});
         }
         if (const qsizetype more = dayEvents.size() - linesPerCell; more > 0)
@@ -214,7 +214,8 @@ QList<MonthLineRow> monthLineRows(const QList<QDate> &days, const DaySchedules &
     return rows;
 }
 
-QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &window, const ScheduleSource &source)
+QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &window, const ScheduleSource &source,
+                              QDate day)
 {
     QList<DayListRow> rows;
     for (const int place : window.places(static_cast<int>(listed.size()))) {
@@ -223,7 +224,7 @@ QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &
                      .place = place,
                      .title = displayTitle(schedule),
                      .isDone = source.isDone(schedule),
-                     .timeRange = timesText(schedule, source),
+                     .timeRange = timesText(schedule, source, day),
                      .tag = schedule.tag.value_or(QString()),
                      .colorKey = scheduleColor(schedule, source.linkColors)});
     }

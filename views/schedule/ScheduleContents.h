@@ -39,7 +39,7 @@ struct ListWindow
                                                 const ScheduleSource &source, QDate focusDay);
 /// `listed` are the day's schedules, as selectedSchedules() gives them.
 [[nodiscard]] QList<DayListRow> dayListRows(const QList<qsizetype> &listed, const ListWindow &window,
-                                            const ScheduleSource &source);
+                                            const ScheduleSource &source, QDate day);
 
 /// The row that an arrow key leads to among blocks ordered by day and time: within the day, or the block nearest in
 /// time on the next day that has any. The same row when there is none.

@@ -144,6 +144,16 @@ Entry {
         onAccepted: form.addAsUnderstood()
     }
 
+    AppText {
+        x: endPair.x + endPair.width - width
+        y: endPair.y + endPair.height
+        width: Math.min(implicitWidth, form.width - form.pad)
+        height: form.lineGap
+        text: form.fields.endNote
+        token: Theme.mini
+        color: Theme.destructive
+    }
+
     AppButton {
         id: addButton
 

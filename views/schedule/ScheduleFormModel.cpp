@@ -23,6 +23,19 @@ ScheduleFormModel::~ScheduleFormModel()
         FormDrafts::of(*m_store).scheduleTitle = m_form.title;
 }
 
+QString ScheduleFormModel::endNote() const
+{
+    return m_store ? lateEndNote(*m_store, m_form.times) : QString();
+}
+
+QString lateEndNote(const PlannerStore &store, const FormTimes &times)
+{
+    if (times.end > times.start)
+        return {};
+    return store.text(QStringLiteral("不晚于开始，将于 %1 结束"), QStringLiteral("Not after the start: ends at %1"))
+        .arg(timeRangeText(leastEnd(times), std::nullopt, store.calendar()));
+}
+
 void ScheduleFormModel::setStore(PlannerStore *store)
 {
     m_store = store;

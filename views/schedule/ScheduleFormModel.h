@@ -21,6 +21,7 @@ class ScheduleFormModel : public QObject
     Q_PROPERTY(QString tag READ tag WRITE setTag NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime start READ start WRITE setStart NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime end READ end WRITE setEnd NOTIFY fieldsChanged)
+    Q_PROPERTY(QString endNote READ endNote NOTIFY fieldsChanged)
     Q_PROPERTY(QString colorHex READ colorHex WRITE setColorHex NOTIFY fieldsChanged)
     Q_PROPERTY(bool isExportRequested READ isExportRequested WRITE setExportRequested NOTIFY fieldsChanged)
     Q_PROPERTY(QStringList calendarTitles READ calendarTitles NOTIFY calendarsChanged)
@@ -34,6 +35,8 @@ public:
     /// The times become now and one hour from now, the title the one that was kept. The store must outlive the form.
     void setStore(PlannerStore *store);
 
+    /// What becomes of an end that is not after the start; empty for others.
+    [[nodiscard]] QString endNote() const;
     [[nodiscard]] const QString &title() const { return m_form.title; }
     void setTitle(const QString &title);
     [[nodiscard]] const QString &tag() const { return m_form.tag; }
@@ -73,5 +76,8 @@ private:
     ScheduleForm m_form;
     QString m_chosenCalendar;
 };
+
+/// Says that an end that is not after the start will be put off, in the interface language; empty for others.
+[[nodiscard]] QString lateEndNote(const PlannerStore &store, const FormTimes &times);
 
 } // namespace tessaly

@@ -4,6 +4,7 @@
 #include "model/ScheduleColors.h"
 #include "store/PlannedItems.h"
 #include "store/PlannerStore.h"
+#include "views/schedule/ScheduleFormModel.h"
 
 #include <algorithm>
 #include <chrono>
@@ -110,6 +111,11 @@ void ScheduleNoteModel::setStart(const QDateTime &start)
 QDateTime ScheduleNoteModel::end() const
 {
     return m_store.calendar().dateTime(m_draft.endDate);
+}
+
+QString ScheduleNoteModel::endNote() const
+{
+    return lateEndNote(m_store, {m_draft.startDate, m_draft.endDate});
 }
 
 void ScheduleNoteModel::setEnd(const QDateTime &end)

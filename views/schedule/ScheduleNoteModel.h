@@ -44,6 +44,7 @@ class ScheduleNoteModel : public QObject
     Q_PROPERTY(QString newTask READ newTask WRITE setNewTask NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime start READ start WRITE setStart NOTIFY fieldsChanged)
     Q_PROPERTY(QDateTime end READ end WRITE setEnd NOTIFY fieldsChanged)
+    Q_PROPERTY(QString endNote READ endNote NOTIFY fieldsChanged)
     Q_PROPERTY(QString colorKey READ colorKey NOTIFY fieldsChanged)
     Q_PROPERTY(int leadChoice READ leadChoice WRITE setLeadChoice NOTIFY fieldsChanged)
     Q_PROPERTY(QStringList leadChoices READ leadChoices NOTIFY languageChanged)
@@ -78,6 +79,8 @@ public:
     [[nodiscard]] QDateTime start() const;
     void setStart(const QDateTime &start);
     [[nodiscard]] QDateTime end() const;
+    /// As ScheduleFormModel::endNote().
+    [[nodiscard]] QString endNote() const;
     void setEnd(const QDateTime &end);
     /// The colour in which the schedule is shown: a palette name or "#RRGGBB".
     [[nodiscard]] QString colorKey() const;

@@ -60,7 +60,7 @@ void ScheduleViewModel::refreshDayList()
     const QList<QUuid> before = std::exchange(m_listed, identifiers);
     if (isOtherDay) {
         m_listWindow.kept = -1;
-        m_dayList.replaceRows(dayListRows(listed, m_listWindow, source()));
+        m_dayList.replaceRows(dayListRows(listed, m_listWindow, source(), m_listedDay));
         emit listTurned();
         return;
     }
@@ -70,7 +70,7 @@ void ScheduleViewModel::refreshDayList()
         if (departed != before.cend())
             m_departedPlace = static_cast<int>(departed - before.cbegin());
     }
-    m_dayList.setRows(dayListRows(listed, m_listWindow, source()));
+    m_dayList.setRows(dayListRows(listed, m_listWindow, source(), m_listedDay));
 }
 
 } // namespace tessaly

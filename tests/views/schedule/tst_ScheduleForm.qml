@@ -75,6 +75,7 @@ Item {
             for (const character of "2026-09-08")
                 keyClick(character);
             typeInto("Schedule name", "A");
+            verify(matching(screen, item => item.text === "Not after the start: ends at 10:35") !== null);
             press("Add schedule");
             verify(shown("The end of “A” was not after its start. It ends at 10:35 now.") !== null);
             compare(TestPlanner.timesOf("A"), "2026-09-09 10:20 – 2026-09-09 10:35");
