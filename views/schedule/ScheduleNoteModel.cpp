@@ -196,6 +196,10 @@ void ScheduleNoteModel::cancel()
 
 void ScheduleNoteModel::setAside()
 {
+    if (typedFields(m_draft, m_opened).isEmpty()) {
+        cancel();
+        return;
+    }
     keepDraft();
     leaveEditing();
 }

@@ -104,7 +104,7 @@ public:
     Q_INVOKABLE void startEditing();
     /// Back to view mode; what was typed is lost.
     Q_INVOKABLE void cancel();
-    /// Back to view mode; what was typed is there again when editing is started the next time.
+    /// Back to view mode; what was typed is there again when editing is started the next time. Cancels if nothing was.
     Q_INVOKABLE void setAside();
     /// Emits saved() with the schedule as edited and returns to view mode.
     Q_INVOKABLE void save();
