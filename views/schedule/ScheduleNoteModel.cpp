@@ -192,6 +192,7 @@ void ScheduleNoteModel::cancel()
 {
     dropDraft();
     leaveEditing();
+    emit cancelled();
 }
 
 void ScheduleNoteModel::setAside()
@@ -211,7 +212,6 @@ void ScheduleNoteModel::leaveEditing()
     refreshTasks();
     emit fieldsChanged();
     emit isEditingChanged();
-    emit cancelled();
 }
 
 void ScheduleNoteModel::save()
