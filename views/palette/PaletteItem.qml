@@ -123,7 +123,8 @@ Item {
         }
 
         TapHandler {
-            onTapped: row.chosen()
+            // The palette closes then; before the click is over, it would reach what lies beneath.
+            onTapped: Qt.callLater(row.chosen)
         }
     }
 }

@@ -66,6 +66,22 @@ private slots:
             QTRY_VERIFY2(focusName().startsWith(focused), qPrintable(focusName()));
     }
 
+    void aClickChoosesAndReachesNothingBehindThePalette()
+    {
+        fill();
+        m_ui->setState("section", ShellModel::Schedule);
+        openPalette();
+        m_ui->type(u"microeco"_s);
+        QTRY_VERIFY(hasResult());
+        const QStringList texts = m_ui->visibleTexts();
+        const auto found =
+            std::ranges::find_if(texts, [](const QString &text) { return text.startsWith(u"Microeconomics, "); });
+        QVERIFY2(found != texts.cend(), qPrintable(texts.join(u'|')));
+        QVERIFY(m_ui->click(row, *found));
+        QTRY_VERIFY(!isOpen());
+        QTRY_VERIFY2(focusName().startsWith(u"Edit, Microeconomics"_s), qPrintable(focusName()));
+    }
+
     void whatIsTypedIsAddedWithItsTime()
     {
         openPalette();
