@@ -56,7 +56,9 @@ ListView {
     onBottomMarginChanged: returnToBounds()
     // What grows in the head pushes the rows down and stays where it is.
     onTopMarginChanged: {
-        contentY += settledTop - topMargin;
+        // At its top, the page has followed by itself. The property may still be that of before.
+        if (contentY > originY - topMargin)
+            contentY += settledTop - topMargin;
         settledTop = topMargin;
         Qt.callLater(stayOnPage); // qmllint disable
     }

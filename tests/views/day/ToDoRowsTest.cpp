@@ -96,6 +96,21 @@ private slots:
         }
     }
 
+    void theFormStaysInItsPlaceWhenItAdds()
+    {
+        RowsWindow ui;
+        ui.openWith({{.title = u"Sort"_s}, {.title = u"Sweep"_s, .dueDate = ui.at(10, 18)}});
+        ui.window().resize(1180, 800);
+        QTRY_VERIFY(ui.find(circle, u"Sort"_s));
+        const int place = ui.middleOf(field, u"To-do name"_s).y();
+        QVERIFY(ui.click(field, u"To-do name"_s));
+        ui.type(u"Pay rent Friday 5pm"_s);
+        QTRY_VERIFY(ui.find(button, u"Add to-do"_s));
+        QVERIFY(ui.click(button, u"Add to-do"_s));
+        QCOMPARE(ui.planner.store->reminders().size(), 3);
+        QTRY_COMPARE(ui.middleOf(field, u"To-do name"_s).y(), place);
+    }
+
     void aDoubleClickOnTheTitleEdits()
     {
         RowsWindow ui;
