@@ -85,6 +85,9 @@ function(tessaly_test_program name)
   # What a test itself does is short, and most of it happens once: optimising it takes longer than it saves.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
   use_precompiled(${name} ${headers})
+  # A test includes what moc makes of it; this file is empty then, and the headers would take most of its time.
+  set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp PROPERTIES
+    SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
 
 # tessaly_test(name SOURCES … LINK …): one QtTest executable, run by CTest with the fixed environment of the tests

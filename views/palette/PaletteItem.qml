@@ -124,7 +124,7 @@ Item {
 
         TapHandler {
             // The palette closes then; before the click is over, it would reach what lies beneath.
-            onTapped: Qt.callLater(row.chosen)
+            onTapped: Qt.callLater(row.chosen) // qmllint disable
         }
     }
 }
