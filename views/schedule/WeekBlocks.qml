@@ -136,11 +136,9 @@ Item {
             EventBlock {
                 id: block
 
-                readonly property bool isCurrent: index === area.currentRow
-
                 style: blockStyle
                 color: Theme.scheduleColor(colorKey)
-                activeFocusOnTab: activeFocus || isCurrent
+                activeFocusOnTab: activeFocus || index === area.currentRow
                 Accessible.role: Accessible.Button
                 Accessible.name: spokenName
                 Accessible.focusable: true
